@@ -13,7 +13,7 @@ function(crv_add_tests program folder)
   endif()
   add_executable(${program} ${sources})
   crv_target(${program})
-  target_link_libraries(${program} PRIVATE CRV::CRV GTest::gmock GTest::gtest_main)
+  target_link_libraries(${program} PRIVATE CRV::CRV GTest::gtest_main)
   target_compile_definitions(${program} PRIVATE CRV_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
   gtest_discover_tests(${program}
     TEST_PREFIX "${CRV_TEST_PREFIX}"

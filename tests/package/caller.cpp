@@ -1,0 +1,3 @@
+#include <crv/crv.h>
+
+int main() { return 0; }
