@@ -1,5 +1,4 @@
-#ifndef CRV_EXPORT_H
-#define CRV_EXPORT_H
+#pragma once
 
 /// CRV_API marks what leaves the library; everything else stays hidden in it. The build defines
 /// CRV_EXPORTS while it compiles the shared library and CRV_STATIC for it and its callers when
@@ -15,5 +14,3 @@
 #else
 #define CRV_API __attribute__((visibility("default")))
 #endif
-
-#endif  // CRV_EXPORT_H

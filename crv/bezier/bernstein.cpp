@@ -1,0 +1,49 @@
+// Binomials through the log-gamma function (Lanczos 1964, as in Press et al., Numerical Recipes,
+// section 6.1), and the Bernstein weights made of them.
+#include "crv/bezier/bernstein.h"
+
+#include "crv/foundation/tolerance.h"
+
+#include <cmath>
+#include <new>
+
+double factln(int n) {
+  if (n <= 1) return 0.0;
+  // Deliberate: the series and the factor below carry only these digits.
+  constexpr double kSeries[] = {76.18009, -86.50532, 24.0141, -1.23174, 0.0012087, -5.3952e-06};
+  double const x = n + 1.0;
+  double tmp = x + 5.5;
+  tmp = tmp - (x + 0.5) * std::log(tmp);
+  double sum = 1.0;
+  double y = x;
+  for (double const c : kSeries) {
+    y += 1.0;
+    sum += c / y;
+  }
+  return std::log(2.50663 * sum / x) - tmp;
+}
+
+double bico(int n, int k) {
+  return std::floor(0.5 + std::exp(factln(n) - factln(k) - factln(n - k)));
+}
+
+double blendValue(double t, int i, unsigned short n) {
+  return bico(n, i) * std::pow(1.0 - t, static_cast<double>(n - i)) *
+         std::pow(t, static_cast<double>(i));
+}
+
+double** initBlendArray(unsigned short n) {
+  double** const table = new (std::nothrow) double*[n + 1u];
+  if (table == nullptr) return nullptr;
+  double const step = IS_ZERO(n) ? 1.0 : 1.0 / n;
+  double t = 0.0;
+  // Deliberate: an int counts the rows, since n + 1 does not fit its type for the largest n.
+  for (int i = 0; i <= n; ++i) {
+    table[i] = new (std::nothrow) double[4];
+    if (table[i] == nullptr) return nullptr;
+    for (int k = 0; k < 4; ++k) table[i][k] = blendValue(t, k, 3);
+    t += step;
+    if (t > 1.0) t = 1.0;
+  }
+  return table;
+}

@@ -1,0 +1,62 @@
+// Splitting a control polygon, and the flatness of its course about the x axis, for any degree and
+// any kind of point with xval and yval.
+#pragma once
+
+#include "crv/bezier/internal/evaluate.h"
+#include "crv/foundation/tolerance.h"
+
+#include <cmath>
+
+namespace crv::internal {
+
+/// Deliberate: a coordinate that is zero up to rounding is made exactly zero, lest a signed
+/// distance change its sign by it. In units of the polygon.
+inline double snappedToZero(double x) { return IS_ZERO(x, kZeroTolerance) ? 0.0 : x; }
+
+/// De Casteljau's triangle at t, in place: w[0..degree] becomes the right part, left[0..degree]
+/// receives the left one.
+inline void splitPolygon(PlainPoint* w, int degree, double t, PlainPoint* left) {
+  double const s = 1.0 - t;
+  left[0] = w[0];
+  for (int i = 1; i <= degree; ++i) {
+    for (int j = 0; j <= degree - i; ++j) {
+      w[j] = {snappedToZero(s * w[j].x + t * w[j + 1].x),
+              snappedToZero(s * w[j].y + t * w[j + 1].y)};
+    }
+    left[i] = w[0];
+  }
+}
+
+/// 1 when the chord of w[0..degree] crosses the x axis where the polygon does.
+template <class Point>
+int isFlatPolygon(Point const* w, int degree) {
+  // Squared units of the polygon: keeps a chord without length from dividing by zero.
+  constexpr double kNoLength = 1e-12;
+  // Units of the polygon: a chord that rises by less is level.
+  constexpr double kLevel = 1e-12;
+  // Parameter: half the width of the crossing that is left.
+  constexpr double kFlat = 0x1p-65;
+
+  Point const& first = w[0];
+  Point const& last = w[degree];
+  auto const same = [](Point const& p, Point const& q) {
+    return p.xval() == q.xval() && p.yval() == q.yval();
+  };
+  if (degree == 3 && same(first, w[1]) && same(w[2], last)) return 1;
+  double const a = first.yval() - last.yval();
+  double const b = last.xval() - first.xval();
+  double const c = first.xval() * last.yval() - first.yval() * last.xval();
+  double const squaredLength = b * b + a * a + kNoLength;
+  // Deliberate: squares carry no sign, so every point counts as above the chord, none as below.
+  double above = 0.0;
+  double const below = 0.0;
+  for (int i = 1; i < degree; ++i) {
+    double const e = (w[i].yval() * b + w[i].xval() * a) + c;
+    above = max(above, e * e / squaredLength);
+  }
+  double const det = -a;
+  if (std::fabs(det) < kLevel) return 1;
+  return 0.5 * std::fabs((above + c) / det - (below + c) / det) < kFlat;
+}
+
+}  // namespace crv::internal

@@ -1,0 +1,105 @@
+#include "crv/curve/GxBezierCurvePosition.h"
+
+#include "crv/curve/GxBezierCurvePositionConstructor.h"
+#include "crv/foundation/tolerance.h"
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+// From this parameter on, adding 1 need not change it: nothing is carried.
+constexpr double kCarryLimit = 0x1p53;
+
+/// segment + carry, held at the ends of the range of long.
+long saturatedSum(long segment, double carry) {
+  constexpr long kLowest = std::numeric_limits<long>::min();
+  constexpr long kHighest = std::numeric_limits<long>::max();
+  double const sum = static_cast<double>(segment) + carry;
+  if (sum <= static_cast<double>(kLowest)) return kLowest;
+  if (sum >= static_cast<double>(kHighest)) return kHighest;
+  return segment + static_cast<long>(carry);
+}
+
+/// A position as one number.
+double flattened(GxBezierCurvePosition const& p) {
+  return static_cast<double>(p.getSegmentNumber()) + p.getTValue();
+}
+
+}  // namespace
+
+GxBezierCurvePosition::GxBezierCurvePosition() : segment_(-1), t_(0.0) {}
+
+GxBezierCurvePosition::GxBezierCurvePosition(int segment, double t) : segment_(segment), t_(t) {
+  if (!(std::fabs(t) < kCarryLimit)) return;
+  if (t_ < 0.0) {
+    // Exact form: every step but the last is exact, so the carry is taken at once, the last alone.
+    double const steps = std::floor(-t_);
+    t_ += steps;
+    segment_ = saturatedSum(segment_, -steps);
+    if (t_ < 0.0) {
+      t_ += 1.0;
+      segment_ = saturatedSum(segment_, -1.0);
+    }
+  }
+  if (t_ >= 1.0) {
+    double const steps = std::floor(t_);
+    t_ -= steps;
+    segment_ = saturatedSum(segment_, steps);
+  }
+}
+
+int GxBezierCurvePosition::operator==(GxBezierCurvePosition const& p) const {
+  return segment_ == p.segment_ && t_ == p.t_;
+}
+
+int GxBezierCurvePosition::operator!=(GxBezierCurvePosition const& p) const {
+  return !(*this == p);
+}
+
+int GxBezierCurvePosition::operator<(GxBezierCurvePosition const& p) const {
+  return segment_ < p.segment_ || (segment_ == p.segment_ && t_ < p.t_);
+}
+
+int GxBezierCurvePosition::operator<=(GxBezierCurvePosition const& p) const {
+  return segment_ < p.segment_ || (segment_ == p.segment_ && t_ <= p.t_);
+}
+
+int GxBezierCurvePosition::operator>(GxBezierCurvePosition const& p) const {
+  return segment_ > p.segment_ || (segment_ == p.segment_ && t_ > p.t_);
+}
+
+int GxBezierCurvePosition::operator>=(GxBezierCurvePosition const& p) const {
+  return segment_ > p.segment_ || (segment_ == p.segment_ && t_ >= p.t_);
+}
+
+int GxBezierCurvePosition::isEqual(GxBezierCurvePosition const& p, double tol) const {
+  return IS_EQUAL(flattened(*this), flattened(p), std::fabs(tol));
+}
+
+int GxBezierCurvePosition::reverseSense(int sense) {
+  if (sense == 1) return 2;
+  if (sense == 2) return 1;
+  return sense;
+}
+
+int GxBezierCurvePosition::isCompatibleSense(int a, int b) { return a == b || a == 0 || b == 0; }
+
+int isEqual(GxBezierCurvePosition const& a, GxBezierCurvePosition const& b, double tol) {
+  return IS_EQUAL(flattened(a), flattened(b), tol);
+}
+
+GxBezierCurvePosition GxBezierCurvePositionConstructor::constructPosition(int segment,
+                                                                          double t) const {
+  return GxBezierCurvePosition(segment, t);
+}
+
+GxBezierCurvePosition GxBezierCurvePositionConstructor::constructDirectPosition(int segment,
+                                                                                double t) const {
+  GxBezierCurvePosition position;
+  position.segment_ = segment;
+  position.t_ = t;
+  return position;
+}
+
+template class GxList<GxBezierCurvePosition>;

@@ -1,0 +1,54 @@
+// A place on a curve: the number of the segment and the parameter inside it.
+#pragma once
+
+#include "crv/export.h"
+#include "crv/foundation/GxList.h"
+
+/// A place on a composite curve. Normalised positions have 0 <= t < 1, so that the end of a curve
+/// of n segments is (n, 0.0); comparisons work on the fields as they are. A value type.
+///
+/// The sense between two positions is an int: 0 none (they coincide), 1 forward, 2 backward.
+class CRV_API GxBezierCurvePosition {
+ public:
+  /// No position: segment -1, t 0.0.
+  GxBezierCurvePosition();
+
+  /// Normalises: whole numbers are carried from t to the segment number, which is not checked
+  /// against any curve. A t that is NaN, infinite or at least 2^53 in magnitude is stored as given.
+  GxBezierCurvePosition(int segment, double t);
+
+  long getSegmentNumber() const { return segment_; }
+  double getTValue() const { return t_; }
+
+  /// 1 when both fields are equal, exactly.
+  int operator==(GxBezierCurvePosition const& p) const;
+  int operator!=(GxBezierCurvePosition const& p) const;
+
+  /// The order of the fields, segment first, exact: (n - 1, 1.0) comes before (n, 0.0), although
+  /// both name one place.
+  int operator<(GxBezierCurvePosition const& p) const;
+  int operator<=(GxBezierCurvePosition const& p) const;
+  int operator>(GxBezierCurvePosition const& p) const;
+  int operator>=(GxBezierCurvePosition const& p) const;
+
+  /// 1 when segment + t of both differ by less than |tol|, strictly: at 0 nothing is equal.
+  int isEqual(GxBezierCurvePosition const& p, double tol) const;
+
+  /// The opposite sense; any value but 1 and 2 is returned as it is.
+  static int reverseSense(int sense);
+
+  /// 1 when two senses are equal or one of them is 0.
+  static int isCompatibleSense(int a, int b);
+
+ private:
+  friend class GxBezierCurvePositionConstructor;
+
+  long segment_;
+  double t_;
+};
+
+/// 1 when segment + t of both differ by less than tol, strictly. The overload for positions on one
+/// given curve, which knows the seam of a closed one, is in positionPredicates.h.
+CRV_API int isEqual(GxBezierCurvePosition const& a, GxBezierCurvePosition const& b, double tol);
+
+extern template class CRV_API GxList<GxBezierCurvePosition>;

@@ -1,0 +1,67 @@
+// Matrices of the plane.
+#pragma once
+
+#include "crv/export.h"
+#include "crv/foundation/GxCoord.h"
+
+#include <cmath>
+
+/// The general matrix: elements addressed by row and column, counted from 0.
+template <class T>
+class GxMatrix {
+ public:
+  virtual ~GxMatrix() = default;
+
+  /// Sets one element; a row or column outside the matrix changes nothing.
+  void set(int row, int col, T const& value) {
+    if (T* const e = element(row, col)) *e = value;
+  }
+
+ protected:
+  GxMatrix() = default;
+  GxMatrix(GxMatrix const&) = default;
+  GxMatrix& operator=(GxMatrix const&) = default;
+
+  /// The element, or null when it lies outside the matrix.
+  virtual T* element(int row, int col) = 0;
+};
+
+/// A 2x2 matrix, compiled once for double.
+template <class T>
+class Gx2DMatrix : public GxMatrix<T> {
+ public:
+  /// The zero matrix.
+  Gx2DMatrix() : e_{{T(), T()}, {T(), T()}} {}
+
+  /// Writes the inverse into result (which may be this matrix) and returns 1; returns 0, with
+  /// result untouched, when the determinant is 0 or not finite.
+  int invert(Gx2DMatrix& result) const {
+    T const det = e_[0][0] * e_[1][1] - e_[0][1] * e_[1][0];
+    if (det == T(0) || !std::isfinite(det)) return 0;
+    Gx2DMatrix inverse;
+    inverse.e_[0][0] = e_[1][1] / det;
+    inverse.e_[0][1] = -e_[0][1] / det;
+    inverse.e_[1][0] = -e_[1][0] / det;
+    inverse.e_[1][1] = e_[0][0] / det;
+    result = inverse;
+    return 1;
+  }
+
+  /// The matrix times the column (x, y), as a point.
+  GxCoord<T> operator*(GxCoord<T> const& p) const {
+    return GxCoord<T>(e_[0][0] * p.xval() + e_[0][1] * p.yval(),
+                      e_[1][0] * p.xval() + e_[1][1] * p.yval());
+  }
+
+ protected:
+  T* element(int row, int col) override {
+    bool const inside = row >= 0 && row < 2 && col >= 0 && col < 2;
+    return inside ? &e_[row][col] : nullptr;
+  }
+
+ private:
+  T e_[2][2];
+};
+
+extern template class CRV_API GxMatrix<double>;
+extern template class CRV_API Gx2DMatrix<double>;

@@ -1,0 +1,71 @@
+// A point of the plane.
+#pragma once
+
+#include "crv/export.h"
+#include "crv/foundation/GxVector.h"
+
+#include <cmath>
+
+/// A 2D point with coordinates of type T, x to the right and y up, compiled once for double. No
+/// operation fails; coordinates that are not finite give coordinates that are not finite.
+template <class T>
+class GxCoord {
+ public:
+  /// The origin.
+  GxCoord() : x_(), y_() {}
+  GxCoord(T const& x, T const& y) : x_(x), y_(y) {}
+  GxCoord(GxCoord const& p) = default;
+  GxCoord& operator=(GxCoord const& p) = default;
+  virtual ~GxCoord() = default;
+
+  T xval() const { return x_; }
+  T yval() const { return y_; }
+  T& xval() { return x_; }
+  T& yval() { return y_; }
+
+  /// 1 when both coordinates are equal, exactly; isEqual (lines.h) takes a tolerance.
+  int operator==(GxCoord const& p) const { return x_ == p.x_ && y_ == p.y_; }
+  int operator!=(GxCoord const& p) const { return !(*this == p); }
+
+  /// The vector from p to this point.
+  GxVector<T> operator-(GxCoord const& p) const { return GxVector<T>(x_ - p.x_, y_ - p.y_); }
+  GxCoord operator+(GxVector<T> const& v) const { return GxCoord(x_ + v.xval(), y_ + v.yval()); }
+  GxCoord& operator+=(GxVector<T> const& v) {
+    x_ += v.xval();
+    y_ += v.yval();
+    return *this;
+  }
+
+  T distance(GxCoord const& p) const { return std::sqrt(squaredDistance(p)); }
+
+  /// The square of the distance, dx*dx + dy*dy: what comparisons need, without the root.
+  T squaredDistance(GxCoord const& p) const {
+    T const dx = x_ - p.x_;
+    T const dy = y_ - p.y_;
+    return dx * dx + dy * dy;
+  }
+
+  /// Turns the point in place about a centre by an angle in radians, counter-clockwise positive.
+  void rotate(double angle, GxCoord const& centre) {
+    T const c = std::cos(angle);
+    T const s = std::sin(angle);
+    T const dx = x_ - centre.x_;
+    T const dy = y_ - centre.y_;
+    T const cx = centre.x_;
+    T const cy = centre.y_;
+    x_ = cx + (dx * c - dy * s);
+    y_ = cy + (dx * s + dy * c);
+  }
+
+  /// Multiplies x by sx and y by sy, about the origin.
+  void scale(double sx, double sy) {
+    x_ *= sx;
+    y_ *= sy;
+  }
+
+ private:
+  T x_;
+  T y_;
+};
+
+extern template class CRV_API GxCoord<double>;

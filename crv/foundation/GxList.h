@@ -1,0 +1,338 @@
+// The indexed list: a ring of element copies with a cursor, and indices that wrap.
+#pragma once
+
+#include "crv/export.h"
+#include "crv/foundation/GxCoord.h"
+
+#include <cassert>
+
+/// An ordered collection of T, stored by copy and handed out by reference; a reference stays valid
+/// until its element is removed. A cursor remembers the node last reached, so that loops over 0, 1,
+/// 2, ... cost one step an access; the last element is one step from the first. Indices beyond the
+/// end wrap modulo the length. The cursor is state of the list, even of a const one: a list is used
+/// by one thread at a time. T needs a copy constructor, and == where find or comparisons are used.
+/// An element whose copy throws, or memory that runs out, leaves the list as it was.
+template <class T>
+class GxList {
+ public:
+  GxList() = default;
+
+  /// A copy of every element in order; the cursor of the copy is at the first.
+  GxList(GxList const& other) : GxList() {
+    addAll(other);
+    first();
+  }
+
+  virtual ~GxList() { empty(); }
+
+  /// Removes every element; the list stays usable.
+  void empty() {
+    while (count_ != 0) removeByIndex(-1);
+  }
+
+  unsigned length() const { return count_; }
+
+  /// Moves the cursor to the first element; returns 1 when there is one, else 0.
+  int first() const {
+    cursor_ = head_;
+    index_ = 0;
+    return head_ != nullptr;
+  }
+
+  /// Moves the cursor on by one, from the last element to the first; returns 0 when it is back at
+  /// the first or the list is empty, else 1.
+  int next() const {
+    if (cursor_ == nullptr) return 0;
+    cursor_ = cursor_->next;
+    index_ = (index_ + 1) % count_;
+    return cursor_ != head_;
+  }
+
+  /// Moves the cursor back by one, from the first element to the last; returns 0 when it is at the
+  /// first or the list is empty, else 1.
+  int prev() const {
+    if (cursor_ == nullptr) return 0;
+    cursor_ = cursor_->prev;
+    index_ = (index_ == 0 ? count_ : index_) - 1;
+    return cursor_ != head_;
+  }
+
+  /// The element at the cursor. Precondition: the list is not empty.
+  T& curElement() const {
+    assert(cursor_ != nullptr);
+    return cursor_->element;
+  }
+
+  /// Moves the cursor to index i modulo the length; does nothing on an empty list.
+  void moveTo(unsigned i) const;
+
+  /// The element at index i modulo the length. Precondition: the list is not empty.
+  T& operator()(unsigned i) {
+    moveTo(i);
+    return curElement();
+  }
+  T& operator[](unsigned i) const {
+    moveTo(i);
+    return curElement();
+  }
+
+  /// Appends a copy of value and returns the stored copy. The cursor stays, unless the list was
+  /// empty.
+  T& add(T const& value);
+
+  /// Stores a copy of value before the element at index and returns the stored copy; the cursor
+  /// goes to the first element.
+  ///   0 < index < length  the copy becomes the element at index
+  ///   0                   it becomes the first
+  ///   length              it becomes the last, as at any other multiple of the length
+  ///   -1                  it goes before the element at the cursor
+  /// Other negative indices count as unsigned ones, modulo the length.
+  virtual T& insert(T const& value, int index);
+
+  /// Removes the element at index, reached by walking from the first, modulo the length; -1 removes
+  /// the one at the cursor, any other negative index the first. The cursor stays on its element; if
+  /// that is removed, it moves to the next. Does nothing on an empty list.
+  void remove(int index) { removeByIndex(index); }
+  void removeByIndex(int index);
+
+  /// Moves the element at from so that it ends up at index to; returns 1 when done, 0 (and nothing
+  /// is changed) when an index is out of range or they are equal.
+  int move(int from, int to);
+
+  /// The index of the first element equal to value, or -1.
+  int find(T const& value) const;
+
+  /// Calls fn with a copy of each element in order, and arg.
+  void forEach(void (*fn)(T, void*), void* arg) const;
+
+  /// The first element for whose copy fn returns non-zero, or null.
+  T* firstThat(int (*fn)(T, void*), void* arg) const;
+
+  /// 1 when both lists hold equal elements in the same order, wherever their cursors are.
+  int operator==(GxList const& other) const;
+  int operator!=(GxList const& other) const { return !(*this == other); }
+
+  /// Replaces all elements by copies of other's. A list assigned to itself ends up empty.
+  GxList& operator=(GxList const& other);
+
+  /// Moves all elements of other, without copying, before the element at index; other ends up
+  /// empty. With index -1 the result starts with other's elements, goes on from the element at the
+  /// cursor and ends with those that stood before it. A list injected into itself stays as it is.
+  void inject(GxList& other, int index);
+
+  /// Moves all elements of other, without copying, to the end; other ends up empty. A list joined
+  /// to itself stays as it is.
+  void join(GxList& other);
+  GxList& operator+=(GxList& other) {
+    join(other);
+    return *this;
+  }
+
+ private:
+  struct Node {
+    explicit Node(T const& value) : element(value), next(this), prev(this) {}
+    T element;
+    Node* next;
+    Node* prev;
+  };
+
+  static void linkBefore(Node* position, Node* firstNode);
+  void addAll(GxList const& other);
+  void recalcIndex();
+  Node* nodeAt(unsigned i) const;
+  void forgetNodes();
+
+  Node* head_ = nullptr;
+  mutable Node* cursor_ = nullptr;
+  mutable unsigned index_ = 0;
+  unsigned count_ = 0;
+};
+
+template <class T>
+void GxList<T>::moveTo(unsigned i) const {
+  if (count_ == 0) return;
+  unsigned const k = i < count_ ? i : i % count_;
+  if (cursor_ == nullptr) first();
+  if (k == 0) {
+    first();
+  } else if (k == count_ - 1) {
+    cursor_ = head_->prev;
+    index_ = k;
+  }
+  for (; index_ < k; ++index_) cursor_ = cursor_->next;
+  for (; index_ > k; --index_) cursor_ = cursor_->prev;
+}
+
+template <class T>
+T& GxList<T>::add(T const& value) {
+  Node* const node = new Node(value);
+  if (count_ == 0) {
+    head_ = node;
+    first();
+  } else {
+    linkBefore(head_, node);
+  }
+  ++count_;
+  return node->element;
+}
+
+template <class T>
+T& GxList<T>::insert(T const& value, int index) {
+  if (index != -1 && count_ != 0) moveTo(static_cast<unsigned>(index));
+  Node* const node = new Node(value);
+  if (count_ != 0) linkBefore(cursor_, node);
+  if (count_ == 0 || index == 0) head_ = node;
+  ++count_;
+  first();
+  return node->element;
+}
+
+template <class T>
+void GxList<T>::removeByIndex(int index) {
+  if (cursor_ == nullptr) return;
+  Node* const victim =
+      index == -1 ? cursor_ : nodeAt(index < 0 ? 0u : static_cast<unsigned>(index));
+  if (victim == cursor_) {
+    cursor_ = victim->next;
+    if (cursor_ == head_) index_ = 0;
+  } else if (index < 0 || static_cast<unsigned>(index) < index_) {
+    // Deliberate: the index as given is compared, not the wrapped one.
+    --index_;
+  }
+  victim->prev->next = victim->next;
+  victim->next->prev = victim->prev;
+  if (victim == head_) head_ = victim->next;
+  if (--count_ == 0) forgetNodes();
+  delete victim;
+}
+
+template <class T>
+int GxList<T>::move(int from, int to) {
+  bool const inside = from >= 0 && to >= 0 && static_cast<unsigned>(from) < count_ &&
+                      static_cast<unsigned>(to) < count_;
+  if (!inside || from == to) return 0;
+  T const copy(nodeAt(static_cast<unsigned>(from))->element);
+  removeByIndex(from);
+  insert(copy, to);
+  return 1;
+}
+
+template <class T>
+int GxList<T>::find(T const& value) const {
+  Node* node = head_;
+  for (unsigned i = 0; i < count_; ++i, node = node->next) {
+    if (node->element == value) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+template <class T>
+void GxList<T>::forEach(void (*fn)(T, void*), void* arg) const {
+  Node* node = head_;
+  for (unsigned i = 0; i < count_; ++i, node = node->next) fn(node->element, arg);
+}
+
+template <class T>
+T* GxList<T>::firstThat(int (*fn)(T, void*), void* arg) const {
+  Node* node = head_;
+  for (unsigned i = 0; i < count_; ++i, node = node->next) {
+    if (fn(node->element, arg)) return &node->element;
+  }
+  return nullptr;
+}
+
+template <class T>
+int GxList<T>::operator==(GxList const& other) const {
+  if (count_ != other.count_) return 0;
+  Node* a = head_;
+  Node* b = other.head_;
+  for (unsigned i = 0; i < count_; ++i, a = a->next, b = b->next) {
+    if (!(a->element == b->element)) return 0;
+  }
+  return 1;
+}
+
+template <class T>
+GxList<T>& GxList<T>::operator=(GxList const& other) {
+  // Deliberate: no test for self-assignment, which empties the list.
+  while (count_ != 0) removeByIndex(0);
+  addAll(other);
+  first();
+  return *this;
+}
+
+template <class T>
+void GxList<T>::inject(GxList& other, int index) {
+  if (&other == this || other.count_ == 0) return;
+  if (count_ == 0) {
+    head_ = cursor_ = other.head_;
+  } else {
+    if (index != -1) moveTo(static_cast<unsigned>(index));
+    linkBefore(cursor_, other.head_);
+    // Deliberate: at the cursor, too, the ring is made to start with the injected elements.
+    if (index == -1 || index == 0) head_ = other.head_;
+  }
+  count_ += other.count_;
+  // Deliberate: a wrapped index beyond the cursor's leaves the cursor's index as it was.
+  if (index == -1 || static_cast<unsigned>(index) <= index_) recalcIndex();
+  other.forgetNodes();
+}
+
+template <class T>
+void GxList<T>::join(GxList& other) {
+  if (&other == this || other.count_ == 0) return;
+  if (count_ == 0) {
+    head_ = cursor_ = other.head_;
+  } else {
+    linkBefore(head_, other.head_);
+  }
+  count_ += other.count_;
+  other.forgetNodes();
+}
+
+/// Splices the ring that starts at firstNode in before position.
+template <class T>
+void GxList<T>::linkBefore(Node* position, Node* firstNode) {
+  Node* const before = position->prev;
+  Node* const lastNode = firstNode->prev;
+  before->next = firstNode;
+  firstNode->prev = before;
+  lastNode->next = position;
+  position->prev = lastNode;
+}
+
+template <class T>
+void GxList<T>::addAll(GxList const& other) {
+  Node* node = other.head_;
+  for (unsigned n = other.count_; n != 0; --n, node = node->next) add(node->element);
+}
+
+template <class T>
+void GxList<T>::recalcIndex() {
+  index_ = 0;
+  for (Node* node = head_; node != cursor_; node = node->next) ++index_;
+}
+
+/// The node at i modulo the length, reached from the nearer end of the list.
+template <class T>
+typename GxList<T>::Node* GxList<T>::nodeAt(unsigned i) const {
+  unsigned const k = i % count_;
+  Node* node = head_;
+  if (k <= count_ / 2) {
+    for (unsigned n = 0; n < k; ++n) node = node->next;
+  } else {
+    for (unsigned n = count_; n > k; --n) node = node->prev;
+  }
+  return node;
+}
+
+template <class T>
+void GxList<T>::forgetNodes() {
+  head_ = nullptr;
+  cursor_ = nullptr;
+  index_ = 0;
+  count_ = 0;
+}
+
+extern template class CRV_API GxList<double>;
+extern template class CRV_API GxList<GxCoord<double>>;

@@ -1,0 +1,59 @@
+// A displacement in the plane.
+#pragma once
+
+#include "crv/export.h"
+
+#include <cmath>
+
+/// A 2D vector with components of type T, compiled once for double. No operation fails; components
+/// that are not finite give components that are not finite.
+template <class T>
+class GxVector {
+ public:
+  /// The zero vector.
+  GxVector() : x_(), y_() {}
+  GxVector(T const& x, T const& y) : x_(x), y_(y) {}
+
+  T xval() const { return x_; }
+  T yval() const { return y_; }
+  T& xval() { return x_; }
+  T& yval() { return y_; }
+
+  GxVector operator+(GxVector const& v) const { return GxVector(x_ + v.x_, y_ + v.y_); }
+  GxVector operator-(GxVector const& v) const { return GxVector(x_ - v.x_, y_ - v.y_); }
+  GxVector operator-() const { return GxVector(-x_, -y_); }
+  GxVector& operator+=(GxVector const& v) {
+    x_ += v.x_;
+    y_ += v.y_;
+    return *this;
+  }
+
+  /// The scalar multiple.
+  GxVector operator*(T const& s) const { return GxVector(x_ * s, y_ * s); }
+
+  /// The dot product, x1*x2 + y1*y2.
+  T operator*(GxVector const& v) const { return x_ * v.x_ + y_ * v.y_; }
+
+  /// The z component of the cross product, x1*y2 - y1*x2: positive when v lies to the left.
+  T cross(GxVector const& v) const { return x_ * v.y_ - y_ * v.x_; }
+
+  T length() const { return std::sqrt(squaredLength()); }
+  T squaredLength() const { return x_ * x_ + y_ * y_; }
+
+  /// The unit vector of the same direction, each component divided by the length; a vector whose
+  /// length is 0 is returned as it is.
+  GxVector normalize() const {
+    T const l = length();
+    return l == T(0) ? *this : GxVector(x_ / l, y_ / l);
+  }
+
+  /// The vector turned by a right angle: to the left, (-y, x), for turn >= 1, else to the right,
+  /// (y, -x).
+  GxVector ortho(int turn) const { return turn < 1 ? GxVector(y_, -x_) : GxVector(-y_, x_); }
+
+ private:
+  T x_;
+  T y_;
+};
+
+extern template class CRV_API GxVector<double>;

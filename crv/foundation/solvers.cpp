@@ -1,0 +1,232 @@
+// Real roots of polynomials up to the third degree. A cubic is monotone between its turning points,
+// so each sign change there brackets one root, which Newton steps polish, bisection standing by
+// (Press et al., Numerical Recipes, "rtsafe"). Where a turning point nearly touches zero, values
+// are taken by the compensated Horner scheme (Graillat, Langlois, Louvet 2005), whose error is that
+// of doubled precision, so that a close pair of roots is told from a double root and from none.
+#include "crv/foundation/solvers.h"
+
+#include "crv/foundation/tolerance.h"
+
+#include <cfloat>
+#include <cmath>
+
+namespace {
+
+// Relative to the other coefficients: below it a leading coefficient moves no root by a bit.
+constexpr double kVanishing = 1e-16;
+
+// Relative to the sum of a polynomial's terms: rounding can hide the sign of a value below it.
+constexpr double kDoubtful = 16 * DBL_EPSILON;
+
+// Relative to the sum of terms: the same bound for compensated values; below it a value is zero.
+constexpr double kTouching = 16 * DBL_EPSILON * DBL_EPSILON;
+
+// Coefficients beyond this magnitude, or all below its inverse, are scaled before they are squared.
+constexpr double kSafeMagnitude = 0x1p100;
+
+// Newton or bisection steps for one root; halving alone needs 54 plus the bracket's exponent.
+constexpr int kMaxSteps = 128;
+
+/// A product or sum and its rounding error, together exact (Dekker 1971, Knuth).
+struct Exact {
+  double value;
+  double error;
+};
+
+Exact exactProduct(double a, double b) {
+  constexpr double kSplitter = 134217729.0;  // 2^27 + 1
+  double const ta = kSplitter * a;
+  double const aHigh = ta - (ta - a);
+  double const aLow = a - aHigh;
+  double const tb = kSplitter * b;
+  double const bHigh = tb - (tb - b);
+  double const bLow = b - bHigh;
+  double const p = a * b;
+  return {p, aLow * bLow - (((p - aHigh * bHigh) - aLow * bHigh) - aHigh * bLow)};
+}
+
+Exact exactSum(double a, double b) {
+  double const s = a + b;
+  double const bPart = s - a;
+  return {s, (a - (s - bPart)) + (b - bPart)};
+}
+
+struct Cubic {
+  double a, b, c, d;
+  bool careful;  // values by the compensated scheme
+
+  double slope(double t) const { return (3.0 * a * t + 2.0 * b) * t + c; }
+  double plainValue(double t) const { return ((a * t + b) * t + c) * t + d; }
+
+  /// The sum of the magnitudes of the terms at t, to which rounding errors are relative.
+  double magnitude(double t) const {
+    double const s = std::fabs(t);
+    return ((std::fabs(a) * s + std::fabs(b)) * s + std::fabs(c)) * s + std::fabs(d);
+  }
+
+  double compensatedValue(double t) const {
+    double const rest[3] = {b, c, d};
+    double value = a;
+    double error = 0.0;
+    for (double const k : rest) {
+      Exact const product = exactProduct(value, t);
+      Exact const sum = exactSum(product.value, k);
+      value = sum.value;
+      error = error * t + (product.error + sum.error);
+    }
+    return value + error;
+  }
+
+  double value(double t) const { return careful ? compensatedValue(t) : plainValue(t); }
+};
+
+/// The root between lo and hi, at which the cubic has opposite signs; rising tells which.
+double polishedRoot(Cubic const& f, double lo, double hi, bool rising, double start) {
+  double x = start > lo && start < hi ? start : lo + 0.5 * (hi - lo);
+  double lastStep = hi - lo;
+  for (int i = 0; i < kMaxSteps; ++i) {
+    double const v = f.value(x);
+    if (v == 0.0) return x;
+    ((v > 0.0) == rising ? hi : lo) = x;
+    double const slope = f.slope(x);
+    double next = x - v / slope;
+    if (next == x) return x;
+    bool const tooSlow = std::fabs(2.0 * v) > std::fabs(lastStep * slope);
+    if (tooSlow || !(next > lo && next < hi)) {
+      next = lo + 0.5 * (hi - lo);
+      if (next == lo || next == hi) return x;
+    }
+    lastStep = std::fabs(next - x);
+    x = next;
+  }
+  return x;
+}
+
+int linearRoots(double c, double d, double* roots) {
+  if (c == 0.0) return 0;
+  roots[0] = -d / c + 0.0;
+  return 1;
+}
+
+/// The distinct real roots of b t^2 + c t + d, ascending; a zero root is +0.
+int quadraticRoots(double b, double c, double d, double* roots) {
+  if (std::fabs(b) <= kVanishing * max(std::fabs(c), std::fabs(d))) return linearRoots(c, d, roots);
+  Exact const square = exactProduct(c, c);
+  Exact const product = exactProduct(4.0 * b, d);
+  double const discriminant = (square.value - product.value) + (square.error - product.error);
+  if (discriminant < 0.0) return 0;
+  if (discriminant == 0.0) {
+    roots[0] = -c / (2.0 * b) + 0.0;
+    return 1;
+  }
+  double const q = -0.5 * (c + std::copysign(std::sqrt(discriminant), c));
+  double const r1 = q / b + 0.0;
+  double const r2 = d / q + 0.0;
+  roots[0] = min(r1, r2);
+  roots[1] = max(r1, r2);
+  return 2;
+}
+
+/// The roots of a cubic without a constant term: 0, and those of the quadratic that is left.
+int rootsWithZero(double a, double b, double c, double* roots) {
+  int n = quadraticRoots(a, b, c, roots);
+  int at = 0;
+  while (at < n && roots[at] < 0.0) ++at;
+  if (at < n && roots[at] == 0.0) return n;
+  for (int i = n; i > at; --i) roots[i] = roots[i - 1];
+  roots[at] = 0.0;
+  return n + 1;
+}
+
+/// -1, 0 or 1: where the cubic stands at a turning point; 0 is a double root.
+int signAtTurn(Cubic& f, double t) {
+  double v = f.plainValue(t);
+  double const terms = f.magnitude(t);
+  if (std::fabs(v) < kDoubtful * terms) {
+    f.careful = true;
+    v = f.compensatedValue(t);
+    if (std::fabs(v) <= kTouching * terms) return 0;
+  }
+  return (v > 0.0) - (v < 0.0);
+}
+
+/// The roots of a cubic with two turning points, whose outer roots lie beyond them.
+int rootsAroundTurns(Cubic& f, double const turns[2], double bound, double* roots) {
+  double const inflection = -f.b / (3.0 * f.a);
+  int const end = f.a > 0.0 ? 1 : -1;
+  int const s0 = signAtTurn(f, turns[0]);
+  int const s1 = signAtTurn(f, turns[1]);
+  if (s0 == 0 && s1 == 0) {
+    roots[0] = inflection;
+    return 1;
+  }
+  bool const rising = end > 0;
+  double const reach = turns[1] - turns[0];
+  int n = 0;
+  if (s0 == end) {
+    roots[n++] = polishedRoot(f, -bound, turns[0], rising, inflection - reach);
+  }
+  if (s0 == 0) roots[n++] = turns[0];
+  if (s0 * s1 < 0) roots[n++] = polishedRoot(f, turns[0], turns[1], !rising, inflection);
+  if (s1 == 0) roots[n++] = turns[1];
+  if (s1 == -end) {
+    roots[n++] = polishedRoot(f, turns[1], bound, rising, inflection + reach);
+  }
+  return n;
+}
+
+int rootsOfCubic(Cubic& f, double* roots) {
+  double turns[2];
+  double const bound =
+      1.0 + max(max(std::fabs(f.b), std::fabs(f.c)), std::fabs(f.d)) / std::fabs(f.a);
+  if (quadraticRoots(3.0 * f.a, 2.0 * f.b, f.c, turns) == 2) {
+    return rootsAroundTurns(f, turns, bound, roots);
+  }
+  roots[0] = polishedRoot(f, -bound, bound, f.a > 0.0, -f.b / (3.0 * f.a));
+  return 1;
+}
+
+}  // namespace
+
+int cubicRoots(double a, double b, double c, double d, double* roots) {
+  double const others = max(max(std::fabs(b), std::fabs(c)), std::fabs(d));
+  double const largest = max(std::fabs(a), others);
+  bool const finite = std::isfinite(a) && std::isfinite(b) && std::isfinite(c) && std::isfinite(d);
+  if (!finite || largest == 0.0) return 0;
+  if (largest > kSafeMagnitude || largest < 1.0 / kSafeMagnitude) {
+    int const scale = -std::ilogb(largest);
+    return cubicRoots(std::scalbn(a, scale), std::scalbn(b, scale), std::scalbn(c, scale),
+                      std::scalbn(d, scale), roots);
+  }
+  if (std::fabs(a) <= kVanishing * others) return quadraticRoots(b, c, d, roots);
+  if (d == 0.0) return rootsWithZero(a, b, c, roots);
+  Cubic f{a, b, c, d, false};
+  return rootsOfCubic(f, roots);
+}
+
+void GxQuadraticSolver::quadraticSolve(int* count, double* r1, double* r2, double a, double b,
+                                       double c, double tolLeading, double tolDiscriminant) const {
+  *count = 0;
+  if (std::fabs(a) <= tolLeading) {
+    if (b == 0.0) return;
+    *count = 1;
+    *r1 = *r2 = -c / b;
+    return;
+  }
+  double const discriminant = b * b - 4.0 * a * c;
+  if (std::fabs(discriminant) <= tolDiscriminant) {
+    *count = 1;
+    *r1 = *r2 = -b / (2.0 * a);
+    return;
+  }
+  if (discriminant < 0.0) return;
+  double const q = -0.5 * (b + std::copysign(std::sqrt(discriminant), b));
+  *count = 2;
+  *r1 = q / a;
+  *r2 = c / q;
+  if (*r2 < *r1) {
+    double const larger = *r1;
+    *r1 = *r2;
+    *r2 = larger;
+  }
+}
