@@ -1,0 +1,78 @@
+// Curves whose answers are known by hand, and seeded random ones.
+#pragma once
+
+#include "crv/crv.h"
+
+#include <random>
+
+namespace support {
+
+inline GxBezier bezier(double x0, double y0, double x1, double y1, double x2, double y2, double x3,
+                       double y3) {
+  return GxBezier(GxCoord<double>(x0, y0), GxCoord<double>(x1, y1), GxCoord<double>(x2, y2),
+                  GxCoord<double>(x3, y3));
+}
+
+/// y = x^3 over x = t in [0, 1].
+inline GxBezier cubicParabola() { return bezier(0, 0, 1.0 / 3, 0, 2.0 / 3, 0, 1, 1); }
+
+/// Rises, falls and rises again in y: two extremes and one inflection, symmetric about (50, 50).
+inline GxBezier sShape() { return bezier(0, 0, 40, 140, 60, -40, 100, 100); }
+
+/// Crosses itself once, symmetric about x = 50.
+inline GxBezier loop() { return bezier(0, 0, 150, 100, -50, 100, 100, 0); }
+
+/// A quarter of a circle about the origin, to 2.8e-4 of its radius.
+inline GxBezier quarterArc(double r) {
+  double const k = 0.5522847498307936 * r;
+  return bezier(r, 0, r, k, k, r, 0, r);
+}
+
+/// A straight segment parametrised evenly, and one with its handles on its ends.
+inline GxBezier evenLine(double x0, double y0, double x3, double y3) {
+  return bezier(x0, y0, x0 + (x3 - x0) / 3, y0 + (y3 - y0) / 3, x0 + (x3 - x0) * 2 / 3,
+                y0 + (y3 - y0) * 2 / 3, x3, y3);
+}
+inline GxBezier retractedLine(double x0, double y0, double x3, double y3) {
+  return bezier(x0, y0, x0, y0, x3, y3, x3, y3);
+}
+
+inline GxBezier pointLike(double x, double y) { return bezier(x, y, x, y, x, y, x, y); }
+
+/// Uniform doubles in a range, the same on every platform (std distributions are not).
+class Random {
+ public:
+  explicit Random(unsigned long long seed) : engine_(seed) {}
+
+  double uniform(double low, double high) {
+    double const unit = static_cast<double>(engine_() >> 11) * 0x1p-53;
+    return low + unit * (high - low);
+  }
+  int whole(int low, int high) {
+    auto const span = static_cast<unsigned long long>(high - low) + 1;
+    return low + static_cast<int>(engine_() % span);
+  }
+  GxCoord<double> point(double size) {
+    double const x = uniform(-size, size);
+    return GxCoord<double>(x, uniform(-size, size));
+  }
+  GxBezier segment(double size) {
+    GxBezier s;
+    for (int i = 0; i < 4; ++i) s(i) = point(size);
+    return s;
+  }
+  /// Control points on a small grid: ties, straight pieces, cusps and coincident points abound.
+  GxBezier gridSegment(int size) {
+    GxBezier s;
+    for (int i = 0; i < 4; ++i) {
+      double const x = whole(-size, size);
+      s(i) = GxCoord<double>(x, whole(-size, size));
+    }
+    return s;
+  }
+
+ private:
+  std::mt19937_64 engine_;
+};
+
+}  // namespace support
