@@ -1,0 +1,112 @@
+// Polylines by halving: a piece is split in the middle until it is a point, which adds nothing, or
+// a line, which adds its end (after Lane and Riesenfeld, 1980).
+#include "crv/bezier/GxBezier.h"
+
+#include "crv/bezier/GxBezierPolylineCondition.h"
+
+#include <cmath>
+
+namespace {
+
+// Guards: halvings of one piece, and pieces looked at in one polyline. Halving more often leaves
+// the range of exponents; more pieces come of tolerances below the resolution of the coordinates.
+constexpr int kMaxDepth = 1100;
+constexpr long kMaxPieces = 1L << 26;
+
+bool isFinite(GxBezier const& s) {
+  for (int i = 0; i < 4; ++i) {
+    if (!std::isfinite(s[i].xval()) || !std::isfinite(s[i].yval())) return false;
+  }
+  return true;
+}
+
+/// The judge of the plain forms: the segment itself.
+struct OwnCondition {
+  int isALine(GxBezier const& s, double tol) const { return s.isALine(tol); }
+  int isAPoint(GxBezier const& s, double tol) const { return s.isAPoint(tol); }
+};
+
+/// Halves pieces and hands the end of each line, with its parameter, to emit.
+template <class Condition, class Emit>
+class Halving {
+ public:
+  Halving(Condition const& condition, double tol, Emit emit)
+      : condition_(condition), tol_(tol), canEnd_(tol >= 0.0), emit_(emit) {}
+
+  /// The piece starts at t and covers 1/n of the whole segment; it is used up.
+  void run(GxBezier& piece, double t, double n, int depth) {
+    for (;; ++depth) {
+      ++pieces_;
+      // The point is asked for first: what is both a point and a line adds nothing.
+      if (condition_.isAPoint(piece, tol_)) return;
+      if (condition_.isALine(piece, tol_) || mustEnd(piece, depth)) {
+        emit_(piece[3], t + 1.0 / n);
+        return;
+      }
+      GxBezier right;
+      piece.split(right, 0.5);
+      n *= 2.0;
+      run(piece, t, n, depth + 1);
+      piece = right;
+      t += 1.0 / n;
+    }
+  }
+
+ private:
+  bool mustEnd(GxBezier const& piece, int depth) const {
+    return !canEnd_ || depth >= kMaxDepth || pieces_ >= kMaxPieces || !isFinite(piece);
+  }
+
+  Condition const& condition_;
+  double tol_;
+  bool canEnd_;
+  Emit emit_;
+  long pieces_ = 0;
+};
+
+template <class Condition, class Emit>
+void halve(GxBezier piece, double tol, double t, double n, Condition const& condition, Emit emit) {
+  Halving<Condition, Emit>(condition, tol, emit).run(piece, t, n, 0);
+}
+
+template <class Points>
+void halveInto(Points& out, GxBezier const& segment, double tol) {
+  halve(segment, tol, 0.0, 1.0, OwnCondition(),
+        [&out](GxCoord<double> const& p, double) { out.push_back(p); });
+}
+
+}  // namespace
+
+void GxBezier::getPolyline(double tol, std::list<GxCoord<double>>& out) const {
+  out.push_back(points_[0]);
+  makePolyline(tol, out);
+}
+
+void GxBezier::getPolyline(double tol, std::vector<GxCoord<double>>& out) const {
+  out.push_back(points_[0]);
+  makePolyline(tol, out);
+}
+
+void GxBezier::getPolyline(double tol, std::list<GxCoord<double>>& out, std::list<double>& tValues,
+                           GxBezierPolylineCondition const& condition) const {
+  out.push_back(points_[0]);
+  tValues.push_back(0.0);
+  makePolyline(tol, 0.0, 1, out, tValues, condition);
+}
+
+void GxBezier::makePolyline(double tol, std::list<GxCoord<double>>& out) const {
+  halveInto(out, *this, tol);
+}
+
+void GxBezier::makePolyline(double tol, std::vector<GxCoord<double>>& out) const {
+  halveInto(out, *this, tol);
+}
+
+void GxBezier::makePolyline(double tol, double startT, int n, std::list<GxCoord<double>>& out,
+                            std::list<double>& tValues,
+                            GxBezierPolylineCondition const& condition) const {
+  halve(*this, tol, startT, n, condition, [&](GxCoord<double> const& p, double t) {
+    out.push_back(p);
+    tValues.push_back(t);
+  });
+}

@@ -1,0 +1,112 @@
+// Polylines by equal parameter steps, by chords of one length, and by chords of two lengths, the
+// long one where the curve stays close to it. The chords come from the searches at fixed distance.
+#include "crv/bezier/GxBezier.h"
+
+#include "crv/bezier/internal/evaluate.h"
+#include "crv/foundation/lines.h"
+#include "crv/foundation/tolerance.h"
+
+using crv::internal::PlainPoint;
+using crv::internal::PlainSegment;
+
+namespace {
+
+// Curve units: an arc shorter than this is nothing left to divide.
+constexpr double kNoLength = kZeroTolerance;
+
+/// The parameter one chord after t; fallback(narrowed) where the search made no headway from the
+/// lower end of its bracket, which it narrows.
+template <class Fallback>
+double oneChordAfter(GxBezier const& s, double chord, double t, Fallback fallback) {
+  double lo = t;
+  double hi = 1.0;
+  double const next = s.splitAtFixedLengthAfter(chord, 0, lo, hi, t);
+  return next == lo ? fallback(lo) : next;
+}
+
+/// Appends points up to the end, or as long as the parameter grows.
+template <class Next>
+void appendWhileAdvancing(GxBezier const& s, GxList<GxCoord<double>>& out, double t,
+                          Next nextAfter) {
+  while (t < 1.0) {
+    double const next = nextAfter(t);
+    if (!(next > t)) return;
+    out.add(s.bValue(next));
+    t = next;
+  }
+}
+
+}  // namespace
+
+void GxBezier::makeSegment(unsigned short count, std::list<GxCoord<double>>& out) const {
+  PlainSegment const s(*this);
+  out.push_back(points_[0]);
+  double const step = count == 0 ? 1.0 : 1.0 / count;
+  double t = step;
+  for (int i = 1; i < count; ++i) {
+    PlainPoint const p = s.point(t);
+    out.emplace_back(p.x, p.y);
+    t += step;  // Exact form: accumulated, not i * step.
+  }
+  out.push_back(points_[3]);
+}
+
+void GxBezier::makeSegment(double chord, GxList<GxCoord<double>>& out, double startT) const {
+  out.add(bValue(startT));
+  if (startT == 1.0) return;
+  double const rest = length(startT);
+  if (IS_ZERO(rest, kNoLength)) return;
+  double const step = (1.0 - startT) * chord / rest;
+  // Deliberate: compared with the whole range, not with what is left of it.
+  if (step >= 1.0) {
+    out.add(points_[3]);
+    return;
+  }
+  appendWhileAdvancing(*this, out, startT, [&](double t) {
+    // Deliberate: the increment is taken from where the search narrowed its bracket to.
+    return oneChordAfter(*this, chord, t, [step](double lo) { return min(lo + step, 1.0); });
+  });
+}
+
+void GxBezier::makeSegmentEx(double longChord, double shortChord, double gap,
+                             GxList<GxCoord<double>>& out, double startT) const {
+  if (longChord <= shortChord) {
+    makeSegment(longChord, out, startT);
+    return;
+  }
+  out.add(bValue(startT));
+  if (startT == 1.0) return;
+  double const rest = length(startT);
+  if (IS_ZERO(rest, kNoLength)) return;
+  double const longStep = (1.0 - startT) * longChord / rest;
+  double const shortStep = (1.0 - startT) * shortChord / rest;
+  appendWhileAdvancing(*this, out, startT, [&](double t) {
+    return getNextTValue(longChord, shortChord, longStep, shortStep, gap, t);
+  });
+}
+
+double GxBezier::getNextTValue(double longChord, double shortChord, double longStep,
+                               double shortStep, double gap, double t) const {
+  double const afterLong =
+      oneChordAfter(*this, longChord, t, [=](double) { return min(longStep + t, 1.0); });
+  if (checkChordGapDist(t, afterLong, gap)) return afterLong;
+  return oneChordAfter(*this, shortChord, t, [=](double) { return min(shortStep + t, 1.0); });
+}
+
+int GxBezier::checkChordGapDist(double ta, double tb, double gap) const {
+  GxBezier before;
+  GxBezier piece;
+  GxBezier after;
+  split(before, piece, ta);
+  // Deliberate: tb is not rescaled into the piece, which so reaches to ta + tb * (1 - ta).
+  piece.split(after, tb);
+
+  GxCoord<double> const start = piece[0];
+  GxCoord<double> const level(piece[3].xval(), start.yval());
+  double const slope = -angle(level, start, piece[3]);
+  for (int i = 1; i < 4; ++i) piece[i].rotate(slope, start);
+  GxList<double> extremes;
+  piece.getYMinMaxTValues(extremes);
+  // Deliberate: the lowest point, entry 0, is not measured.
+  return !(distanceToLineSegment(start, piece[3], piece.bValue(extremes(1))) > gap);
+}
