@@ -9,11 +9,12 @@ function(crv_target target)
     CXX_EXTENSIONS OFF)
 
   # The same bits from every compiler at every optimisation level: no fused multiply-add, and no
-  # pow(x, 2) folded into x*x by the optimiser alone.
+  # pow(x, 2) folded into x*x by the optimiser alone. errno and floating-point traps are not looked
+  # at: without them square roots and choices can be made in vectors, with the same bits.
   if(MSVC)
     target_compile_options(${target} PRIVATE /fp:precise)
   else()
-    target_compile_options(${target} PRIVATE -ffp-contract=off -fno-builtin-pow)
+    target_compile_options(${target} PRIVATE -ffp-contract=off -fno-builtin-pow -fno-math-errno -fno-trapping-math)
   endif()
 
   crv_warnings(${target})

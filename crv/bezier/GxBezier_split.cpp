@@ -7,26 +7,40 @@
 #include <algorithm>
 #include <vector>
 
+using crv::internal::PlainPoint;
+using crv::internal::PlainSegment;
+
 namespace {
 
 /// Exact form: a + (b - a)*t, not (1 - t)*a + t*b.
-GxCoord<double> between(GxCoord<double> const& a, GxCoord<double> const& b, double t) {
-  return a + (b - a) * t;
+PlainPoint between(PlainPoint const& a, PlainPoint const& b, double t) {
+  return {a.x + (b.x - a.x) * t, a.y + (b.y - a.y) * t};
+}
+
+void assign(GxCoord<double>& to, PlainPoint const& from) {
+  to.xval() = from.x;
+  to.yval() = from.y;
 }
 
 }  // namespace
 
 GxBezier& GxBezier::split(GxBezier& right, double t) {
-  GxCoord<double> const p0 = points_[0];
-  GxCoord<double> const p3 = points_[3];
-  GxCoord<double> const left1 = between(p0, points_[1], t);
-  GxCoord<double> const right2 = between(points_[2], p3, t);
-  GxCoord<double> const middle = between(points_[1], points_[2], t);
-  GxCoord<double> const right1 = between(middle, right2, t);
-  GxCoord<double> const left2 = between(left1, middle, t);
-  GxCoord<double> const joint = between(left2, right1, t);
-  *this = GxBezier(p0, left1, left2, joint);
-  right = GxBezier(joint, right1, right2, p3);
+  PlainSegment const whole(*this);
+  PlainPoint const* const p = whole.points();
+  PlainPoint const left1 = between(p[0], p[1], t);
+  PlainPoint const right2 = between(p[2], p[3], t);
+  PlainPoint const middle = between(p[1], p[2], t);
+  PlainPoint const right1 = between(middle, right2, t);
+  PlainPoint const left2 = between(left1, middle, t);
+  PlainPoint const joint = between(left2, right1, t);
+  assign(points_[1], left1);
+  assign(points_[2], left2);
+  assign(points_[3], joint);
+  // Deliberate: written last, so that a segment split into itself ends as its right part.
+  assign(right.points_[0], joint);
+  assign(right.points_[1], right1);
+  assign(right.points_[2], right2);
+  assign(right.points_[3], p[3]);
   return *this;
 }
 
@@ -38,7 +52,6 @@ void GxBezier::split(GxBezier& left, GxBezier& right, double t) const {
 
 GxCoord<double> GxBezier::genericSplit(GxCoord<double> const* points, int degree, double t,
                                        GxCoord<double>* left, GxCoord<double>* right) const {
-  using crv::internal::PlainPoint;
   if (degree < 0) return {};
   std::vector<PlainPoint> rightPart;
   for (int i = 0; i <= degree; ++i) rightPart.push_back(crv::internal::plain(points[i]));
