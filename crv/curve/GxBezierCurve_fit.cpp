@@ -1,0 +1,366 @@
+// Fitting a chain of segments to digitised points: least squares at chord-length parameters, better
+// parameters by Newton's method, a split at the worst point (P. J. Schneider, "An algorithm for
+// automatically fitting digitized curves", Graphics Gems, 1990). Other than there, a singular
+// matrix is mended by an addition, a handle is too short only when negative, and a good fit whose
+// worst point is next to an end is split all the same. Ranges wait on a stack of their own, and
+// runs of equal points are passed over, so that time and memory stay within bounds.
+#include "crv/curve/GxBezierCurve.h"
+
+#include "crv/foundation/tolerance.h"
+
+#include <cmath>
+#include <utility>
+#include <vector>
+
+namespace {
+
+// The length of a handle, as a fraction of the chord, where least squares gives none.
+constexpr double kHandleFraction = 0.3333333333333333;
+
+// Curve units: neighbours closer than this have no direction between them, ranges no length.
+constexpr double kNoLength = kZeroTolerance;
+
+// Squared sums of weights: a determinant below this is singular, and this is added to mend it.
+constexpr double kSingular = 1e-12;
+
+// Rounds of better parameters before a range is split.
+constexpr int kMaxRounds = 4;
+
+// Curve units: a segment passes a point that it comes this near to, in x and in y.
+constexpr double kPassesPoint = 0.5;
+
+// Vectors whose lengths multiply to less have no angle between them.
+constexpr double kNoAngle = kZeroTolerance;
+
+// Deliberate: pi / 180 to these digits.
+constexpr double kRadiansPerDegree = 0.017453;
+
+// No inner point, or none whose distance is a number.
+constexpr int kNoPoint = -1;
+
+/// Deliberate: a vector too short to have a length is left as it is.
+GxVector<double> scaled(GxVector<double> const& v, double factor) {
+  return v.squaredLength() == 0.0 ? v : v * factor;
+}
+
+GxVector<double> unitOrZero(GxVector<double> const& v) {
+  double const length = v.length();
+  return IS_ZERO(length, kNoLength) ? GxVector<double>() : v * (1.0 / length);
+}
+
+/// The tangent at an inner point, backwards.
+GxVector<double> innerTangent(GxCoord<double> const& before, GxCoord<double> const& p,
+                              GxCoord<double> const& after) {
+  return unitOrZero(((before - p) + (p - after)) * 0.5);
+}
+
+double thirdOfChord(GxCoord<double> const& p0, GxCoord<double> const& p3) {
+  return p3.distance(p0) * kHandleFraction;
+}
+
+/// What is left to fit where there is nothing between the ends.
+GxBezier segmentOfTwoPoints(GxCoord<double> const& p0, GxCoord<double> const& p3,
+                            GxVector<double> const& tHat1, GxVector<double> const& tHat2) {
+  double const dist = thirdOfChord(p0, p3);
+  return {p0, p0 + scaled(tHat1, dist), p3 + scaled(tHat2, dist), p3};
+}
+
+/// The normal equations for the lengths of both handles.
+struct LeastSquares {
+  double c11 = 0.0;
+  double c12 = 0.0;
+  double c22 = 0.0;
+  double x1 = 0.0;
+  double x2 = 0.0;
+
+  double determinant() const {
+    double const det = c11 * c22 - c12 * c12;
+    // Deliberate: an addition, where the published method multiplies.
+    return IS_ZERO(det, kSingular) ? c11 * c22 + kSingular : det;
+  }
+};
+
+/// Points is the caller's list or an array, u the parameters of points first..last.
+template <class Points>
+LeastSquares normalEquations(Points const& points, double const* u, unsigned first, unsigned last,
+                             GxVector<double> const& tHat1, GxVector<double> const& tHat2) {
+  LeastSquares sums;
+  GxCoord<double> const p0 = points[first];
+  GxCoord<double> const p3 = points[last];
+  for (unsigned i = first; i <= last; ++i) {
+    double const t = u[i - first];
+    double const s = 1.0 - t;
+    // Exact form: the weights in these spellings, and the base point added from left to right.
+    double const b0 = s * s * s;
+    double const b1 = 3.0 * t * (s * s);
+    double const b2 = 3.0 * (t * t) * s;
+    double const b3 = t * t * t;
+    GxVector<double> const a1 = scaled(tHat1, b1);
+    GxVector<double> const a2 = scaled(tHat2, b2);
+    GxCoord<double> const base(p0.xval() * b0 + p0.xval() * b1 + p3.xval() * b2 + p3.xval() * b3,
+                               p0.yval() * b0 + p0.yval() * b1 + p3.yval() * b2 + p3.yval() * b3);
+    GxVector<double> const rest = points[i] - base;
+    sums.c11 += a1 * a1;
+    sums.c12 += a1 * a2;
+    sums.c22 += a2 * a2;
+    sums.x1 += a1 * rest;
+    sums.x2 += a2 * rest;
+  }
+  return sums;
+}
+
+template <class Points>
+GxBezier leastSquaresSegment(Points const& points, double const* u, unsigned first, unsigned last,
+                             GxVector<double> const& tHat1, GxVector<double> const& tHat2) {
+  LeastSquares const sums = normalEquations(points, u, first, last, tHat1, tHat2);
+  double const det = sums.determinant();
+  double const alphaL = (sums.x1 * sums.c22 - sums.x2 * sums.c12) / det;
+  double const alphaR = (sums.c11 * sums.x2 - sums.c12 * sums.x1) / det;
+  GxCoord<double> const p0 = points[first];
+  GxCoord<double> const p3 = points[last];
+  // Deliberate: a handle of length 0 is accepted, however long the chord.
+  if (alphaL >= 0.0 && alphaR >= 0.0) {
+    return {p0, p0 + scaled(tHat1, alphaL), p3 + scaled(tHat2, alphaR), p3};
+  }
+  double const dist = thirdOfChord(p0, p3);
+  return {p0, p0 + tHat1 * dist, p3 + tHat2 * dist, p3};
+}
+
+/// The control points of a segment without the overhead of GxBezier.
+struct Controls {
+  explicit Controls(GxBezier const& s) {
+    for (int i = 0; i < 4; ++i) {
+      x[i] = s[i].xval();
+      y[i] = s[i].yval();
+    }
+  }
+
+  double x[4];
+  double y[4];
+};
+
+/// The squared distance from p to the segment's point at t.
+double squaredError(Controls const& c, GxCoord<double> const& p, double t) {
+  double const s = 1.0 - t;
+  // Exact form: what blendValue gives; powers to 0 and 1 and factors of 1 change no bit and are
+  // left out, but the power function is not a product.
+  double const b0 = std::pow(s, 3.0);
+  double const b1 = 3.0 * std::pow(s, 2.0) * t;
+  double const b2 = 3.0 * s * std::pow(t, 2.0);
+  double const b3 = std::pow(t, 3.0);
+  double const dx = (b0 * c.x[0] + b1 * c.x[1] + b2 * c.x[2] + b3 * c.x[3]) - p.xval();
+  double const dy = (b0 * c.y[0] + b1 * c.y[1] + b2 * c.y[2] + b3 * c.y[3]) - p.yval();
+  return dx * dx + dy * dy;
+}
+
+/// The inner point farthest from a segment, and its squared distance.
+struct Worst {
+  double error = 0.0;
+  int point = kNoPoint;
+
+  void offer(double d, unsigned i) {
+    // Deliberate: of equal distances the last counts, 0 included.
+    if (!(d >= error)) return;
+    error = d;
+    point = static_cast<int>(i);
+  }
+};
+
+template <class Points>
+Worst worstPoint(Points const& points, unsigned first, unsigned last, double const* u,
+                 GxBezier const& segment) {
+  Worst worst;
+  Controls const controls(segment);
+  for (unsigned i = first + 1; i < last; ++i) {
+    worst.offer(squaredError(controls, points[i], u[i - first]), i);
+  }
+  return worst;
+}
+
+/// Fits all points of an array.
+class Fitter {
+ public:
+  Fitter(std::vector<GxCoord<double>> points, double error, GxList<GxBezier>& out);
+  void fit(GxVector<double> const& tHat1, GxVector<double> const& tHat2);
+
+ private:
+  struct Range {
+    unsigned first, last;
+    GxVector<double> tHat1, tHat2;
+  };
+
+  int fitRange(Range const& r);
+  Worst fitByChordLength(Range const& r);
+  bool fitByBetterParameters(Range const& r, Worst& worst);
+  void parameterise(unsigned first, unsigned last);
+  void addRun(Range const& r);
+
+  std::vector<GxCoord<double>> const points_;
+  double const error_;
+  GxList<GxBezier>& out_;
+  std::vector<double> chords_;      // from each point back to the one before
+  std::vector<unsigned> runStart_;  // the first of the equal points that lead up to each point
+  std::vector<double> u_;           // the parameters of the range at hand
+  GxBezier segment_;                // its segment
+};
+
+Fitter::Fitter(std::vector<GxCoord<double>> points, double error, GxList<GxBezier>& out)
+    : points_(std::move(points)),
+      error_(error),
+      out_(out),
+      chords_(points_.size()),
+      runStart_(points_.size()),
+      u_(points_.size()) {
+  for (unsigned i = 1; i < points_.size(); ++i) {
+    GxVector<double> const d = points_[i] - points_[i - 1];
+    bool const same = d.xval() == 0.0 && d.yval() == 0.0;
+    runStart_[i] = same ? runStart_[i - 1] : i;
+    chords_[i] = d.length();
+  }
+}
+
+void Fitter::fit(GxVector<double> const& tHat1, GxVector<double> const& tHat2) {
+  std::vector<Range> waiting{{0u, static_cast<unsigned>(points_.size() - 1), tHat1, tHat2}};
+  while (!waiting.empty()) {
+    Range const r = waiting.back();
+    waiting.pop_back();
+    int const split = fitRange(r);
+    if (split == kNoPoint) continue;
+    unsigned const s = static_cast<unsigned>(split);
+    GxVector<double> const centre = innerTangent(points_[s - 1], points_[s], points_[s + 1]);
+    waiting.push_back({s, r.last, -centre, r.tHat2});
+    waiting.push_back({r.first, s, r.tHat1, centre});
+  }
+}
+
+/// Adds the segments of a range, or returns the inner point at which it has to be split.
+int Fitter::fitRange(Range const& r) {
+  if (runStart_[r.last] <= r.first || r.last - r.first == 1) {
+    addRun(r);
+    return kNoPoint;
+  }
+  Worst worst = fitByChordLength(r);
+  unsigned const point = static_cast<unsigned>(worst.point);
+  if (worst.error < error_) {
+    // Deliberate: a good fit, and still split next to an end; three points always become two
+    // pieces.
+    bool const nextToAnEnd = point == r.first + 1 || point == r.last - 1;
+    if (nextToAnEnd) return worst.point;
+  } else if (!(worst.error < error_ * error_ && fitByBetterParameters(r, worst))) {
+    if (worst.point != kNoPoint) return worst.point;
+  }
+  out_.add(segment_);
+  return kNoPoint;
+}
+
+/// Adds one segment for every two neighbours of a range of two points, or of equal points. That is
+/// what splitting equal points comes to whatever the tolerance: they have equal parameters and so
+/// equal distances, and the last inner one is cut off, with no tangent, until two are left.
+void Fitter::addRun(Range const& r) {
+  GxVector<double> forwards = r.tHat1;
+  for (unsigned i = r.first; i < r.last; ++i) {
+    GxVector<double> const backwards = i + 1 == r.last ? r.tHat2 : GxVector<double>();
+    out_.add(segmentOfTwoPoints(points_[i], points_[i + 1], forwards, backwards));
+    forwards = -backwards;
+  }
+}
+
+Worst Fitter::fitByChordLength(Range const& r) {
+  // Equal points at the range's end have the parameter 1, where weights and distances are 0: all
+  // but the first of them can be left out, and only the last inner one may be the worst point.
+  unsigned end = runStart_[r.last];
+  parameterise(r.first, end);
+  if (end != r.last && u_[end - r.first] != 1.0) {
+    end = r.last;
+    parameterise(r.first, end);
+  }
+  segment_ = leastSquaresSegment(points_, u_.data(), r.first, end, r.tHat1, r.tHat2);
+  Worst worst = worstPoint(points_, r.first, end, u_.data(), segment_);
+  if (end != r.last) {
+    worst.offer(squaredError(Controls(segment_), points_[end], u_[end - r.first]), r.last - 1);
+  }
+  return worst;
+}
+
+/// Replaces parameters by those of the nearest points of the segment found before; true when a
+/// segment that fits comes of it. Worst is that of the last round.
+bool Fitter::fitByBetterParameters(Range const& r, Worst& worst) {
+  for (int round = 0; round < kMaxRounds; ++round) {
+    for (unsigned i = r.first; i <= r.last; ++i) {
+      double& u = u_[i - r.first];
+      // Deliberate: -1.0, for a point that the segment does not pass, is used as a parameter.
+      u = segment_.findParameter(points_[i], u, kPassesPoint);
+    }
+    segment_ = leastSquaresSegment(points_, u_.data(), r.first, r.last, r.tHat1, r.tHat2);
+    worst = worstPoint(points_, r.first, r.last, u_.data(), segment_);
+    if (worst.error < error_) return true;
+  }
+  return false;
+}
+
+/// Parameters by chord length, from 0 to 1; all 0 where there is no length.
+void Fitter::parameterise(unsigned first, unsigned last) {
+  unsigned const n = last - first;
+  u_[0] = 0.0;
+  for (unsigned k = 1; k <= n; ++k) u_[k] = u_[k - 1] + chords_[first + k];
+  double const total = u_[n];
+  if (IS_ZERO(total, kNoLength)) return;
+  for (unsigned k = 1; k <= n; ++k) u_[k] /= total;
+}
+
+}  // namespace
+
+void GxBezierCurve::makeBezierPolyFit(GxList<GxCoord<double>> const* points, double error) {
+  if (points == nullptr || points->length() < 2) return;
+  unsigned long const last = points->length() - 1;
+  bezierPolyFit(points, 0, last, findTangent(points, 0), findTangent(points, last), error);
+}
+
+void GxBezierCurve::bezierPolyFit(GxList<GxCoord<double>> const* points, unsigned long first,
+                                  unsigned long last, GxVector<double> const& tHat1,
+                                  GxVector<double> const& tHat2, double error) {
+  if (points == nullptr || first >= last || last >= points->length()) return;
+  closed_ = 0;
+  std::vector<GxCoord<double>> range;
+  range.reserve(last - first + 1);
+  for (unsigned long i = first; i <= last; ++i) {
+    range.push_back((*points)[static_cast<unsigned>(i)]);
+  }
+  Fitter(std::move(range), error, segments_).fit(tHat1, tHat2);
+}
+
+void GxBezierCurve::findSegment(GxList<GxCoord<double>> const* points, double const* u,
+                                unsigned long first, unsigned long last,
+                                GxVector<double> const& tHat1, GxVector<double> const& tHat2,
+                                GxBezier& result) {
+  result = leastSquaresSegment(*points, u, static_cast<unsigned>(first),
+                               static_cast<unsigned>(last), tHat1, tHat2);
+}
+
+double GxBezierCurve::leastSquareErr(GxList<GxCoord<double>> const* points, unsigned long first,
+                                     unsigned long last, double const* u, GxBezier const& segment,
+                                     int& splitPoint) {
+  Worst const worst =
+      worstPoint(*points, static_cast<unsigned>(first), static_cast<unsigned>(last), u, segment);
+  splitPoint = worst.point;
+  return worst.error;
+}
+
+GxVector<double> GxBezierCurve::findTangent(GxList<GxCoord<double>> const* points,
+                                            unsigned long i) {
+  unsigned const n = points->length();
+  if (n < 2) return {};
+  GxList<GxCoord<double>> const& p = *points;
+  if (i == 0) return unitOrZero(p[1] - p[0]);
+  if (i == n - 1) return unitOrZero(p[n - 2] - p[n - 1]);
+  unsigned const k = static_cast<unsigned>(i);
+  return innerTangent(p[k - 1], p[k], p[k + 1]);
+}
+
+int GxBezierCurve::isCollinear(GxVector<double> const& a, GxVector<double> const& b,
+                               float angleDegrees) {
+  double const lengths = a.length() * b.length();
+  if (IS_ZERO(lengths, kNoAngle)) return 0;
+  double const cosine = std::fabs((a * b) / lengths);
+  return std::cos(static_cast<double>(angleDegrees) * kRadiansPerDegree) < cosine;
+}
