@@ -282,8 +282,8 @@ class CRV_API GxBezier {
   // ---- GxBezier_closestPoints.cpp: the closest samples of two segments ------------------------
 
   /// The least squared distance between samples, at parameters 0, 0.1, ..., 1, of the two segments,
-  /// and their parameters. A segment that is a point within 0.5 is sampled at 0 only. Samples
-  /// farther than the largest 32-bit integer, squared, leave t1 and t2 untouched.
+  /// and their parameters. A segment that is a point within 0.5 is sampled at 0 only. Where none is
+  /// less than 2147483647.0, that is returned and t1 and t2 are untouched.
   double findClosestPoints(GxBezier const& other, double& t1, double& t2);
 
   // ---- GxBezier_wellDefined.cpp: does x run one way, and how much of the direction lies in x ----
