@@ -21,6 +21,9 @@ constexpr double kDoubtful = 16 * DBL_EPSILON;
 // Relative to the sum of terms: the same bound for compensated values; below it a value is zero.
 constexpr double kTouching = 16 * DBL_EPSILON * DBL_EPSILON;
 
+// Relative to the root: an eighth of the distance to the next double.
+constexpr double kSettled = DBL_EPSILON / 8;
+
 // Coefficients beyond this magnitude, or all below its inverse, are scaled before they are squared.
 constexpr double kSafeMagnitude = 0x1p100;
 
@@ -56,6 +59,7 @@ struct Cubic {
   bool careful;  // values by the compensated scheme
 
   double slope(double t) const { return (3.0 * a * t + 2.0 * b) * t + c; }
+  double bend(double t) const { return 6.0 * a * t + 2.0 * b; }
   double plainValue(double t) const { return ((a * t + b) * t + c) * t + d; }
 
   /// The sum of the magnitudes of the terms at t, to which rounding errors are relative.
@@ -80,6 +84,14 @@ struct Cubic {
   double value(double t) const { return careful ? compensatedValue(t) : plainValue(t); }
 };
 
+/// True when the error that a Newton step from x leaves at next is below rounding: step^2 f''/2f',
+/// and step^3 f'''/3f' where that vanishes.
+bool isLastStep(Cubic const& f, double x, double next, double slope) {
+  double const step = std::fabs(next - x);
+  double const bend = std::fabs(f.bend(x)) + step * std::fabs(6.0 * f.a);
+  return step * step * bend < kSettled * std::fabs(next * slope);
+}
+
 /// The root between lo and hi, at which the cubic has opposite signs; rising tells which.
 double polishedRoot(Cubic const& f, double lo, double hi, bool rising, double start) {
   double x = start > lo && start < hi ? start : lo + 0.5 * (hi - lo);
@@ -95,6 +107,8 @@ double polishedRoot(Cubic const& f, double lo, double hi, bool rising, double st
     if (tooSlow || !(next > lo && next < hi)) {
       next = lo + 0.5 * (hi - lo);
       if (next == lo || next == hi) return x;
+    } else if (isLastStep(f, x, next, slope)) {
+      return next;
     }
     lastStep = std::fabs(next - x);
     x = next;
@@ -150,27 +164,47 @@ int signAtTurn(Cubic& f, double t) {
   return (v > 0.0) - (v < 0.0);
 }
 
+/// Where Newton steps start for the roots around two turning points at +-1: the roots of
+/// u^3 - 3u + 2k, ascending, to 2e-4 where there are three of them, |k| <= 1.
+struct Starts {
+  double u[3];
+
+  explicit Starts(double k) {
+    // 2 sin(asin(k)/3) as a polynomial in sqrt(1 - |k|), exact at 0 and 1.
+    double const w = std::sqrt(max(0.0, 1.0 - std::fabs(k)));
+    double const q = 0.18311158 + w * (0.08469496 + w * (-0.02068827 + w * 0.08519288));
+    double const middle = std::copysign((1.0 - w) * (1.0 + w * q), k);
+    double const root = std::sqrt(12.0 - 3.0 * middle * middle);
+    u[0] = 0.5 * (-middle - root);
+    u[1] = middle;
+    u[2] = 0.5 * (-middle + root);
+  }
+};
+
 /// The roots of a cubic with two turning points, whose outer roots lie beyond them.
 int rootsAroundTurns(Cubic& f, double const turns[2], double bound, double* roots) {
   double const inflection = -f.b / (3.0 * f.a);
-  int const end = f.a > 0.0 ? 1 : -1;
+  bool const rising = f.a > 0.0;
+  int const end = rising ? 1 : -1;
   int const s0 = signAtTurn(f, turns[0]);
   int const s1 = signAtTurn(f, turns[1]);
   if (s0 == 0 && s1 == 0) {
     roots[0] = inflection;
     return 1;
   }
-  bool const rising = end > 0;
-  double const reach = turns[1] - turns[0];
+  double const r = 0.5 * (turns[1] - turns[0]);
+  Starts const starts(f.plainValue(inflection) / (2.0 * f.a * r * r * r));
   int n = 0;
   if (s0 == end) {
-    roots[n++] = polishedRoot(f, -bound, turns[0], rising, inflection - reach);
+    roots[n++] = polishedRoot(f, -bound, turns[0], rising, inflection + starts.u[0] * r);
   }
   if (s0 == 0) roots[n++] = turns[0];
-  if (s0 * s1 < 0) roots[n++] = polishedRoot(f, turns[0], turns[1], !rising, inflection);
+  if (s0 * s1 < 0) {
+    roots[n++] = polishedRoot(f, turns[0], turns[1], !rising, inflection + starts.u[1] * r);
+  }
   if (s1 == 0) roots[n++] = turns[1];
   if (s1 == -end) {
-    roots[n++] = polishedRoot(f, turns[1], bound, rising, inflection + reach);
+    roots[n++] = polishedRoot(f, turns[1], bound, rising, inflection + starts.u[2] * r);
   }
   return n;
 }
