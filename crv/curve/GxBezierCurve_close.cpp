@@ -1,0 +1,130 @@
+// Closing a curve with a straight segment, or trimming the ends first where they overlap or nearly
+// meet.
+#include "crv/curve/GxBezierCurve.h"
+
+#include "crv/curve/internal/straightSegment.h"
+#include "crv/foundation/lines.h"
+#include "crv/foundation/tolerance.h"
+
+using crv::internal::straightSegment;
+
+namespace {
+
+// Curve units: ends this close need no closing segment.
+constexpr double kEndsMeet = 0.1;
+
+// Curve units: a segment this thin encloses nothing.
+constexpr double kThin = 0.05;
+
+// Squared curve units: ends this near to the segment at the other end overlap it, ends beyond the
+// second are apart, and in between both must come this near for both to be trimmed.
+constexpr double kOverlap = 100.0;
+constexpr double kApart = 200.0;
+constexpr double kBothNear = 400.0;
+
+/// The place of a segment nearest to the curve's other end.
+struct Approach {
+  double t = 0.0;
+  GxCoord<double> point;
+  double squaredDistance;
+
+  Approach(GxBezier const& segment, GxCoord<double> const& otherEnd) {
+    segment.findNearestPointTValue(otherEnd, t);
+    point = segment.bValue(t);
+    squaredDistance = otherEnd.squaredDistance(point);
+  }
+
+  bool isAtStart() const { return IS_ZERO(t, kZeroTolerance); }
+  bool isAtEnd() const { return IS_ZERO(1.0 - t, kZeroTolerance); }
+  bool isInside() const { return 0.0 < t && t < 1.0; }
+};
+
+void bridgeStraight(GxList<GxBezier>& segments) {
+  GxCoord<double> const end = segments(segments.length() - 1)[3];
+  segments.add(straightSegment(end, segments(0)[0]));
+}
+
+void cutBefore(GxBezier& segment, double t) {
+  GxBezier left;
+  segment.split(left, segment, t);
+}
+
+void cutAfter(GxBezier& segment, double t) {
+  GxBezier right;
+  segment.split(right, t);
+}
+
+/// The ends nearly touch the segment at the other end: the nearer contact is made the closure.
+void trimOneEnd(GxList<GxBezier>& segments, Approach const& toFirst, Approach const& toLast) {
+  unsigned const n = segments.length();
+  GxCoord<double> const start = segments(0)[0];
+  GxCoord<double> const end = segments(n - 1)[3];
+  if (toFirst.isAtStart() && toLast.isAtEnd()) {
+    bridgeStraight(segments);
+  } else if (toFirst.squaredDistance >= toLast.squaredDistance) {
+    if (toLast.isAtStart()) {
+      segments(n - 1) = straightSegment(segments(n - 2)[3], start);
+    } else {
+      cutAfter(segments(n - 1), toLast.t);
+      segments.add(straightSegment(toLast.point, start));
+    }
+  } else if (toFirst.isAtEnd()) {
+    segments(0) = straightSegment(end, segments(1)[0]);
+  } else {
+    cutBefore(segments(0), toFirst.t);
+    segments.add(straightSegment(end, toFirst.point));
+  }
+}
+
+/// Both ends overshoot moderately: both are trimmed, and the gap is bridged.
+void trimBothEnds(GxList<GxBezier>& segments, Approach const& toFirst, Approach const& toLast) {
+  int const last = static_cast<int>(segments.length()) - 1;
+  if (toLast.isInside()) {
+    cutAfter(segments(static_cast<unsigned>(last)), toLast.t);
+  } else if (toLast.isAtStart()) {
+    segments.remove(last);
+  }
+  if (toFirst.isInside()) {
+    cutBefore(segments(0), toFirst.t);
+  } else if (toFirst.isAtEnd()) {
+    segments.remove(0);
+  }
+  segments.add(straightSegment(toLast.point, toFirst.point));
+}
+
+void bridgeNicely(GxList<GxBezier>& segments) {
+  unsigned const n = segments.length();
+  Approach const toLast(segments(n - 1), segments(0)[0]);
+  Approach const toFirst(segments(0), segments(n - 1)[3]);
+  double const nearer = min(toFirst.squaredDistance, toLast.squaredDistance);
+  double const farther = max(toFirst.squaredDistance, toLast.squaredDistance);
+  if (n == 1 || nearer > kApart) {
+    bridgeStraight(segments);
+  } else if (nearer <= kOverlap) {
+    trimOneEnd(segments, toFirst, toLast);
+  } else if (farther > kBothNear) {
+    bridgeStraight(segments);
+  } else {
+    trimBothEnds(segments, toFirst, toLast);
+  }
+}
+
+/// Sets the flag and has ends that lie apart bridged.
+int close(GxBezierCurve& curve, void (*bridge)(GxList<GxBezier>&)) {
+  if (curve.strictIsClosed()) return 1;
+  GxList<GxBezier>& segments = curve.getSegments();
+  unsigned const n = segments.length();
+  if (n == 0) return 0;
+  bool const enclosesNothing =
+      n == 1 && (segments(0).isAPoint(kThin) || segments(0).isALine(kThin));
+  // Deliberate: closed all the same.
+  curve.setStrictIsClosed(1);
+  if (!isEqual(segments(n - 1)[3], segments(0)[0], kEndsMeet)) bridge(segments);
+  return !enclosesNothing;
+}
+
+}  // namespace
+
+int GxBezierCurve::makeClosedCurve() { return close(*this, bridgeStraight); }
+
+int GxBezierCurve::makeNiceClosedCurve() { return close(*this, bridgeNicely); }

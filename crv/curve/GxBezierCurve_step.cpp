@@ -1,0 +1,197 @@
+// Walking along a curve: the step of a segment, tried on one segment after another, across joins
+// and, on closed curves, across the seam, up to a limit.
+#include "crv/curve/GxBezierCurve.h"
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+constexpr int kFound = 0;
+constexpr int kNotFound = -1;
+
+// Short chords: ten of them, or, on ways longer than this (curve units), as many as make them about
+// three units long.
+constexpr double kShare = 0.1;
+constexpr double kLongWay = 30.0;
+constexpr double kChordsPerUnit = 1.0 / 3.0;
+
+// Deliberate: the chords go on up to 5 % beyond the way, which beyond 20 chords admits more of
+// them.
+constexpr double kMargin = 1.05;
+
+// Guards: segments that a walk passes beyond two turns, and short chords taken on one segment.
+constexpr unsigned long kMaxExtraSegments = 4096;
+constexpr unsigned long kMaxChordsOnSegment = 65536;
+
+/// Measures a step along a straight line from the point at which the walk starts.
+class FromStart {
+ public:
+  FromStart(GxCoord<double> const& start, double distance, double* consumed)
+      : start_(start), distance_(distance), consumed_(consumed) {}
+
+  int search(GxBezier const& s, double& t, double startT, double farT, int forward) const {
+    double const squared = distance_ * distance_;
+    return consumed_ == nullptr ? s.findNextPos(t, startT, farT, squared, forward)
+                                : s.findNextPos(t, startT, farT, squared, forward, *consumed_);
+  }
+
+  /// Deliberate: what is left is reduced by the distance from the start of the whole walk, which is
+  /// not moved on from segment to segment.
+  void pass(GxCoord<double> const& end) { distance_ -= start_.distance(end); }
+
+ private:
+  GxCoord<double> start_;
+  double distance_;
+  double* consumed_;
+};
+
+/// Measures a step along a straight line from a given point.
+class FromPoint {
+ public:
+  FromPoint(GxCoord<double> const& point, double distance)
+      : point_(point), squaredDistance_(distance * distance) {}
+
+  int search(GxBezier const& s, double& t, double startT, double farT, int forward) const {
+    return s.findNextPosFromPoint(t, startT, farT, point_, squaredDistance_, forward);
+  }
+  void pass(GxCoord<double> const& /*end*/) {}
+
+ private:
+  GxCoord<double> point_;
+  double squaredDistance_;
+};
+
+/// segment + n, held at the end of the range of long.
+long saturatedSum(long segment, long n) {
+  return segment > std::numeric_limits<long>::max() - n ? std::numeric_limits<long>::max()
+                                                        : segment + n;
+}
+
+/// The segments of a walk: the index of the first and the number of those before the last.
+struct Stretch {
+  long first;
+  unsigned long before;
+};
+
+/// The segments from one position to another; false if the way leads nowhere near the limit.
+bool findStretch(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
+                 GxBezierCurvePosition const& limit, bool forward, Stretch& stretch) {
+  long const n = static_cast<long>(curve.length());
+  if (n == 0) return false;
+  long s = from.getSegmentNumber();
+  long e = limit.getSegmentNumber();
+  if (curve.strictIsClosed()) {
+    if (forward && limit < from) e = saturatedSum(e, n);
+    if (!forward && limit > from) s = saturatedSum(s, n);
+  }
+  if (forward ? e < s : s < e) return false;
+  stretch.first = (s % n + n) % n;
+  stretch.before = forward ? static_cast<unsigned long>(e) - static_cast<unsigned long>(s)
+                           : static_cast<unsigned long>(s) - static_cast<unsigned long>(e);
+  return true;
+}
+
+/// Tries one segment after another from a position to a limit; to is written where a step is found.
+template <class Measure>
+int walk(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
+         GxBezierCurvePosition const& limit, GxBezierCurvePosition& to, int forward,
+         Measure measure) {
+  Stretch stretch;
+  if (!findStretch(curve, from, limit, forward != 0, stretch)) return kNotFound;
+  long const n = static_cast<long>(curve.length());
+  double const segmentStart = forward ? 0.0 : 1.0;
+  double const segmentEnd = forward ? 1.0 : 0.0;
+  unsigned long const most = 2 * curve.length() + kMaxExtraSegments;
+  long k = stretch.first;
+  double startT = from.getTValue();
+  for (unsigned long i = 0; i <= stretch.before && i <= most; ++i) {
+    GxBezier const& segment = curve[static_cast<int>(k)];
+    double const farT = i == stretch.before ? limit.getTValue() : segmentEnd;
+    double t = 0.0;
+    if (measure.search(segment, t, startT, farT, forward) != kNotFound) {
+      to = GxBezierCurvePosition(static_cast<int>(k), t);
+      return kFound;
+    }
+    measure.pass(segment[forward ? 3 : 0]);
+    startT = segmentStart;
+    k = forward ? (k + 1) % n : (k + n - 1) % n;
+  }
+  return kNotFound;
+}
+
+/// The end of the curve in the direction of the walk.
+GxBezierCurvePosition farEnd(GxBezierCurve const& curve, int forward) {
+  return forward ? curve.lastPos() : curve.firstPos();
+}
+
+/// Walks a way d in short chords, each taken by step(from, to, chord); to becomes the last position
+/// reached.
+template <class Step>
+int walkInShortChords(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
+                      GxBezierCurvePosition& to, double d, Step step) {
+  double const chord = d > kLongWay ? d / std::trunc(d * kChordsPerUnit) : d * kShare;
+  GxBezierCurvePosition reached(from);
+  unsigned long onSegment = 0;
+  int result = curve.length() == 0 ? kNotFound : kFound;
+  for (double way = chord; chord > 0.0 && way < d * kMargin; way += chord) {
+    GxBezierCurvePosition next;
+    result = onSegment < kMaxChordsOnSegment ? step(reached, next, chord) : kNotFound;
+    if (result == kNotFound) break;
+    onSegment = next.getSegmentNumber() == reached.getSegmentNumber() ? onSegment + 1 : 0;
+    reached = next;
+  }
+  to = reached;
+  return result;
+}
+
+}  // namespace
+
+int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition& to,
+                               double d, int forward, int mode) const {
+  GxBezierCurvePosition const limit = farEnd(*this, forward);
+  auto const step = [&](GxBezierCurvePosition const& start, GxBezierCurvePosition& next,
+                        double chord) { return findNextPos(start, limit, next, chord, forward); };
+  return mode == 0 ? step(from, to, d) : walkInShortChords(*this, from, to, d, step);
+}
+
+int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from,
+                               GxBezierCurvePosition const& limit, GxBezierCurvePosition& to,
+                               double d, int forward) const {
+  FromStart const measure(locateCurvePosition(from), d, nullptr);
+  return walk(*this, from, limit, to, forward, measure);
+}
+
+int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition& to,
+                               double d, int forward, double& consumed, int mode) const {
+  GxBezierCurvePosition const limit = farEnd(*this, forward);
+  double sum = 0.0;
+  auto const step = [&](GxBezierCurvePosition const& start, GxBezierCurvePosition& next,
+                        double chord) {
+    double fresh = 0.0;
+    int const result = findNextPos(start, limit, next, chord, fresh, forward);
+    if (result != kNotFound) sum += fresh;
+    return result;
+  };
+  int const result = mode == 0 ? step(from, to, d) : walkInShortChords(*this, from, to, d, step);
+  consumed = sum;
+  return result;
+}
+
+int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from,
+                               GxBezierCurvePosition const& limit, GxBezierCurvePosition& to,
+                               double d, double& consumed, int forward) const {
+  FromStart const measure(locateCurvePosition(from), d, &consumed);
+  return walk(*this, from, limit, to, forward, measure);
+}
+
+int GxBezierCurve::findNextPosFromPoint(GxCoord<double> const& p, GxBezierCurvePosition const& from,
+                                        GxBezierCurvePosition& to, double d, int forward) const {
+  return findNextPosFromPoint(p, from, farEnd(*this, forward), to, d, forward);
+}
+
+int GxBezierCurve::findNextPosFromPoint(GxCoord<double> const& p, GxBezierCurvePosition const& from,
+                                        GxBezierCurvePosition const& limit,
+                                        GxBezierCurvePosition& to, double d, int forward) const {
+  return walk(*this, from, limit, to, forward, FromPoint(p, d));
+}
