@@ -9,7 +9,8 @@ Gx2DRotate::Gx2DRotate(double angle) : cos_(std::cos(angle)), sin_(std::sin(angl
 Gx2DRotate::~Gx2DRotate() = default;
 
 GxCoord<double> Gx2DRotate::image(GxCoord<double> const& p) const {
-  return GxCoord<double>(p.xval() * cos_ - p.yval() * sin_, p.xval() * sin_ + p.yval() * cos_);
+  // Exact form: as in GxCoord::rotate.
+  return GxCoord<double>(p.xval() * cos_ + p.yval() * -sin_, p.xval() * sin_ + p.yval() * cos_);
 }
 
 GxCoord<double> operator*(Gx2DTrans const& transform, GxCoord<double> const& p) {

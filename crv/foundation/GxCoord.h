@@ -53,7 +53,9 @@ class GxCoord {
     T const dy = y_ - centre.y_;
     T const cx = centre.x_;
     T const cy = centre.y_;
-    x_ = cx + (dx * c - dy * s);
+    // Exact form: a sum with -s has the bits of a difference, but gcc pairs a difference and a sum
+    // into one fused instruction where the target has one, contraction off or not.
+    x_ = cx + (dx * c + dy * -s);
     y_ = cy + (dx * s + dy * c);
   }
 
