@@ -19,37 +19,12 @@ int intersect(GxCoord<double>& out, GxCoord<double> const& a1, GxCoord<double> c
   return intersect(&out, a1, a2, b1, b2);
 }
 
-int pointOnLineSegment(GxCoord<double> const& p, GxCoord<double> const& a, GxCoord<double> const& b,
-                       double tol) {
-  return distanceToLineSegment(a, b, p) <= tol;
-}
-
 int quickCheckPointOnLine(GxCoord<double> const& p, GxCoord<double> const& a,
                           GxCoord<double> const& b, double tol) {
   GxVector<double> const ab = b - a;
   double const length = ab.length();
   if (length == 0.0) return p.distance(a) <= tol;
   return std::fabs(ab.cross(p - a)) / length <= tol;
-}
-
-int isEqual(GxCoord<double> const& p, GxCoord<double> const& q, double tol) {
-  return p.distance(q) <= tol;
-}
-
-GxCoord<double> closestToLineSegment(GxCoord<double> const& a, GxCoord<double> const& b,
-                                     GxCoord<double> const& p) {
-  GxVector<double> const ab = b - a;
-  double const squaredLength = ab.squaredLength();
-  if (squaredLength == 0.0) return a;
-  double const u = (p - a) * ab / squaredLength;
-  if (u <= 0.0) return a;
-  if (u >= 1.0) return b;
-  return a + ab * u;
-}
-
-double distanceToLineSegment(GxCoord<double> const& a, GxCoord<double> const& b,
-                             GxCoord<double> const& p) {
-  return p.distance(closestToLineSegment(a, b, p));
 }
 
 double angle(GxCoord<double> const& a, GxCoord<double> const& b, GxCoord<double> const& c) {

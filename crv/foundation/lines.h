@@ -4,6 +4,8 @@
 #include "crv/export.h"
 #include "crv/foundation/GxCoord.h"
 
+#include <cmath>
+
 /// Crosses the line through a1, a2 with the line through b1, b2. Tolerances and distances here and
 /// below are in curve units.
 ///   0  they meet; the crossing is in out
@@ -14,8 +16,8 @@ CRV_API int intersect(GxCoord<double>& out, GxCoord<double> const& a1, GxCoord<d
                       GxCoord<double> const& b1, GxCoord<double> const& b2);
 
 /// 1 when p lies on the segment from a to b: no farther from it than tol, tol included.
-CRV_API int pointOnLineSegment(GxCoord<double> const& p, GxCoord<double> const& a,
-                               GxCoord<double> const& b, double tol);
+inline int pointOnLineSegment(GxCoord<double> const& p, GxCoord<double> const& a,
+                              GxCoord<double> const& b, double tol);
 
 /// 1 when p lies no farther than tol, tol included, from the unlimited line through a and b, or
 /// from a when a and b coincide.
@@ -23,16 +25,16 @@ CRV_API int quickCheckPointOnLine(GxCoord<double> const& p, GxCoord<double> cons
                                   GxCoord<double> const& b, double tol);
 
 /// 1 when p and q are no farther apart than tol, tol included: equal points are equal at 0.
-CRV_API int isEqual(GxCoord<double> const& p, GxCoord<double> const& q, double tol);
+inline int isEqual(GxCoord<double> const& p, GxCoord<double> const& q, double tol);
 
 /// The point of the segment from a to b nearest to p: the foot of the perpendicular, or the end
 /// beyond which it falls.
-CRV_API GxCoord<double> closestToLineSegment(GxCoord<double> const& a, GxCoord<double> const& b,
-                                             GxCoord<double> const& p);
+inline GxCoord<double> closestToLineSegment(GxCoord<double> const& a, GxCoord<double> const& b,
+                                            GxCoord<double> const& p);
 
 /// The distance from p to the segment from a to b.
-CRV_API double distanceToLineSegment(GxCoord<double> const& a, GxCoord<double> const& b,
-                                     GxCoord<double> const& p);
+inline double distanceToLineSegment(GxCoord<double> const& a, GxCoord<double> const& b,
+                                    GxCoord<double> const& p);
 
 /// The angle at b from the direction of a to the direction of c, in radians in [-pi, pi],
 /// counter-clockwise positive; where a equals b, from the x direction.
@@ -49,3 +51,36 @@ CRV_API int isPointInBox(GxCoord<double> const& p, double minX, double minY, dou
 
 /// Moves both points onto their midpoint.
 CRV_API void pointsAverage(GxCoord<double>& p, GxCoord<double>& q);
+
+// ---- Inline, for the loops that live on them --------------------------------------------------
+
+inline int isEqual(GxCoord<double> const& p, GxCoord<double> const& q, double tol) {
+  // Squares of anything above this do not underflow, and then no distance is less than |dx| or
+  // |dy|.
+  constexpr double kSquareIsSafe = 1e-150;
+  if (tol > kSquareIsSafe) {
+    if (std::fabs(p.xval() - q.xval()) > tol || std::fabs(p.yval() - q.yval()) > tol) return 0;
+  }
+  return p.distance(q) <= tol;
+}
+
+inline GxCoord<double> closestToLineSegment(GxCoord<double> const& a, GxCoord<double> const& b,
+                                            GxCoord<double> const& p) {
+  GxVector<double> const ab = b - a;
+  double const squaredLength = ab.squaredLength();
+  if (squaredLength == 0.0) return a;
+  double const u = (p - a) * ab / squaredLength;
+  if (u <= 0.0) return a;
+  if (u >= 1.0) return b;
+  return a + ab * u;
+}
+
+inline double distanceToLineSegment(GxCoord<double> const& a, GxCoord<double> const& b,
+                                    GxCoord<double> const& p) {
+  return p.distance(closestToLineSegment(a, b, p));
+}
+
+inline int pointOnLineSegment(GxCoord<double> const& p, GxCoord<double> const& a,
+                              GxCoord<double> const& b, double tol) {
+  return distanceToLineSegment(a, b, p) <= tol;
+}
