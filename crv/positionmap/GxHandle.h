@@ -1,0 +1,113 @@
+// The reference-counted handle: copies share an object, the last one deletes it.
+#pragma once
+
+#include "crv/foundation/GxRefCount.h"
+
+#include <functional>
+#include <new>
+
+/// Shared ownership of one object of class T, or of none. Handles to one object may be copied,
+/// assigned, compared and destroyed from several threads at once, each handle by one thread at a
+/// time: every change of a counter is made under the one lock of lockRefCount. Objects are deleted
+/// after that lock is released. A handle for whose counter there was no memory is a null one.
+template <class T>
+class GxHandle {
+ public:
+  /// A null handle.
+  GxHandle() : GxHandle(nullptr) {}
+
+  /// Takes ownership of an object made with new; null is allowed. Give each object to one handle
+  /// only and copy that. Without memory for a counter the object is deleted at once.
+  explicit GxHandle(T* object) : counter_(new (std::nothrow) GxRefCount(object)) {
+    if (counter_ == nullptr) delete object;
+  }
+
+  GxHandle(GxHandle const& other) : counter_(nullptr) { unlinkAndLink(other.counter_); }
+
+  virtual ~GxHandle() { unlinkAndLink(nullptr); }
+
+  GxHandle& operator=(GxHandle const& other) {
+    if (this != &other) unlinkAndLink(other.counter_);
+    return *this;
+  }
+
+  int isNull() const { return objectOf(counter_) == nullptr; }
+  int isValid() const { return !isNull(); }
+
+  /// The object, or null; both operators give the pointer.
+  T* operator*() const { return lockedObject(); }
+  T* operator->() const { return lockedObject(); }
+
+  /// 1 when both handles refer to one object, or both to none.
+  int operator==(GxHandle const& other) const {
+    Lock const lock;
+    return objectOf(counter_) == objectOf(other.counter_);
+  }
+  int operator!=(GxHandle const& other) const { return !(*this == other); }
+
+  /// The order of the counters, for containers: arbitrary, and it tells null handles apart.
+  int operator<(GxHandle const& other) const {
+    Lock const lock;
+    return std::less<GxRefCount*>()(counter_, other.counter_);
+  }
+  int operator>(GxHandle const& other) const { return other < *this; }
+
+  /// Hands the object over to the caller and leaves this handle null; does nothing and returns null
+  /// when other handles share the object.
+  T* detach();
+
+ protected:
+  /// Refers to the object of another counter, or to no counter at all when that is null; deletes
+  /// the object left if this handle was its last.
+  void unlinkAndLink(GxRefCount* newCounter);
+
+ private:
+  struct Lock {
+    Lock() { lockRefCount(); }
+    ~Lock() { unlockRefCount(); }
+    Lock(Lock const&) = delete;
+    Lock& operator=(Lock const&) = delete;
+  };
+
+  /// The object of a counter, which never changes.
+  static T* objectOf(GxRefCount const* counter) {
+    return counter == nullptr ? nullptr : static_cast<T*>(counter->pointer());
+  }
+
+  T* lockedObject() const {
+    Lock const lock;
+    return objectOf(counter_);
+  }
+
+  GxRefCount* counter_;
+};
+
+template <class T>
+T* GxHandle<T>::detach() {
+  GxRefCount* old = nullptr;
+  {
+    Lock const lock;
+    if (counter_ == nullptr || counter_->value() != 1) return nullptr;
+    old = counter_;
+    counter_ = new (std::nothrow) GxRefCount(nullptr);
+  }
+  T* const object = objectOf(old);
+  delete old;
+  return object;
+}
+
+template <class T>
+void GxHandle<T>::unlinkAndLink(GxRefCount* newCounter) {
+  GxRefCount* const old = counter_;
+  bool isLast = false;
+  {
+    Lock const lock;
+    counter_ = newCounter;
+    if (newCounter != nullptr) ++*newCounter;
+    isLast = old != nullptr && old->decrement() < 1;
+  }
+  if (!isLast) return;
+  T* const object = objectOf(old);
+  delete old;
+  delete object;
+}

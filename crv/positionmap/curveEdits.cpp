@@ -1,0 +1,144 @@
+#include "crv/positionmap/curveEdits.h"
+
+#include "crv/bezier/GxBezier.h"
+#include "crv/foundation/GxList.h"
+#include "crv/foundation/tolerance.h"
+#include "crv/positionmap/internal/positionAt.h"
+#include "crv/positionmap/positionMaps.h"
+
+namespace {
+
+using Position = GxBezierCurvePosition;
+using MapHandle = GxHandle<GxBezierCurvePositionMapBase>;
+using Segments = GxList<GxBezier>;
+
+// Parameter: a stretch within one segment that is shorter is empty.
+constexpr double kEmptyStretch = 1e-9;
+
+GxBezier reversed(GxBezier const& s) { return GxBezier(s[3], s[2], s[1], s[0]); }
+
+GxBezier pointSegment(GxCoord<double> const& p) { return GxBezier(p, p, p, p); }
+
+GxBezier partBefore(GxBezier s, double t) {
+  GxBezier rest;
+  return s.split(rest, t);
+}
+
+GxBezier partAfter(GxBezier s, double t) {
+  GxBezier rest;
+  s.split(rest, t);
+  return rest;
+}
+
+bool inOneSegment(Position const& a, Position const& b) {
+  return a.getSegmentNumber() == b.getSegmentNumber();
+}
+
+/// On segments 0 .. n - 1, or exactly at the end of the curve.
+bool isOnCurve(Position const& p, long n) {
+  long const segment = p.getSegmentNumber();
+  return 0 <= segment && (segment < n || (segment == n && p.getTValue() == 0.0));
+}
+
+/// Appends the stretch of src that runs forwards from a to b, across the seam where b is not after
+/// a. Both lie on src.
+void appendStretch(GxBezierCurve& src, Position const& a, Position const& b, Segments& pieces) {
+  double const aT = a.getTValue();
+  double const bT = b.getTValue();
+  int const n = static_cast<int>(src.length());
+  int const first = static_cast<int>(a.getSegmentNumber() % n);
+  int const last = static_cast<int>(b.getSegmentNumber() % n);
+  GxBezier const startPiece = partAfter(src(first), aT);
+  if (a < b && inOneSegment(a, b)) {
+    pieces.add(partBefore(startPiece, (bT - aT) / (1.0 - aT)));
+    return;
+  }
+  pieces.add(startPiece);
+  for (int i = (first + 1) % n; i != last; i = (i + 1) % n) pieces.add(src(i));
+  if (bT != 0.0) pieces.add(partBefore(src(last), bT));
+}
+
+/// Moves the segments to the end of another list, last first, each reversed.
+void moveReversed(Segments& from, Segments& to) {
+  for (unsigned i = from.length(); i-- != 0;) to.add(reversed(from(i)));
+  from.empty();
+}
+
+/// Cuts first at pos, which is on it and neither its start nor its end.
+void cut(Position const& pos, GxBezierCurve& first, GxBezierCurve& second) {
+  unsigned const k = static_cast<unsigned>(pos.getSegmentNumber());
+  // Deliberate: from segment 2 on, the segment before the cut is lost, and second, which starts one
+  // segment early, takes the first in its place.
+  bool const isPlain = k < 2;
+  Segments old;
+  old.join(first.getSegments());
+  Segments& before = first.getSegments();
+  Segments& after = second.getSegments();
+  after.empty();
+
+  for (unsigned i = isPlain ? 0 : 1; i < (isPlain ? k : k - 1); ++i) before.add(old(i));
+  after.add(partAfter(old(k), pos.getTValue()));
+  if (pos.getTValue() != 0.0) before.add(partBefore(old(k), pos.getTValue()));
+  for (unsigned i = isPlain ? k + 1 : k; i < old.length(); ++i) after.add(old(i));
+  if (!isPlain) after.add(old(0));
+}
+
+}  // namespace
+
+int copyGxBezierCurve(GxBezierCurve& dst, GxBezierCurve& src, Position const& start,
+                      Position const& end, int forward, MapHandle& map) {
+  int const base = static_cast<int>(dst.length());
+  int const closed = src.strictIsClosed();
+  long const n = static_cast<long>(src.length());
+  Position const s = translate(src, closed, start, forward);
+  Position const e = translate(src, closed, end, forward);
+  if (inOneSegment(s, e) && IS_EQUAL(s.getTValue(), e.getTValue(), kEmptyStretch)) {
+    map = constructSingletonPositionMap(s, dst);
+    return -1;
+  }
+  if (!isOnCurve(s, n) || !isOnCurve(e, n)) return -1;
+
+  Segments pieces;
+  if (forward) {
+    appendStretch(src, s, e, pieces);
+  } else {
+    Segments forwards;
+    appendStretch(src, e, s, forwards);
+    moveReversed(forwards, pieces);
+  }
+  dst.getSegments().join(pieces);
+  map = constructRangePositionMap(src, closed, base, forward, s, e, src.lastPos());
+  return 0;
+}
+
+int reverseGxBezierCurve(GxBezierCurve& curve, MapHandle& map) {
+  map = constructReversePositionMap(static_cast<int>(curve.length()));
+  Segments old;
+  old.join(curve.getSegments());
+  moveReversed(old, curve.getSegments());
+  return 0;
+}
+
+int spliteGxBezierCurve(Position const& pos, GxBezierCurve& first, GxBezierCurve& second,
+                        MapHandle& firstMap, MapHandle& secondMap) {
+  Position const firstPos = first.firstPos();
+  Position const lastPos = first.lastPos();
+  bool const isOnFirst = firstPos <= pos && pos <= lastPos;
+  if (!isOnFirst || first.length() == 0 || &first == &second) return -1;
+  firstMap = constructRangePositionMap(first, 0, 0, 1, firstPos, pos, lastPos);
+  secondMap = constructRangePositionMap(first, 0, 0, 1, pos, lastPos, lastPos);
+
+  int const n = static_cast<int>(first.length());
+  if (pos == lastPos) {
+    second = GxBezierCurve();
+    second.getSegments().add(pointSegment(first(n - 1)[3]));
+  } else if (pos == firstPos) {
+    GxBezier const point = pointSegment(first(0)[0]);
+    second = first;
+    first.getSegments().empty();
+    first.getSegments().add(point);
+  } else {
+    cut(pos, first, second);
+  }
+  return 0;
+}

@@ -1,0 +1,90 @@
+// Makes position maps. Each function stands under the file that holds it and its map.
+//
+// Without memory for a map, the handle is a null one. "Outside" below means: the map returns -1 and
+// stores the position named.
+#pragma once
+
+#include "crv/curve/GxBezierCurve.h"
+#include "crv/curve/GxBezierCurvePosition.h"
+#include "crv/export.h"
+#include "crv/positionmap/GxBezierCurvePositionMapBase.h"
+#include "crv/positionmap/GxHandle.h"
+
+#include <list>
+
+// ---- positionMaps_identity.cpp: everything stays where it is
+// --------------------------------------
+
+/// Maps every position to itself, both ways.
+CRV_API GxHandle<GxBezierCurvePositionMapBase> constructIdentityPositionMap();
+
+// ---- positionMaps_composite.cpp: one map after another
+// --------------------------------------------
+
+/// Applies first, then second; the inverse undoes second, then first. A map that returns other than
+/// 0 ends the walk: its code is returned, and what it stored is left. A null handle is such a map,
+/// with -1.
+CRV_API GxHandle<GxBezierCurvePositionMapBase> constructCompositePositionMap(
+    GxHandle<GxBezierCurvePositionMapBase> const& first,
+    GxHandle<GxBezierCurvePositionMapBase> const& second);
+
+/// The same for a list of maps, from front to back. An empty list maps with 0 and stores nothing.
+/// Prefer one list to composites of composites, which use stack for each level.
+CRV_API GxHandle<GxBezierCurvePositionMapBase> constructCompositePositionMap(
+    std::list<GxHandle<GxBezierCurvePositionMapBase>> const& maps);
+
+// ---- positionMaps_reverse.cpp: the curve run the other way
+// ----------------------------------------
+
+/// For a curve of n segments: (k, t) to (n - k - 1, 1 - t), normalised; the end and the start, t
+/// within 1e-9, swap. Its own inverse. Outside: beyond the end (0, 0.0), before the start (n, 0.0).
+CRV_API GxHandle<GxBezierCurvePositionMapBase> constructReversePositionMap(int n);
+
+// ---- positionMaps_rotate.cpp: a closed curve whose start moved by whole segments
+// ------------------
+
+/// For a closed curve of n segments: segment s becomes (s + k) modulo n, and the end (n, 0.0) goes
+/// where the start goes. The remainder has the sign of its dividend: keep k within -n..n. direction
+/// has no effect. Outside (before the start, or beyond the end): where the start goes. With n = 0
+/// every remainder is 0.
+CRV_API GxHandle<GxBezierCurvePositionMapBase> constructRotatePositionMap(int direction, int k,
+                                                                          int n);
+
+// ---- positionMaps_singleton.cpp: one position, and nothing else
+// -----------------------------------
+
+/// Maps pos to the curve's end as it is now, and that end back to pos; both by exact comparison.
+/// Any other position is outside, and out is untouched.
+CRV_API GxHandle<GxBezierCurvePositionMapBase> constructSingletonPositionMap(
+    GxBezierCurvePosition const& pos, GxBezierCurve const& curve);
+
+// ---- positionMaps_range.cpp: a stretch of the old curve onto the new one
+// --------------------------
+
+/// Maps the stretch of a curve from start to end onto the segments of a new curve from number base
+/// on: whole segments one to one, the pieces at both ends stretched to whole segments.
+///   closed    non-zero: positions on the seam are read as translate reads them, before a stretch
+///   is
+///             chosen and whenever a position is mapped
+///   forward   0: the stretch is read against the curve, from start back to end
+///   curveEnd  the curve's lastPos()
+/// When end does not lie after start in the direction of reading, the stretch runs across the seam,
+/// closed or not. Where start or end cannot be read backwards (not on the curve), the map made is
+/// the identity.
+/// Outside, before the stretch: its start on the new curve, (base, 0.0); after it: its end; in the
+/// gap that a stretch across the seam leaves out: its end when nearer in segments to start, else
+/// its start. The inverse covers everything from base on and carries positions beyond the stretch
+/// on with 0; before base it gives start with -1. A map of a closed curve refers to the curve,
+/// which must outlive it and keep its number of segments; with closed 0 the map is free of it.
+CRV_API GxHandle<GxBezierCurvePositionMapBase> constructRangePositionMap(
+    GxBezierCurve& curve, int closed, int base, int forward, GxBezierCurvePosition const& start,
+    GxBezierCurvePosition const& end, GxBezierCurvePosition const& curveEnd);
+
+// ---- positionMaps_translate.cpp: the seam read from one side
+// --------------------------------------
+
+/// pos, or, when closed is non-zero and pos lies on the seam, the seam as a stretch reads it: the
+/// end of the curve becomes its start when reading forwards, the start its end when reading
+/// backwards (forward 0), t within 1e-9 of 0.
+CRV_API GxBezierCurvePosition translate(GxBezierCurve& curve, int closed,
+                                        GxBezierCurvePosition const& pos, int forward);
