@@ -2,6 +2,7 @@
 // its control points (Farin, Curves and Surfaces for CAGD).
 #include "crv/bezier/GxBezier.h"
 
+#include "crv/bezier/internal/piece.h"
 #include "crv/bezier/internal/powerForm.h"
 #include "crv/foundation/solvers.h"
 #include "crv/foundation/tolerance.h"
@@ -131,16 +132,9 @@ void GxBezier::localMinMax(double& minX, double& minY, double& maxX, double& max
 }
 
 void GxBezier::getConvexHull(double& minX, double& minY, double& maxX, double& maxY) const {
-  auto const least = [](double k0, double k1, double k2, double k3) {
-    return min(k0, min(k1, min(k2, k3)));
-  };
-  auto const greatest = [](double k0, double k1, double k2, double k3) {
-    return max(k0, max(k1, max(k2, k3)));
-  };
-  double const x[4] = {points_[0].xval(), points_[1].xval(), points_[2].xval(), points_[3].xval()};
-  double const y[4] = {points_[0].yval(), points_[1].yval(), points_[2].yval(), points_[3].yval()};
-  minX = least(x[0], x[1], x[2], x[3]);
-  minY = least(y[0], y[1], y[2], y[3]);
-  maxX = greatest(x[0], x[1], x[2], x[3]);
-  maxY = greatest(y[0], y[1], y[2], y[3]);
+  crv::internal::Box const box = crv::internal::hullOf(crv::internal::PlainSegment(*this).points());
+  minX = box.minX;
+  minY = box.minY;
+  maxX = box.maxX;
+  maxY = box.maxY;
 }

@@ -3,44 +3,32 @@
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/controlPolygon.h"
+#include "crv/bezier/internal/piece.h"
 
 #include <algorithm>
 #include <vector>
+
+using crv::internal::PlainPoint;
 
 using crv::internal::PlainPoint;
 using crv::internal::PlainSegment;
 
 namespace {
 
-/// Exact form: a + (b - a)*t, not (1 - t)*a + t*b.
-PlainPoint between(PlainPoint const& a, PlainPoint const& b, double t) {
-  return {a.x + (b.x - a.x) * t, a.y + (b.y - a.y) * t};
-}
+GxCoord<double> coord(PlainPoint const& p) { return {p.x, p.y}; }
 
-void assign(GxCoord<double>& to, PlainPoint const& from) {
-  to.xval() = from.x;
-  to.yval() = from.y;
+GxBezier segment(PlainPoint const* p) {
+  return {coord(p[0]), coord(p[1]), coord(p[2]), coord(p[3])};
 }
 
 }  // namespace
 
 GxBezier& GxBezier::split(GxBezier& right, double t) {
-  PlainSegment const whole(*this);
-  PlainPoint const* const p = whole.points();
-  PlainPoint const left1 = between(p[0], p[1], t);
-  PlainPoint const right2 = between(p[2], p[3], t);
-  PlainPoint const middle = between(p[1], p[2], t);
-  PlainPoint const right1 = between(middle, right2, t);
-  PlainPoint const left2 = between(left1, middle, t);
-  PlainPoint const joint = between(left2, right1, t);
-  assign(points_[1], left1);
-  assign(points_[2], left2);
-  assign(points_[3], joint);
-  // Deliberate: written last, so that a segment split into itself ends as its right part.
-  assign(right.points_[0], joint);
-  assign(right.points_[1], right1);
-  assign(right.points_[2], right2);
-  assign(right.points_[3], p[3]);
+  PlainPoint leftPart[4];
+  PlainPoint rightPart[4];
+  crv::internal::splitCubic(crv::internal::PlainSegment(*this).points(), t, leftPart, rightPart);
+  *this = segment(leftPart);
+  right = segment(rightPart);
   return *this;
 }
 
@@ -57,7 +45,6 @@ GxCoord<double> GxBezier::genericSplit(GxCoord<double> const* points, int degree
   for (int i = 0; i <= degree; ++i) rightPart.push_back(crv::internal::plain(points[i]));
   std::vector<PlainPoint> leftPart(rightPart.size());
   crv::internal::splitPolygon(rightPart.data(), degree, t, leftPart.data());
-  auto const coord = [](PlainPoint const& p) { return GxCoord<double>(p.x, p.y); };
   if (left != nullptr) std::transform(leftPart.begin(), leftPart.end(), left, coord);
   if (right != nullptr) std::transform(rightPart.begin(), rightPart.end(), right, coord);
   return coord(leftPart.back());

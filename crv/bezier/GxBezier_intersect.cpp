@@ -1,0 +1,196 @@
+// All crossings of two segments: both are halved while their boxes overlap, to a depth known from
+// their second differences, at which a chord may stand for its piece (Wang, 1984; Lane and
+// Riesenfeld, 1980); then chords are crossed.
+#include "crv/bezier/GxBezier.h"
+
+#include "crv/bezier/internal/piece.h"
+#include "crv/foundation/tolerance.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+using crv::internal::PlainPoint;
+using crv::internal::PlainSegment;
+
+namespace {
+
+// What the largest second difference of a cubic is multiplied by for a bound on the distance from
+// its chord, 3*sqrt(2)/4, and the same over the distance, 2^-14 curve units, wanted of a piece.
+// Deliberate: these digits, not computed from sqrt(2).
+constexpr double kDeviation = 1.06066017;
+constexpr double kDeviationOverTolerance = 17377.85622528;
+
+// Guards: pairs of pieces looked at in one search, and halvings of one segment, beyond any that
+// the size of a double calls for.
+constexpr long kMaxPairs = 1L << 26;
+constexpr int kMaxDepth = 1100;
+
+/// The part [lo, hi] of a segment, still to be halved depth times.
+struct Piece {
+  PlainPoint p[4];
+  crv::internal::Box box;
+  double lo, hi;
+  int depth;
+};
+
+Piece pieceOf(GxBezier const& s, double lo, double hi, int depth) {
+  PlainSegment const plain(s);
+  PlainPoint const* const p = plain.points();
+  return {{p[0], p[1], p[2], p[3]}, crv::internal::hullOf(p), lo, hi, min(depth, kMaxDepth)};
+}
+
+struct Halves {
+  explicit Halves(Piece const& piece) {
+    crv::internal::splitCubic(piece.p, 0.5, left.p, right.p);
+    left.box = crv::internal::hullOf(left.p);
+    right.box = crv::internal::hullOf(right.p);
+    left.lo = piece.lo;
+    right.hi = piece.hi;
+    left.hi = right.lo = (piece.lo + piece.hi) * 0.5;
+    left.depth = right.depth = piece.depth - 1;
+  }
+
+  Piece left, right;
+};
+
+/// Crosses the segments p0-p1 and q0-q1, ends included: the fractions along both.
+bool crossChords(PlainPoint const& p0, PlainPoint const& p1, PlainPoint const& q0,
+                 PlainPoint const& q1, double& s, double& v) {
+  PlainPoint const d1 = {p1.x - p0.x, p1.y - p0.y};
+  PlainPoint const d2 = {q1.x - q0.x, q1.y - q0.y};
+  PlainPoint const w = {q0.x - p0.x, q0.y - p0.y};
+  double const det = d2.x * d1.y - d2.y * d1.x;
+  // Deliberate: negligible beside 1, whatever the size of the chords.
+  if (det + 1.0 == 1.0) return false;
+  double const inverse = 1.0 / det;
+  s = (w.y * d2.x - w.x * d2.y) * inverse;
+  v = (w.y * d1.x - w.x * d1.y) * inverse;
+  return 0.0 <= s && s <= 1.0 && 0.0 <= v && v <= 1.0;
+}
+
+/// Appends the crossings of pairs of pieces whose boxes overlap.
+class Search {
+ public:
+  Search(GxList<double>& aParams, GxList<double>& bParams) : aParams_(aParams), bParams_(bParams) {}
+
+  void meet(Piece const& a, Piece const& b) {
+    if (pairs_ == kMaxPairs) return;
+    ++pairs_;
+    if (a.depth < 1 && b.depth < 1) {
+      meetChords(a, b);
+    } else if (a.depth < 1) {
+      Halves const bHalves(b);
+      meetIfOverlapping(a, bHalves.left);
+      meetIfOverlapping(a, bHalves.right);
+    } else if (b.depth < 1) {
+      Halves const aHalves(a);
+      meetIfOverlapping(aHalves.left, b);
+      meetIfOverlapping(aHalves.right, b);
+    } else {
+      Halves const aHalves(a);
+      Halves const bHalves(b);
+      meetIfOverlapping(aHalves.left, bHalves.left);
+      meetIfOverlapping(aHalves.right, bHalves.left);
+      meetIfOverlapping(aHalves.left, bHalves.right);
+      meetIfOverlapping(aHalves.right, bHalves.right);
+    }
+  }
+
+ private:
+  void meetIfOverlapping(Piece const& a, Piece const& b) {
+    if (crv::internal::overlap(a.box, b.box)) meet(a, b);
+  }
+
+  void meetChords(Piece const& a, Piece const& b) {
+    double s, v;
+    if (!crossChords(a.p[0], a.p[3], b.p[0], b.p[3], s, v)) return;
+    aParams_.add(a.lo + (a.hi - a.lo) * s);
+    bParams_.add(b.lo + (b.hi - b.lo) * v);
+  }
+
+  GxList<double>& aParams_;
+  GxList<double>& bParams_;
+  long pairs_ = 0;
+};
+
+/// The number of halvings after which every piece is as flat as wanted.
+int subdivisionDepth(GxBezier const& s) {
+  GxVector<double> const first = (s[0] - s[1]) - (s[1] - s[2]);
+  GxVector<double> const second = (s[1] - s[2]) - (s[2] - s[3]);
+  double const largest = max(max(std::fabs(first.xval()), std::fabs(second.xval())),
+                             max(std::fabs(first.yval()), std::fabs(second.yval())));
+  if (largest * kDeviation + 1.0 == 1.0) return 0;
+  double const depth = std::ceil(std::log(largest * kDeviationOverTolerance) / std::log(2.0) * 0.5);
+  return std::isfinite(depth) ? static_cast<int>(depth) : 0;
+}
+
+/// One crossing, and what it is sorted by.
+struct Crossing {
+  Crossing(double first, double second) : a(first), b(second) {
+    // What is not a number, which only a caller can have put there, goes to the end.
+    key = std::isnan(a) ? -std::numeric_limits<double>::infinity() : a;
+  }
+
+  double a, b;
+  double key;
+};
+
+/// Sorts both lists, pairwise, by descending entries of the first.
+void sortDescending(GxList<double>& first, GxList<double>& second) {
+  std::vector<Crossing> crossings;
+  crossings.reserve(first.length());
+  for (unsigned i = 0; i < first.length(); ++i) crossings.emplace_back(first(i), second(i));
+  std::sort(crossings.begin(), crossings.end(),
+            [](Crossing const& x, Crossing const& y) { return y.key < x.key; });
+  while (first.length() != 0) {
+    first.remove(-1);
+    second.remove(-1);
+  }
+  for (Crossing const& c : crossings) {
+    first.add(c.a);
+    second.add(c.b);
+  }
+}
+
+}  // namespace
+
+int GxBezier::isIntersect(GxBezier const& other) {
+  return crv::internal::overlap(crv::internal::hullOf(PlainSegment(*this).points()),
+                                crv::internal::hullOf(PlainSegment(other).points()));
+}
+
+int GxBezier::findIntersections(GxBezier const& other, GxList<double>& thisParams,
+                                GxList<double>& otherParams) {
+  return findCIntersectionParameters(other, thisParams, otherParams) > 0;
+}
+
+int GxBezier::findIntersections(GxBezier const& other, GxList<GxCoord<double>>& points) {
+  GxList<double> thisParams;
+  GxList<double> otherParams;
+  if (!findIntersections(other, thisParams, otherParams)) return 0;
+  PlainSegment const s(*this);
+  for (unsigned i = 0; i < thisParams.length(); ++i) {
+    PlainPoint const p = s.point(thisParams(i));
+    points.add(GxCoord<double>(p.x, p.y));
+  }
+  return 1;
+}
+
+void GxBezier::recursivelyIntersect(GxBezier const& a, double a0, double a1, int aDepth,
+                                    GxBezier const& b, double b0, double b1, int bDepth,
+                                    GxList<double>& aParams, GxList<double>& bParams) {
+  Search(aParams, bParams).meet(pieceOf(a, a0, a1, aDepth), pieceOf(b, b0, b1, bDepth));
+}
+
+int GxBezier::findCIntersectionParameters(GxBezier const& other, GxList<double>& thisParams,
+                                          GxList<double>& otherParams) {
+  if (isIntersect(other)) {
+    recursivelyIntersect(*this, 0.0, 1.0, subdivisionDepth(*this), other, 0.0, 1.0,
+                         subdivisionDepth(other), thisParams, otherParams);
+  }
+  if (thisParams.length() == 0) return 0;
+  if (otherParams.length() != 0) sortDescending(thisParams, otherParams);
+  return 1;
+}

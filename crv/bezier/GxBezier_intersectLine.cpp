@@ -1,0 +1,168 @@
+// Crossings with a straight line: the roots of the segment's distance from the line, a cubic in t;
+// for a segment that is itself straight, two lines, which may overlap.
+#include "crv/bezier/GxBezier.h"
+
+#include "crv/bezier/internal/powerForm.h"
+#include "crv/foundation/solvers.h"
+#include "crv/foundation/tolerance.h"
+
+#include <utility>
+
+using crv::internal::PowerForm;
+using Vector = GxVector<double>;
+
+namespace {
+
+// Curve units: inner control points no farther from the chord make a straight segment.
+constexpr double kStraight = 1e-9;
+
+// Squared curve units: a line or a chord whose squared length is smaller has no direction, and a
+// smaller cross product of two of them is that of parallels.
+constexpr double kNoDirection = 1e-9;
+constexpr double kParallel = 1e-9;
+
+// Parameter: as close to an end as this is the end.
+constexpr double kAtEnd = kZeroTolerance;
+
+// Any of the four coefficients that is no larger counts as 0 where a cubic may lie on the axis.
+constexpr double kOnAxis = kZeroTolerance;
+
+double snapped(double t) {
+  if (IS_ZERO(t, kAtEnd)) return 0.0;
+  return IS_EQUAL(t, 1.0, kAtEnd) ? 1.0 : t;
+}
+
+bool isInRange(double t) { return 0.0 <= t && t <= 1.0; }
+
+double clamped(double t) { return t <= 0.0 ? 0.0 : min(t, 1.0); }
+
+/// The position along the line that starts at a and has direction v.
+double positionOn(GxCoord<double> const& a, Vector const& v, GxCoord<double> const& p) {
+  return ((p - a) * v) / (v * v);
+}
+
+/// The parameter of a straight segment for a position along its chord, at which p lies; inside the
+/// chord it need not be parametrised evenly.
+double chordToParameter(GxBezier const& s, double position, GxCoord<double> const& p) {
+  if (position == 0.0 || position == 1.0) return position;
+  double t = position;
+  s.findNearestPointTValue(p, t);
+  return t;
+}
+
+void append(GxList<double>& segmentParams, GxList<double>& lineParams, double t, double position) {
+  segmentParams.add(t);
+  lineParams.add(position);
+}
+
+/// The one crossing of a straight segment, chord w, with the line from a, direction u.
+int crossStraight(GxBezier const& s, Vector const& w, GxCoord<double> const& a, Vector const& u,
+                  GxList<double>& segmentParams, GxList<double>& lineParams) {
+  Vector const nu = u.ortho(1);
+  Vector const nw = w.ortho(1);
+  double const onChord = snapped((nu * (a - s[0])) / (nu * w));
+  if (!isInRange(onChord)) return 0;
+  // Deliberate: the position along the line is not snapped.
+  double const onLine = (nw * (s[0] - a)) / (nw * u);
+  if (!isInRange(onLine)) return 0;
+  append(segmentParams, lineParams, chordToParameter(s, onChord, a + u * onLine), onLine);
+  return 1;
+}
+
+/// The ends of the overlap of a straight segment with a parallel line.
+int overlapStraight(GxBezier const& s, Vector const& w, GxCoord<double> const& a,
+                    GxCoord<double> const& b, Vector const& u, double cross,
+                    GxList<double>& segmentParams, GxList<double>& lineParams) {
+  if (!IS_ZERO(w.cross(s[0] - a), kParallel)) return 0;
+  double first = snapped(positionOn(s[0], w, a));
+  double second = snapped(positionOn(s[0], w, b));
+  double onLine0 = positionOn(a, u, s[0]);
+  double onLine3 = positionOn(a, u, s[3]);
+  if (!isInRange(first) && !isInRange(second) && !isInRange(onLine0) && !isInRange(onLine3)) {
+    return 0;
+  }
+  onLine0 = clamped(onLine0);
+  onLine3 = clamped(onLine3);
+  first = clamped(first);
+  second = clamped(second);
+  // Deliberate: the order of the ends hangs on the sign of a cross product that is nearly zero.
+  if (cross < 0.0) std::swap(first, second);
+  append(segmentParams, lineParams, chordToParameter(s, first, a + u * onLine0), onLine0);
+  append(segmentParams, lineParams, chordToParameter(s, second, a + u * onLine3), onLine3);
+  return 1;
+}
+
+/// What linearProcessing does with a segment that is known to be a line.
+int meetStraight(GxBezier const& s, GxCoord<double> const& a, GxCoord<double> const& b,
+                 GxList<double>& segmentParams, GxList<double>& lineParams) {
+  if (s.isAPoint(kStraight)) return 0;
+  Vector const u = b - a;
+  Vector const w = s[3] - s[0];
+  if (IS_ZERO(w.squaredLength(), kNoDirection) || IS_ZERO(u.squaredLength(), kNoDirection)) {
+    return 0;
+  }
+  double const cross = w.cross(u);
+  return IS_ZERO(cross, kParallel)
+             ? overlapStraight(s, w, a, b, u, cross, segmentParams, lineParams)
+             : crossStraight(s, w, a, u, segmentParams, lineParams);
+}
+
+}  // namespace
+
+int GxBezier::findYCStrongIntersection(GxCoord<double> a, GxCoord<double> b,
+                                       GxList<double>& segmentParams,
+                                       GxList<double>& lineParams) const {
+  Vector const v = b - a;
+  if (IS_ZERO(v.squaredLength(), kNoDirection)) return 0;
+  if (isALine(kStraight)) return meetStraight(*this, a, b, segmentParams, lineParams);
+
+  Vector const n = v.ortho(1);
+  PowerForm const x = crv::internal::powerFormOfX(*this);
+  PowerForm const y = crv::internal::powerFormOfY(*this);
+  double roots[3];
+  int const count = cubicRoots(n * Vector(x.a, y.a), n * Vector(x.b, y.b), n * Vector(x.c, y.c),
+                               n * Vector(x.d - a.xval(), y.d - a.yval()), roots);
+  for (int i = 0; i < count; ++i) {
+    double const t = snapped(roots[i]);
+    if (!isInRange(t)) continue;
+    double const position = positionOn(a, v, bValue(t));
+    if (isInRange(position)) append(segmentParams, lineParams, t, position);
+  }
+  return static_cast<int>(lineParams.length());
+}
+
+int GxBezier::linearProcessing(GxCoord<double> a, GxCoord<double> b, GxList<double>& segmentParams,
+                               GxList<double>& lineParams) const {
+  return isALine(kStraight) ? meetStraight(*this, a, b, segmentParams, lineParams) : 0;
+}
+
+void intersectBezierWithXAxis(GxCoord<double> const& p0, GxCoord<double> const& p1,
+                              GxCoord<double> const& p2, GxCoord<double> const& p3, int& count,
+                              double& r1, double& r2, double& r3, double tol) {
+  double const y0 = p0.yval();
+  double const y1 = p1.yval();
+  double const y2 = p2.yval();
+  double const y3 = p3.yval();
+  // Exact form: not the power form of the other operations.
+  double const a = -y0 + 3.0 * y1 - 3.0 * y2 + y3;
+  double const b = 3.0 * (y0 - 2.0 * y1 + y2);
+  double const c = 3.0 * (y1 - y0);
+  double const d = y0;
+  auto const isZero = [](double k) { return IS_ZERO(k, kOnAxis); };
+  double roots[3];
+  int found = cubicRoots(a, b, c, d, roots);
+  if (found == 0 && isZero(a) && isZero(b) && isZero(c) && isZero(d)) {
+    roots[0] = 0.0;
+    roots[1] = 1.0;
+    found = 2;
+  }
+  // The roots come in ascending order, which the snapping keeps.
+  double* const outputs[3] = {&r1, &r2, &r3};
+  count = 0;
+  for (int i = 0; i < found; ++i) {
+    double r = roots[i];
+    if (-tol < r && r < 0.0) r = 0.0;
+    if (1.0 < r && r < 1.0 + tol) r = 1.0;
+    if (isInRange(r)) *outputs[count++] = r;
+  }
+}
