@@ -58,7 +58,7 @@ constexpr double kDefaultHandle = 0.4;
 constexpr double kShortSideHandle = 0.12;
 constexpr double kLopsided = 8.0;
 
-/// The segment with its chord laid level, if it rises: a falling one is turned further down.
+/// The segment with its chord laid level, if it falls: a rising one is turned further up.
 GxBezier levelled(GxBezier const& segment) {
   GxVector<double> const chord = segment[3] - segment[0];
   double const length = chord.length();
