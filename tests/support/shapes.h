@@ -4,6 +4,7 @@
 #include "crv/crv.h"
 
 #include <random>
+#include <vector>
 
 namespace support {
 
@@ -38,6 +39,24 @@ inline GxBezier retractedLine(double x0, double y0, double x3, double y3) {
 }
 
 inline GxBezier pointLike(double x, double y) { return bezier(x, y, x, y, x, y, x, y); }
+
+/// An open curve.
+inline GxBezierCurve curveOf(std::vector<GxBezier> const& segments) {
+  GxBezierCurve curve;
+  for (GxBezier const& s : segments) curve.getSegments().add(s);
+  return curve;
+}
+
+/// An open curve of even lines from vertex to vertex.
+inline GxBezierCurve polygonalCurve(std::vector<GxCoord<double>> const& vertices) {
+  GxBezierCurve curve;
+  for (std::size_t i = 1; i < vertices.size(); ++i) {
+    GxCoord<double> const& a = vertices[i - 1];
+    GxCoord<double> const& b = vertices[i];
+    curve.getSegments().add(evenLine(a.xval(), a.yval(), b.xval(), b.yval()));
+  }
+  return curve;
+}
 
 /// Uniform doubles in a range, the same on every platform (std distributions are not).
 class Random {
