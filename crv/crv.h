@@ -20,6 +20,7 @@
 #include "crv/positionmap/GxBezierCurvePositionMapBase.h"
 #include "crv/positionmap/GxHandle.h"
 #include "crv/positionmap/PosDiff.h"
+#include "crv/positionmap/arrangeBezierCurve.h"
 #include "crv/positionmap/curveEdits.h"
 #include "crv/positionmap/positionMaps.h"
 #include "crv/positionmap/positionPredicates.h"
