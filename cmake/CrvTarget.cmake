@@ -14,7 +14,8 @@ function(crv_target target)
   if(MSVC)
     target_compile_options(${target} PRIVATE /fp:precise)
   else()
-    target_compile_options(${target} PRIVATE -ffp-contract=off -fno-builtin-pow -fno-math-errno -fno-trapping-math)
+    target_compile_options(${target} PRIVATE
+      -ffp-contract=off -fno-builtin-pow -fno-math-errno -fno-trapping-math)
   endif()
 
   crv_warnings(${target})
