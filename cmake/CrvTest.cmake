@@ -18,5 +18,5 @@ function(crv_add_tests program folder)
   gtest_discover_tests(${program}
     TEST_PREFIX "${CRV_TEST_PREFIX}"
     DISCOVERY_TIMEOUT 60
-    PROPERTIES TIMEOUT 300)
+    PROPERTIES TIMEOUT 600)
 endfunction()
