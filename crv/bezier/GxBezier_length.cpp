@@ -79,8 +79,9 @@ double splitAtFixedLength(PlainSegment const& s, double distance, int steps, dou
     double const excess = crv::internal::distance(anchor, s.point(middle)) - distance;
     if (std::fabs(excess) <= kDistanceTolerance || steps > kMaxSteps) return middle;
     double& narrowed = excess <= 0.0 ? nearEnd : farEnd;
-    if (narrowed == middle) return middle;  // adjacent doubles: there is nothing left to halve
+    bool const settled = narrowed == middle;  // adjacent doubles: there is nothing left to halve
     narrowed = middle;
+    if (settled) return middle;
     ++steps;
   }
   return nearEnd;
