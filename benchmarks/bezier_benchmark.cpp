@@ -131,4 +131,63 @@ BENCHMARK_CAPTURE(polylineByHalving, font_tolerance_0_1, "font", 0.1);
 BENCHMARK_CAPTURE(polylineByHalving, font_tolerance_0_01, "font", 0.01);
 BENCHMARK_CAPTURE(polylineByHalving, random_tolerance_0_1, "random", 0.1);
 
+void crossings(benchmark::State& state, std::string const& set) {
+  std::vector<Row> const& rows = bench::rows(set);
+  std::vector<bench::Pair> const& pairs = bench::pairs(set);
+  for (auto _ : state) {
+    for (bench::Pair const& pair : pairs) {
+      GxList<double> first;
+      GxList<double> second;
+      GxBezier segment = rows[pair.first].segment;
+      benchmark::DoNotOptimize(segment.findIntersections(rows[pair.second].segment, first, second));
+    }
+  }
+  bench::perIteration(state, pairs.size());
+}
+BENCH(crossings);
+
+void crossingsWithALine(benchmark::State& state, char const* set) {
+  bench::overRows(state, set, [](Row const& row) {
+    GxList<double> segmentParams;
+    GxList<double> lineParams;
+    return row.segment.findYCStrongIntersection(row.lineStart, row.lineEnd, segmentParams,
+                                                lineParams);
+  });
+}
+BENCH(crossingsWithALine);
+
+void loop(benchmark::State& state, char const* set) {
+  bench::overRows(state, set, [](Row const& row) {
+    double t1 = 0.0;
+    double t2 = 0.0;
+    return GxBezier(row.segment).isSelfIntersect(t1, t2) + t1;
+  });
+}
+BENCH(loop);
+
+void closestSamples(benchmark::State& state, std::string const& set) {
+  std::vector<Row> const& rows = bench::rows(set);
+  std::vector<bench::Pair> const& pairs = bench::pairs(set);
+  for (auto _ : state) {
+    for (bench::Pair const& pair : pairs) {
+      double t1 = 0.0;
+      double t2 = 0.0;
+      GxBezier segment = rows[pair.first].segment;
+      benchmark::DoNotOptimize(segment.findClosestPoints(rows[pair.second].segment, t1, t2));
+    }
+  }
+  bench::perIteration(state, pairs.size());
+}
+BENCH(closestSamples);
+
+void nextParameter(benchmark::State& state, char const* set) {
+  bench::overRows(state, set, [](Row const& row) {
+    double t = 0.0;
+    double const distance = 0.25 * row.arcLength;
+    row.segment.findNextPos(t, 0.0, distance * distance, 1);
+    return t;
+  });
+}
+BENCH(nextParameter);
+
 }  // namespace

@@ -7,7 +7,7 @@ namespace {
 
 using Point = GxCoord<double>;
 
-/// The first 1,000 points of every coastline and more, as chains of segments.
+/// The coastlines as chains of segments.
 std::vector<GxBezierCurve> const& chains() {
   static std::vector<GxBezierCurve> const all = [] {
     std::vector<GxBezierCurve> made;
@@ -86,5 +86,65 @@ void curveByHalving(benchmark::State& state) {
   });
 }
 BENCHMARK(curveByHalving);
+
+void nearestOnACurve(benchmark::State& state) {
+  overChains(state, [](GxBezierCurve& curve) {
+    GxBezierCurvePosition pos;
+    curve.findNearestPointPos(curve[static_cast<int>(curve.length() / 2)][1], pos);
+    return pos.getTValue();
+  });
+}
+BENCHMARK(nearestOnACurve);
+
+void orientation(benchmark::State& state) {
+  overChains(state, [](GxBezierCurve& curve) {
+    int valid = 0;
+    return curve.isClockwise(valid) + valid;
+  });
+}
+BENCHMARK(orientation);
+
+void offsetACurve(benchmark::State& state, int mode) {
+  overChains(state, [mode](GxBezierCurve& curve) {
+    GxBezierCurve copy(curve);
+    copy.offset(2.0, 1, mode);
+    return copy.length();
+  });
+}
+BENCHMARK_CAPTURE(offsetACurve, plain, 0);
+BENCHMARK_CAPTURE(offsetACurve, cut_first, 1);
+
+void velocity(benchmark::State& state) {
+  overChains(state, [](GxBezierCurve const& curve) {
+    GxVector<double> in;
+    GxVector<double> out;
+    double sum = 0.0;
+    for (int i = 0; i < static_cast<int>(curve.length()); ++i) {
+      curve.getVelocityVectors(GxBezierCurvePosition(i, 0.0), in, out);
+      sum += in.xval() + out.yval();
+    }
+    return sum;
+  });
+}
+BENCHMARK(velocity);
+
+/// For one step of one unit along the chain of most segments, from its start and from its middle.
+void step(benchmark::State& state, double startShare) {
+  GxBezierCurve const* longest = &chains().front();
+  for (GxBezierCurve const& curve : chains()) {
+    if (curve.length() > longest->length()) longest = &curve;
+  }
+  int const n = static_cast<int>(longest->length());
+  constexpr int kSteps = 20;
+  for (auto _ : state) {
+    GxBezierCurvePosition pos(static_cast<int>(n * startShare), 0.0);
+    for (int i = 0; i < kSteps; ++i) {
+      if (longest->findNextPos(pos, pos, 1.0, 1, 0) != 0) state.SkipWithError("the walk ended");
+    }
+  }
+  bench::perIteration(state, kSteps);
+}
+BENCHMARK_CAPTURE(step, at_the_start, 0.0);
+BENCHMARK_CAPTURE(step, from_the_middle, 0.5);
 
 }  // namespace
