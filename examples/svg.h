@@ -39,6 +39,7 @@ struct Box {
   double minX, minY, maxX, maxY;
   double width() const { return maxX - minX; }
   double height() const { return maxY - minY; }
+  GxCoord<double> middle() const { return {minX + width() / 2, minY + height() / 2}; }
 };
 
 /// The box of one or more points.
@@ -53,6 +54,8 @@ inline Box boxOf(Points const& points) {
   return box;
 }
 
+constexpr double kLegendPitch = 21;  // pixels
+
 struct LegendRow {
   std::string look;
   std::string words;
@@ -61,11 +64,13 @@ struct LegendRow {
 
 class Page {
  public:
-  Page(double width, double height) : width_(width), height_(height) {
+  explicit Page(double width, double height = 0) : width_(width), height_(height) {
     body_.imbue(std::locale::classic());
     body_.setf(std::ios::fixed);
     body_.precision(2);
   }
+
+  void setHeight(double height) { height_ = height; }
 
   /// From here on shapes are drawn in this rectangle of the page, with the box in its middle.
   void view(Box const& box, Box const& rectangle, double margin = 12) {
@@ -75,12 +80,18 @@ class Page {
     double const high = max(box.height(), 1e-300);
     scale_ = min((area_.width() - 2 * margin) / wide, (area_.height() - 2 * margin) / high);
     if (!(scale_ < 1e300)) scale_ = 1;  // a single point has no size
-    middle_ = GxCoord<double>(box.minX + box.width() / 2, box.minY + box.height() / 2);
+    middle_ = box.middle();
     body_ << "<svg x=\"" << area_.minX << "\" y=\"" << area_.minY << "\" width=\"" << area_.width()
           << "\" height=\"" << area_.height() << "\">\n";
     inView_ = true;
   }
   void view(Box const& box) { view(box, {0, 0, width_, height_}, 24); }
+
+  /// Where a point lies in the rectangle, in pixels.
+  GxCoord<double> onPage(GxCoord<double> const& p) const {
+    GxVector<double> const v = (p - middle_) * scale_;
+    return {area_.width() / 2 + v.xval(), area_.height() / 2 - v.yval()};
+  }
 
   /// Pixels for one curve unit.
   double scale() const { return scale_; }
@@ -163,7 +174,7 @@ class Page {
       text(x + 32, y + 4.5, row.words);
       body_ << "<path style=\"" << row.look << "\" d=\"M" << x + (22 - row.length) / 2 << " " << y
             << "h" << row.length << "\"/>\n";
-      y += 21;
+      y += kLegendPitch;
     }
   }
 
@@ -172,7 +183,8 @@ class Page {
     endView();
     std::ostringstream head;
     head.imbue(std::locale::classic());
-    head << "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 " << width_ << " " << height_
+    head << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" << width_ << "\" height=\""
+         << height_ << "\" viewBox=\"0 0 " << width_ << " " << height_
          << "\" font-family=\"Helvetica,Arial,sans-serif\" font-size=\"13\" fill=\"none\" "
             "stroke-linecap=\"round\" stroke-linejoin=\"round\">\n"
             "<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n";
@@ -180,11 +192,6 @@ class Page {
   }
 
  private:
-  GxCoord<double> onPage(GxCoord<double> const& p) const {
-    GxVector<double> const v = (p - middle_) * scale_;
-    return {area_.width() / 2 + v.xval(), area_.height() / 2 - v.yval()};
-  }
-
   std::ostream& put(char const* command, GxCoord<double> const& p) {
     GxCoord<double> const place = onPage(p);
     return body_ << command << place.xval() << " " << place.yval();
@@ -228,6 +235,8 @@ class Page {
     std::error_code error;
     fs::path const target = fs::exists(file, error) ? fs::canonical(file, error) : fs::path(file);
     bool const inPlace = fs::exists(target, error) && !fs::is_regular_file(target, error);
+    if (!inPlace && fs::exists(target, error) && !std::ofstream(target, std::ios::app))
+      return false;
     fs::path scratch = target;
     if (!inPlace) scratch += ".part";
     std::ofstream out(scratch, std::ios::binary);
