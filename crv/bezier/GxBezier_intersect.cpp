@@ -27,22 +27,31 @@ constexpr double kDeviationOverTolerance = 17377.85622528;
 constexpr long kMaxPairs = 1L << 26;
 constexpr int kMaxDepth = 1100;
 
-/// The part [lo, hi] of a segment, still to be halved depth times.
+// Halved pieces kept at hand, 36 kilobytes: enough for four ordinary crossings.
+constexpr int kMaxKept = 128;
+
+struct Halves;
+
+/// The part [lo, hi] of a segment, still to be halved depth times; its halves once they are made.
 struct Piece {
   PlainPoint p[4];
   crv::internal::Box box;
   double lo, hi;
   int depth;
+  Halves* halves;
 };
 
 Piece pieceOf(GxBezier const& s, double lo, double hi, int depth) {
   PlainSegment const plain(s);
   PlainPoint const* const p = plain.points();
-  return {{p[0], p[1], p[2], p[3]}, crv::internal::hullOf(p), lo, hi, min(depth, kMaxDepth)};
+  return {
+      {p[0], p[1], p[2], p[3]}, crv::internal::hullOf(p), lo, hi, min(depth, kMaxDepth), nullptr};
 }
 
 struct Halves {
-  explicit Halves(Piece const& piece) {
+  Piece left, right;
+
+  void make(Piece const& piece) {
     crv::internal::splitCubic(piece.p, 0.5, left.p, right.p);
     left.box = crv::internal::hullOf(left.p);
     right.box = crv::internal::hullOf(right.p);
@@ -50,9 +59,8 @@ struct Halves {
     right.hi = piece.hi;
     left.hi = right.lo = (piece.lo + piece.hi) * 0.5;
     left.depth = right.depth = piece.depth - 1;
+    left.halves = right.halves = nullptr;
   }
-
-  Piece left, right;
 };
 
 /// Crosses the segments p0-p1 and q0-q1, ends included: the fractions along both.
@@ -75,31 +83,52 @@ class Search {
  public:
   Search(GxList<double>& aParams, GxList<double>& bParams) : aParams_(aParams), bParams_(bParams) {}
 
-  void meet(Piece const& a, Piece const& b) {
+  void meet(Piece& a, Piece& b) {
     if (pairs_ == kMaxPairs) return;
     ++pairs_;
     if (a.depth < 1 && b.depth < 1) {
       meetChords(a, b);
     } else if (a.depth < 1) {
-      Halves const bHalves(b);
+      Halves scratch;
+      Halves& bHalves = halvesOf(b, scratch);
       meetIfOverlapping(a, bHalves.left);
       meetIfOverlapping(a, bHalves.right);
     } else if (b.depth < 1) {
-      Halves const aHalves(a);
+      Halves scratch;
+      Halves& aHalves = halvesOf(a, scratch);
       meetIfOverlapping(aHalves.left, b);
       meetIfOverlapping(aHalves.right, b);
     } else {
-      Halves const aHalves(a);
-      Halves const bHalves(b);
-      meetIfOverlapping(aHalves.left, bHalves.left);
-      meetIfOverlapping(aHalves.right, bHalves.left);
-      meetIfOverlapping(aHalves.left, bHalves.right);
-      meetIfOverlapping(aHalves.right, bHalves.right);
+      meetHalves(a, b);
     }
   }
 
  private:
-  void meetIfOverlapping(Piece const& a, Piece const& b) {
+  void meetHalves(Piece& a, Piece& b) {
+    Halves aScratch;
+    Halves bScratch;
+    Halves& aHalves = halvesOf(a, aScratch);
+    Halves& bHalves = halvesOf(b, bScratch);
+    meetIfOverlapping(aHalves.left, bHalves.left);
+    meetIfOverlapping(aHalves.right, bHalves.left);
+    meetIfOverlapping(aHalves.left, bHalves.right);
+    meetIfOverlapping(aHalves.right, bHalves.right);
+  }
+
+  /// The halves of a piece, made once and kept for the other pairs it is in; when there are too
+  /// many to keep, made in scratch.
+  Halves& halvesOf(Piece& piece, Halves& scratch) {
+    if (piece.halves != nullptr) return *piece.halves;
+    if (keptCount_ == kMaxKept) {
+      scratch.make(piece);
+      return scratch;
+    }
+    piece.halves = &kept_[keptCount_++];
+    piece.halves->make(piece);
+    return *piece.halves;
+  }
+
+  void meetIfOverlapping(Piece& a, Piece& b) {
     if (crv::internal::overlap(a.box, b.box)) meet(a, b);
   }
 
@@ -113,6 +142,8 @@ class Search {
   GxList<double>& aParams_;
   GxList<double>& bParams_;
   long pairs_ = 0;
+  Halves kept_[kMaxKept];
+  int keptCount_ = 0;
 };
 
 /// The number of halvings after which every piece is as flat as wanted.
@@ -181,7 +212,9 @@ int GxBezier::findIntersections(GxBezier const& other, GxList<GxCoord<double>>& 
 void GxBezier::recursivelyIntersect(GxBezier const& a, double a0, double a1, int aDepth,
                                     GxBezier const& b, double b0, double b1, int bDepth,
                                     GxList<double>& aParams, GxList<double>& bParams) {
-  Search(aParams, bParams).meet(pieceOf(a, a0, a1, aDepth), pieceOf(b, b0, b1, bDepth));
+  Piece aPiece = pieceOf(a, a0, a1, aDepth);
+  Piece bPiece = pieceOf(b, b0, b1, bDepth);
+  Search(aParams, bParams).meet(aPiece, bPiece);
 }
 
 int GxBezier::findCIntersectionParameters(GxBezier const& other, GxList<double>& thisParams,

@@ -9,16 +9,15 @@
 #include <vector>
 
 using crv::internal::PlainPoint;
-
-using crv::internal::PlainPoint;
 using crv::internal::PlainSegment;
 
 namespace {
 
 GxCoord<double> coord(PlainPoint const& p) { return {p.x, p.y}; }
 
-GxBezier segment(PlainPoint const* p) {
-  return {coord(p[0]), coord(p[1]), coord(p[2]), coord(p[3])};
+void assign(GxCoord<double>& to, PlainPoint const& from) {
+  to.xval() = from.x;
+  to.yval() = from.y;
 }
 
 }  // namespace
@@ -26,9 +25,10 @@ GxBezier segment(PlainPoint const* p) {
 GxBezier& GxBezier::split(GxBezier& right, double t) {
   PlainPoint leftPart[4];
   PlainPoint rightPart[4];
-  crv::internal::splitCubic(crv::internal::PlainSegment(*this).points(), t, leftPart, rightPart);
-  *this = segment(leftPart);
-  right = segment(rightPart);
+  crv::internal::splitCubic(PlainSegment(*this).points(), t, leftPart, rightPart);
+  for (int i = 0; i < 4; ++i) assign(points_[i], leftPart[i]);
+  // Deliberate: written last, so that a segment split into itself ends as its right part.
+  for (int i = 0; i < 4; ++i) assign(right.points_[i], rightPart[i]);
   return *this;
 }
 

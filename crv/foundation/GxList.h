@@ -190,12 +190,12 @@ T& GxList<T>::insert(T const& value, int index) {
 template <class T>
 void GxList<T>::removeByIndex(int index) {
   if (cursor_ == nullptr) return;
-  Node* const victim =
-      index == -1 ? cursor_ : nodeAt(index < 0 ? 0u : static_cast<unsigned>(index));
+  unsigned const i = index < 0 ? 0u : static_cast<unsigned>(index);
+  Node* const victim = index == -1 ? cursor_ : nodeAt(i);
   if (victim == cursor_) {
     cursor_ = victim->next;
     if (cursor_ == head_) index_ = 0;
-  } else if (index < 0 || static_cast<unsigned>(index) < index_) {
+  } else if (i < index_) {
     // Deliberate: the index as given is compared, not the wrapped one.
     --index_;
   }
