@@ -9,6 +9,7 @@
 #include "crv/foundation/tolerance.h"
 
 #include <cmath>
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -132,26 +133,63 @@ struct Controls {
     for (int i = 0; i < 4; ++i) {
       x[i] = s[i].xval();
       y[i] = s[i].yval();
+      size += std::fabs(x[i]) + std::fabs(y[i]);
     }
   }
 
   double x[4];
   double y[4];
+  double size = 0.0;  // what rounding errors are relative to
 };
 
-/// The squared distance from p to the segment's point at t.
-double squaredError(Controls const& c, GxCoord<double> const& p, double t) {
-  double const s = 1.0 - t;
-  // Exact form: what blendValue gives; powers to 0 and 1 and factors of 1 change no bit and are
-  // left out, but the power function is not a product.
-  double const b0 = std::pow(s, 3.0);
-  double const b1 = 3.0 * std::pow(s, 2.0) * t;
-  double const b2 = 3.0 * s * std::pow(t, 2.0);
-  double const b3 = std::pow(t, 3.0);
-  double const dx = (b0 * c.x[0] + b1 * c.x[1] + b2 * c.x[2] + b3 * c.x[3]) - p.xval();
-  double const dy = (b0 * c.y[0] + b1 * c.y[1] + b2 * c.y[2] + b3 * c.y[3]) - p.yval();
-  return dx * dx + dy * dy;
-}
+/// Squared distances from points to a segment's points at their parameters.
+class ErrorMeasure {
+ public:
+  explicit ErrorMeasure(GxBezier const& segment)
+      : c_(segment), slack_(c_.size * kRounding + kTiny) {}
+
+  double squaredError(GxCoord<double> const& p, double t) {
+    // The points that a segment does not pass have one parameter: their powers are made once.
+    if (t != t_) {
+      double const s = 1.0 - t;
+      // Exact form: what blendValue gives; powers to 0 and 1 and factors of 1 change no bit and are
+      // left out, but the power function is not a product.
+      b_[0] = std::pow(s, 3.0);
+      b_[1] = 3.0 * std::pow(s, 2.0) * t;
+      b_[2] = 3.0 * s * std::pow(t, 2.0);
+      b_[3] = std::pow(t, 3.0);
+      t_ = t;
+    }
+    double const dx = blended(c_.x, b_) - p.xval();
+    double const dy = blended(c_.y, b_) - p.yval();
+    return dx * dx + dy * dy;
+  }
+
+  /// True only if squaredError is below d; told without the power function.
+  bool isBelow(double d, GxCoord<double> const& p, double t) const {
+    if (!(0.0 <= t && t <= 1.0)) return false;
+    double const s = 1.0 - t;
+    double const b[4] = {s * s * s, 3.0 * s * s * t, 3.0 * s * t * t, t * t * t};
+    double const dx = std::fabs(blended(c_.x, b) - p.xval()) * (1.0 + kRounding) + slack_;
+    double const dy = std::fabs(blended(c_.y, b) - p.yval()) * (1.0 + kRounding) + slack_;
+    return dx * dx + dy * dy < d;
+  }
+
+ private:
+  // Relative: some hundred times what the two ways to the weights can differ by.
+  static constexpr double kRounding = 1e-13;
+  // Curve units: covers what is lost below the range of exponents.
+  static constexpr double kTiny = 1e-300;
+
+  static double blended(double const* k, double const* b) {
+    return b[0] * k[0] + b[1] * k[1] + b[2] * k[2] + b[3] * k[3];
+  }
+
+  Controls const c_;
+  double const slack_;
+  double t_ = std::numeric_limits<double>::quiet_NaN();
+  double b_[4] = {};
+};
 
 /// The inner point farthest from a segment, and its squared distance.
 struct Worst {
@@ -170,12 +208,63 @@ template <class Points>
 Worst worstPoint(Points const& points, unsigned first, unsigned last, double const* u,
                  GxBezier const& segment) {
   Worst worst;
-  Controls const controls(segment);
+  ErrorMeasure measure(segment);
   for (unsigned i = first + 1; i < last; ++i) {
-    worst.offer(squaredError(controls, points[i], u[i - first]), i);
+    GxCoord<double> const& p = points[i];
+    double const t = u[i - first];
+    if (!measure.isBelow(worst.error, p, t)) worst.offer(measure.squaredError(p, t), i);
   }
   return worst;
 }
+
+/// Boxes around pieces of a segment: what lies in none of them is not passed by the segment.
+class Surroundings {
+ public:
+  Surroundings(GxBezier const& segment, unsigned points)
+      : pieces_(points < kMost ? points : kMost) {
+    Controls const c(segment);
+    double const rounding = c.size * kRounding;
+    double const step = 1.0 / pieces_;
+    double const reachX = kPassesPoint + rounding + bend(c.x, step);
+    double const reachY = kPassesPoint + rounding + bend(c.y, step);
+    GxCoord<double> from = segment[0];
+    for (unsigned i = 0; i < pieces_; ++i) {
+      GxCoord<double> const to = segment.bValue(i + 1 == pieces_ ? 1.0 : (i + 1) * step);
+      centreX_[i] = from.xval() * 0.5 + to.xval() * 0.5;
+      centreY_[i] = from.yval() * 0.5 + to.yval() * 0.5;
+      halfX_[i] = std::fabs(to.xval() - from.xval()) * 0.5 + reachX;
+      halfY_[i] = std::fabs(to.yval() - from.yval()) * 0.5 + reachY;
+      from = to;
+    }
+  }
+
+  bool excludes(GxCoord<double> const& p) const {
+    for (unsigned i = 0; i < pieces_; ++i) {
+      bool const outside = std::fabs(p.xval() - centreX_[i]) > halfX_[i] ||
+                           std::fabs(p.yval() - centreY_[i]) > halfY_[i];
+      if (!outside) return false;
+    }
+    return true;
+  }
+
+ private:
+  static constexpr unsigned kMost = 24;
+  // Relative: some hundred times the rounding errors of the segment's points.
+  static constexpr double kRounding = 1e-13;
+
+  /// The most that a piece strays from its chord: an eighth of the second derivative's maximum.
+  static double bend(double const* k, double step) {
+    double const start = std::fabs(k[0] - 2.0 * k[1] + k[2]);
+    double const end = std::fabs(k[1] - 2.0 * k[2] + k[3]);
+    return 6.0 * max(start, end) * step * step / 8.0;
+  }
+
+  unsigned const pieces_;
+  double centreX_[kMost];
+  double centreY_[kMost];
+  double halfX_[kMost];
+  double halfY_[kMost];
+};
 
 /// Fits all points of an array.
 class Fitter {
@@ -277,7 +366,7 @@ Worst Fitter::fitByChordLength(Range const& r) {
   segment_ = leastSquaresSegment(points_, u_.data(), r.first, end, r.tHat1, r.tHat2);
   Worst worst = worstPoint(points_, r.first, end, u_.data(), segment_);
   if (end != r.last) {
-    worst.offer(squaredError(Controls(segment_), points_[end], u_[end - r.first]), r.last - 1);
+    worst.offer(ErrorMeasure(segment_).squaredError(points_[end], u_[end - r.first]), r.last - 1);
   }
   return worst;
 }
@@ -286,10 +375,12 @@ Worst Fitter::fitByChordLength(Range const& r) {
 /// segment that fits comes of it. Worst is that of the last round.
 bool Fitter::fitByBetterParameters(Range const& r, Worst& worst) {
   for (int round = 0; round < kMaxRounds; ++round) {
+    Surroundings const surroundings(segment_, r.last - r.first + 1);
     for (unsigned i = r.first; i <= r.last; ++i) {
       double& u = u_[i - r.first];
       // Deliberate: -1.0, for a point that the segment does not pass, is used as a parameter.
-      u = segment_.findParameter(points_[i], u, kPassesPoint);
+      u = surroundings.excludes(points_[i]) ? -1.0
+                                            : segment_.findParameter(points_[i], u, kPassesPoint);
     }
     segment_ = leastSquaresSegment(points_, u_.data(), r.first, r.last, r.tHat1, r.tHat2);
     worst = worstPoint(points_, r.first, r.last, u_.data(), segment_);
