@@ -55,6 +55,14 @@ GxVector<double> innerTangent(GxCoord<double> const& before, GxCoord<double> con
   return unitOrZero(((before - p) + (p - after)) * 0.5);
 }
 
+/// Finite and equal down to the signs of zeros, so that either may stand for the other.
+bool isSamePoint(GxCoord<double> const& p, GxCoord<double> const& q) {
+  auto const same = [](double a, double b) {
+    return a - b == 0.0 && std::signbit(a) == std::signbit(b);
+  };
+  return same(p.xval(), q.xval()) && same(p.yval(), q.yval());
+}
+
 double thirdOfChord(GxCoord<double> const& p0, GxCoord<double> const& p3) {
   return p3.distance(p0) * kHandleFraction;
 }
@@ -301,10 +309,8 @@ Fitter::Fitter(std::vector<GxCoord<double>> points, double error, GxList<GxBezie
       runStart_(points_.size()),
       u_(points_.size()) {
   for (unsigned i = 1; i < points_.size(); ++i) {
-    GxVector<double> const d = points_[i] - points_[i - 1];
-    bool const same = d.xval() == 0.0 && d.yval() == 0.0;
-    runStart_[i] = same ? runStart_[i - 1] : i;
-    chords_[i] = d.length();
+    runStart_[i] = isSamePoint(points_[i], points_[i - 1]) ? runStart_[i - 1] : i;
+    chords_[i] = points_[i].distance(points_[i - 1]);
   }
 }
 

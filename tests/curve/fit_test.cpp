@@ -1,0 +1,319 @@
+// Fitting segments to digitised points.
+#include "crv/crv.h"
+#include "tests/support/data.h"
+#include "tests/support/expect.h"
+#include "tests/support/open.h"
+#include "tests/support/shapes.h"
+
+#include <cmath>
+#include <initializer_list>
+#include <limits>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Point = GxCoord<double>;
+using Points = GxList<Point>;
+using Vector = GxVector<double>;
+using support::OpenCurve;
+
+double const kInf = std::numeric_limits<double>::infinity();
+double const kNaN = std::numeric_limits<double>::quiet_NaN();
+
+Points pointsOf(std::initializer_list<Point> points) {
+  Points list;
+  for (Point const& p : points) list.add(p);
+  return list;
+}
+
+Points repeated(Point const& p, int n) {
+  Points list;
+  for (int i = 0; i < n; ++i) list.add(p);
+  return list;
+}
+
+/// The fit in its plainest form: recursive, with all arrays, looking at every point of a range.
+class PlainFit : public OpenCurve {
+ public:
+  PlainFit(Points const& points, double error) : points_(points), error_(error) {
+    unsigned const last = points.length() - 1;
+    fit(0, last, findTangent(&points, 0), findTangent(&points, last));
+  }
+
+ private:
+  void fit(unsigned first, unsigned last, Vector const& tHat1, Vector const& tHat2) {
+    if (last - first == 1) {
+      bezierPolyFit(&points_, first, last, tHat1, tHat2, error_);
+      return;
+    }
+    std::vector<double> u(1, 0.0);
+    for (unsigned i = first + 1; i <= last; ++i) {
+      u.push_back(u.back() + points_[i].distance(points_[i - 1]));
+    }
+    double const total = u.back();
+    for (double& t : u) t = IS_ZERO(total, 1e-9) ? t : t / total;
+
+    GxBezier s;
+    int split = 0;
+    auto const measure = [&] {
+      findSegment(&points_, u.data(), first, last, tHat1, tHat2, s);
+      return leastSquareErr(&points_, first, last, u.data(), s, split);
+    };
+    double worst = measure();
+    bool accepted = worst < error_;
+    if (accepted) {
+      unsigned const at = static_cast<unsigned>(split);
+      accepted = split < 0 || (at != first + 1 && at != last - 1);
+    } else if (worst < error_ * error_) {
+      for (int round = 0; round < 4 && !accepted; ++round) {
+        for (unsigned i = first; i <= last; ++i) {
+          u[i - first] = s.findParameter(points_[i], u[i - first], 0.5);
+        }
+        worst = measure();
+        accepted = worst < error_;
+      }
+    }
+    if (accepted || split < 0) {
+      getSegments().add(s);
+      return;
+    }
+    Vector const centre = findTangent(&points_, static_cast<unsigned>(split));
+    fit(first, static_cast<unsigned>(split), tHat1, centre);
+    fit(static_cast<unsigned>(split), last, -centre, tHat2);
+  }
+
+  Points const& points_;
+  double error_;
+};
+
+void expectPlainFit(Points const& points, double error) {
+  SCOPED_TRACE(testing::Message() << points.length() << " points, error " << error);
+  GxBezierCurve const curve(&points, error);
+  PlainFit const plain(points, error);
+  ASSERT_EQ(curve.length(), plain.length());
+  for (int i = 0; i < static_cast<int>(curve.length()); ++i) EXPECT_BITS(curve[i], plain[i]);
+}
+
+TEST(GxBezierCurveFit, StaysWithinTheToleranceAndSmoothOnRealStrokes) {
+  for (char const* name :
+       {"glyph-script-r", "pen-waves", "pen-hatching", "pad-scribble", "island-malta"}) {
+    Points const points = support::stroke(name);
+    for (double const error : {0.25, 1.0, 4.0, 100.0}) {
+      SCOPED_TRACE(testing::Message() << name << ", error " << error);
+      GxBezierCurve const curve(&points, error);
+      int const n = static_cast<int>(curve.length());
+      EXPECT_EQ(curve.strictIsClosed(), 0);
+      EXPECT_BITS(curve[0][0], points[0]);
+      EXPECT_BITS(curve[n - 1][3], points[points.length() - 1]);
+      for (int i = 1; i < n; ++i) {
+        EXPECT_BITS(curve[i - 1][3], curve[i][0]);
+        Vector const in = curve[i - 1][3] - curve[i - 1][2];
+        Vector const out = curve[i][1] - curve[i][0];
+        double const lengths = in.length() * out.length();
+        if (lengths < 1e-6) continue;  // no handles, no direction
+        EXPECT_NEAR(in.cross(out) / lengths, 0.0, 1e-6) << "at join " << i;
+        EXPECT_GT(in * out, 0.0) << "at join " << i;
+      }
+      for (unsigned k = 0; k < points.length(); ++k) {
+        double best = kInf;
+        for (int i = 0; i < n; ++i) {
+          double t = 0.0;
+          curve[i].findNearestPointTValue(points[k], t);
+          best = min(best, points[k].distance(curve[i].bValue(t)));
+        }
+        EXPECT_LT(best, std::sqrt(error)) << "at point " << k;
+      }
+    }
+  }
+}
+
+TEST(GxBezierCurveFit, FindsTheSegmentThatPointsWereTakenFrom) {
+  GxBezier const s = support::sShape();
+  Points points;
+  std::vector<double> u;
+  for (double t = 0.0; t <= 1.0; t += 0.0625) {
+    u.push_back(t);
+    points.add(s.bValue(t));
+  }
+  GxBezier found;
+  OpenCurve().findSegment(&points, u.data(), 0, 16, s.dValue(0).normalize(),
+                          -s.dValue(1).normalize(), found);
+  for (int i = 0; i < 4; ++i) EXPECT_NEAR_POINT(found[i], s[i], 1e-9);
+}
+
+TEST(GxBezierCurveFit, UsesThirdsOfTheChordWhenAHandleWouldBeNegative) {
+  Points const points = pointsOf({{0, 0}, {3, -5}, {9, 0}});
+  double const u[] = {0.0, 0.5, 1.0};
+  GxBezier found;
+  OpenCurve().findSegment(&points, u, 0, 2, Vector(0, 1), Vector(1, 0), found);
+  EXPECT_BITS(found, support::bezier(0, 0, 0, 3, 12, 0, 9, 0));
+}
+
+TEST(GxBezierCurveFit, MeasuresWithTheBitsOfBlendValueAndTheLastOfEqualsWins) {
+  support::Random random(2);
+  for (int round = 0; round < 400; ++round) {
+    bool const grid = round % 2 == 0;
+    GxBezier const s = grid ? random.gridSegment(3) : random.segment(1000);
+    Points points;
+    std::vector<double> u;
+    for (int i = 0; i < 30; ++i) {
+      double const t = grid ? random.whole(0, 8) / 8.0 : random.uniform(0, 1);
+      u.push_back(random.whole(0, 5) == 0 ? -1.0 : t);
+      Point const near = s.bValue(t) + Vector(random.uniform(-1, 1), 0.5);
+      points.add(random.whole(0, 1) == 0 ? s.bValue(t) : near);
+    }
+    double worst = 0.0;
+    int at = -1;
+    for (int i = 1; i < 29; ++i) {
+      double x = 0.0;
+      double y = 0.0;
+      for (int j = 0; j < 4; ++j) {
+        double const weight = blendValue(u[static_cast<std::size_t>(i)], j, 3);
+        x += weight * s[j].xval();
+        y += weight * s[j].yval();
+      }
+      double const d = Point(x, y).squaredDistance(points[static_cast<unsigned>(i)]);
+      if (d >= worst) at = i;
+      if (d >= worst) worst = d;
+    }
+    int split = 0;
+    EXPECT_BITS(OpenCurve().leastSquareErr(&points, 0, 29, u.data(), s, split), worst);
+    EXPECT_EQ(split, at);
+  }
+  Points const nowhere = repeated(Point(kNaN, 0), 5);
+  double const u[5] = {};
+  int split = 0;
+  EXPECT_EQ(OpenCurve().leastSquareErr(&nowhere, 0, 4, u, support::loop(), split), 0.0);
+  EXPECT_EQ(split, -1);
+}
+
+TEST(GxBezierCurveFit, GivesTheBitsOfThePlainRecursion) {
+  support::Random random(3);
+  double const errors[] = {0.0, 0.3, 1.0, 2.5, 9.0, 400.0, -4.0, -0.0, kNaN, kInf};
+  for (int round = 0; round < 600; ++round) {
+    // Walks on a grid: runs of equal points and straight stretches abound, and zeros of both signs.
+    Points points;
+    Point p(0, 0);
+    int const n = random.whole(2, 60);
+    int const size = round % 3 == 0 ? 1 : round % 3 == 1 ? 12 : 900;
+    while (static_cast<int>(points.length()) < n) {
+      p += Vector(random.whole(-size, size), random.whole(-1, size));
+      if (random.whole(0, 4) == 0) p = Point(0.0, -0.0);
+      for (int k = random.whole(0, 3) == 0 ? random.whole(1, 9) : 1; k > 0; --k) points.add(p);
+    }
+    expectPlainFit(points, errors[round % 10]);
+  }
+  for (char const* name : {"pen-sweeps", "gps-sailing", "island-sri-lanka"}) {
+    for (double const error : {0.5, 4.0, 100.0}) expectPlainFit(support::stroke(name), error);
+  }
+}
+
+TEST(GxBezierCurveFit, EqualPointsBecomePiecesWithoutHandles) {
+  for (double const error : {0.0, 0.25, 5.0, -5.0, kNaN}) {
+    for (int n = 2; n < 7; ++n) expectPlainFit(repeated(Point(-0.0, 7), n), error);
+    Points arrival = pointsOf({{3, 0}, {0, 0}});
+    for (int n = 0; n < 6; ++n) {
+      arrival.add(Point(0, 0));
+      expectPlainFit(arrival, error);
+    }
+  }
+}
+
+TEST(GxBezierCurveFit, SplitsAGoodFitNextToAnEnd) {
+  Points const straight = pointsOf({{0, 0}, {3, 0}, {6, 0}});
+  GxBezierCurve curve(&straight, 100.0);
+  ASSERT_EQ(curve.length(), 2u) << "three points always become two pieces";
+  EXPECT_BITS(curve[0], support::bezier(0, 0, 1, 0, 2, 0, 3, 0));
+  EXPECT_BITS(curve[1], support::bezier(3, 0, 4, 0, 5, 0, 6, 0));
+
+  curve.setStrictIsClosed(1);
+  Points const two = pointsOf({{6, 0}, {6, 9}});
+  curve.makeBezierPolyFit(&two, 1.0);
+  ASSERT_EQ(curve.length(), 3u) << "fitting appends";
+  EXPECT_BITS(curve[2], support::bezier(6, 0, 6, 3, 6, 6, 6, 9));
+  EXPECT_EQ(curve.strictIsClosed(), 0);
+}
+
+TEST(GxBezierCurveFit, DoesNothingWithoutTwoPoints) {
+  OpenCurve curve;
+  curve.setStrictIsClosed(1);
+  Points points;
+  curve.makeBezierPolyFit(nullptr, 1.0);
+  curve.makeBezierPolyFit(&points, 1.0);
+  points.add(Point(1, 1));
+  curve.makeBezierPolyFit(&points, 1.0);
+  points.add(Point(2, 1));
+  curve.bezierPolyFit(&points, 1, 1, Vector(), Vector(), 1.0);
+  curve.bezierPolyFit(&points, 0, 2, Vector(), Vector(), 1.0);
+  EXPECT_EQ(curve.length(), 0u);
+  EXPECT_EQ(curve.strictIsClosed(), 1);
+}
+
+TEST(GxBezierCurveFit, AnswersForAHundredThousandPoints) {
+  int const n = 100000;
+  support::Random random(4);
+  Points noisy;
+  Points even;
+  Points arrival = pointsOf({{0, 0}, {1, 0}, {2, 0}});
+  for (int i = 0; i < n; ++i) {
+    even.add(Point(0.1 * i, 0.3 * i));
+    noisy.add(Point(0.1 * i + random.uniform(0, 1), 100 * std::sin(0.001 * i)));
+    arrival.add(Point(2, 0));
+  }
+  GxBezierCurve const wave(&noisy, 0.5);
+  EXPECT_GT(wave.length(), 1000u);
+  EXPECT_LE(GxBezierCurve(&even, 1.0).length(), 3u);
+  EXPECT_EQ(GxBezierCurve(&arrival, 2.0).length(), n + 2u);
+  Points const still = repeated(Point(5, -5), n);
+  GxBezierCurve const rest(&still, 2.0);
+  ASSERT_EQ(rest.length(), n - 1u);
+  EXPECT_BITS(rest[n / 2], support::pointLike(5, -5));
+}
+
+TEST(GxBezierCurveFit, AnswersForPointsThatAreNotNumbersAndForTheLargest) {
+  double const values[] = {kNaN, kInf, -kInf, 1e300, -1.7e308, 4e-324, 1.0, 0.0};
+  support::Random random(5);
+  for (int round = 0; round < 500; ++round) {
+    Points points;
+    int const n = random.whole(2, 12);
+    for (int i = 0; i < n; ++i) {
+      double const x = values[random.whole(0, 7)];
+      points.add(Point(x, round % 2 == 0 ? i : values[random.whole(0, 7)]));
+    }
+    for (double const error : {0.5, 4.0, 1e300, -3.0, kNaN, kInf}) {
+      GxBezierCurve const curve(&points, error);
+      EXPECT_GE(curve.length(), 1u);
+      EXPECT_LT(curve.length(), points.length());
+    }
+  }
+}
+
+TEST(GxBezierCurveFit, TangentsPointForwardsAtTheStartAndElseBackwards) {
+  Points const p = pointsOf({{0, 0}, {3, 4}, {3, 4}, {6, 8}, {0, 0}, {6, 8}, {6, 9}});
+  Vector const expected[] = {{0.6, 0.8}, {-0.6, -0.8}, {-0.6, -0.8}, {0.6, 0.8},
+                             {0, 0},     {-0.0, -1},   {0, -1}};
+  for (unsigned i : {0u, 1u, 2u, 4u, 6u}) {
+    Vector const v = OpenCurve().findTangent(&p, i);
+    EXPECT_NEAR(v.xval(), expected[i].xval(), 1e-15) << i;
+    EXPECT_NEAR(v.yval(), expected[i].yval(), 1e-15) << i;
+  }
+}
+
+TEST(GxBezierCurveFit, CollinearVectorsMayPointEitherWay) {
+  struct Case {
+    Vector b;
+    float degrees;
+    int expected;
+  };
+  Case const cases[] = {{{10, 1}, 6.0f, 1}, {{10, 1}, 5.0f, 0},   {{-10, 1}, 6.0f, 1},
+                        {{10, 0}, 0.0f, 0}, {{0, 1}, 89.0f, 0},   {{1e-10, 0}, 45.0f, 0},
+                        {{0, 1}, 90.1f, 1}, {{kNaN, 1}, 45.0f, 0}};
+  for (Case const& k : cases) {
+    EXPECT_EQ(OpenCurve().isCollinear(Vector(2, 0), k.b, k.degrees), k.expected)
+        << k.b.xval() << ' ' << k.b.yval() << ' ' << k.degrees;
+  }
+}
+
+}  // namespace
