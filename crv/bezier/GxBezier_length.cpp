@@ -99,7 +99,7 @@ double GxBezier::length(double startT) const {
   double previous = chordSum(s, kFirstChords, startT);
   double current = chordSum(s, chords, startT);
   for (int i = 0; i < kMaxDoublings; ++i) {
-    if (std::fabs(current - previous) <= kLengthTolerance) break;
+    if (std::fabs(current - previous) <= kLengthTolerance || std::isnan(current)) break;
     chords *= 2;
     previous = current;
     current = chordSum(s, chords, startT);

@@ -21,7 +21,7 @@ constexpr double kChordsPerUnit = 1.0 / 3.0;
 constexpr double kMargin = 1.05;
 
 // Guards: segments that a walk passes beyond two turns, and short chords taken on one segment.
-constexpr unsigned long kMaxExtraSegments = 4096;
+constexpr unsigned long kMaxExtraSegments = 1024;
 constexpr unsigned long kMaxChordsOnSegment = 65536;
 
 /// Measures a step along a straight line from the point at which the walk starts.
@@ -36,9 +36,12 @@ class FromStart {
                                 : s.findNextPos(t, startT, farT, squared, forward, *consumed_);
   }
 
-  /// Deliberate: what is left is reduced by the distance from the start of the whole walk, which is
-  /// not moved on from segment to segment.
-  void pass(GxCoord<double> const& end) { distance_ -= start_.distance(end); }
+  /// Goes on to the next segment; false when what is left is no distance that can be met.
+  bool pass(GxCoord<double> const& end) {
+    // Deliberate: measured from the start of the whole walk, which does not move on.
+    distance_ -= start_.distance(end);
+    return std::isfinite(distance_);
+  }
 
  private:
   GxCoord<double> start_;
@@ -55,7 +58,7 @@ class FromPoint {
   int search(GxBezier const& s, double& t, double startT, double farT, int forward) const {
     return s.findNextPosFromPoint(t, startT, farT, point_, squaredDistance_, forward);
   }
-  void pass(GxCoord<double> const& /*end*/) {}
+  bool pass(GxCoord<double> const& /*end*/) { return true; }
 
  private:
   GxCoord<double> point_;
@@ -113,7 +116,7 @@ int walk(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
       to = GxBezierCurvePosition(static_cast<int>(k), t);
       return kFound;
     }
-    measure.pass(segment[forward ? 3 : 0]);
+    if (!measure.pass(segment[forward ? 3 : 0])) break;
     startT = segmentStart;
     k = forward ? (k + 1) % n : (k + n - 1) % n;
   }

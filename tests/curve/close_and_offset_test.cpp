@@ -1,0 +1,314 @@
+// Orientation, closing, the parallel curve, and the curve against an interval of x.
+#include "crv/crv.h"
+#include "tests/support/data.h"
+#include "tests/support/expect.h"
+#include "tests/support/shapes.h"
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using support::bezier;
+using support::curveOf;
+using support::evenLine;
+using support::polygonalCurve;
+using Points = std::vector<GxCoord<double>>;
+
+char const* const kOutlines[] = {"bold-w-ends",
+                                 "italic-ampersand-outer-thirds",
+                                 "math-infinity-outer",
+                                 "roman-at-thirds",
+                                 "roman-capital-s-thirds",
+                                 "roman-g-outer",
+                                 "roman-o-inner",
+                                 "sans-k-thirds"};
+
+/// Twice the area within the polygon of sampled points, positive when it runs counter-clockwise.
+double signedArea(GxBezierCurve const& curve) {
+  double sum = 0.0;
+  for (int i = 0; i < static_cast<int>(curve.length()); ++i) {
+    for (int k = 0; k < 20; ++k) {
+      GxCoord<double> const p = curve[i].bValue(k / 20.0);
+      GxCoord<double> const q = curve[i].bValue((k + 1) / 20.0);
+      sum += p.xval() * q.yval() - p.yval() * q.xval();
+    }
+  }
+  return sum;
+}
+
+GxBezierCurve circle(double r) {
+  GxBezierCurve curve;
+  GxBezier arc = support::quarterArc(r);
+  for (int i = 0; i < 4; ++i) {
+    curve.getSegments().add(arc);
+    for (int k = 0; k < 4; ++k) arc[k] = GxCoord<double>(-arc[k].yval(), arc[k].xval());
+  }
+  return curve;
+}
+
+TEST(GxBezierCurveOrientation, AgreesWithTheAreaOfRealOutlines) {
+  for (std::string const name : kOutlines) {
+    SCOPED_TRACE(name);
+    GxBezierCurve curve = support::outline(name);
+    for (int turn = 0; turn < 2; ++turn) {
+      int valid = 0;
+      EXPECT_EQ(signedArea(curve) < 0, curve.isClockwise(valid) != 0);
+      EXPECT_EQ(1, valid);
+      EXPECT_EQ(0, curve.changeOrientation(signedArea(curve) > 0));  // the other way round
+    }
+    EXPECT_EQ(support::outline(name), curve);  // twice reversed
+    EXPECT_EQ(1, curve.strictIsClosed());
+  }
+}
+
+TEST(GxBezierCurveOrientation, FlatTopsStraightCurvesAndWhatHasNoTurn) {
+  struct Case {
+    char const* what;
+    GxBezierCurve curve;
+    int clockwise, valid;
+  };
+  // Its handles run beyond its ends: level all around, but no line.
+  GxBezier const level = bezier(0, 0, -10, 0, 40, 0, 30, 0);
+  Case const cases[] = {
+      {"empty", {}, 0, 0},
+      {"one line", polygonalCurve({{0, 0}, {5, 5}, {2, 2}}), 0, 1},
+      {"square", polygonalCurve({{0, 0}, {9, 0}, {9, 9}, {0, 9}, {0, 0}}), 0, 1},
+      {"square from its top", polygonalCurve({{9, 9}, {9, 0}, {0, 0}, {0, 9}, {9, 9}}), 1, 1},
+      {"top of two edges", polygonalCurve({{0, 0}, {9, 0}, {9, 9}, {5, 9}, {0, 9}, {0, 0}}), 0, 1},
+      {"circle", circle(100), 0, 1},
+      {"level for ever", curveOf({level, level}), 0, 0},
+  };
+  for (Case const& c : cases) {
+    SCOPED_TRACE(c.what);
+    GxBezierCurve curve(c.curve);
+    int valid = 7;
+    EXPECT_EQ(c.clockwise, curve.isClockwise(valid));
+    EXPECT_EQ(c.valid, valid);
+    EXPECT_EQ(c.valid ? 0 : -1, curve.changeOrientation(c.clockwise));
+    EXPECT_EQ(c.curve, curve);
+  }
+}
+
+TEST(GxBezierCurveClosing, TheFlagIsSetAndEndsThatLieApartAreBridged) {
+  GxBezier const end = support::retractedLine(30, 0, 0, 0);
+  struct Case {
+    char const* what;
+    GxBezierCurve curve;
+    int result;
+    std::vector<GxBezier> added;
+  };
+  Case const cases[] = {
+      {"an arc", curveOf({bezier(0, 0, 0, 20, 30, 20, 30, 0)}), 1, {end}},
+      {"a line", curveOf({evenLine(0, 0, 30, 0)}), 0, {end}},
+      {"a point", curveOf({support::pointLike(3, 4)}), 0, {}},
+      {"ends that meet", polygonalCurve({{0, 0}, {30, 0}, {30, 30}, {0, 0.09}}), 1, {}},
+      {"empty", {}, 0, {}},
+  };
+  for (Case const& c : cases) {
+    for (auto const close :
+         {&GxBezierCurve::makeClosedCurve, &GxBezierCurve::makeNiceClosedCurve}) {
+      SCOPED_TRACE(c.what);
+      GxBezierCurve curve(c.curve);
+      GxBezierCurve expected(c.curve);
+      for (GxBezier const& s : c.added) expected.getSegments().add(s);
+      EXPECT_EQ(c.result, (curve.*close)());
+      EXPECT_EQ(expected, curve);
+      EXPECT_EQ(c.curve.length() > 0, curve.strictIsClosed() != 0);
+      if (curve.strictIsClosed()) curve(0)[0] = GxCoord<double>(500, 500);
+      GxBezierCurve const before(curve);
+      EXPECT_EQ(before.strictIsClosed(), (curve.*close)());  // once closed, nothing is done
+      EXPECT_EQ(before, curve);
+    }
+  }
+}
+
+TEST(GxBezierCurveClosing, NiceClosingTrimsEndsThatOverlap) {
+  struct Case {
+    char const* what;
+    Points vertices, expected;
+  };
+  Case const cases[] = {
+      {"far apart", {{0, 0}, {100, 0}, {50, 80}}, {{0, 0}, {100, 0}, {50, 80}, {0, 0}}},
+      {"the last runs across the start",
+       {{0, 0}, {100, 0}, {50, 50}, {-5, -5}},
+       {{0, 0}, {100, 0}, {50, 50}, {0, 0}, {0, 0}}},
+      {"it ends on the first",
+       {{0, 0}, {100, 0}, {50, 50}, {5, 0}},
+       {{5, 0}, {100, 0}, {50, 50}, {5, 0}, {5, 0}}},
+      {"the ends are nearest themselves",
+       {{0, 0}, {100, 0}, {-60, 10}, {-5, 1}},
+       {{0, 0}, {100, 0}, {-60, 10}, {-5, 1}, {0, 0}}},
+      {"the last leaves the start",
+       {{0, 0}, {100, 0}, {3, 3}, {5, 60}},
+       {{0, 0}, {100, 0}, {3, 3}, {0, 0}}},
+      {"the first comes to the end",
+       {{0, 60}, {0, 3}, {100, 0}, {3, -3}},
+       {{3, -3}, {0, 3}, {100, 0}, {3, -3}}},
+      {"one near, one far",
+       {{0, 0}, {100, 0}, {30, -80}, {30, -12}},
+       {{0, 0}, {100, 0}, {30, -80}, {30, -12}, {0, 0}}},
+      {"both overshoot",
+       {{0, 0}, {100, 0}, {-60, -12.5}, {12, -12.5}},
+       {{12, 0}, {100, 0}, {-60, -12.5}, {0, -12.5}, {12, 0}}},
+      {"both are removed",
+       {{0, 0}, {0, 6}, {100, 50}, {-10, 5}, {-4, 18}},
+       {{0, 6}, {100, 50}, {-10, 5}, {0, 6}}},
+  };
+  for (Case const& c : cases) {
+    SCOPED_TRACE(c.what);
+    GxBezierCurve curve = polygonalCurve(c.vertices);
+    EXPECT_EQ(1, curve.makeNiceClosedCurve());
+    ASSERT_EQ(c.expected.size(), curve.length() + 1);
+    for (std::size_t i = 1; i < c.expected.size(); ++i) {
+      EXPECT_NEAR_POINT(c.expected[i - 1], curve[static_cast<int>(i - 1)][0], 1e-6);
+      EXPECT_NEAR_POINT(c.expected[i], curve[static_cast<int>(i - 1)][3], 1e-6);
+    }
+  }
+}
+
+TEST(GxBezierCurveOffset, ACircleKeepsItsShape) {
+  for (double const distance : {10.0, -10.0, 50.0, -300.0}) {
+    GxBezierCurve curve = circle(100);
+    GxBezierCurve negated(curve);
+    curve.offset(distance, 1, 0);
+    ASSERT_EQ(4u, curve.length());
+    for (int i = 0; i < 4; ++i) {
+      for (double t = 0.0; t <= 1.0; t += 0.125) {
+        GxCoord<double> const p = curve[i].bValue(t);  // left of a counter-clockwise way is inside
+        EXPECT_NEAR(std::fabs(100 - distance), p.distance({0, 0}),
+                    1e-3 * std::fabs(distance) + 0.1);
+      }
+      EXPECT_BITS(curve[i][3], curve[(i + 1) % 4][0]);
+    }
+    negated.offset(-distance, 0, 0);
+    EXPECT_EQ(curve, negated);
+  }
+}
+
+TEST(GxBezierCurveOffset, ModesAndSmallDistances) {
+  struct Case {
+    double distance;
+    int mode;
+    bool cuts, offsets;
+  };
+  Case const cases[] = {{10, 0, false, true},  {10, -3, false, true},  {10, 1, true, true},
+                        {10, 2, true, false},  {0.4, 2, true, false},  {0.4, 1, false, false},
+                        {10, 3, false, false}, {-0.4, 0, false, false}};
+  for (Case const& c : cases) {
+    SCOPED_TRACE(c.mode);
+    GxBezierCurve curve = curveOf({bezier(0, 0, 0, 100, 100, 100, 100, 0)});
+    curve.offset(c.distance, 1, c.mode);
+    EXPECT_EQ(c.cuts, curve.length() > 1);
+    EXPECT_EQ(c.offsets, curve[0][0] != GxCoord<double>(0, 0));
+  }
+}
+
+TEST(GxBezierCurveOffset, OnlyFallingChordsAreLevelledBeforeTheCut) {
+  for (double const angle : {-0.7, 0.7}) {
+    GxBezier arch = bezier(0, 0, 0, 100, 100, 100, 100, 0);
+    for (int k = 0; k < 4; ++k) arch[k].rotate(angle, {0, 0});
+    GxBezierCurve curve = curveOf({arch});
+    curve.offset(0, 1, 2);
+    bool const atTheTop = curve.length() == 2 && curve[0][3].distance(arch.bValue(0.5)) < 1e-6;
+    EXPECT_EQ(angle < 0, atTheTop);
+  }
+}
+
+TEST(GxBezierCurveOffset, GapsAreSnappedBridgedOrRounded) {
+  struct Case {
+    char const* what;
+    GxBezierCurve curve;
+    unsigned long length;
+    int at;         // the segment that was added, or -1
+    double handle;  // its first handle
+  };
+  // An apex of 30 degrees at the first, or the second vertex: at the seam, or not.
+  Points const thin = {{0, 100}, {-26.794919243112, 0}, {26.794919243112, 0}};
+  auto const ring = [&thin](std::size_t k) {
+    return polygonalCurve({thin[k % 3], thin[(k + 1) % 3], thin[(k + 2) % 3], thin[k % 3]});
+  };
+  double const gap = 20 * std::sin(M_PI * 75 / 180);
+  Case const cases[] = {
+      {"one segment", curveOf({evenLine(0, 0, 50, 0)}), 1, -1, 0},
+      {"1.9 apart", curveOf({evenLine(0, 0, 50, 0), evenLine(51.9, 0, 99, 0)}), 3, 2, 0},
+      {"2.1 apart", curveOf({evenLine(0, 0, 50, 0), evenLine(52.1, 0, 99, 0)}), 4, 1, 0},
+      {"a corner at the seam has the lesser limit", ring(0), 6, 5, gap * 0.56568},
+      {"a corner elsewhere the greater", ring(2), 6, 1, 20 * 0.56568},
+  };
+  for (Case const& c : cases) {
+    SCOPED_TRACE(c.what);
+    GxBezierCurve curve(c.curve);
+    curve.offset(-10, 1, 0);
+    ASSERT_EQ(c.length, curve.length());
+    if (c.at < 0) continue;
+    EXPECT_NEAR(c.handle, curve[c.at][0].distance(curve[c.at][1]), 1e-6);
+    EXPECT_NEAR(c.handle, curve[c.at][2].distance(curve[c.at][3]), 1e-6);
+  }
+}
+
+TEST(GxBezierCurveOffset, RealOutlinesStayWholeOnBothSidesInEveryMode) {
+  for (std::string const name : kOutlines) {
+    for (double const distance : {5.0, -5.0, 20.0, -20.0}) {
+      for (int const mode : {0, 1}) {
+        SCOPED_TRACE(name + " by " + std::to_string(distance));
+        GxBezierCurve curve = support::outline(name);
+        double const before = signedArea(curve);
+        curve.offset(distance, 1, mode);
+        int const n = static_cast<int>(curve.length());
+        for (int i = 0; i < n; ++i) EXPECT_BITS(curve[i][3], curve[(i + 1) % n][0]);
+        EXPECT_EQ(distance > 0, signedArea(curve) < before);
+      }
+    }
+  }
+}
+
+TEST(GxBezierCurveXRange, CodesAndTheFlagThatOutlivesACall) {
+  struct Case {
+    double lo, hi;
+    int code;
+  };
+  GxBezierCurve const right = polygonalCurve({{0, 0}, {50, 5}, {100, 0}});
+  GxBezierCurve const left = polygonalCurve({{100, 0}, {50, 5}, {0, 0}});
+  GxBezierCurve const back = polygonalCurve({{100, 0}, {30, 5}, {50, 0}, {0, 0}});
+  for (Case const& c :
+       {Case{0, 100, 1}, {20, 80, 1}, {80, 20, 1}, {20, 120, 4}, {-20, 80, 2}, {-20, 120, 7}}) {
+    int const exchanged = c.code == 2 ? 4 : c.code == 4 ? 2 : c.code;
+    EXPECT_EQ(c.code, right.wellDefinedDetection(c.lo, c.hi));
+    EXPECT_EQ(exchanged, left.wellDefinedDetection(c.lo, c.hi));
+    EXPECT_EQ(c.code, right.wellDefinedDetection(c.lo, c.hi));
+    // A reversed curve that fails leaves its mark on the next call, on any curve, and only there.
+    EXPECT_EQ(0, back.wellDefinedDetection(c.lo, c.hi));
+    EXPECT_EQ(0, GxBezierCurve().wellDefinedDetection(c.lo, c.hi));
+    EXPECT_EQ(exchanged, right.wellDefinedDetection(c.lo, c.hi));
+    EXPECT_EQ(c.code, right.wellDefinedDetection(c.lo, c.hi));
+  }
+  // Only segments after the first must run to the right.
+  EXPECT_EQ(1, polygonalCurve({{10, 0}, {0, 5}, {90, 0}}).wellDefinedDetection(20, 80));
+  EXPECT_EQ(0, polygonalCurve({{0, 0}, {50, 5}, {40, 0}, {90, 0}}).wellDefinedDetection(20, 80));
+}
+
+TEST(GxBezierCurveXRange, TheStartIsProlonged) {
+  struct Case {
+    GxBezier segment;
+    double x;
+    int result;
+    GxCoord<double> out;
+  };
+  GxCoord<double> const untouched(7, 8);
+  for (Case const& c : {Case{bezier(10, 10, 20, 20, 30, 0, 40, 0), 0, 0, {0, 0}},
+                        {bezier(10, 10, 20, 20, 30, 0, 40, 0), 30, 1, {30, 30}},
+                        {bezier(10, 10, 10, 10, 20, 20, 40, 0), 5, 0, {5, 5}},
+                        {bezier(10, 10, 10, 20, 20, 20, 40, 0), 5, 0, {5, 10}},  // upright: level
+                        {bezier(10, 10, 0, 0, 0, 0, 0, 0), 5, 1, {5, 5}},
+                        {support::pointLike(10, 10), 5, -1, untouched}}) {
+    GxCoord<double> out(untouched);
+    EXPECT_EQ(c.result, curveOf({c.segment}).extendLine(out, c.x, 1e-9));
+    EXPECT_NEAR_POINT(c.out, out, 1e-9);
+  }
+}
+
+}  // namespace
