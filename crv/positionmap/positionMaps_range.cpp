@@ -53,7 +53,7 @@ class StretchMap : public GxBezierCurvePositionMapBase {
   Position const& start() const { return stretch_.start; }
   Position const& end() const { return stretch_.end; }
   Position read(Position const& in) const { return stretch_.read(in); }
-  int count() const { return count_; }
+  long long count() const { return count_; }
 
   bool inStartSegment(Position const& p) const {
     return p.getSegmentNumber() == start().getSegmentNumber();

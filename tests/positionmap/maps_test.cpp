@@ -21,6 +21,9 @@ void* allocate(std::size_t size) {
   return --allocationsLeft < 0 ? nullptr : std::malloc(size != 0 ? size : 1);
 }
 
+/// Not inlined: gcc takes free beside a new-expression for a mistake.
+[[gnu::noinline]] void release(void* p) { std::free(p); }
+
 }  // namespace
 
 void* operator new(std::size_t size) {
@@ -28,9 +31,9 @@ void* operator new(std::size_t size) {
   throw std::bad_alloc();
 }
 void* operator new(std::size_t size, std::nothrow_t const&) noexcept { return allocate(size); }
-void operator delete(void* p) noexcept { std::free(p); }
-void operator delete(void* p, std::size_t) noexcept { std::free(p); }
-void operator delete(void* p, std::nothrow_t const&) noexcept { std::free(p); }
+void operator delete(void* p) noexcept { release(p); }
+void operator delete(void* p, std::size_t) noexcept { release(p); }
+void operator delete(void* p, std::nothrow_t const&) noexcept { release(p); }
 
 namespace {
 
