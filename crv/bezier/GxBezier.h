@@ -237,8 +237,9 @@ class CRV_API GxBezier {
 
   /// Appends the parameters of all crossings, pairwise, to both lists and sorts both by descending
   /// parameter of this segment, entries from before included. Returns 1 when the first list then
-  /// holds any, else 0. A crossing on a boundary of the subdivision can come twice; stretches that
-  /// overlap give none.
+  /// holds any, else 0. The points of a pair lie no farther apart than 2^-13; what is smaller than
+  /// that may be seen or not, such as segments that only touch. A crossing on a boundary of the
+  /// subdivision can come up to four times; of stretches that overlap, such boundaries are found.
   /// Method: subdivision to a depth known from second differences (Wang 1984; Lane, Riesenfeld
   /// 1980), then chords.
   int findIntersections(GxBezier const& other, GxList<double>& thisParams,

@@ -11,7 +11,7 @@ using crv::internal::PlainSegment;
 
 namespace {
 
-// Curve units: an arc shorter than this is nothing left to divide.
+// Curve units: an arc shorter than this, or not a number, is nothing left to divide.
 constexpr double kNoLength = kZeroTolerance;
 
 /// The parameter one chord after t; fallback(narrowed) where the search made no headway from the
@@ -55,7 +55,7 @@ void GxBezier::makeSegment(double chord, GxList<GxCoord<double>>& out, double st
   out.add(bValue(startT));
   if (startT == 1.0) return;
   double const rest = length(startT);
-  if (IS_ZERO(rest, kNoLength)) return;
+  if (!(rest >= kNoLength)) return;
   double const step = (1.0 - startT) * chord / rest;
   // Deliberate: compared with the whole range, not with what is left of it.
   if (step >= 1.0) {
@@ -77,7 +77,7 @@ void GxBezier::makeSegmentEx(double longChord, double shortChord, double gap,
   out.add(bValue(startT));
   if (startT == 1.0) return;
   double const rest = length(startT);
-  if (IS_ZERO(rest, kNoLength)) return;
+  if (!(rest >= kNoLength)) return;
   double const longStep = (1.0 - startT) * longChord / rest;
   double const shortStep = (1.0 - startT) * shortChord / rest;
   appendWhileAdvancing(*this, out, startT, [&](double t) {
