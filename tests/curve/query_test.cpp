@@ -5,7 +5,6 @@
 #include "tests/support/shapes.h"
 
 #include <cmath>
-#include <limits>
 
 #include <gtest/gtest.h>
 
@@ -142,6 +141,13 @@ TEST(GxBezierCurveQuery, TheFirstCrossingWithALineOnTheWay) {
     u.findFirstGeometricLineIntersectionEx(c.p, c.v, c.from, c.towards, framed, 1e-6);
     EXPECT_TRUE((tiny ? Pos(1, 0.5) : at).isEqual(framed, 1e-9)) << support::text(framed);
   }
+  // Backwards, the later of two crossings of a segment comes first.
+  GxBezierCurve const arch = support::curveOf({support::bezier(0, 0, 0, 8, 8, 8, 8, 0)});
+  Pos there, back;
+  arch.findFirstGeometricLineIntersection({0, 4}, {1, 0}, {0, 0.0}, {1, 0.0}, there, 1e-9);
+  arch.findFirstGeometricLineIntersection({0, 4}, {1, 0}, {1, 0.0}, {0, 0.0}, back, 1e-9);
+  EXPECT_NEAR(1, there.getTValue() + back.getTValue(), 1e-9);
+  EXPECT_LT(there, back);
   // A line that passes the end by less than the tolerances: as a parameter, and as a distance.
   Pos at;
   EXPECT_EQ(0, u.findFirstGeometricLineIntersection({0, 30.5}, {1, 0}, {1, 0.0}, last, at, 0.05));

@@ -108,8 +108,9 @@ TEST(GxBezierCurveTangent, ChordsStandInForHandlesThatVanish) {
       {bezier(0, 0, 0, 0, 30, 0, 30, 0), {-30, 0}, {30, 0}, {30, 0}, {30, 0}},
       {bezier(0, 0, 30, 0, 30, 0, 30, 0), {-30, 0}, {90, 0}, {30, 0}, {90, 0}},
       {bezier(0, 0, 0, 0, 0, 0, 30, 0), {-90, 0}, {30, 0}, {90, 0}, {30, 0}},
-      // A handle of 1e-6: exactly compared it is one, within the tolerance it is none.
-      {bezier(0, 0, 1e-6, 0, 20, 5, 30, 0), {-30, 15}, {3e-6, 0}, {30, -15}, {20, 5}},
+      // Handles of 3e-5: exactly compared they are some, within the tolerance none.
+      {bezier(0, 0, 0x1p-15, 0, 20, 5, 30, 0), {-30, 15}, {0x3p-15, 0}, {30, -15}, {20, 5}},
+      {bezier(30, 0, 20, 5, 0x1p-15, 0, 0, 0), {0x3p-15, 0}, {-30, 15}, {-20, -5}, {-30, 15}},
   };
   for (Case const& c : cases) {
     GxBezierCurve const curve = support::curveOf({c.segment});
