@@ -80,3 +80,4 @@ inline ::testing::AssertionResult near(GxCoord<double> const& p, GxCoord<double>
 
 #define EXPECT_BITS(a, b) EXPECT_TRUE(::support::bitsMatch(a, b))
 #define EXPECT_NEAR_POINT(p, q, tol) EXPECT_TRUE(::support::near(p, q, tol))
+#define ASSERT_NEAR_POINT(p, q, tol) ASSERT_TRUE(::support::near(p, q, tol))
