@@ -24,23 +24,16 @@ support::OpenCurve curveOf(std::initializer_list<GxBezier> segments) {
 TEST(GxBezierCurve, IsAValueWhoseFlagIsCopiedButNotCompared) {
   GxBezierCurve curve = curveOf({support::sShape(), evenLine(100, 100, 200, 100)});
   curve.setStrictIsClosed(7);
-  GxBezierCurve const copy = curve;
-  GxBezierCurve assigned = curveOf({support::loop()});
+  GxBezierCurve assigned;
   assigned = curve;
   assigned = *&assigned;
-  EXPECT_EQ(copy.strictIsClosed(), 7);
-  EXPECT_EQ(assigned.strictIsClosed(), 7);
-  EXPECT_EQ(assigned.length(), 2u) << "assigning a curve to itself keeps it";
+  EXPECT_TRUE(assigned == curve && assigned.strictIsClosed() == 7);
   assigned.setStrictIsClosed(0);
-  EXPECT_TRUE(assigned == copy);
+  EXPECT_TRUE(assigned == curve);
   assigned(1)[2].xval() += 1e-9;
-  EXPECT_TRUE(assigned != copy);
-  EXPECT_BITS(copy[1], evenLine(100, 100, 200, 100)) << "segments are not shared";
-  assigned.setSegments(GxList<GxBezier>());
-  EXPECT_TRUE(assigned != copy && assigned == GxBezierCurve());
-  EXPECT_FALSE(assigned < copy || assigned > copy);
+  EXPECT_TRUE(assigned != curve && !(assigned < curve) && !(assigned > curve));
   curve.setSegments(GxList<GxBezier>());
-  EXPECT_EQ(curve.strictIsClosed(), 7) << "new segments leave the flag";
+  EXPECT_TRUE(curve == GxBezierCurve() && curve.strictIsClosed() == 7);
 }
 
 TEST(GxBezierCurve, LocatesPositionsUpToTheEndAndElseTheOrigin) {
@@ -52,9 +45,6 @@ TEST(GxBezierCurve, LocatesPositionsUpToTheEndAndElseTheOrigin) {
   EXPECT_BITS(curve.locateCurvePosition(Position(3, 0.0)), Point(0, 0));
   EXPECT_BITS(curve.locateCurvePosition(Position(-1, 0.5)), Point(0, 0));
   EXPECT_BITS(GxBezierCurve().locateCurvePosition(Position(0, 0.0)), Point(0, 0));
-  Position const outside = GxBezierCurvePositionConstructor().constructDirectPosition(1, 1.5);
-  EXPECT_NEAR_POINT(curve.locateCurvePosition(outside), Point(250, 100), 1e-9);
-
   EXPECT_EQ(curve.getSense(Position(0, 0.9), Position(1, 0.1)), 1);
   EXPECT_EQ(curve.getSense(Position(1, 0.1), Position(0, 0.9)), 2);
   EXPECT_EQ(curve.getSense(Position(1, 0.5), Position(1, 0.5 + 9e-10)), 0);
@@ -84,61 +74,38 @@ TEST(GxBezierCurve, IsCloseSnapsEndsThatMeet) {
   EXPECT_EQ(GxBezierCurve().isClose(), 0);
 }
 
-TEST(GxBezierCurve, BoxesAndExtremesOfAnOutlineHoldEverySample) {
+TEST(GxBezierCurve, BoxesHoldEverySampleAndExtremesTouchThem) {
   GxBezierCurve curve = support::outline("roman-g-outer");
   Point low;
   Point high;
   ASSERT_EQ(curve.getMinMax(low, high), 0);
   double box[4];
   curve.getLocalBoundingBox(box[0], box[1], box[2], box[3]);
-  EXPECT_BITS(low, Point(box[0], box[1]));
-  EXPECT_BITS(high, Point(box[2], box[3]));
+  EXPECT_TRUE(low == Point(box[0], box[1]) && high == Point(box[2], box[3]));
+  for (int k = 0; k < 50 * static_cast<int>(curve.length()); ++k) {
+    Point const p = curve.locateCurvePosition(Position(k / 50, k % 50 / 50.0));
+    EXPECT_TRUE(isPointInBox(p, box[0], box[1], box[2], box[3], 1e-9)) << support::text(p);
+  }
   double hull[4];
   curve.getBoundingBox(hull[0], hull[1], hull[2], hull[3]);
   EXPECT_TRUE(hull[0] <= box[0] && hull[1] <= box[1] && hull[2] >= box[2] && hull[3] >= box[3]);
-
-  double top = low.yval();
-  for (int i = 0; i < static_cast<int>(curve.length()); ++i) {
-    for (int k = 0; k <= 50; ++k) {
-      Point const p = curve[i].bValue(k / 50.0);
-      EXPECT_TRUE(isPointInBox(p, box[0], box[1], box[2], box[3], 1e-9)) << support::text(p);
-      top = max(top, p.yval());
-    }
-  }
-  EXPECT_NEAR(top, high.yval(), 0.5) << "the box touches the curve";
   double t = 0.0;
   int segment = 0;
   ASSERT_EQ(curve.getCurveMaxY(t, segment), 0);
   EXPECT_NEAR(curve[segment].bValue(t).yval(), high.yval(), 1e-9);
   ASSERT_EQ(curve.getCurveMinY(t, segment), 0);
   EXPECT_NEAR(curve[segment].bValue(t).yval(), low.yval(), 1e-9);
-}
 
-TEST(GxBezierCurve, TheFirstOfEquallyHighSegmentsWins) {
-  GxBezierCurve const curve =
+  // Of equally high segments the first wins; an empty curve leaves the outputs alone.
+  GxBezierCurve const roof =
       curveOf({evenLine(0, 0, 10, 5), evenLine(10, 5, 20, 0), evenLine(20, 0, 30, 5)});
-  double t = 0.0;
-  int segment = 0;
-  EXPECT_EQ(curve.getCurveMaxY(t, segment), 0);
+  EXPECT_EQ(roof.getCurveMaxY(t, segment), 0);
   EXPECT_TRUE(segment == 0 && t == 1.0);
-  EXPECT_EQ(curve.getCurveMinY(t, segment), 0);
-  EXPECT_TRUE(segment == 0 && t == 0.0);
-}
-
-TEST(GxBezierCurve, AnEmptyCurveHasNoExtentAndLeavesOutputsAlone) {
-  support::OpenCurve empty;
-  double b[4] = {1, 2, 3, 4};
-  empty.getBoundingBox(b[0], b[1], b[2], b[3]);
-  EXPECT_TRUE(b[0] == 0.0 && b[1] == 0.0 && b[2] == 0.0 && b[3] == 0.0);
-  Point p(1, 2);
-  double t = 0.5;
-  int segment = 9;
-  EXPECT_EQ(empty.getMinMax(p, p), -1);
-  EXPECT_EQ(empty.getCurveMaxY(t, segment), -1);
-  EXPECT_EQ(empty.getCurveMinY(t, segment), -1);
-  EXPECT_TRUE(p == Point(1, 2) && t == 0.5 && segment == 9);
-  EXPECT_EQ(empty.curveLength(), 0.0);
-  EXPECT_EQ(empty.isALine(), 0);
+  EXPECT_EQ(GxBezierCurve().getCurveMinY(t, segment), -1);
+  EXPECT_EQ(GxBezierCurve().getMinMax(low, low), -1);
+  EXPECT_TRUE(segment == 0 && t == 1.0 && low == Point(box[0], box[1]));
+  GxBezierCurve().getBoundingBox(hull[0], hull[1], hull[2], hull[3]);
+  EXPECT_TRUE(hull[0] == 0.0 && hull[1] == 0.0 && hull[2] == 0.0 && hull[3] == 0.0);
 }
 
 TEST(GxBezierCurve, LengthIsTheSumAndALineIsExactlyParallel) {

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <initializer_list>
 #include <iterator>
-#include <limits>
 #include <list>
 #include <vector>
 
@@ -27,64 +26,42 @@ GxBezierCurve along(std::initializer_list<double> places) {
   return curve;
 }
 
-std::vector<double> placesOf(GxList<Point> const& points) {
+void expectPlaces(GxList<Point> const& points, std::vector<double> const& expected) {
   std::vector<double> places;
   for (unsigned i = 0; i < points.length(); ++i) places.push_back(points[i].xval());
-  return places;
-}
-
-void expectPlaces(GxList<Point> const& points, std::vector<double> const& expected) {
-  std::vector<double> const places = placesOf(points);
   ASSERT_EQ(places.size(), expected.size()) << testing::PrintToString(places);
   for (std::size_t i = 0; i < places.size(); ++i) EXPECT_NEAR(places[i], expected[i], 0.35) << i;
 }
 
-TEST(GxBezierCurvePolyline, SpacingIsCarriedAcrossJoins) {
+TEST(GxBezierCurvePolyline, SpacingIsCarriedAcrossJoinsOrInModeOneEvenAndWithoutTheEnd) {
   struct Case {
     GxBezierCurve curve;
     double step;
+    int mode;
     std::vector<double> expected;
   };
   Case const cases[] = {
-      {along({0, 10, 20}), 3, {0, 3, 6, 9, 12, 15, 18, 20}},     // 2 of 3 are missing at the join
-      {along({0, 8, 16}), 4, {0, 4, 8, 12, 16}},                 // the join is output once
-      {along({0, 10, 10.5, 11, 20}), 4, {0, 4, 8, 12, 16, 20}},  // too short to end a step
-      {along({0, 10, 10.5}), 4, {0, 4, 8, 10.5}},                // too short, and the last: its end
-      {along({0, 10, 10, 20}), 4, {0, 4, 8, 12, 16, 20}},        // without length
-      {along({5, 5, 20}), 4, {9, 13, 17, 20}},                   // a lone point counts as no step
+      {along({0, 10, 20}), 3, 0, {0, 3, 6, 9, 12, 15, 18, 20}},  // 2 of 3 are missing at the join
+      {along({0, 8, 16}), 4, 0, {0, 4, 8, 12, 16}},              // the join is output once
+      {along({0, 10, 10.5, 11, 20}), 4, 0, {0, 4, 8, 12, 16, 20}},  // too short to end a step
+      {along({0, 10, 10.5}), 4, 0, {0, 4, 8, 10.5}},                // and the last: its end
+      {along({0, 10, 10, 20}), 4, 0, {0, 4, 8, 12, 16, 20}},        // without length
+      {along({5, 5, 20}), 4, 0, {9, 13, 17, 20}},    // a lone point counts as no step
+      {along({0, 11}), 3, 1, {0, 2.75, 5.5, 8.25}},  // 2 are left: spaced anew, evenly
+      {along({0, 11.5}), 3, 1, {0, 3, 6, 9}},        // 2.5 are left: near enough to the step
+      {along({0, 10.5}), 5, 1, {0, 5}},              // less than 1 is left: merged
+      {along({0, 3, 6}), 5, 1, {0, 3}},              // one interval: the start alone
+      {along({0, 0, 8}), 5, 1, {0, 4}},              // a point: nothing
   };
   for (Case const& k : cases) {
     SCOPED_TRACE(testing::Message() << "step " << k.step << ", end " << k.expected.back());
     GxBezierCurve curve = k.curve;
-    GxList<Point> plain;
-    curve.makeCurve(k.step, plain, 0);
-    expectPlaces(plain, k.expected);
-    GxList<Point> adaptive;
-    curve.makeCurveEx(k.step, k.step / 2, 0.1, adaptive);
-    expectPlaces(adaptive, k.expected);
-  }
-}
-
-TEST(GxBezierCurvePolyline, ModeOneSpacesSegmentsAloneAndLeavesTheEndOut) {
-  struct Case {
-    GxBezierCurve curve;
-    double step;
-    std::vector<double> expected;
-  };
-  Case const cases[] = {
-      {along({0, 11}), 3, {0, 2.75, 5.5, 8.25}},  // 2 are left: spaced anew, evenly
-      {along({0, 11.5}), 3, {0, 3, 6, 9}},        // 2.5 are left: near enough to the step
-      {along({0, 10.5}), 5, {0, 5}},              // less than 1 is left: merged with its neighbour
-      {along({0, 12, 24}), 4, {0, 4, 8, 12, 16, 20}},
-      {along({0, 3, 6}), 5, {0, 3}},  // one interval: the start alone
-      {along({0, 0, 8}), 5, {0, 4}},  // a point: nothing
-  };
-  for (Case const& k : cases) {
-    SCOPED_TRACE(testing::Message() << "step " << k.step);
-    GxBezierCurve curve = k.curve;
     GxList<Point> points;
-    curve.makeCurve(k.step, points, 1);
+    curve.makeCurve(k.step, points, k.mode);
     expectPlaces(points, k.expected);
+    points.empty();
+    if (k.mode == 0) curve.makeCurveEx(k.step, k.step / 2, 0.1, points);
+    if (k.mode == 0) expectPlaces(points, k.expected);
   }
 }
 
@@ -96,26 +73,12 @@ TEST(GxBezierCurvePolyline, EqualParameterStepsReplaceTheLastPointOfTheList) {
   ASSERT_EQ(points.size(), expected.size());
   auto p = points.begin();
   for (Point const& q : expected) EXPECT_NEAR_POINT(*p++, q, 1e-12);
-}
-
-TEST(GxBezierCurvePolyline, AnEmptyCurveAddsNothing) {
-  GxBezierCurve empty;
-  std::list<Point> points{Point(7, 7)};
-  std::list<GxBezierCurvePosition> positions(3);
-  GxList<Point> spaced;
-  empty.makeCurve(1, spaced, 0);
-  empty.makeCurve(1, spaced, 1);
-  empty.makeCurveEx(2, 1, 0.1, spaced);
-  empty.makeSegments(3, points);
-  EXPECT_EQ(points.size(), 1u);
-  EXPECT_EQ(spaced.length(), 0u);
-  empty.getPolyline(0.1, points, positions, GxBezierPolylineCondition());
-  EXPECT_TRUE(points.empty() && positions.empty());
+  GxBezierCurve().makeSegments(3, points);
+  EXPECT_EQ(points.size(), expected.size()) << "an empty curve leaves the list alone";
 }
 
 TEST(GxBezierCurvePolyline, HalvingStaysWithinToleranceOfEveryOutline) {
-  for (char const* name :
-       {"roman-g-outer", "sans-k-thirds", "bold-w-ends", "math-infinity-outer"}) {
+  for (char const* name : {"roman-g-outer", "bold-w-ends"}) {
     GxBezierCurve curve = support::outline(name);
     for (double const tolerance : {0.1, 5.0}) {
       SCOPED_TRACE(testing::Message() << name << ", tolerance " << tolerance);
@@ -166,25 +129,6 @@ TEST(GxBezierCurvePolyline, TheCallersConditionDecidesWhereHalvingEnds) {
   EXPECT_TRUE(std::equal(points.begin(), points.end(), expected.begin()));
   ASSERT_EQ(positions.size(), 4u);
   EXPECT_TRUE(std::equal(positions.begin(), positions.end(), places.begin()));
-}
-
-TEST(GxBezierCurvePolyline, AnswersForStepsAndPointsThatMakeNoSense) {
-  double const nan = std::numeric_limits<double>::quiet_NaN();
-  double const inf = std::numeric_limits<double>::infinity();
-  GxBezierCurve curve = along({0, 10, 20});
-  curve.getSegments().add(support::bezier(nan, 0, 1, inf, 2, 0, 3, 1));
-  curve.getSegments().add(evenLine(1e300, 1, 1e300, 1));
-  for (double const step : {inf, 0.0, 1e300}) {
-    for (int mode = 0; mode < 2; ++mode) {
-      GxList<Point> points;
-      curve.makeCurve(step, points, mode);
-      curve.makeCurveEx(step, mode, step, points);
-      EXPECT_LT(points.length(), 1000u) << step;
-    }
-  }
-  std::vector<Point> points;
-  curve.getPolyline(nan, points);
-  EXPECT_EQ(points.size(), 5u) << "a chord a segment";
 }
 
 }  // namespace
