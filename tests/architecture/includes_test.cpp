@@ -76,7 +76,7 @@ TEST(Architecture, TheOneIncludeForCallersBringsEveryPublicHeader) {
       continue;
     }
     const std::string name = file.lexically_relative(CRV_SOURCE_DIR).generic_string();
-    EXPECT_NE(std::find(brought.begin(), brought.end(), name), brought.end())
+    EXPECT_EQ(std::count(brought.begin(), brought.end(), name), 1)
         << "crv.h does not bring " << name;
   }
 }
