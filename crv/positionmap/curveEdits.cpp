@@ -40,9 +40,19 @@ bool isOnCurve(Position const& p, long n) {
   return 0 <= segment && (segment < n || (segment == n && p.getTValue() == 0.0));
 }
 
-/// Appends the stretch of src that runs forwards from a to b, across the seam where b is not after
-/// a. Both lie on src.
-void appendStretch(GxBezierCurve& src, Position const& a, Position const& b, Segments& pieces) {
+/// Adds a piece of a stretch: behind the others, or reversed and before them.
+void addPiece(Segments& pieces, GxBezier const& piece, int forward) {
+  if (forward) {
+    pieces.add(piece);
+  } else {
+    pieces.insert(reversed(piece), 0);
+  }
+}
+
+/// Takes the stretch of src that runs forwards from a to b, across the seam where b is not after a,
+/// and turns it round if forward is 0. Both lie on src.
+void takeStretch(GxBezierCurve& src, Position const& a, Position const& b, int forward,
+                 Segments& pieces) {
   double const aT = a.getTValue();
   double const bT = b.getTValue();
   int const n = static_cast<int>(src.length());
@@ -50,18 +60,12 @@ void appendStretch(GxBezierCurve& src, Position const& a, Position const& b, Seg
   int const last = static_cast<int>(b.getSegmentNumber() % n);
   GxBezier const startPiece = partAfter(src(first), aT);
   if (a < b && inOneSegment(a, b)) {
-    pieces.add(partBefore(startPiece, (bT - aT) / (1.0 - aT)));
+    addPiece(pieces, partBefore(startPiece, (bT - aT) / (1.0 - aT)), forward);
     return;
   }
-  pieces.add(startPiece);
-  for (int i = (first + 1) % n; i != last; i = (i + 1) % n) pieces.add(src(i));
-  if (bT != 0.0) pieces.add(partBefore(src(last), bT));
-}
-
-/// Moves the segments to the end of another list, last first, each reversed.
-void moveReversed(Segments& from, Segments& to) {
-  for (unsigned i = from.length(); i-- != 0;) to.add(reversed(from(i)));
-  from.empty();
+  addPiece(pieces, startPiece, forward);
+  for (int i = (first + 1) % n; i != last; i = (i + 1) % n) addPiece(pieces, src(i), forward);
+  if (bT != 0.0) addPiece(pieces, partBefore(src(last), bT), forward);
 }
 
 /// Cuts first at pos, which is on it and neither its start nor its end.
@@ -99,13 +103,7 @@ int copyGxBezierCurve(GxBezierCurve& dst, GxBezierCurve& src, Position const& st
   if (!isOnCurve(s, n) || !isOnCurve(e, n)) return -1;
 
   Segments pieces;
-  if (forward) {
-    appendStretch(src, s, e, pieces);
-  } else {
-    Segments forwards;
-    appendStretch(src, e, s, forwards);
-    moveReversed(forwards, pieces);
-  }
+  takeStretch(src, forward ? s : e, forward ? e : s, forward, pieces);
   dst.getSegments().join(pieces);
   map = constructRangePositionMap(src, closed, base, forward, s, e, src.lastPos());
   return 0;
@@ -113,9 +111,7 @@ int copyGxBezierCurve(GxBezierCurve& dst, GxBezierCurve& src, Position const& st
 
 int reverseGxBezierCurve(GxBezierCurve& curve, MapHandle& map) {
   map = constructReversePositionMap(static_cast<int>(curve.length()));
-  Segments old;
-  old.join(curve.getSegments());
-  moveReversed(old, curve.getSegments());
+  curve.reverse();
   return 0;
 }
 
