@@ -316,7 +316,7 @@ constexpr double kMagnified = 8;
 svg::Box freePlace(svg::Page const& page, Result const& r, double height, int wide, int high) {
   int const columns = static_cast<int>(kWidth) / kSquare;
   int const rows = static_cast<int>(height) / kSquare;
-  std::vector<char> taken(static_cast<std::size_t>(columns * rows));
+  std::vector<char> taken(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows));
   auto const at = [&](int column, int row) -> char& {
     return taken[static_cast<std::size_t>(row * columns + column)];
   };

@@ -247,7 +247,8 @@ std::vector<Constants> constantsOf(fs::path const& file) {
       together = true;
       comment.clear();
     } else {
-      comment = isComment ? comment + " " + lines[i].substr(mark) : "";
+      if (!isComment) comment.clear();
+      if (isComment) comment += " " + lines[i].substr(mark);
       together = false;
     }
   }
