@@ -82,5 +82,5 @@ inline double distanceToLineSegment(GxCoord<double> const& a, GxCoord<double> co
 
 inline int pointOnLineSegment(GxCoord<double> const& p, GxCoord<double> const& a,
                               GxCoord<double> const& b, double tol) {
-  return distanceToLineSegment(a, b, p) <= tol;
+  return isEqual(p, closestToLineSegment(a, b, p), tol);
 }
