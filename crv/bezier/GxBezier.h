@@ -185,9 +185,10 @@ class CRV_API GxBezier {
   void makeSegment(unsigned short count, std::list<GxCoord<double>>& out) const;
 
   /// Appends the point at startT and from there points one chord apart (within 0.1), and the end,
-  /// after a last chord that may be shorter; only the points so far where nothing is left of the
-  /// segment or a chord makes no headway. A chord of 0 counts as 0.1; one that is negative or NaN
-  /// goes by the smallest steps of the search, which gives millions of points.
+  /// after a last chord that may be shorter. The point at startT alone where nothing is left of the
+  /// segment, its points are not finite, or chord is NaN. What cannot be met ends all the same, but
+  /// creeps up to the end: a chord below -0.1, or points beyond 1e154, whose squared distances
+  /// overflow, take up to five million points.
   void makeSegment(double chord, GxList<GxCoord<double>>& out, double startT) const;
 
   /// The same with long chords where the curve stays within gap of them and short ones elsewhere;

@@ -6,6 +6,8 @@
 #include "crv/foundation/lines.h"
 #include "crv/foundation/tolerance.h"
 
+#include <cmath>
+
 using crv::internal::PlainPoint;
 using crv::internal::PlainSegment;
 
@@ -22,6 +24,15 @@ double oneChordAfter(GxBezier const& s, double chord, double t, Fallback fallbac
   double hi = 1.0;
   double const next = s.splitAtFixedLengthAfter(chord, 0, lo, hi, t);
   return next == lo ? fallback(lo) : next;
+}
+
+/// Guard: along points that are not finite, or with an increment that is not a number, chords lead
+/// nowhere, in millions of steps.
+bool canBeDivided(GxBezier const& s, double step) {
+  for (int i = 0; i < 4; ++i) {
+    if (!std::isfinite(s[i].xval()) || !std::isfinite(s[i].yval())) return false;
+  }
+  return !std::isnan(step);
 }
 
 /// Appends points up to the end, or as long as the parameter grows.
@@ -57,6 +68,7 @@ void GxBezier::makeSegment(double chord, GxList<GxCoord<double>>& out, double st
   double const rest = length(startT);
   if (!(rest >= kNoLength)) return;
   double const step = (1.0 - startT) * chord / rest;
+  if (!canBeDivided(*this, step)) return;
   // Deliberate: compared with the whole range, not with what is left of it.
   if (step >= 1.0) {
     out.add(points_[3]);
@@ -80,6 +92,7 @@ void GxBezier::makeSegmentEx(double longChord, double shortChord, double gap,
   if (!(rest >= kNoLength)) return;
   double const longStep = (1.0 - startT) * longChord / rest;
   double const shortStep = (1.0 - startT) * shortChord / rest;
+  if (!canBeDivided(*this, longStep + shortStep)) return;
   appendWhileAdvancing(*this, out, startT, [&](double t) {
     return getNextTValue(longChord, shortChord, longStep, shortStep, gap, t);
   });
