@@ -39,6 +39,10 @@ is_there() {
     benchmark) has_header benchmark/benchmark.h ;;
     gcc) have g++ ;;
     clang) have clang++ ;;
+    clang-rt)
+      printf 'extern "C" int LLVMFuzzerTestOneInput(const unsigned char*, unsigned long) { return 0; }\n' |
+        clang++ -fsanitize=fuzzer,address,undefined -x c++ - -o /dev/null >/dev/null 2>&1
+      ;;
     *) have "$1" ;;
   esac
 }
@@ -50,6 +54,7 @@ packages='
 compiler    g++               gcc-c++                 gcc        gcc-c++          g++
 gcc         g++               gcc-c++                 gcc        gcc-c++          g++
 clang       clang             clang                   clang      clang            clang
+clang-rt    libclang-rt-dev   compiler-rt             compiler-rt clang           compiler-rt
 cmake       cmake             cmake                   cmake      cmake            cmake
 ninja       ninja-build       ninja-build             ninja      ninja            ninja
 gtest       libgtest-dev      gtest-devel             gtest      gtest            gtest-dev

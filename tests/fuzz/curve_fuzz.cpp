@@ -1,0 +1,197 @@
+// Every operation of a curve.
+#include "tests/support/open.h"
+
+#include <list>
+
+#include "input.h"
+
+namespace {
+
+using fuzz::Appended;
+using fuzz::Input;
+using fuzz::require;
+using Point = GxCoord<double>;
+using Position = GxBezierCurvePosition;
+using support::OpenCurve;
+
+bool isCode(int code) { return code == 0 || code == -1; }
+
+bool isOn(GxBezierCurve const& c, Position const& p) {
+  long const n = static_cast<long>(c.length());
+  return 0 <= p.getSegmentNumber() && p.getSegmentNumber() <= n;
+}
+
+void measure(Input& in, OpenCurve c) {
+  double box[4];
+  c.getBoundingBox(box[0], box[1], box[2], box[3]);
+  c.getLocalBoundingBox(box[0], box[1], box[2], box[3]);
+  Point low, high;
+  require(isCode(c.getMinMax(low, high)), "a code");
+  double t = 0.0;
+  int segment = 0;
+  c.getCurveMaxY(t, segment);
+  c.getCurveMinY(t, segment);
+  c.isALine();
+  c.curveLength();
+  c.locateCurvePosition(in.position(c));
+  c.getSense(in.position(c), in.position(c));
+  in.position(c).isEqual(in.position(c), in.step());
+  OpenCurve copy(c);
+  copy.moveCurve(in.point() - in.point());
+  copy.resize(in.coordinate(), in.raw());
+  copy.flip();
+  copy.isClose();
+  require(copy.length() == c.length(), "as many segments");
+}
+
+void fit(Input& in) {
+  GxList<Point> points;
+  unsigned const n = in.below(200);
+  bool const repeat = in.flip();
+  for (unsigned i = 0; i < n; ++i) {
+    points.add(repeat && i != 0 && in.flip() ? points(i - 1) : in.point());
+  }
+  double const error = in.chance(3) ? in.step() : std::fabs(in.scale());
+  OpenCurve c(&points, error);
+  require(n >= 2 || c.length() == 0, "fewer than two points give nothing");
+  require(n < 2 || (c.length() >= 1 && c.length() < n), "at most a segment for each two points");
+  require(c.strictIsClosed() == 0, "open");
+  if (c.length() != 0) {
+    require(fuzz::sameBits(c(0)[0], points(0)), "from the first point");
+    require(fuzz::sameBits(c(static_cast<int>(c.length()) - 1)[3], points(n - 1)), "to the last");
+  }
+  c.isCollinear(in.point() - in.point(), in.point() - in.point(), static_cast<float>(in.raw()));
+}
+
+void polylines(Input& in, OpenCurve c) {
+  std::list<Point> points;
+  c.makeSegments(static_cast<unsigned short>(in.below(100)), points);
+  if (!Input::isMeasurable(c)) return;
+  GxList<Point> out;
+  if (in.flip()) out.add(in.point());
+  c.makeCurve(in.chord(c), out, static_cast<int>(in.below(3)));
+  c.makeCurveEx(in.chord(c), in.chord(c), in.step(), out);
+  std::list<Position> positions;
+  c.getPolyline(in.halvingTolerance(c), points, positions, GxBezierPolylineCondition());
+  require(points.size() == positions.size(), "a position for every point");
+  for (Position const& p : positions) require(isOn(c, p), "on the curve");
+}
+
+void queries(Input& in, OpenCurve c) {
+  Point const p = in.flip() ? in.point() : c.locateCurvePosition(in.position(c));
+  double t = 0.0;
+  int const k = c.whichSegment(p, t, in.step());
+  require(-1 <= k && k <= static_cast<int>(c.length()), "a segment, or -1");
+  Point nearest;
+  int const code = c.findNearestPoint(p, nearest);
+  require(-1 <= code && code <= 1, "a code of findNearestPoint");
+  Position pos;
+  require(c.findNearestPointPos(p, pos) == -1 || isOn(c, pos), "on the curve");
+  OpenCurve other(in.curve());
+  c.getMinSqDistance(other);
+  if (Input::magnitude(c) <= 1e4 && Input::magnitude(other) <= 1e4) {
+    Appended<Point> points(in, Point(1, 2));
+    c.findIntersections(other, points.list());
+    points.check();
+  }
+  GxVector<double> const v = in.point() - in.point();
+  Position found;
+  c.findFirstGeometricLineIntersection(p, v, in.position(c), in.position(c), found, in.step());
+  c.findFirstGeometricLineIntersectionEx(p, v, in.position(c), in.position(c), found, in.step());
+  c.findFirstGeometricLineIntersectionWithEndpointCheck(p, v, in.position(c), in.position(c),
+                                                        found);
+}
+
+void closing(Input& in, OpenCurve c) {
+  int valid = -1;
+  int const clockwise = c.isClockwise(valid);
+  require((clockwise == 0 || clockwise == 1) && (valid == 0 || valid == 1), "an orientation");
+  require(isCode(c.changeOrientation(in.byte())), "a code");
+  unsigned long const n = c.length();
+  c.reverse();
+  require(c.length() == n, "as many segments");
+  int const code = in.flip() ? c.makeClosedCurve() : c.makeNiceClosedCurve();
+  require(code == 0 || code == 1, "closed or not");
+  require(n == 0 || c.strictIsClosed() != 0, "the flag is set");
+  require(c.length() <= n + 1, "one segment more at most");
+}
+
+void tangents(Input& in, OpenCurve const& c) {
+  Position const pos = in.position(c);
+  Point a, b, d;
+  GxVector<double> v, w;
+  require(isCode(c.getTriple(pos, a, b, d)), "a code");
+  require(isCode(c.getVelocityVectors(pos, v, w)), "a code");
+  require(isCode(c.getAccelerationVectors(pos, v, w)), "a code");
+  if (c.findVelocityVectors(pos, v, w) != 0) {
+    require(v.squaredLength() == 0.0 && w.squaredLength() == 0.0, "zero on failure");
+  }
+}
+
+void offset(Input& in, OpenCurve c) {
+  unsigned long const n = c.length();
+  c.offset(in.step(), in.flip(), static_cast<int>(in.below(5)) - 1);
+  require(c.length() >= n && c.length() <= 6 * n, "cuts and joins only add segments");
+  Point out;
+  int const code = c.extendLine(out, in.coordinate(), in.step());
+  require(-1 <= code && code <= 1, "a code of extendLine");
+  int const range = c.wellDefinedDetection(in.coordinate(), in.coordinate());
+  require(range == 0 || range == 1 || range == 2 || range == 4 || range == 7, "a code");
+}
+
+void walks(Input& in, OpenCurve const& c) {
+  Position const from = in.position(c);
+  Position const limit = in.position(c);
+  Position to(5, 0.25);
+  double const d = in.step();
+  int const forward = in.flip();
+  double consumed = 0.0;
+  int const codes[] = {
+      c.findNextPos(from, to, d, forward, 0),
+      c.findNextPos(from, to, d, forward, 1),
+      c.findNextPos(from, limit, to, d, forward),
+      c.findNextPos(from, to, d, forward, consumed, static_cast<int>(in.below(2))),
+      c.findNextPos(from, limit, to, d, consumed, forward),
+      c.findNextPosFromPoint(in.point(), from, to, d, forward),
+      c.findNextPosFromPoint(in.point(), from, limit, to, d, forward),
+  };
+  for (int const code : codes) require(isCode(code), "found or not");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
+  Input in(data, size);
+  in.chooseScale();
+  unsigned const room = in.below(8);
+  if (room == 0) {
+    fit(in);
+    return 0;
+  }
+  OpenCurve const c(in.curve());
+  OpenCurve const copy(c);
+  switch (room) {
+    case 1:
+      measure(in, c);
+      break;
+    case 2:
+      polylines(in, c);
+      break;
+    case 3:
+      queries(in, c);
+      break;
+    case 4:
+      closing(in, c);
+      break;
+    case 5:
+      tangents(in, c);
+      break;
+    case 6:
+      offset(in, c);
+      break;
+    default:
+      walks(in, c);
+  }
+  require(fuzz::sameBits(c, copy), "the caller's curve stays");
+  return 0;
+}

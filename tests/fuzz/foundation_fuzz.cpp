@@ -1,0 +1,124 @@
+// Solvers, lines, matrices, the list.
+#include "input.h"
+
+namespace {
+
+using fuzz::Input;
+using fuzz::require;
+
+void fuzzSolvers(Input& in) {
+  double roots[3];
+  double k[4];
+  for (double& x : k) x = in.flip() ? in.raw() : in.coordinate();
+  int const n = cubicRoots(k[0], k[1], k[2], k[3], roots);
+  require(0 <= n && n <= 3, "cubicRoots counts 0 to 3");
+  for (int i = 0; i < n; ++i) require(!std::isnan(roots[i]), "a root is a number");
+  for (int i = 1; i < n; ++i) require(roots[i - 1] < roots[i], "roots ascend");
+  int count = -1;
+  double r1 = 7.0;
+  double r2 = 8.0;
+  GxQuadraticSolver().quadraticSolve(&count, &r1, &r2, k[0], k[1], k[2], 1e-20, 1e-9);
+  require(0 <= count && count <= 2, "quadraticSolve counts 0 to 2");
+  require(count != 0 || (r1 == 7.0 && r2 == 8.0), "without roots the outputs stay");
+}
+
+void fuzzLines(Input& in) {
+  GxCoord<double> const a = in.point();
+  GxCoord<double> const b = in.point();
+  GxCoord<double> const c = in.point();
+  GxCoord<double> const d = in.point();
+  GxCoord<double> out(3.0, 4.0);
+  if (intersect(&out, a, b, c, d) != 0) require(out == GxCoord<double>(3.0, 4.0), "untouched");
+  double const tol = in.step();
+  pointOnLineSegment(a, b, c, tol);
+  quickCheckPointOnLine(a, b, c, tol);
+  isPointInBox(a, b.xval(), b.yval(), c.xval(), c.yval(), tol);
+  angle(a, b, c);
+  int const turn = Are3PointsCCW(a, b, c);
+  require(-1 <= turn && turn <= 1, "a turn is -1, 0 or 1");
+  if (isEqual(a, b, tol)) require(a.distance(b) <= tol, "equal points are near");
+  require(isEqual(a, b, tol) == (a.distance(b) <= tol), "isEqual compares the distance");
+  Gx2DMatrix<double> m;
+  for (int i = -1; i < 3; ++i) m.set(i, in.flip(), in.coordinate());
+  Gx2DMatrix<double> inverse;
+  m.invert(inverse);
+  inverse* a;
+  GxCoord<double> e = Gx2DRotate(in.raw()) * a;
+  e.rotate(in.raw(), b);
+  pointsAverage(e, out);
+  require(fuzz::sameBits(e, out), "both points are the midpoint");
+  (a - b).normalize().ortho(in.extremeInt());
+}
+
+/// Any operations with any indices: counts stay right, and the ring stays a ring.
+void fuzzList(Input& in) {
+  GxList<double> list;
+  GxList<double> other;
+  unsigned expected = 0;
+  for (int i = 0; i < 40 && !in.isEmpty(); ++i) {
+    int const index = in.chance(4) ? in.extremeInt() : static_cast<int>(in.below(12)) - 3;
+    switch (in.below(12)) {
+      case 0:
+        list.insert(i, index), ++expected;
+        break;
+      case 1:
+        list.add(i), ++expected;
+        break;
+      case 2:
+        list.remove(index), expected -= expected != 0;
+        break;
+      case 3:
+        list.move(index, static_cast<int>(in.below(8)));
+        break;
+      case 4:
+        other.add(-i), list.inject(other, index), ++expected;
+        break;
+      case 5:
+        other.add(-i), list += other, ++expected;
+        break;
+      case 6:
+        list.next();
+        break;
+      case 7:
+        list.prev();
+        break;
+      case 8:
+        list.moveTo(static_cast<unsigned>(index));
+        break;
+      case 9:
+        list.inject(list, index), list.join(list);
+        break;
+      case 10:
+        list.find(index), require(GxList<double>(list) == list, "a copy is equal");
+        break;
+      default:
+        if (expected != 0) list(static_cast<unsigned>(index)) = i;
+    }
+    require(list.length() == expected, "the list counts its elements");
+  }
+  list.first();
+  unsigned steps = 0;
+  while (expected != 0 && ++steps < expected && list.next()) continue;
+  require(steps == expected, "the ring has as many nodes as elements");
+  list.prev();
+  list.next();
+  require(list.next() == 0 || expected < 2 || list.length() == expected, "the ring closes");
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
+  Input in(data, size);
+  in.chooseScale();
+  switch (in.below(3)) {
+    case 0:
+      fuzzSolvers(in);
+      break;
+    case 1:
+      fuzzLines(in);
+      break;
+    default:
+      fuzzList(in);
+  }
+  return 0;
+}
