@@ -21,7 +21,7 @@ constexpr double kChordsPerUnit = 1.0 / 3.0;
 constexpr double kMargin = 1.05;
 
 // Guards: segments that a walk passes beyond two turns, and short chords taken on one segment.
-constexpr unsigned long kMaxExtraSegments = 65536;
+constexpr unsigned long kMaxExtraSegments = 4096;
 constexpr unsigned long kMaxChordsOnSegment = 65536;
 
 /// Measures a step along a straight line from the point at which the walk starts.
