@@ -147,6 +147,16 @@ TEST(GxBezierCurveFit, FindsTheSegmentThatPointsWereTakenFrom) {
   double const v[] = {0.0, 0.5, 1.0};
   OpenCurve().findSegment(&bend, v, 0, 2, Vector(0, 1), Vector(1, 0), found);
   EXPECT_BITS(found, support::bezier(0, 0, 0, 3, 12, 0, 9, 0));
+
+  // Parallel tangents and one inner point, no telling the handles apart: both are nothing.
+  Points const bump = pointsOf({{0, 0}, {4.5, 3}, {9, 0}});
+  OpenCurve().findSegment(&bump, v, 0, 2, Vector(0, 1), Vector(0, 1), found);
+  EXPECT_BITS(found, support::retractedLine(0, 0, 9, 0));
+  for (double t = 0.1; t < 0.9; t += 0.01) {
+    double const w[] = {0.0, t, 1.0};
+    OpenCurve().findSegment(&bump, w, 0, 2, Vector(0, 1), Vector(0, 1), found);
+    EXPECT_TRUE(found[1].yval() < 1e-9 || found[1].yval() == 3.0) << "rounding errors blown up";
+  }
 }
 
 TEST(GxBezierCurveFit, MeasuresWithTheBitsOfBlendValueAndTheLastOfEqualsWins) {
@@ -202,7 +212,9 @@ TEST(GxBezierCurveFit, GivesTheBitsOfThePlainRecursion) {
     expectPlainFit(points, errors[round % 10]);
   }
   for (int n = 2; n < 7; ++n) expectPlainFit(repeated(Point(-0.0, 7), n), errors[n]);
-  for (double const error : {0.5, 100.0}) expectPlainFit(support::stroke("pen-sweeps"), error);
+  for (double const error : {0.5, 9.0, 400.0}) {
+    expectPlainFit(support::stroke("pen-sweeps"), error);
+  }
 }
 
 TEST(GxBezierCurveFit, SplitsAGoodFitNextToAnEndAndAppends) {

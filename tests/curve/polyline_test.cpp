@@ -65,6 +65,15 @@ TEST(GxBezierCurvePolyline, SpacingIsCarriedAcrossJoinsOrInModeOneEvenAndWithout
   }
 }
 
+TEST(GxBezierCurvePolyline, AnIntervalThatLacksATenthOrLessStaysAtTheJoin) {
+  for (double const join : {7.9, 7.8}) {
+    GxBezierCurve curve = along({0, join, 20});
+    GxList<Point> points;
+    curve.makeCurve(4, points, 0);
+    EXPECT_EQ(points[2].xval() == join, join == 7.9) << points[2].xval();
+  }
+}
+
 TEST(GxBezierCurvePolyline, EqualParameterStepsReplaceTheLastPointOfTheList) {
   GxBezierCurve curve = along({0, 3, 9});
   std::list<Point> points{Point(7, 7), Point(8, 8)};
