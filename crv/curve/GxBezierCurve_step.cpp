@@ -36,11 +36,10 @@ class FromStart {
                                 : s.findNextPos(t, startT, farT, squared, forward, *consumed_);
   }
 
-  /// Goes on to the next segment; false when what is left is no distance that can be met.
-  bool pass(GxCoord<double> const& end) {
+  /// Goes on to the next segment.
+  void pass(GxCoord<double> const& end) {
     // Deliberate: measured from the start of the whole walk, which does not move on.
     distance_ -= start_.distance(end);
-    return std::isfinite(distance_);
   }
 
  private:
@@ -58,7 +57,7 @@ class FromPoint {
   int search(GxBezier const& s, double& t, double startT, double farT, int forward) const {
     return s.findNextPosFromPoint(t, startT, farT, point_, squaredDistance_, forward);
   }
-  bool pass(GxCoord<double> const& /*end*/) { return true; }
+  void pass(GxCoord<double> const& /*end*/) {}
 
  private:
   GxCoord<double> point_;
@@ -116,7 +115,7 @@ int walk(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
       to = GxBezierCurvePosition(static_cast<int>(k), t);
       return kFound;
     }
-    if (!measure.pass(segment[forward ? 3 : 0])) break;
+    measure.pass(segment[forward ? 3 : 0]);
     startT = segmentStart;
     k = forward ? (k + 1) % n : (k + n - 1) % n;
   }
