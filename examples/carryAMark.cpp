@@ -2,11 +2,10 @@
 // the marks along with the maps that the two edits hand back. Writes carryAMark.svg.
 
 #include "crv/crv.h"
+#include "examples/outline.h"
 #include "examples/svg.h"
 
-#include <array>
 #include <cstdio>
-#include <fstream>
 #include <iostream>
 #include <string>
 #include <utility>
@@ -17,7 +16,7 @@ namespace {
 using Position = GxBezierCurvePosition;
 using MapHandle = GxHandle<GxBezierCurvePositionMapBase>;
 
-constexpr char const* kLetter = CRV_SOURCE_DIR "/tests/data/outlines/roman-g-outer.txt";
+constexpr char const* kLetter = "roman-g-outer.txt";
 constexpr char const* kPicture = "carryAMark.svg";
 
 struct Mark {
@@ -32,18 +31,6 @@ std::vector<Mark> const kMarks = {
     {"e", Position(0, 0.0), 6, -9},   {"f", Position(3, 0.45), -4, -9},
     {"g", Position(7, 0.5), -14, -4}, {"h", Position(8, 0.9), -6, 18},
 };
-
-/// A closed outline, the eight coordinates of a segment a line.
-GxBezierCurve readOutline(char const* file) {
-  GxBezierCurve curve;
-  std::ifstream in(file);
-  std::array<double, 8> c;
-  while (in >> c[0] >> c[1] >> c[2] >> c[3] >> c[4] >> c[5] >> c[6] >> c[7]) {
-    curve.getSegments().add(GxBezier({c[0], c[1]}, {c[2], c[3]}, {c[4], c[5]}, {c[6], c[7]}));
-  }
-  curve.setStrictIsClosed(1);
-  return curve;
-}
 
 /// One of the three curves, and the map that carries the marks to it.
 struct Exhibit {

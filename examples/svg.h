@@ -1,4 +1,4 @@
-// The examples' only helper: draws points, polylines, chains of segments and words as SVG.
+// Draws points, polylines, chains of segments and words as SVG, for the examples.
 //
 // Shapes are given in curve units, y up. A view scales a box of the plane, equally in x and y, into
 // a rectangle of the page and cuts off what lies outside; the page is measured in pixels, y down.
