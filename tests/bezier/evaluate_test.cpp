@@ -95,6 +95,9 @@ TEST(GxBezierSplit, EndsAliasesAndExtrapolation) {
   EXPECT_EQ(&left.split(right, 0.0), &left);
   EXPECT_BITS(left, support::pointLike(0, 0));
   EXPECT_BITS(right, whole);
+  whole.split(left, right, 1.0);
+  EXPECT_BITS(left, whole);
+  EXPECT_BITS(right, support::pointLike(whole[3].xval(), whole[3].yval()));
 
   GxBezier expectedLeft;
   GxBezier expectedRight;

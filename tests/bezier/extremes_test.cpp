@@ -99,6 +99,9 @@ TEST(GxBezierExtremes, AVanishingCubicCoefficientTakesTheQuadraticRoute) {
   EXPECT_NEAR(box.minY, -3.375, 1e-15);
   EXPECT_EQ(box.maxX, 0.0);
   EXPECT_EQ(box.maxY, 0.0);
+  // A handle on the start (Pomax/bezierjs#37).
+  Box const other = tightBox(support::bezier(100, 25, 100, 25, 110, 100, 150, 195));
+  EXPECT_TRUE(other.minX == 100 && other.minY == 25 && other.maxX == 150 && other.maxY == 195);
 }
 
 TEST(GxBezierRoots, EveryHeightIsReachedWhereReported) {
@@ -162,6 +165,13 @@ TEST(GxBezierRoots, InflectionOnlyWhereThePolygonTurnsBothWays) {
   EXPECT_EQ(s.findInflectionPoint(t), 1);
   EXPECT_NEAR(t, 0.5, 1e-12);
   EXPECT_NEAR(s.dValue(t).cross(s.ddValue(t)), 0.0, 1e-6);
+  GxBezier wave = support::bezier(0, 0, 1, 1, 2, -1, 3, 0);  // linebender/kurbo cubicbez.rs
+  EXPECT_EQ(wave.findInflectionPoint(t), 1);
+  EXPECT_NEAR(t, 0.5, 1e-15);
+  // Two inflections where the polygon turns one way: none is looked for (paperjs/paper.js
+  // Curve.js).
+  GxBezier two = support::bezier(100, 200, 200, 100, 160, 120, 200, 200);
+  EXPECT_EQ(two.findInflectionPoint(t), 0);
 }
 
 TEST(GxBezierLength, OfCurvesKnownByHand) {

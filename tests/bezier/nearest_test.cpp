@@ -34,6 +34,39 @@ TEST(GxBezierNearest, FeetOfPerpendicularsAndEnds) {
   EXPECT_BITS(arc.bValue(nearestT(arc, arc[3])), arc[3]);
 }
 
+TEST(GxBezierNearest, HardCasesHaveTheirAnswer) {
+  struct Case {
+    char const* source;
+    GxBezier segment;
+    Point query;
+    double t;
+    double distance;
+  };
+  double const third = 1.0 / 3;
+  Case const cases[] = {
+      {"linebender/kurbo#446",
+       support::bezier(461, 123, 460.99999999999994, 123.00000000000004, 111, 319, 111, 319),
+       Point(282.0379003395483, 223.21877580985594), 0.507547429735421, 0.0},
+      {"kuribas/cubicbezier#1",
+       support::bezier(52.44, 122.36, 0, 471.95, 506.91, 192.28, 349.59, 174.8), Point(319, 171),
+       1.0, 30.8251212487477},
+      {"linebender/kurbo cubicbez.rs", support::bezier(0, 0, third, 0, 2 * third, 0, 1, 1),
+       Point(1.1, 1.1), 1.0, 0.1 * std::sqrt(2.0)},
+      {"linebender/kurbo#57", support::evenLine(0, 0, 65, 40), Point(90, 30), 1.0,
+       std::sqrt(725.0)},
+      {"BelfrySCAD/BOSL2#1545", support::bezier(-78.2772, 0, -78.2772, 45, -78.2772, 90, 0, 90),
+       Point(0, 90), 1.0, 0.0},
+  };
+  for (Case const& k : cases) {
+    SCOPED_TRACE(k.source);
+    EXPECT_NEAR(nearestT(k.segment, k.query), k.t, 1e-7);
+    GxBezier segment = k.segment;
+    Point nearest;
+    EXPECT_EQ(segment.findNearestPoint(k.query, nearest), k.t == 1.0 ? 1 : 0);
+    EXPECT_NEAR(nearest.distance(k.query), k.distance, 1e-9);
+  }
+}
+
 TEST(GxBezierNearest, TiesGoToTheStartThenToEarlierPoints) {
   // Symmetric about x = 50: the ends and the middle of the bulge.
   GxBezier const s = support::bezier(0, 0, 0, 100, 100, 100, 100, 0);

@@ -50,6 +50,29 @@ TEST(GxBezierCurveNearest, TheOrderOfTrialDecides) {
   EXPECT_EQ(0, support::polygonalCurve({{0, 0}, {9, 0}}).findNearestPoint({99, 0}, nearest));
 }
 
+TEST(GxBezierCurveNearest, JoinsAndSeamsAreOnePlace) {
+  GxBezierCurve bow = support::curveOf(
+      {support::bezier(-78.2772, 0, -78.2772, 45, -78.2772, 90, 0, 90),
+       support::bezier(0, 90, 78.2772, 90, 78.2772, 45, 78.2772, 0)});  // BelfrySCAD/BOSL2#1545
+  Pos pos;
+  EXPECT_EQ(0, bow.findNearestPointPos({0, 90}, pos));
+  EXPECT_TRUE(pos == Pos(1, 0.0)) << support::text(pos);
+
+  GxBezierCurve circle;  // godotengine/godot#39728
+  for (int quarter = 0; quarter < 4; ++quarter) {
+    GxBezier arc = support::quarterArc(100);
+    for (int i = 0; i < 4; ++i) {
+      for (int turn = 0; turn < quarter; ++turn) arc(i) = {-arc(i).yval(), arc(i).xval()};
+    }
+    circle.getSegments().add(arc);
+  }
+  EXPECT_EQ(1, circle.findNearestPointPos({120, -1}, pos));
+  EXPECT_EQ(3, pos.getSegmentNumber());
+  EXPECT_NEAR(0.994948418396, pos.getTValue(), 1e-7);
+  EXPECT_EQ(1, circle.findNearestPointPos({120, 0}, pos));
+  EXPECT_TRUE(pos == Pos(0, 0.0)) << "the seam, read as the start: " << support::text(pos);
+}
+
 TEST(GxBezierCurveNearest, NoSampleOfARealOutlineIsNearer) {
   GxBezierCurve curve = support::outline("roman-g-outer");
   support::Random random(35);

@@ -108,6 +108,8 @@ TEST(GxBezierCurveTangent, ChordsStandInForHandlesThatVanish) {
       {bezier(0, 0, 0, 0, 30, 0, 30, 0), {-30, 0}, {30, 0}, {30, 0}, {30, 0}},
       {bezier(0, 0, 30, 0, 30, 0, 30, 0), {-30, 0}, {90, 0}, {30, 0}, {90, 0}},
       {bezier(0, 0, 0, 0, 0, 0, 30, 0), {-90, 0}, {30, 0}, {90, 0}, {30, 0}},
+      // rveciana/svg-path-properties#169
+      {bezier(0, 0, 0, 0, 50, 100, 100, 0), {-150, 300}, {50, 100}, {150, -300}, {50, 100}},
       // Handles of 3e-5: exactly compared they are some, within the tolerance none.
       {bezier(0, 0, 0x1p-15, 0, 20, 5, 30, 0), {-30, 15}, {0x3p-15, 0}, {30, -15}, {20, 5}},
       {bezier(30, 0, 20, 5, 0x1p-15, 0, 0, 0), {0x3p-15, 0}, {-30, 15}, {-20, -5}, {-30, 15}},
@@ -122,9 +124,15 @@ TEST(GxBezierCurveTangent, ChordsStandInForHandlesThatVanish) {
     curve.findVelocityVectors(curve.firstPos(), unused, out);
     EXPECT_TRUE(same(in, c.findIn) && same(out, c.findOut)) << in.xval() << " " << out.xval();
   }
+  // At a cusp the chords are those of the whole segment; the accelerations run along the curve.
+  GxBezierCurve const cusp = support::curveOf({bezier(0, 0, 1, 1, 0, 1, 1, 0)});
+  Vec in(7, 8), out(7, 8);
+  ASSERT_EQ(0, cusp.findVelocityVectors({0, 0.5}, in, out));
+  EXPECT_TRUE(same(in, Vec(0, -1)) && same(out, Vec(0, 1)));
+  ASSERT_EQ(0, cusp.getAccelerationVectors({0, 0.5}, in, out));
+  EXPECT_TRUE(same(in, Vec(0, 6)) && same(out, Vec(0, -6)));
   // Only a segment without any handle has no acceleration.
   GxBezierCurve const straight = support::curveOf({support::retractedLine(0, 0, 30, 0)});
-  Vec in(7, 8), out(7, 8);
   ASSERT_EQ(0, straight.getAccelerationVectors({0, 0.25}, in, out));
   EXPECT_TRUE(same(in, Vec(0, 0)) && same(out, Vec(0, 0)));
 }
