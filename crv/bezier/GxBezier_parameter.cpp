@@ -11,7 +11,8 @@ using crv::internal::PlainPoint;
 
 namespace {
 
-// Parameter: where the search starts, whatever the caller's guess; and the Newton steps it may take.
+// Parameter: where the search starts, whatever the caller's guess; and the Newton steps it may
+// take.
 constexpr double kStart = 0.5;
 constexpr int kMaxSteps = 15;
 

@@ -196,32 +196,15 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
   OpenBezier const s(in.segment());
   OpenBezier const copy(s);
   switch (in.below(9)) {
-    case 0:
-      evaluate(in, s);
-      break;
-    case 1:
-      nearest(in, s);
-      break;
-    case 2:
-      extremes(in, s);
-      break;
-    case 3:
-      lengths(in, s);
-      break;
-    case 4:
-      polylines(in, s);
-      break;
-    case 5:
-      walks(in, s);
-      break;
-    case 6:
-      crossings(in, s);
-      break;
-    case 7:
-      shapes(in, s);
-      break;
-    default:
-      lines(in, s);
+    case 0: evaluate(in, s); break;
+    case 1: nearest(in, s); break;
+    case 2: extremes(in, s); break;
+    case 3: lengths(in, s); break;
+    case 4: polylines(in, s); break;
+    case 5: walks(in, s); break;
+    case 6: crossings(in, s); break;
+    case 7: shapes(in, s); break;
+    default: lines(in, s);
   }
   require(fuzz::sameBits(s, copy), "the caller's segment stays");
   return 0;

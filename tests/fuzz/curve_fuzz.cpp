@@ -171,26 +171,13 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
   OpenCurve const c(in.curve());
   OpenCurve const copy(c);
   switch (room) {
-    case 1:
-      measure(in, c);
-      break;
-    case 2:
-      polylines(in, c);
-      break;
-    case 3:
-      queries(in, c);
-      break;
-    case 4:
-      closing(in, c);
-      break;
-    case 5:
-      tangents(in, c);
-      break;
-    case 6:
-      offset(in, c);
-      break;
-    default:
-      walks(in, c);
+    case 1: measure(in, c); break;
+    case 2: polylines(in, c); break;
+    case 3: queries(in, c); break;
+    case 4: closing(in, c); break;
+    case 5: tangents(in, c); break;
+    case 6: offset(in, c); break;
+    default: walks(in, c);
   }
   require(fuzz::sameBits(c, copy), "the caller's curve stays");
   return 0;

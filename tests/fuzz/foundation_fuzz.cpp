@@ -58,39 +58,17 @@ void fuzzList(Input& in) {
   for (int i = 0; i < 40 && !in.isEmpty(); ++i) {
     int const index = in.chance(4) ? in.extremeInt() : static_cast<int>(in.below(12)) - 3;
     switch (in.below(12)) {
-      case 0:
-        list.insert(i, index), ++expected;
-        break;
-      case 1:
-        list.add(i), ++expected;
-        break;
-      case 2:
-        list.remove(index), expected -= expected != 0;
-        break;
-      case 3:
-        list.move(index, static_cast<int>(in.below(8)));
-        break;
-      case 4:
-        other.add(-i), list.inject(other, index), ++expected;
-        break;
-      case 5:
-        other.add(-i), list += other, ++expected;
-        break;
-      case 6:
-        list.next();
-        break;
-      case 7:
-        list.prev();
-        break;
-      case 8:
-        list.moveTo(static_cast<unsigned>(index));
-        break;
-      case 9:
-        list.inject(list, index), list.join(list);
-        break;
-      case 10:
-        list.find(index), require(GxList<double>(list) == list, "a copy is equal");
-        break;
+      case 0: list.insert(i, index), ++expected; break;
+      case 1: list.add(i), ++expected; break;
+      case 2: list.remove(index), expected -= expected != 0; break;
+      case 3: list.move(index, static_cast<int>(in.below(8))); break;
+      case 4: other.add(-i), list.inject(other, index), ++expected; break;
+      case 5: other.add(-i), list += other, ++expected; break;
+      case 6: list.next(); break;
+      case 7: list.prev(); break;
+      case 8: list.moveTo(static_cast<unsigned>(index)); break;
+      case 9: list.inject(list, index), list.join(list); break;
+      case 10: list.find(index), require(GxList<double>(list) == list, "a copy is equal"); break;
       default:
         if (expected != 0) list(static_cast<unsigned>(index)) = i;
     }
@@ -111,14 +89,9 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
   Input in(data, size);
   in.chooseScale();
   switch (in.below(3)) {
-    case 0:
-      fuzzSolvers(in);
-      break;
-    case 1:
-      fuzzLines(in);
-      break;
-    default:
-      fuzzList(in);
+    case 0: fuzzSolvers(in); break;
+    case 1: fuzzLines(in); break;
+    default: fuzzList(in);
   }
   return 0;
 }

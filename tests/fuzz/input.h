@@ -78,21 +78,14 @@ class Input {
   double coordinate() {
     double x = 0.0;
     switch (below(8)) {
-      case 0:
-        x = special();
-        break;
+      case 0: x = special(); break;
       case 1:
         x = last_;
         for (unsigned steps = below(32); steps != 0; --steps) x = std::nextafter(x, 1e308);
         break;
-      case 2:
-        x = last_;
-        break;
-      case 3:
-        x = scale_ * std::floor(unit() * 8.0);
-        break;
-      default:
-        x = scale_ * unit() * 100.0;
+      case 2: x = last_; break;
+      case 3: x = scale_ * std::floor(unit() * 8.0); break;
+      default: x = scale_ * unit() * 100.0;
     }
     return last_ = x;
   }
@@ -105,18 +98,12 @@ class Input {
   /// A parameter: inside, at and beside the ends, outside, or anything.
   double parameter() {
     switch (below(8)) {
-      case 0:
-        return 0.0;
-      case 1:
-        return 1.0;
-      case 2:
-        return special();
-      case 3:
-        return unit() * 1e-9;
-      case 4:
-        return 1.0 + unit() * 1e-3;
-      default:
-        return unit() * 0.5 + 0.5;
+      case 0: return 0.0;
+      case 1: return 1.0;
+      case 2: return special();
+      case 3: return unit() * 1e-9;
+      case 4: return 1.0 + unit() * 1e-3;
+      default: return unit() * 0.5 + 0.5;
     }
   }
 
@@ -124,28 +111,19 @@ class Input {
     GxBezier s;
     for (int i = 0; i < 4; ++i) s(i) = point();
     switch (below(8)) {
-      case 0:
-        s(1) = s[0];
-        break;
-      case 1:
-        s(2) = s[3];
-        break;
+      case 0: s(1) = s[0]; break;
+      case 1: s(2) = s[3]; break;
       case 2:
         s(1) = s[0];
         s(2) = s[3];
         break;
-      case 3:
-        s(3) = s[0];
-        break;
+      case 3: s(3) = s[0]; break;
       case 4:
         s(1) = s[0] + (s[3] - s[0]) * (1.0 / 3);
         s(2) = s[0] + (s[3] - s[0]) * unit();
         break;
-      case 5:
-        s(1) = s(2) = s(3) = s[0];
-        break;
-      default:
-        break;
+      case 5: s(1) = s(2) = s(3) = s[0]; break;
+      default: break;
     }
     return s;
   }
@@ -156,20 +134,13 @@ class Input {
     GxBezier result = s;
     GxBezier rest;
     switch (below(5)) {
-      case 0:
-        result.split(rest, parameter());
-        break;
-      case 1:
-        result.reverse();
-        break;
-      case 2:
-        result(static_cast<int>(below(4))) = point();
-        break;
+      case 0: result.split(rest, parameter()); break;
+      case 1: result.reverse(); break;
+      case 2: result(static_cast<int>(below(4))) = point(); break;
       case 3:
         for (int i = 0; i < 4; ++i) result(i) += GxVector<double>(scale_ * 1e-12, 0.0);
         break;
-      default:
-        result = segment();
+      default: result = segment();
     }
     return result;
   }
@@ -192,14 +163,10 @@ class Input {
   GxBezierCurvePosition position(GxBezierCurve const& c) {
     int const n = static_cast<int>(c.length());
     switch (below(8)) {
-      case 0:
-        return c.firstPos();
-      case 1:
-        return c.lastPos();
-      case 2:
-        return GxBezierCurvePosition(extremeInt(), parameter());
-      case 3:
-        return direct(static_cast<int>(below(8)), parameter());
+      case 0: return c.firstPos();
+      case 1: return c.lastPos();
+      case 2: return GxBezierCurvePosition(extremeInt(), parameter());
+      case 3: return direct(static_cast<int>(below(8)), parameter());
       case 4:
         return GxBezierCurvePosition(static_cast<int>(below(static_cast<unsigned>(n) + 1)), 0.0);
       default:
@@ -217,18 +184,12 @@ class Input {
   /// A step, distance or tolerance in curve units: a share of the scale, or odd.
   double step() {
     switch (below(8)) {
-      case 0:
-        return scale_ * 1e6;
-      case 1:
-        return 0.0;
-      case 2:
-        return -scale_;
-      case 3:
-        return std::numeric_limits<double>::quiet_NaN();
-      case 4:
-        return std::numeric_limits<double>::infinity();
-      default:
-        return std::fabs(scale_ * (0.5 + 100.0 * unit()));
+      case 0: return scale_ * 1e6;
+      case 1: return 0.0;
+      case 2: return -scale_;
+      case 3: return std::numeric_limits<double>::quiet_NaN();
+      case 4: return std::numeric_limits<double>::infinity();
+      default: return std::fabs(scale_ * (0.5 + 100.0 * unit()));
     }
   }
 
@@ -278,14 +239,10 @@ class Input {
   double halvingTolerance(Shape const& shape) {
     double const size = extent(shape);
     switch (below(6)) {
-      case 0:
-        return -size;
-      case 1:
-        return std::numeric_limits<double>::quiet_NaN();
-      case 2:
-        return size * 1e3 + magnitude(shape) * 1e-12;
-      default:
-        return size * (1e-4 + std::fabs(unit())) + magnitude(shape) * 1e-12;
+      case 0: return -size;
+      case 1: return std::numeric_limits<double>::quiet_NaN();
+      case 2: return size * 1e3 + magnitude(shape) * 1e-12;
+      default: return size * (1e-4 + std::fabs(unit())) + magnitude(shape) * 1e-12;
     }
   }
 

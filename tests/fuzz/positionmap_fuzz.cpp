@@ -113,14 +113,9 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
   in.chooseScale();
   GxBezierCurve const c = in.curve();
   switch (in.below(3)) {
-    case 0:
-      predicates(in, c);
-      break;
-    case 1:
-      maps(in, c);
-      break;
-    default:
-      edits(in, c);
+    case 0: predicates(in, c); break;
+    case 1: maps(in, c); break;
+    default: edits(in, c);
   }
   return 0;
 }

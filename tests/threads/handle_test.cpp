@@ -101,18 +101,10 @@ TEST(GxHandle, EightThreadsShareMapsAndEachIsDeletedOnce) {
       MapHandle& a = own[random() % own.size()];
       MapHandle& b = own[random() % own.size()];
       switch (random() % 6) {
-        case 0:
-          a = b;
-          break;
-        case 1:
-          own.push_back(MapHandle(a));
-          break;
-        case 2:
-          own.erase(own.begin() + (&a - own.data()));
-          break;
-        case 3:
-          failures += a != b && !(a < b) && !(b < a);
-          break;
+        case 0: a = b; break;
+        case 1: own.push_back(MapHandle(a)); break;
+        case 2: own.erase(own.begin() + (&a - own.data())); break;
+        case 3: failures += a != b && !(a < b) && !(b < a); break;
         case 4:
           if (GxBezierCurvePositionMapBase* const map = a.detach()) a = MapHandle(map);
           break;
