@@ -292,6 +292,9 @@ class CRV_API GxBezierCurve {
   /// distance d, up to a limit: the far end of the curve where none is given. On a strictly closed
   /// curve a limit that lies behind is reached across the seam. Mode 0 takes one chord; any other
   /// mode walks the length d in short chords.
+  /// A step over joins takes from d the distance of each join from its start, so it lands near d
+  /// only where segments are not much shorter than d. A walk back from the end of an open curve
+  /// starts at (n - 1, t) with t just below 1: at (n, 0.0) the first segment is taken for the next.
   ///    0  found
   ///   -1  an empty curve, the limit came first or is never met; to is untouched, or holds the last
   ///       position reached by short chords

@@ -2,6 +2,8 @@
 // and, on closed curves, across the seam, up to a limit.
 #include "crv/curve/GxBezierCurve.h"
 
+#include "crv/foundation/tolerance.h"
+
 #include <cmath>
 #include <limits>
 
@@ -20,9 +22,16 @@ constexpr double kChordsPerUnit = 1.0 / 3.0;
 // them.
 constexpr double kMargin = 1.05;
 
-// Guards: segments that a walk passes beyond two turns, and short chords taken on one segment.
+// Guards: segments that a walk passes beyond two turns, and points that it may take to measure the
+// lengths of those, or of the segments of short chords.
 constexpr unsigned long kMaxExtraSegments = 4096;
-constexpr unsigned long kMaxChordsOnSegment = 65536;
+constexpr double kMaxPoints = 0x1p28;
+
+// Points that measuring a length takes: about so many for the root of a curve unit of the second
+// differences, as trials showed, and never fewer or more than these.
+constexpr double kPointsPerRoot = 9.0;
+constexpr double kLeastPoints = 30.0;
+constexpr double kMostPoints = 655350.0;
 
 /// Measures a step along a straight line from the point at which the walk starts.
 class FromStart {
@@ -70,6 +79,9 @@ long saturatedSum(long segment, long n) {
                                                         : segment + n;
 }
 
+/// i modulo n, not negative.
+long wrapped(long i, long n) { return (i % n + n) % n; }
+
 /// The segments of a walk: the index of the first and the number of those before the last.
 struct Stretch {
   long first;
@@ -88,10 +100,18 @@ bool findStretch(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
     if (!forward && limit > from) s = saturatedSum(s, n);
   }
   if (forward ? e < s : s < e) return false;
-  stretch.first = (s % n + n) % n;
+  stretch.first = wrapped(s, n);
   stretch.before = forward ? static_cast<unsigned long>(e) - static_cast<unsigned long>(s)
                            : static_cast<unsigned long>(s) - static_cast<unsigned long>(e);
   return true;
+}
+
+/// About how many points it takes to measure the length of a segment.
+double pointsToMeasure(GxBezier const& s) {
+  GxVector<double> const bend1 = (s[0] - s[1]) - (s[1] - s[2]);
+  GxVector<double> const bend2 = (s[1] - s[2]) - (s[2] - s[3]);
+  double const bend = max(bend1.length(), bend2.length());
+  return min(kMostPoints, kLeastPoints + kPointsPerRoot * std::sqrt(bend));
 }
 
 /// Tries one segment after another from a position to a limit; to is written where a step is found.
@@ -104,11 +124,15 @@ int walk(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
   long const n = static_cast<long>(curve.length());
   double const segmentStart = forward ? 0.0 : 1.0;
   double const segmentEnd = forward ? 1.0 : 0.0;
-  unsigned long const most = 2 * curve.length() + kMaxExtraSegments;
+  unsigned long const twoTurns = 2 * curve.length();
+  unsigned long const most = twoTurns + kMaxExtraSegments;
   long k = stretch.first;
   double startT = from.getTValue();
+  double points = 0.0;
   for (unsigned long i = 0; i <= stretch.before && i <= most; ++i) {
     GxBezier const& segment = curve[static_cast<int>(k)];
+    if (i > twoTurns) points += pointsToMeasure(segment);
+    if (points > kMaxPoints) break;
     double const farT = i == stretch.before ? limit.getTValue() : segmentEnd;
     double t = 0.0;
     if (measure.search(segment, t, startT, farT, forward) != kNotFound) {
@@ -132,15 +156,17 @@ GxBezierCurvePosition farEnd(GxBezierCurve const& curve, int forward) {
 template <class Step>
 int walkInShortChords(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
                       GxBezierCurvePosition& to, double d, Step step) {
+  long const n = static_cast<long>(curve.length());
   double const chord = d > kLongWay ? d / std::trunc(d * kChordsPerUnit) : d * kShare;
   GxBezierCurvePosition reached(from);
-  unsigned long onSegment = 0;
-  int result = curve.length() == 0 ? kNotFound : kFound;
-  for (double way = chord; chord > 0.0 && way < d * kMargin; way += chord) {
+  int result = n == 0 ? kNotFound : kFound;
+  double points = 0.0;
+  for (double way = chord; n > 0 && chord > 0.0 && way < d * kMargin; way += chord) {
+    int const segment = static_cast<int>(wrapped(reached.getSegmentNumber(), n));
+    points += pointsToMeasure(curve[segment]);
     GxBezierCurvePosition next;
-    result = onSegment < kMaxChordsOnSegment ? step(reached, next, chord) : kNotFound;
+    result = points <= kMaxPoints ? step(reached, next, chord) : kNotFound;
     if (result == kNotFound) break;
-    onSegment = next.getSegmentNumber() == reached.getSegmentNumber() ? onSegment + 1 : 0;
     reached = next;
   }
   to = reached;
