@@ -148,10 +148,10 @@ TEST(GxBezierCurveWalk, EveryWalkEnds) {
   double const distances[] = {0, 1, 40, -7, 5e-324, 1e-9, 1e300, kInf, kNan};
   double const places[] = {0, 0.5, 1.0 - 1e-16, 7.25, -1, 1e15, -1e15, kNan, kInf};
   support::Random random(39);
-  for (int round = 0; round < 60; ++round) {
+  for (int round = 0; round < 10; ++round) {
     GxBezierCurve curve;
     for (int i = random.whole(0, 4); i > 0; --i) curve.getSegments().add(random.gridSegment(2));
-    if (round % 10 == 0 && curve.length() > 0) curve(0)[1] = GxCoord<double>(kNan, 1e300);
+    if (round % 5 == 0 && curve.length() > 0) curve(0)[1] = GxCoord<double>(kNan, 1e300);
     curve.setStrictIsClosed(round % 2);
     for (double const d : distances) {
       Pos const from(random.whole(-1, 4), places[random.whole(0, 8)]);
