@@ -375,10 +375,10 @@ TEST(CurveEdits, AnyNumbersGiveAnAnswerAndRefusedSplitsChangeNothing) {
     Position pos;
     int code;
   } const cases[] = {
-      {Position(8, 0.5), -1},
-      {Position(), -1},
-      {Position(0, nan), -1},
-      {Position(8, nan), -1},
+      {{8, 0.5}, -1},
+      {{}, -1},
+      {{0, nan}, -1},
+      {{8, nan}, -1},
       {Position(std::numeric_limits<int>::max(), 0x1p52), -1},
       {Position(5, nan), 0},
       {support::rawPosition(7, 1.0), 0},

@@ -88,98 +88,99 @@ MapHandle rangeMap(GxBezierCurve& curve, int base, int forward, Position const& 
 
 TEST(PositionMaps, ReverseSwapsTheEnds) {
   std::vector<Row> const rows = {
-      {Position(0, 0.25), 0, Position(2, 0.75)}, {Position(1, 0.0), 0, Position(2, 0.0)},
-      {Position(0, 0.0), 0, Position(3, 0.0)},   {Position(0, 5e-10), 0, Position(3, 0.0)},
-      {Position(3, 5e-10), 0, Position(0, 0.0)}, {Position(3, 0.5), -1, Position(0, 0.0)},
-      {Position(4, 0.0), -1, Position(0, 0.0)},  {Position(-1, 0.5), -1, Position(3, 0.0)},
+      {{0, 0.25}, 0, {2, 0.75}}, {{1, 0.0}, 0, {2, 0.0}},   {{0, 0.0}, 0, {3, 0.0}},
+      {{0, 5e-10}, 0, {3, 0.0}}, {{3, 5e-10}, 0, {0, 0.0}}, {{3, 0.5}, -1, {0, 0.0}},
+      {{4, 0.0}, -1, {0, 0.0}},  {{-1, 0.5}, -1, {3, 0.0}},
   };
   expectRows(constructReversePositionMap(3), rows, rows);
-  expectRows(constructReversePositionMap(0), {{Position(0, 0.0), 0, Position(0, 0.0)}}, {});
+  expectRows(constructReversePositionMap(0), {{{0, 0.0}, 0, {0, 0.0}}}, {});
 }
 
 TEST(PositionMaps, RotateCountsModuloWithTheSignOfTheDividend) {
   for (int const ignored : {1, -1, 0}) {
     expectRows(constructRotatePositionMap(ignored, 1, 4),
-               {{Position(3, 0.5), 0, Position(0, 0.5)},
-                {Position(4, 0.0), 0, Position(1, 0.0)},
-                {Position(4, 1e-12), -1, Position(1, 0.0)},
-                {Position(-1, 0.5), -1, Position(1, 0.0)}},
-               {{Position(0, 0.5), 0, Position(3, 0.5)}, {Position(4, 0.0), 0, Position(3, 0.0)}});
+               {{{3, 0.5}, 0, {0, 0.5}},
+                {{4, 0.0}, 0, {1, 0.0}},
+                {{4, 1e-12}, -1, {1, 0.0}},
+                {{-1, 0.5}, -1, {1, 0.0}}},
+               {{{0, 0.5}, 0, {3, 0.5}}, {{4, 0.0}, 0, {3, 0.0}}});
   }
-  expectRows(constructRotatePositionMap(1, 9, 4), {{Position(1, 0.5), 0, Position(2, 0.5)}},
-             {{Position(1, 0.5), 0, Position(0, 0.5)}, {Position(0, 0.5), 0, Position(-1, 0.5)}});
-  expectRows(constructRotatePositionMap(1, 3, 0), {{Position(0, 0.0), 0, Position(0, 0.0)}}, {});
+  expectRows(constructRotatePositionMap(1, 9, 4), {{{1, 0.5}, 0, {2, 0.5}}},
+             {{{1, 0.5}, 0, {0, 0.5}}, {{0, 0.5}, 0, {-1, 0.5}}});
+  expectRows(constructRotatePositionMap(1, 3, 0), {{{0, 0.0}, 0, {0, 0.0}}}, {});
 }
 
 TEST(PositionMaps, SingletonKnowsOnePosition) {
   expectRows(constructSingletonPositionMap(Position(2, 0.5), curveOf(3, 0)),
-             {{Position(2, 0.5), 0, Position(3, 0.0)}, {Position(2, 0.5 + 1e-12), -1, kUntouched}},
-             {{Position(3, 0.0), 0, Position(2, 0.5)}, {Position(2, 0.5), -1, kUntouched}});
+             {{{2, 0.5}, 0, {3, 0.0}}, {{2, 0.5 + 1e-12}, -1, kUntouched}},
+             {{{3, 0.0}, 0, {2, 0.5}}, {{2, 0.5}, -1, kUntouched}});
 }
 
 TEST(PositionMaps, RangeStretchesThePiecesAtItsEnds) {
   GxBezierCurve curve = curveOf(5, 0);
   expectRows(rangeMap(curve, 0, 1, Position(1, 0.5), Position(3, 0.25)),
-             {{Position(1, 0.75), 0, Position(0, 0.5)},
-              {Position(2, 0.375), 0, Position(1, 0.375)},
-              {Position(3, 0.125), 0, Position(2, 0.5)},
-              {Position(3, 0.25), 0, Position(3, 0.0)},
-              {Position(0, 0.875), -1, Position(0, 0.0)},
-              {Position(3, 0.5), -1, Position(3, 0.0)}},
-             {{Position(0, 0.5), 0, Position(1, 0.75)},
-              {Position(2, 0.5), 0, Position(3, 0.125)},
-              {Position(3, 0.0), 0, Position(3, 0.25)},
-              {Position(7, 0.5), 0, Position(8, 0.5)},  // beyond the stretch, no failure
-              {Position(-1, 0.5), -1, Position(1, 0.5)}});
+             {{{1, 0.75}, 0, {0, 0.5}},
+              {{2, 0.375}, 0, {1, 0.375}},
+              {{3, 0.125}, 0, {2, 0.5}},
+              {{3, 0.25}, 0, {3, 0.0}},
+              {{1, 0.5 + 5e-10}, 0, {0, 0.0}},
+              {{3, 0.25 - 5e-10}, 0, {3, 0.0}},
+              {{0, 0.875}, -1, {0, 0.0}},
+              {{3, 0.5}, -1, {3, 0.0}}},
+             {{{0, 0.5}, 0, {1, 0.75}},
+              {{2, 0.5}, 0, {3, 0.125}},
+              {{3, 0.0}, 0, {3, 0.25}},
+              {{7, 0.5}, 0, {8, 0.5}},  // beyond the stretch, no failure
+              {{-1, 0.5}, -1, {1, 0.5}}});
   expectRows(rangeMap(curve, 2, 1, Position(1, 0.25), Position(1, 0.75)),
-             {{Position(1, 0.5), 0, Position(2, 0.5)}, {Position(1, 0.25), 0, Position(2, 0.0)}},
-             {{Position(2, 0.5), 0, Position(1, 0.5)}, {Position(3, 0.0), 0, Position(1, 0.75)}});
+             {{{1, 0.5}, 0, {2, 0.5}}, {{1, 0.25}, 0, {2, 0.0}}},
+             {{{2, 0.5}, 0, {1, 0.5}}, {{3, 0.0}, 0, {1, 0.75}}});
   expectRows(rangeMap(curve, 2, 1, Position(1, 0.0), Position(2, 0.0)),
-             {{Position(1, 5e-10), 0, Position(2, 5e-10)}, {Position(2, 0.0), 0, Position(3, 0.0)}},
-             {{Position(2, 0.25), 0, Position(1, 0.25)}});
+             {{{1, 5e-10}, 0, {2, 5e-10}}, {{2, 0.0}, 0, {3, 0.0}}}, {{{2, 0.25}, 0, {1, 0.25}}});
+  Position const nearJoint(1, 1.0 - 5e-10);
+  expectRows(rangeMap(curve, 0, 1, nearJoint, Position(3, 0.5)),
+             {{rawPosition(1, 1.5), 0, Position(0, 0.0)}}, {{Position(0, 0.5), 0, nearJoint}});
   // An end piece without an inside: the inverse gives the start of the stretch.
-  expectRows(rangeMap(curve, 0, 1, Position(1, 0.5), Position(2, 5e-10)),
-             {{Position(2, 0.0), 0, Position(2, 0.0)}}, {{Position(1, 0.5), 0, Position(1, 0.5)}});
+  expectRows(rangeMap(curve, 0, 1, Position(1, 0.5), Position(2, 5e-10)), {{{2, 0.0}, 0, {2, 0.0}}},
+             {{{1, 0.5}, 0, {1, 0.5}}});
 }
 
 TEST(PositionMaps, RangeRunsAcrossTheSeam) {
   GxBezierCurve curve = curveOf(4, 1);
   expectRows(rangeMap(curve, 0, 1, Position(3, 0.5), Position(1, 0.5)),
-             {{Position(3, 0.75), 0, Position(0, 0.5)},
-              {Position(0, 0.25), 0, Position(1, 0.25)},
-              {Position(4, 0.0), 0, Position(1, 0.0)},
-              {Position(1, 0.25), 0, Position(2, 0.5)},
-              {Position(1, 0.5), 0, Position(3, 0.0)},   // 1.0 of the last new segment
-              {Position(2, 0.0), -1, Position(0, 0.0)},  // nearer to the end: the start
-              {Position(3, 0.25), -1, Position(3, 0.0)}},
-             {{Position(0, 0.5), 0, Position(3, 0.75)},
-              {Position(1, 0.25), 0, Position(0, 0.25)},
-              {Position(2, 0.5), 0, Position(1, 0.25)},
-              {Position(3, 0.0), 0, Position(1, 0.5)},
-              {Position(-1, 0.5), -1, Position(3, 0.5)}});
+             {{{3, 0.75}, 0, {0, 0.5}},
+              {{0, 0.25}, 0, {1, 0.25}},
+              {{4, 0.0}, 0, {1, 0.0}},
+              {{1, 0.25}, 0, {2, 0.5}},
+              {{1, 0.5}, 0, {3, 0.0}},   // 1.0 of the last new segment
+              {{2, 0.0}, -1, {0, 0.0}},  // nearer to the end: the start
+              {{3, 0.25}, -1, {3, 0.0}}},
+             {{{0, 0.5}, 0, {3, 0.75}},
+              {{1, 0.25}, 0, {0, 0.25}},
+              {{2, 0.5}, 0, {1, 0.25}},
+              {{3, 0.0}, 0, {1, 0.5}},
+              {{-1, 0.5}, -1, {3, 0.5}}});
+  expectRows(rangeMap(curve, 0, 1, Position(3, 0.5), Position(1, 5e-10)), {{{1, 0.0}, 0, {3, 0.0}}},
+             {});
   GxBezierCurve open = curveOf(4, 0);
   expectRows(rangeMap(open, 0, 1, Position(3, 0.5), Position(1, 0.5)),
-             {{Position(4, 0.0), 0, Position(1, 0.0)},
-              {Position(4, 0.5), -1, Position(1, 0.0)},
-              {Position(-1, 0.5), -1, Position(1, 0.0)}},
-             {});
+             {{{4, 0.0}, 0, {1, 0.0}}, {{4, 0.5}, -1, {1, 0.0}}, {{-1, 0.5}, -1, {1, 0.0}}}, {});
 }
 
 TEST(PositionMaps, AStretchReadBackwardsIsReversedFirst) {
   GxBezierCurve curve = curveOf(3, 0);
   expectRows(rangeMap(curve, 1, 0, Position(2, 0.5), Position(0, 0.5)),
-             {{Position(2, 0.25), 0, Position(1, 0.5)},
-              {Position(1, 0.25), 0, Position(2, 0.75)},
-              {Position(0, 0.75), 0, Position(3, 0.5)},
-              {Position(2, 0.75), -1, Position(1, 0.0)},
-              {Position(3, 0.5), -1, Position(0, 0.0)}},  // the reversal failed: it speaks
-             {{Position(1, 0.5), 0, Position(2, 0.25)}, {Position(3, 0.5), 0, Position(0, 0.75)}});
+             {{{2, 0.25}, 0, {1, 0.5}},
+              {{1, 0.25}, 0, {2, 0.75}},
+              {{0, 0.75}, 0, {3, 0.5}},
+              {{2, 0.75}, -1, {1, 0.0}},
+              {{3, 0.5}, -1, {0, 0.0}}},  // the reversal failed: it speaks
+             {{{1, 0.5}, 0, {2, 0.25}}, {{3, 0.5}, 0, {0, 0.75}}});
   // From the start of an open curve backwards: once round, from its end.
   expectRows(rangeMap(curve, 0, 0, Position(0, 0.0), Position(2, 0.5)),
-             {{Position(2, 0.75), 0, Position(0, 0.5)}, {Position(3, 0.0), 0, Position(0, 0.0)}},
-             {{Position(0, 0.5), 0, Position(2, 0.75)}});
-  expectRows(rangeMap(curve, 0, 0, Position(3, 0.5), Position(0, 0.0)),
-             {{Position(8, 0.5), 0, Position(8, 0.5)}}, {});
+             {{{2, 0.75}, 0, {0, 0.5}}, {{3, 0.0}, 0, {0, 0.0}}}, {{{0, 0.5}, 0, {2, 0.75}}});
+  expectRows(rangeMap(curve, 0, 0, Position(3, 0.5), Position(0, 0.0)), {{{8, 0.5}, 0, {8, 0.5}}},
+             {});
 }
 
 TEST(PositionMaps, TranslateReadsTheSeamFromOneSide) {
@@ -199,27 +200,26 @@ TEST(PositionMaps, CompositesWalkUntilAMapFails) {
   MapHandle const reversal = constructReversePositionMap(2);
   MapHandle const one = constructSingletonPositionMap(Position(0, 0.5), curveOf(5, 0));
   expectRows(constructCompositePositionMap(reversal, one),
-             {{Position(1, 0.5), 0, Position(5, 0.0)},
-              {Position(0, 0.5), -1, Position(1, 0.5)},  // what the reversal stored is left
-              {Position(3, 0.0), -1, Position(0, 0.0)}},
-             {{Position(5, 0.0), 0, Position(1, 0.5)}, {Position(1, 0.5), -1, kUntouched}});
-  expectRows(constructCompositePositionMap(reversal, MapHandle()),
-             {{Position(1, 0.5), -1, Position(0, 0.5)}}, {{Position(1, 0.5), -1, kUntouched}});
-  expectRows(constructCompositePositionMap({}), {{Position(1, 0.5), 0, kUntouched}},
-             {{Position(1, 0.5), 0, kUntouched}});
+             {{{1, 0.5}, 0, {5, 0.0}},
+              {{0, 0.5}, -1, {1, 0.5}},  // what the reversal stored is left
+              {{3, 0.0}, -1, {0, 0.0}}},
+             {{{5, 0.0}, 0, {1, 0.5}}, {{1, 0.5}, -1, kUntouched}});
+  expectRows(constructCompositePositionMap(reversal, MapHandle()), {{{1, 0.5}, -1, {0, 0.5}}},
+             {{{1, 0.5}, -1, kUntouched}});
+  expectRows(constructCompositePositionMap({}), {{{1, 0.5}, 0, kUntouched}},
+             {{{1, 0.5}, 0, kUntouched}});
   expectRows(constructCompositePositionMap({reversal, constructIdentityPositionMap(), reversal}),
-             {{Position(1, 0.25), 0, Position(1, 0.25)}},
-             {{Position(1, 0.25), 0, Position(1, 0.25)}});
+             {{{1, 0.25}, 0, {1, 0.25}}}, {{{1, 0.25}, 0, {1, 0.25}}});
 }
 
 TEST(PositionMaps, TransformMapsAListEvenIntoItself) {
   MapHandle const map = constructReversePositionMap(2);
   std::list<Position> positions;
   EXPECT_EQ(map->transform({}, positions, positions), 0);
-  positions = {Position(0, 0.25), Position(9, 0.0)};
+  positions = {Position(9, 0.0), Position(0, 0.25)};
   EXPECT_EQ(map->transform({}, positions, positions), -1);
-  std::list<Position> const expected = {Position(0, 0.25), Position(9, 0.0), Position(1, 0.75),
-                                        Position(0, 0.0)};
+  std::list<Position> const expected = {Position(9, 0.0), Position(0, 0.25), Position(0, 0.0),
+                                        Position(1, 0.75)};
   EXPECT_TRUE(positions == expected);
 }
 

@@ -42,14 +42,14 @@ TEST(PositionPredicates, EqualOnACurveKnowsTheSeamOfAClosedOne) {
     double tol;
     int open, closed;
   } const cases[] = {
-      {Position(0, 0.0), Position(3, 0.0), 1e-9, 0, 1},
-      {Position(3, 0.0), Position(0, 0.0), 1e-9, 0, 1},
-      {Position(2, 1.0 - 1e-10), Position(0, 0.0), 1e-9, 0, 1},
-      {Position(2, 1.0 - 1e-8), Position(0, 0.0), 1e-9, 0, 0},
+      {{0, 0.0}, {3, 0.0}, 1e-9, 0, 1},
+      {{3, 0.0}, {0, 0.0}, 1e-9, 0, 1},
+      {{2, 1.0 - 1e-10}, {0, 0.0}, 1e-9, 0, 1},
+      {{2, 1.0 - 1e-8}, {0, 0.0}, 1e-9, 0, 0},
       {rawPosition(1, 1.0), Position(2, 0.0), 1e-9, 1, 1},
-      {Position(6, 0.0), Position(0, 0.0), 1e-9, 0, 0},  // two turns are not tried
-      {Position(1, 0.5), Position(1, 0.75), 0.25, 0, 0},
-      {Position(1, 0.5), Position(1, 0.5), 0.0, 0, 0},
+      {{6, 0.0}, {0, 0.0}, 1e-9, 0, 0},  // two turns are not tried
+      {{1, 0.5}, {1, 0.75}, 0.25, 0, 0},
+      {{1, 0.5}, {1, 0.5}, 0.0, 0, 0},
   };
   for (Case const& c : cases) {
     SCOPED_TRACE(support::text(c.a) + " " + support::text(c.b));
@@ -108,9 +108,11 @@ TEST(PositionPredicates, SnapsToTheNearerJoint) {
   struct Case {
     Position from, to;
   } const cases[] = {
-      {Position(2, 1.0 - 1e-7), Position(3, 0.0)},  {Position(2, 1e-7), Position(2, 0.0)},
-      {Position(2, 0x1p-20), Position(2, 0x1p-20)},  // on the tolerance is outside
-      {rawPosition(-1, 1.0), Position(0, 0.0)},     {Position(2, 0.5), Position(2, 0.5)},
+      {{2, 1.0 - 1e-7}, {3, 0.0}},
+      {{2, 1e-7}, {2, 0.0}},
+      {{2, 0x1p-20}, {2, 0x1p-20}},  // on the tolerance is outside
+      {rawPosition(-1, 1.0), Position(0, 0.0)},
+      {{2, 0.5}, {2, 0.5}},
   };
   for (Case const& c : cases) EXPECT_BITS(snapToAnchor(c.from, 0x1p-20), c.to);
 }
@@ -121,13 +123,13 @@ TEST(PositionPredicates, MovingStopsAtTheEndsOrGoesOnAcrossTheSeam) {
     double dt;
     Position open, closed;
   } const cases[] = {
-      {Position(0, 0.75), 0.5, Position(1, 0.25), Position(1, 0.25)},
-      {Position(1, 0.75), 0.5, Position(2, 0.0), Position(0, 0.25)},
-      {Position(1, 0.5), 0.5, Position(2, 0.0), Position(2, 0.0)},
-      {Position(0, 0.25), -0.5, Position(0, 0.0), Position(1, 0.75)},
-      {Position(0, 0.0), -1.0, Position(0, 0.0), Position(1, 0.0)},
-      {Position(9, 0.5), 0.0, Position(2, 0.0), Position(7, 0.5)},  // one turn only
-      {Position(1, 0.5), 1.5, Position(), Position()},
+      {{0, 0.75}, 0.5, {1, 0.25}, {1, 0.25}},
+      {{1, 0.75}, 0.5, {2, 0.0}, {0, 0.25}},
+      {{1, 0.5}, 0.5, {2, 0.0}, {2, 0.0}},
+      {{0, 0.25}, -0.5, {0, 0.0}, {1, 0.75}},
+      {{0, 0.0}, -1.0, {0, 0.0}, {1, 0.0}},
+      {{9, 0.5}, 0.0, {2, 0.0}, {7, 0.5}},  // one turn only
+      {{1, 0.5}, 1.5, {}, {}},
   };
   for (Case const& c : cases) {
     for (int const closed : {0, 1}) {
@@ -148,11 +150,9 @@ TEST(PosDiff, DistancesGoOnceAcrossTheSeam) {
     int first;
     double second;
   } const cases[] = {
-      {Position(0, 0.75), Position(1, 0.25), 1, 0, 0.5},
-      {Position(3, 0.5), Position(0, 0.25), 1, 0, 0.75},
-      {Position(0, 0.25), Position(3, 0.5), 0, 0, 0.75},
-      {Position(1, 0.5), Position(1, 0.25), 1, 3, 0.75},
-      {Position(9, 0.0), Position(0, 0.0), 1, -5, 0.0},
+      {{0, 0.75}, {1, 0.25}, 1, 0, 0.5}, {{3, 0.5}, {0, 0.25}, 1, 0, 0.75},
+      {{0, 0.25}, {3, 0.5}, 0, 0, 0.75}, {{1, 0.5}, {1, 0.25}, 1, 3, 0.75},
+      {{9, 0.0}, {0, 0.0}, 1, -5, 0.0},
   };
   for (Case const& c : cases) {
     PosDiff const d = diff(c.a, c.b, c.forward, 4);
@@ -174,12 +174,10 @@ TEST(ArrangeBezierCurve, AClosedCurveStartsAtTheSecondPlaceAndReachesTheFirstThe
     double start;  // on the curve before, in segments
     bool reversed;
   } const cases[] = {
-      {Position(5, 0.75), Position(1, 0.5), 9, 1.5, false},  // of nine segments, not eight
-      {Position(4, 0.0), Position(1, 0.5), 9, 1.5, false},
-      {Position(7, 0.5), Position(1, 0.5), 9, 1.5, true},
-      {Position(2, 0.0), Position(1, 0.1), 8, 1.0, false},
-      {Position(0, 0.0), Position(1, 0.95), 8, 2.0, true},
-      {Position(3, 0.0), Position(10, 0.0), 8, 2.0, false},  // beyond the end: modulo
+      {{5, 0.75}, {1, 0.5}, 9, 1.5, false},  // of nine segments, not eight
+      {{4, 0.0}, {1, 0.5}, 9, 1.5, false},  {{7, 0.5}, {1, 0.5}, 9, 1.5, true},
+      {{2, 0.0}, {1, 0.1}, 8, 1.0, false},  {{0, 0.0}, {1, 0.95}, 8, 2.0, true},
+      {{3, 0.0}, {10, 0.0}, 8, 2.0, false},  // beyond the end: modulo
   };
   for (Case const& c : cases) {
     SCOPED_TRACE(support::text(c.a) + " " + support::text(c.b));
@@ -208,8 +206,8 @@ TEST(PositionPredicates, AnyNumbersGiveAnAnswer) {
   double const nan = std::numeric_limits<double>::quiet_NaN();
   double const inf = std::numeric_limits<double>::infinity();
   int const far = std::numeric_limits<int>::max();
-  Position const odd[] = {Position(0, nan), Position(1, -inf), Position(far, 0x1p52),
-                          Position(-far, -0x1p52), rawPosition(far, 1.0)};
+  Position const odd[] = {
+      {0, nan}, {1, -inf}, Position(far, 0x1p52), Position(-far, -0x1p52), rawPosition(far, 1.0)};
   for (Position const& p : odd) {
     for (Position const& q : odd) {
       for (int const closed : {0, 1}) {
