@@ -15,9 +15,8 @@
 /// Where end does not come after start in that direction, the stretch runs across the seam, also
 /// on an open curve. dst keeps its closed flag; dst may be src.
 ///    0  copied; map is that of constructRangePositionMap, base being dst's segments before
-///   -1  start and end coincide (one segment, t within 1e-9): dst is unchanged, map is the
-///   singleton
-///       that takes start to dst's end
+///   -1  start and end coincide (one segment, t within 1e-9): dst is unchanged, map is the one of
+///       constructSingletonPositionMap, which takes start to dst's end
 ///   -1  start or end is not on src: dst and map are unchanged
 /// The map of a stretch of a strictly closed src refers to src, which must outlive it and keep its
 /// number of segments.

@@ -12,14 +12,12 @@
 
 #include <list>
 
-// ---- positionMaps_identity.cpp: everything stays where it is
-// --------------------------------------
+// ---- positionMaps_identity.cpp: everything stays where it is ------------------------------------
 
 /// Maps every position to itself, both ways.
 CRV_API GxHandle<GxBezierCurvePositionMapBase> constructIdentityPositionMap();
 
-// ---- positionMaps_composite.cpp: one map after another
-// --------------------------------------------
+// ---- positionMaps_composite.cpp: one map after another ------------------------------------------
 
 /// Applies first, then second; the inverse undoes second, then first. A map that returns other than
 /// 0 ends the walk: its code is returned, and what it stored is left. A null handle is such a map,
@@ -33,15 +31,13 @@ CRV_API GxHandle<GxBezierCurvePositionMapBase> constructCompositePositionMap(
 CRV_API GxHandle<GxBezierCurvePositionMapBase> constructCompositePositionMap(
     std::list<GxHandle<GxBezierCurvePositionMapBase>> const& maps);
 
-// ---- positionMaps_reverse.cpp: the curve run the other way
-// ----------------------------------------
+// ---- positionMaps_reverse.cpp: the curve run the other way --------------------------------------
 
 /// For a curve of n segments: (k, t) to (n - k - 1, 1 - t), normalised; the end and the start, t
 /// within 1e-9, swap. Its own inverse. Outside: beyond the end (0, 0.0), before the start (n, 0.0).
 CRV_API GxHandle<GxBezierCurvePositionMapBase> constructReversePositionMap(int n);
 
-// ---- positionMaps_rotate.cpp: a closed curve whose start moved by whole segments
-// ------------------
+// ---- positionMaps_rotate.cpp: a closed curve whose start moved by whole segments ----------------
 
 /// For a closed curve of n segments: segment s becomes (s + k) modulo n, and the end (n, 0.0) goes
 /// where the start goes. The remainder has the sign of its dividend: keep k within -n..n. direction
@@ -50,22 +46,19 @@ CRV_API GxHandle<GxBezierCurvePositionMapBase> constructReversePositionMap(int n
 CRV_API GxHandle<GxBezierCurvePositionMapBase> constructRotatePositionMap(int direction, int k,
                                                                           int n);
 
-// ---- positionMaps_singleton.cpp: one position, and nothing else
-// -----------------------------------
+// ---- positionMaps_singleton.cpp: one position, and nothing else ---------------------------------
 
 /// Maps pos to the curve's end as it is now, and that end back to pos; both by exact comparison.
 /// Any other position is outside, and out is untouched.
 CRV_API GxHandle<GxBezierCurvePositionMapBase> constructSingletonPositionMap(
     GxBezierCurvePosition const& pos, GxBezierCurve const& curve);
 
-// ---- positionMaps_range.cpp: a stretch of the old curve onto the new one
-// --------------------------
+// ---- positionMaps_range.cpp: a stretch of the old curve onto the new one ------------------------
 
 /// Maps the stretch of a curve from start to end onto the segments of a new curve from number base
 /// on: whole segments one to one, the pieces at both ends stretched to whole segments.
-///   closed    non-zero: positions on the seam are read as translate reads them, before a stretch
-///   is
-///             chosen and whenever a position is mapped
+///   closed    non-zero: positions on the seam are read as translate reads them, when the stretch
+///             is chosen and whenever a position is mapped
 ///   forward   0: the stretch is read against the curve, from start back to end
 ///   curveEnd  the curve's lastPos()
 /// When end does not lie after start in the direction of reading, the stretch runs across the seam,
@@ -80,8 +73,7 @@ CRV_API GxHandle<GxBezierCurvePositionMapBase> constructRangePositionMap(
     GxBezierCurve& curve, int closed, int base, int forward, GxBezierCurvePosition const& start,
     GxBezierCurvePosition const& end, GxBezierCurvePosition const& curveEnd);
 
-// ---- positionMaps_translate.cpp: the seam read from one side
-// --------------------------------------
+// ---- positionMaps_translate.cpp: the seam read from one side ------------------------------------
 
 /// pos, or, when closed is non-zero and pos lies on the seam, the seam as a stretch reads it: the
 /// end of the curve becomes its start when reading forwards, the start its end when reading
