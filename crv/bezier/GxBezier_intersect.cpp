@@ -175,14 +175,18 @@ void sortDescending(GxList<double>& first, GxList<double>& second) {
   for (unsigned i = 0; i < first.length(); ++i) crossings.emplace_back(first(i), second(i));
   std::sort(crossings.begin(), crossings.end(),
             [](Crossing const& x, Crossing const& y) { return y.key < x.key; });
+  GxList<double> sortedFirst;
+  GxList<double> sortedSecond;
+  for (Crossing const& c : crossings) {
+    sortedFirst.add(c.a);
+    sortedSecond.add(c.b);
+  }
   while (first.length() != 0) {
     first.remove(-1);
     second.remove(-1);
   }
-  for (Crossing const& c : crossings) {
-    first.add(c.a);
-    second.add(c.b);
-  }
+  first.join(sortedFirst);
+  second.join(sortedSecond);
 }
 
 }  // namespace

@@ -65,20 +65,21 @@ void trimOneEnd(GxList<GxBezier>& segments, Approach const& toFirst, Approach co
     if (toLast.isAtStart()) {
       segments(n - 1) = straightSegment(segments(n - 2)[3], start);
     } else {
-      cutAfter(segments(n - 1), toLast.t);
       segments.add(straightSegment(toLast.point, start));
+      cutAfter(segments(n - 1), toLast.t);
     }
   } else if (toFirst.isAtEnd()) {
     segments(0) = straightSegment(end, segments(1)[0]);
   } else {
-    cutBefore(segments(0), toFirst.t);
     segments.add(straightSegment(end, toFirst.point));
+    cutBefore(segments(0), toFirst.t);
   }
 }
 
 /// Both ends overshoot moderately: both are trimmed, and the gap is bridged.
 void trimBothEnds(GxList<GxBezier>& segments, Approach const& toFirst, Approach const& toLast) {
   int const last = static_cast<int>(segments.length()) - 1;
+  segments.add(straightSegment(toLast.point, toFirst.point));
   if (toLast.isInside()) {
     cutAfter(segments(static_cast<unsigned>(last)), toLast.t);
   } else if (toLast.isAtStart()) {
@@ -89,7 +90,6 @@ void trimBothEnds(GxList<GxBezier>& segments, Approach const& toFirst, Approach 
   } else if (toFirst.isAtEnd()) {
     segments.remove(0);
   }
-  segments.add(straightSegment(toLast.point, toFirst.point));
 }
 
 void bridgeNicely(GxList<GxBezier>& segments) {
@@ -117,9 +117,9 @@ int close(GxBezierCurve& curve, void (*bridge)(GxList<GxBezier>&)) {
   if (n == 0) return 0;
   bool const enclosesNothing =
       n == 1 && (segments(0).isAPoint(kThin) || segments(0).isALine(kThin));
-  // Deliberate: closed all the same.
-  curve.setStrictIsClosed(1);
   if (!isEqual(segments(n - 1)[3], segments(0)[0], kEndsMeet)) bridge(segments);
+  // Deliberate: closed even if it encloses nothing.
+  curve.setStrictIsClosed(1);
   return !enclosesNothing;
 }
 

@@ -417,13 +417,15 @@ void GxBezierCurve::bezierPolyFit(GxList<GxCoord<double>> const* points, unsigne
                                   unsigned long last, GxVector<double> const& tHat1,
                                   GxVector<double> const& tHat2, double error) {
   if (points == nullptr || first >= last || last >= points->length()) return;
-  closed_ = 0;
   std::vector<GxCoord<double>> range;
   range.reserve(last - first + 1);
   for (unsigned long i = first; i <= last; ++i) {
     range.push_back((*points)[static_cast<unsigned>(i)]);
   }
-  Fitter(std::move(range), error, segments_).fit(tHat1, tHat2);
+  GxList<GxBezier> fitted;
+  Fitter(std::move(range), error, fitted).fit(tHat1, tHat2);
+  segments_.join(fitted);
+  closed_ = 0;
 }
 
 void GxBezierCurve::findSegment(GxList<GxCoord<double>> const* points, double const* u,

@@ -101,13 +101,6 @@ void addCut(GxList<GxBezier>& pieces, GxBezier const& segment) {
   pieces.join(rest);
 }
 
-void cutBends(GxList<GxBezier>& segments) {
-  GxList<GxBezier> pieces;
-  for (unsigned i = 0; i < segments.length(); ++i) addCut(pieces, segments[i]);
-  segments.empty();
-  segments.join(pieces);
-}
-
 /// What moves a point to the left of a direction by a distance.
 GxVector<double> shift(GxVector<double> const& direction, double distance) {
   return direction.ortho(1).normalize() * distance;
@@ -231,11 +224,22 @@ void GxBezierCurve::offset(double distance, int side, int mode) {
   if (mode != kCutOnly && IS_ZERO(distance, kSmallDistance)) return;
   if (segments_.length() == 0) return;
   if (side == 0) distance = -distance;
-  if (mode == kCutAndOffset || mode == kCutOnly) cutBends(segments_);
-  if (mode >= kCutOnly) return;
-  GxList<GxBezier> const old(segments_);
+  if (mode > kCutOnly) return;
+  GxList<GxBezier> pieces;
   for (unsigned i = 0; i < segments_.length(); ++i) {
-    segments_(i) = parallelOf(segments_(i), distance);
+    if (mode == kCutAndOffset || mode == kCutOnly) {
+      addCut(pieces, segments_[i]);
+    } else {
+      pieces.add(segments_[i]);
+    }
   }
-  if (old.length() > 1) joinParallels(segments_, old, distance);
+  GxList<GxBezier> result;
+  if (mode == kCutOnly) {
+    result.join(pieces);
+  } else {
+    for (unsigned i = 0; i < pieces.length(); ++i) result.add(parallelOf(pieces(i), distance));
+    if (result.length() > 1) joinParallels(result, pieces, distance);
+  }
+  segments_.empty();
+  segments_.join(result);
 }

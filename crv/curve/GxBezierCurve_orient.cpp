@@ -109,7 +109,8 @@ int GxBezierCurve::changeOrientation(int clockwise) {
 }
 
 void GxBezierCurve::reverse() {
-  GxList<GxBezier> old;
-  old.join(segments_);
-  for (unsigned i = old.length(); i > 0; --i) segments_.add(old[i - 1]).reverse();
+  GxList<GxBezier> reversed;
+  for (unsigned i = segments_.length(); i > 0; --i) reversed.add(segments_[i - 1]).reverse();
+  segments_.empty();
+  segments_.join(reversed);
 }

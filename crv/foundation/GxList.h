@@ -137,6 +137,8 @@ class GxList {
   };
 
   static void linkBefore(Node* position, Node* firstNode);
+  void link(Node* node, int index);
+  Node* unlink(int index);
   void addAll(GxList const& other);
   void recalcIndex();
   Node* nodeAt(unsigned i) const;
@@ -178,18 +180,29 @@ T& GxList<T>::add(T const& value) {
 
 template <class T>
 T& GxList<T>::insert(T const& value, int index) {
-  if (index != -1 && count_ != 0) moveTo(static_cast<unsigned>(index));
   Node* const node = new Node(value);
+  link(node, index);
+  return node->element;
+}
+
+template <class T>
+void GxList<T>::link(Node* node, int index) {
+  if (index != -1 && count_ != 0) moveTo(static_cast<unsigned>(index));
   if (count_ != 0) linkBefore(cursor_, node);
   if (count_ == 0 || index == 0) head_ = node;
   ++count_;
   first();
-  return node->element;
 }
 
 template <class T>
 void GxList<T>::removeByIndex(int index) {
   if (cursor_ == nullptr) return;
+  delete unlink(index);
+}
+
+/// Takes the node that removeByIndex means out of the list, which is not empty.
+template <class T>
+typename GxList<T>::Node* GxList<T>::unlink(int index) {
   unsigned const i = index < 0 ? 0u : static_cast<unsigned>(index);
   Node* const victim = index == -1 ? cursor_ : nodeAt(i);
   if (victim == cursor_) {
@@ -203,7 +216,8 @@ void GxList<T>::removeByIndex(int index) {
   victim->next->prev = victim->prev;
   if (victim == head_) head_ = victim->next;
   if (--count_ == 0) forgetNodes();
-  delete victim;
+  victim->next = victim->prev = victim;
+  return victim;
 }
 
 template <class T>
@@ -211,9 +225,7 @@ int GxList<T>::move(int from, int to) {
   bool const inside = from >= 0 && to >= 0 && static_cast<unsigned>(from) < count_ &&
                       static_cast<unsigned>(to) < count_;
   if (!inside || from == to) return 0;
-  T const copy(nodeAt(static_cast<unsigned>(from))->element);
-  removeByIndex(from);
-  insert(copy, to);
+  link(unlink(from), to);
   return 1;
 }
 
@@ -254,10 +266,11 @@ int GxList<T>::operator==(GxList const& other) const {
 
 template <class T>
 GxList<T>& GxList<T>::operator=(GxList const& other) {
-  // Deliberate: no test for self-assignment, which empties the list.
-  while (count_ != 0) removeByIndex(0);
-  addAll(other);
-  first();
+  GxList copies;
+  // Deliberate: self-assignment empties the list.
+  if (&other != this) copies.addAll(other);
+  empty();
+  join(copies);
   return *this;
 }
 

@@ -23,9 +23,11 @@ void rotateCurveStart(GxBezierCurve& curve, long k, double t) {
   for (long i = 0; i < turns; ++i) moveFirstToEnd(segments);
   if (t <= kSnapToJointBefore) return;
   if (t < kSnapToJointAfter) {
+    GxBezier left;
     GxBezier right;
-    segments(0).split(right, t);
+    segments(0).split(left, right, t);
     segments.insert(right, 1);
+    segments(0) = left;
   }
   moveFirstToEnd(segments);
 }

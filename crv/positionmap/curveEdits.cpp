@@ -68,23 +68,30 @@ void takeStretch(GxBezierCurve& src, Position const& a, Position const& b, int f
   if (bT != 0.0) addPiece(pieces, partBefore(src(last), bT), forward);
 }
 
+/// Gives a curve other segments, by moving them: nothing is allocated, so nothing can fail.
+void replace(GxBezierCurve& curve, Segments& segments) {
+  curve.getSegments().empty();
+  curve.getSegments().join(segments);
+}
+
+void removeLast(Segments& segments) { segments.remove(static_cast<int>(segments.length()) - 1); }
+
 /// Cuts first at pos, which is on it and neither its start nor its end.
 void cut(Position const& pos, GxBezierCurve& first, GxBezierCurve& second) {
   unsigned const k = static_cast<unsigned>(pos.getSegmentNumber());
   // Deliberate: from segment 2 on, the segment before the cut is lost, and second, which starts one
   // segment early, takes the first in its place.
   bool const isPlain = k < 2;
-  Segments old;
-  old.join(first.getSegments());
-  Segments& before = first.getSegments();
-  Segments& after = second.getSegments();
-  after.empty();
-
-  for (unsigned i = isPlain ? 0 : 1; i < (isPlain ? k : k - 1); ++i) before.add(old(i));
-  after.add(partAfter(old(k), pos.getTValue()));
-  if (pos.getTValue() != 0.0) before.add(partBefore(old(k), pos.getTValue()));
-  for (unsigned i = isPlain ? k + 1 : k; i < old.length(); ++i) after.add(old(i));
-  if (!isPlain) after.add(old(0));
+  Segments const& old = first.getSegments();
+  Segments before;
+  Segments after;
+  for (unsigned i = isPlain ? 0 : 1; i < (isPlain ? k : k - 1); ++i) before.add(old[i]);
+  after.add(partAfter(old[k], pos.getTValue()));
+  if (pos.getTValue() != 0.0) before.add(partBefore(old[k], pos.getTValue()));
+  for (unsigned i = isPlain ? k + 1 : k; i < old.length(); ++i) after.add(old[i]);
+  if (!isPlain) after.add(old[0]);
+  replace(first, before);
+  replace(second, after);
 }
 
 }  // namespace
@@ -105,13 +112,18 @@ int copyGxBezierCurve(GxBezierCurve& dst, GxBezierCurve& src, Position const& st
   Segments pieces;
   takeStretch(src, forward ? s : e, forward ? e : s, forward, pieces);
   dst.getSegments().join(pieces);
-  map = constructRangePositionMap(src, closed, base, forward, s, e, src.lastPos());
+  try {
+    map = constructRangePositionMap(src, closed, base, forward, s, e, src.lastPos());
+  } catch (...) {
+    while (dst.length() > static_cast<unsigned long>(base)) removeLast(dst.getSegments());
+    throw;
+  }
   return 0;
 }
 
 int reverseGxBezierCurve(GxBezierCurve& curve, MapHandle& map) {
-  map = constructReversePositionMap(static_cast<int>(curve.length()));
   curve.reverse();
+  map = constructReversePositionMap(static_cast<int>(curve.length()));
   return 0;
 }
 
@@ -121,20 +133,23 @@ int spliteGxBezierCurve(Position const& pos, GxBezierCurve& first, GxBezierCurve
   Position const lastPos = first.lastPos();
   bool const isOnFirst = firstPos <= pos && pos <= lastPos;
   if (!isOnFirst || first.length() == 0 || &first == &second) return -1;
-  firstMap = constructRangePositionMap(first, 0, 0, 1, firstPos, pos, lastPos);
-  secondMap = constructRangePositionMap(first, 0, 0, 1, pos, lastPos, lastPos);
+  MapHandle const mapBefore = constructRangePositionMap(first, 0, 0, 1, firstPos, pos, lastPos);
+  MapHandle const mapAfter = constructRangePositionMap(first, 0, 0, 1, pos, lastPos, lastPos);
 
   int const n = static_cast<int>(first.length());
   if (pos == lastPos) {
-    second = GxBezierCurve();
-    second.getSegments().add(pointSegment(first(n - 1)[3]));
+    GxBezierCurve end;
+    end.getSegments().add(pointSegment(first(n - 1)[3]));
+    second = end;
   } else if (pos == firstPos) {
-    GxBezier const point = pointSegment(first(0)[0]);
+    Segments start;
+    start.add(pointSegment(first(0)[0]));
     second = first;
-    first.getSegments().empty();
-    first.getSegments().add(point);
+    replace(first, start);
   } else {
     cut(pos, first, second);
   }
+  firstMap = mapBefore;
+  secondMap = mapAfter;
   return 0;
 }
