@@ -7,11 +7,25 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <limits>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 namespace support {
+
+using Point = GxCoord<double>;
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInf = std::numeric_limits<double>::infinity();
+
+/// The elements of a list.
+template <class T>
+std::vector<T> valuesOf(GxList<T> const& list) {
+  std::vector<T> values;
+  for (unsigned i = 0; i < list.length(); ++i) values.push_back(list[i]);
+  return values;
+}
 
 inline std::uint64_t bitsOf(double x) {
   std::uint64_t bits;
