@@ -37,39 +37,27 @@ void operator delete(void* p, std::nothrow_t const&) noexcept { release(p); }
 
 namespace {
 
+using support::at;
 using support::Carried;
 using support::MapHandle;
 using support::Position;
-using support::rawPosition;
 
-Position const kUntouched = rawPosition(-7, 0.125);
+double const kUntouched = -6.875;
 
-struct Row {
-  Position in;
-  int code;
-  Position out;
-};
-
-/// Maps every row, into a position of its own and in place.
-void expectRows(MapHandle const& map, std::vector<Row> const& there,
-                std::vector<Row> const& backAgain) {
-  for (Row const& row : there) {
-    SCOPED_TRACE("of " + support::text(row.in));
-    Carried const c = support::forth(map, row.in);
-    EXPECT_EQ(c.code, row.code);
-    EXPECT_BITS(c.at, row.out);
-    Position p = row.in;
-    EXPECT_EQ(map->mapPosition(p, p), row.code);
-    EXPECT_BITS(p, row.out.getSegmentNumber() == -7 ? row.in : row.out);
-  }
-  for (Row const& row : backAgain) {
-    SCOPED_TRACE("inverse of " + support::text(row.in));
-    Carried const c = support::back(map, row.in);
-    EXPECT_EQ(c.code, row.code);
-    EXPECT_BITS(c.at, row.out);
-    Position p = row.in;
-    EXPECT_EQ(map->inverseMapPosition(p, p), row.code);
-    EXPECT_BITS(p, row.out.getSegmentNumber() == -7 ? row.in : row.out);
+/// Maps positions into one of their own and in place. Rows of three: what is mapped, the code and
+/// what is stored, positions as one number each.
+void expectRows(MapHandle const& map, std::string const& there, std::string const& backAgain = "") {
+  for (auto const* rows : {&there, &backAgain}) {
+    bool const isBack = rows == &backAgain;
+    for (auto const& row : support::table(*rows)) {
+      SCOPED_TRACE(testing::Message() << (isBack ? "inverse of " : "of ") << row[0]);
+      Carried const c = isBack ? support::back(map, at(row[0])) : support::forth(map, at(row[0]));
+      EXPECT_EQ(c.code, row[1]);
+      EXPECT_BITS(c.at, at(row[2]));
+      Position p = at(row[0]);
+      EXPECT_EQ(isBack ? map->inverseMapPosition(p, p) : map->mapPosition(p, p), row[1]);
+      EXPECT_BITS(p, at(row[2] == kUntouched ? row[0] : row[2]));
+    }
   }
 }
 
@@ -87,139 +75,89 @@ MapHandle rangeMap(GxBezierCurve& curve, int base, int forward, Position const& 
 }
 
 TEST(PositionMaps, ReverseSwapsTheEnds) {
-  std::vector<Row> const rows = {
-      {{0, 0.25}, 0, {2, 0.75}}, {{1, 0.0}, 0, {2, 0.0}},   {{0, 0.0}, 0, {3, 0.0}},
-      {{0, 5e-10}, 0, {3, 0.0}}, {{3, 5e-10}, 0, {0, 0.0}}, {{3, 0.5}, -1, {0, 0.0}},
-      {{4, 0.0}, -1, {0, 0.0}},  {{-1, 0.5}, -1, {3, 0.0}},
-  };
+  std::string const rows =
+      "0.25 0 2.75; 1 0 2; 0 0 3; 5e-10 0 3; 3.0000000005 0 0; 3.5 -1 0; 4 -1 0; -0.5 -1 3";
   expectRows(constructReversePositionMap(3), rows, rows);
-  expectRows(constructReversePositionMap(0), {{{0, 0.0}, 0, {0, 0.0}}}, {});
+  expectRows(constructReversePositionMap(0), "0 0 0");
 }
 
 TEST(PositionMaps, RotateCountsModuloWithTheSignOfTheDividend) {
   for (int const ignored : {1, -1, 0}) {
     expectRows(constructRotatePositionMap(ignored, 1, 4),
-               {{{3, 0.5}, 0, {0, 0.5}},
-                {{4, 0.0}, 0, {1, 0.0}},
-                {{4, 1e-12}, -1, {1, 0.0}},
-                {{-1, 0.5}, -1, {1, 0.0}}},
-               {{{0, 0.5}, 0, {3, 0.5}}, {{4, 0.0}, 0, {3, 0.0}}});
+               "3.5 0 0.5; 4 0 1; 4.000000000001 -1 1; -0.5 -1 1", "0.5 0 3.5; 4 0 3");
   }
-  expectRows(constructRotatePositionMap(1, 9, 4), {{{1, 0.5}, 0, {2, 0.5}}},
-             {{{1, 0.5}, 0, {0, 0.5}}, {{0, 0.5}, 0, {-1, 0.5}}});
-  expectRows(constructRotatePositionMap(1, 3, 0), {{{0, 0.0}, 0, {0, 0.0}}}, {});
-}
-
-TEST(PositionMaps, SingletonKnowsOnePosition) {
-  expectRows(constructSingletonPositionMap(Position(2, 0.5), curveOf(3, 0)),
-             {{{2, 0.5}, 0, {3, 0.0}}, {{2, 0.5 + 1e-12}, -1, kUntouched}},
-             {{{3, 0.0}, 0, {2, 0.5}}, {{2, 0.5}, -1, kUntouched}});
+  expectRows(constructRotatePositionMap(1, 9, 4), "1.5 0 2.5", "1.5 0 0.5; 0.5 0 -0.5");
+  expectRows(constructRotatePositionMap(1, 3, 0), "0 0 0");
 }
 
 TEST(PositionMaps, RangeStretchesThePiecesAtItsEnds) {
   GxBezierCurve curve = curveOf(5, 0);
-  expectRows(rangeMap(curve, 0, 1, Position(1, 0.5), Position(3, 0.25)),
-             {{{1, 0.75}, 0, {0, 0.5}},
-              {{2, 0.375}, 0, {1, 0.375}},
-              {{3, 0.125}, 0, {2, 0.5}},
-              {{3, 0.25}, 0, {3, 0.0}},
-              {{1, 0.5 + 5e-10}, 0, {0, 0.0}},
-              {{3, 0.25 - 5e-10}, 0, {3, 0.0}},
-              {{0, 0.875}, -1, {0, 0.0}},
-              {{3, 0.5}, -1, {3, 0.0}}},
-             {{{0, 0.5}, 0, {1, 0.75}},
-              {{2, 0.5}, 0, {3, 0.125}},
-              {{3, 0.0}, 0, {3, 0.25}},
-              {{7, 0.5}, 0, {8, 0.5}},  // beyond the stretch, no failure
-              {{-1, 0.5}, -1, {1, 0.5}}});
-  expectRows(rangeMap(curve, 2, 1, Position(1, 0.25), Position(1, 0.75)),
-             {{{1, 0.5}, 0, {2, 0.5}}, {{1, 0.25}, 0, {2, 0.0}}},
-             {{{2, 0.5}, 0, {1, 0.5}}, {{3, 0.0}, 0, {1, 0.75}}});
-  expectRows(rangeMap(curve, 2, 1, Position(1, 0.0), Position(2, 0.0)),
-             {{{1, 5e-10}, 0, {2, 5e-10}}, {{2, 0.0}, 0, {3, 0.0}}}, {{{2, 0.25}, 0, {1, 0.25}}});
+  // Back from beyond the stretch is no failure.
+  expectRows(rangeMap(curve, 0, 1, {1, 0.5}, {3, 0.25}),
+             "1.75 0 0.5; 2.375 0 1.375; 3.125 0 2.5; 3.25 0 3; 1.5000000005 0 0; 3.2499999995 0 "
+             "3; 0.875 -1 0; 3.5 -1 3",
+             "0.5 0 1.75; 2.5 0 3.125; 3 0 3.25; 7.5 0 8.5; -0.5 -1 1.5");
+  expectRows(rangeMap(curve, 2, 1, {1, 0.25}, {1, 0.75}), "1.5 0 2.5; 1.25 0 2",
+             "2.5 0 1.5; 3 0 1.75");
+  expectRows(rangeMap(curve, 2, 1, {1, 0.0}, {2, 0.0}), "2 0 3", "2.25 0 1.25");
   Position const nearJoint(1, 1.0 - 5e-10);
-  expectRows(rangeMap(curve, 0, 1, nearJoint, Position(3, 0.5)),
-             {{rawPosition(1, 1.5), 0, Position(0, 0.0)}}, {{Position(0, 0.5), 0, nearJoint}});
+  MapHandle const fromJoint = rangeMap(curve, 0, 1, nearJoint, {3, 0.5});
+  EXPECT_BITS(support::forth(fromJoint, support::rawPosition(1, 1.5)).at, at(0));
+  EXPECT_BITS(support::back(fromJoint, at(0.5)).at, nearJoint);
   // An end piece without an inside: the inverse gives the start of the stretch.
-  expectRows(rangeMap(curve, 0, 1, Position(1, 0.5), Position(2, 5e-10)), {{{2, 0.0}, 0, {2, 0.0}}},
-             {{{1, 0.5}, 0, {1, 0.5}}});
+  expectRows(rangeMap(curve, 0, 1, {1, 0.5}, {2, 5e-10}), "2 0 2", "1.5 0 1.5");
 }
 
 TEST(PositionMaps, RangeRunsAcrossTheSeam) {
   GxBezierCurve curve = curveOf(4, 1);
-  expectRows(rangeMap(curve, 0, 1, Position(3, 0.5), Position(1, 0.5)),
-             {{{3, 0.75}, 0, {0, 0.5}},
-              {{0, 0.25}, 0, {1, 0.25}},
-              {{4, 0.0}, 0, {1, 0.0}},
-              {{1, 0.25}, 0, {2, 0.5}},
-              {{1, 0.5}, 0, {3, 0.0}},   // 1.0 of the last new segment
-              {{2, 0.0}, -1, {0, 0.0}},  // nearer to the end: the start
-              {{3, 0.25}, -1, {3, 0.0}}},
-             {{{0, 0.5}, 0, {3, 0.75}},
-              {{1, 0.25}, 0, {0, 0.25}},
-              {{2, 0.5}, 0, {1, 0.25}},
-              {{3, 0.0}, 0, {1, 0.5}},
-              {{-1, 0.5}, -1, {3, 0.5}}});
-  expectRows(rangeMap(curve, 0, 1, Position(3, 0.5), Position(1, 5e-10)), {{{1, 0.0}, 0, {3, 0.0}}},
-             {});
-  GxBezierCurve open = curveOf(4, 0);
-  expectRows(rangeMap(open, 0, 1, Position(3, 0.5), Position(1, 0.5)),
-             {{{4, 0.0}, 0, {1, 0.0}}, {{4, 0.5}, -1, {1, 0.0}}, {{-1, 0.5}, -1, {1, 0.0}}}, {});
+  // Outside and nearer to the end: the start.
+  expectRows(rangeMap(curve, 0, 1, {3, 0.5}, {1, 0.5}),
+             "3.75 0 0.5; 0.25 0 1.25; 4 0 1; 1.25 0 2.5; 1.5 0 3; 2 -1 0; 3.25 -1 3",
+             "0.5 0 3.75; 1.25 0 0.25; 2.5 0 1.25; 3 0 1.5; -0.5 -1 3.5");
+  expectRows(rangeMap(curve, 0, 1, {3, 0.5}, {1, 5e-10}), "1 0 3");
+  curve.setStrictIsClosed(0);
+  expectRows(rangeMap(curve, 0, 1, {3, 0.5}, {1, 0.5}), "4 0 1; 4.5 -1 1; -0.5 -1 1");
 }
 
 TEST(PositionMaps, AStretchReadBackwardsIsReversedFirst) {
   GxBezierCurve curve = curveOf(3, 0);
-  expectRows(rangeMap(curve, 1, 0, Position(2, 0.5), Position(0, 0.5)),
-             {{{2, 0.25}, 0, {1, 0.5}},
-              {{1, 0.25}, 0, {2, 0.75}},
-              {{0, 0.75}, 0, {3, 0.5}},
-              {{2, 0.75}, -1, {1, 0.0}},
-              {{3, 0.5}, -1, {0, 0.0}}},  // the reversal failed: it speaks
-             {{{1, 0.5}, 0, {2, 0.25}}, {{3, 0.5}, 0, {0, 0.75}}});
+  // Of the last one the reversal fails: it speaks.
+  expectRows(rangeMap(curve, 1, 0, {2, 0.5}, {0, 0.5}),
+             "2.25 0 1.5; 1.25 0 2.75; 0.75 0 3.5; 2.75 -1 1; 3.5 -1 0", "1.5 0 2.25; 3.5 0 0.75");
   // From the start of an open curve backwards: once round, from its end.
-  expectRows(rangeMap(curve, 0, 0, Position(0, 0.0), Position(2, 0.5)),
-             {{{2, 0.75}, 0, {0, 0.5}}, {{3, 0.0}, 0, {0, 0.0}}}, {{{0, 0.5}, 0, {2, 0.75}}});
-  expectRows(rangeMap(curve, 0, 0, Position(3, 0.5), Position(0, 0.0)), {{{8, 0.5}, 0, {8, 0.5}}},
-             {});
+  expectRows(rangeMap(curve, 0, 0, {0, 0.0}, {2, 0.5}), "2.75 0 0.5; 3 0 0", "0.5 0 2.75");
+  expectRows(rangeMap(curve, 0, 0, {3, 0.5}, {0, 0.0}), "8.5 0 8.5");
 }
 
 TEST(PositionMaps, TranslateReadsTheSeamFromOneSide) {
   GxBezierCurve curve = curveOf(3, 1);
-  struct Case {
-    int closed, forward;
-    Position from, to;
-  } const cases[] = {
-      {1, 1, Position(3, 5e-10), Position(0, 0.0)}, {1, 0, Position(0, 5e-10), Position(3, 0.0)},
-      {1, 1, Position(0, 0.0), Position(0, 0.0)},   {1, 0, Position(3, 0.0), Position(3, 0.0)},
-      {0, 1, Position(3, 0.0), Position(3, 0.0)},   {1, 1, Position(3, 1e-8), Position(3, 1e-8)},
-  };
-  for (Case const& c : cases) EXPECT_BITS(translate(curve, c.closed, c.from, c.forward), c.to);
+  for (auto const& row : support::table(
+           "1 1 3.0000000005 0; 1 0 5e-10 3; 1 1 0 0; 1 0 3 3; 0 1 3 3; 1 1 3.25 3.25")) {
+    EXPECT_BITS(translate(curve, int(row[0]), at(row[2]), int(row[1])), at(row[3]));
+  }
+  EXPECT_BITS(translate(curve, 1, {3, 1e-8}, 1), Position(3, 1e-8));
 }
 
-TEST(PositionMaps, CompositesWalkUntilAMapFails) {
+TEST(PositionMaps, SingletonsKnowOnePositionAndCompositesWalkUntilAMapFails) {
   MapHandle const reversal = constructReversePositionMap(2);
-  MapHandle const one = constructSingletonPositionMap(Position(0, 0.5), curveOf(5, 0));
-  expectRows(constructCompositePositionMap(reversal, one),
-             {{{1, 0.5}, 0, {5, 0.0}},
-              {{0, 0.5}, -1, {1, 0.5}},  // what the reversal stored is left
-              {{3, 0.0}, -1, {0, 0.0}}},
-             {{{5, 0.0}, 0, {1, 0.5}}, {{1, 0.5}, -1, kUntouched}});
-  expectRows(constructCompositePositionMap(reversal, MapHandle()), {{{1, 0.5}, -1, {0, 0.5}}},
-             {{{1, 0.5}, -1, kUntouched}});
-  expectRows(constructCompositePositionMap({}), {{{1, 0.5}, 0, kUntouched}},
-             {{{1, 0.5}, 0, kUntouched}});
+  MapHandle const one = constructSingletonPositionMap({0, 0.5}, curveOf(5, 0));
+  expectRows(one, "0.5 0 5; 0.500000000001 -1 -6.875", "5 0 0.5; 0.5 -1 -6.875");
+  // What the reversal stored is left.
+  expectRows(constructCompositePositionMap(reversal, one), "1.5 0 5; 0.5 -1 1.5; 3 -1 0",
+             "5 0 1.5; 1.5 -1 -6.875");
+  expectRows(constructCompositePositionMap(reversal, MapHandle()), "1.5 -1 0.5", "1.5 -1 -6.875");
+  expectRows(constructCompositePositionMap({}), "1.5 0 -6.875", "1.5 0 -6.875");
   expectRows(constructCompositePositionMap({reversal, constructIdentityPositionMap(), reversal}),
-             {{{1, 0.25}, 0, {1, 0.25}}}, {{{1, 0.25}, 0, {1, 0.25}}});
+             "1.25 0 1.25", "1.25 0 1.25");
 }
 
 TEST(PositionMaps, TransformMapsAListEvenIntoItself) {
   MapHandle const map = constructReversePositionMap(2);
   std::list<Position> positions;
   EXPECT_EQ(map->transform({}, positions, positions), 0);
-  positions = {Position(9, 0.0), Position(0, 0.25)};
+  positions = {at(9), at(0.25)};
   EXPECT_EQ(map->transform({}, positions, positions), -1);
-  std::list<Position> const expected = {Position(9, 0.0), Position(0, 0.25), Position(0, 0.0),
-                                        Position(1, 0.75)};
+  std::list<Position> const expected = {at(9), at(0.25), at(0), at(1.75)};
   EXPECT_TRUE(positions == expected);
 }
 
@@ -248,45 +186,8 @@ TEST(PositionMaps, WithoutMemoryTheHandleIsNull) {
     MapHandle copy(map);
     allocationsLeft = std::numeric_limits<long>::max();
     EXPECT_TRUE(map.isNull() && backwards.isNull() && copy.isNull() && copy == map);
-    EXPECT_FALSE(map < copy || map > copy);
-    EXPECT_EQ(map.detach(), nullptr);
     copy = map = constructIdentityPositionMap();
     EXPECT_TRUE(copy.isValid());
-  }
-}
-
-TEST(PositionMaps, AnyNumbersGiveAnAnswer) {
-  double const nan = std::numeric_limits<double>::quiet_NaN();
-  double const inf = std::numeric_limits<double>::infinity();
-  int const far = std::numeric_limits<int>::max();
-  std::vector<Position> const odd = {
-      Position(),         Position(0, nan),      Position(1, nan),        Position(1, -inf),
-      Position(1, 0.5),   Position(far, 0x1p52), Position(-far, -0x1p52), rawPosition(far, 1.0),
-      Position(-far, 0.5)};
-  std::vector<MapHandle> maps;
-  for (int const n : {0, 3, -3, far, -far - 1}) {
-    maps.push_back(constructReversePositionMap(n));
-    maps.push_back(constructRotatePositionMap(1, far, n));
-    maps.push_back(constructRotatePositionMap(1, -far - 1, n));
-  }
-  for (int const closed : {0, 1}) {
-    static GxBezierCurve curves[] = {curveOf(3, 0), curveOf(3, 1)};
-    for (Position const& a : odd) {
-      for (Position const& b : odd) {
-        for (int const base : {0, far, -far - 1}) {
-          for (int const forward : {0, 1}) {
-            maps.push_back(
-                constructRangePositionMap(curves[closed], closed, base, forward, a, b, b));
-          }
-        }
-      }
-    }
-  }
-  for (MapHandle const& map : maps) {
-    for (Position const& p : odd) {
-      EXPECT_LE(support::forth(map, p).code, 0);
-      EXPECT_LE(support::back(map, p).code, 0);
-    }
   }
 }
 

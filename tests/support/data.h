@@ -28,6 +28,14 @@ inline std::vector<double> numbersIn(std::string const& line) {
   return numbers;
 }
 
+/// The rows of a table of numbers, "1 2 3; 4 5 6".
+inline std::vector<std::vector<double>> table(std::string const& text) {
+  std::vector<std::vector<double>> rows;
+  std::istringstream in(text);
+  for (std::string row; std::getline(in, row, ';');) rows.push_back(numbersIn(row));
+  return rows;
+}
+
 /// The numbers of each line of a file of tests/data.
 inline std::vector<std::vector<double>> numbersOf(std::string const& name) {
   std::vector<std::vector<double>> numbers;

@@ -4,6 +4,8 @@
 #include "crv/crv.h"
 #include "tests/support/expect.h"
 
+#include <cmath>
+
 #include <gtest/gtest.h>
 
 namespace support {
@@ -14,6 +16,12 @@ using MapHandle = GxHandle<GxBezierCurvePositionMapBase>;
 /// A position with exactly these fields, normalised or not.
 inline Position rawPosition(int segment, double t) {
   return GxBezierCurvePositionConstructor().constructDirectPosition(segment, t);
+}
+
+/// The position that is this one number.
+inline Position at(double flat) {
+  double const segment = std::floor(flat);
+  return rawPosition(static_cast<int>(segment), flat - segment);
 }
 
 /// A position as one number.

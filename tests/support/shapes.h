@@ -47,6 +47,17 @@ inline GxBezierCurve curveOf(std::vector<GxBezier> const& segments) {
   return curve;
 }
 
+/// Four quarters about the origin, counter-clockwise from (r, 0).
+inline GxBezierCurve circle(double r) {
+  GxBezierCurve curve;
+  GxBezier arc = quarterArc(r);
+  for (int i = 0; i < 4; ++i) {
+    curve.getSegments().add(arc);
+    for (int k = 0; k < 4; ++k) arc[k] = GxCoord<double>(-arc[k].yval(), arc[k].xval());
+  }
+  return curve;
+}
+
 /// An open curve of even lines from vertex to vertex.
 inline GxBezierCurve polygonalCurve(std::vector<GxCoord<double>> const& vertices) {
   GxBezierCurve curve;
