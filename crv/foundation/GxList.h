@@ -225,7 +225,14 @@ int GxList<T>::move(int from, int to) {
   bool const inside = from >= 0 && to >= 0 && static_cast<unsigned>(from) < count_ &&
                       static_cast<unsigned>(to) < count_;
   if (!inside || from == to) return 0;
-  link(unlink(from), to);
+  Node* const node = unlink(from);
+  try {
+    insert(node->element, to);  // the virtual one: a derived list sees what enters it
+  } catch (...) {
+    link(node, from);
+    throw;
+  }
+  delete node;
   return 1;
 }
 
