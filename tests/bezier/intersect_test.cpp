@@ -251,4 +251,27 @@ TEST(GxBezierSelfIntersect, EveryLoopMeetsItselfNoneIsMissedAndItIsCutOnce) {
   EXPECT_EQ(pieces[1].isSelfIntersect(t[0], t[1]), 0);
 }
 
+TEST(GxBezierIntersectLine, RandomCrossingsLieOnBothAndRandomLoopsMeetThemselves) {
+  support::Random random(51);
+  int met = 0;
+  int loops = 0;
+  for (int i = 0; i < 3000; ++i) {
+    GxBezier segment = i % 4 ? random.segment(100) : random.gridSegment(5);
+    Point const a = random.point(120);
+    Point const b = random.point(120);
+    GxList<double> t, s;
+    segment.findYCStrongIntersection(a, b, t, s);
+    for (Point const& pair : pairsOf(t, s)) {
+      ASSERT_TRUE(support::near(segment.bValue(pair.xval()), a + (b - a) * pair.yval(), 1e-8));
+      ++met;
+    }
+    double t1, t2;
+    if (!segment.isSelfIntersect(t1, t2)) continue;
+    ASSERT_TRUE(support::near(segment.bValue(t1), segment.bValue(t2), 1e-6));
+    loops += t1 != t2;
+  }
+  EXPECT_GT(met, 500);
+  EXPECT_GT(loops, 50);
+}
+
 }  // namespace
