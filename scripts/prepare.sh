@@ -128,18 +128,16 @@ install_packages() {
 # ---- Building --------------------------------------------------------------------------------
 
 # build PRESET TARGET...: configures build/PRESET and builds the targets there. A build folder that
-# another generator made, or that was moved, is configured afresh.
+# another generator made, or that was moved, is made anew.
 build() {
   preset=$1
   shift
   generator=Ninja
   have ninja || generator='Unix Makefiles'
-  fresh=
   cache=build/$preset/CMakeCache.txt
   if [ -f "$cache" ] && ! { grep -Fqx "CMAKE_GENERATOR:INTERNAL=$generator" "$cache" &&
     grep -Fqx "CMAKE_HOME_DIRECTORY:INTERNAL=$(pwd -P)" "$cache"; }; then
-    fresh=--fresh
+    rm -rf "build/$preset"
   fi
-  # shellcheck disable=SC2086
-  cmake $fresh --preset "$preset" -G "$generator" && cmake --build "build/$preset" --parallel "$jobs" --target "$@"
+  cmake --preset "$preset" -G "$generator" && cmake --build "build/$preset" --parallel "$jobs" --target "$@"
 }
