@@ -393,10 +393,12 @@ class CRV_API GxBezier {
   mutable GxCoord<double> points_[4];
 };
 
+// ---- GxBezier_intersectLine.cpp -----------------------------------------------------------------
+
 /// The parameters, ascending, at which the cubic with these control points meets the x axis: count
 /// of them, up to three, in r1, r2, r3; outputs beyond count are not written. Roots outside [0, 1]
 /// by less than tol count as 0 or 1. A cubic on the axis (coefficients within 1e-9 of 0) gives 0
-/// and 1. Defined in GxBezier_intersectLine.cpp.
+/// and 1.
 CRV_API void intersectBezierWithXAxis(GxCoord<double> const& p0, GxCoord<double> const& p1,
                                       GxCoord<double> const& p2, GxCoord<double> const& p3,
                                       int& count, double& r1, double& r2, double& r3, double tol);
