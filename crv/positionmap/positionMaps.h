@@ -1,7 +1,8 @@
 // Makes position maps. Each function stands under the file that holds it and its map.
 //
-// Without memory for a map, the handle is a null one; a composite's list of maps may throw
-// std::bad_alloc. "Outside" below means: the map returns -1 and stores the position named.
+// Without memory for a map, the handle is a null one; what is made of several maps, a composite or
+// a stretch read backwards, may throw std::bad_alloc. "Outside" below means: the map returns -1 and
+// stores the position named.
 #pragma once
 
 #include "crv/curve/GxBezierCurve.h"

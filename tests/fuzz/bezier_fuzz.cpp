@@ -86,6 +86,19 @@ void extremes(Input& in, OpenBezier s) {
   if (s.findInflectionPoint(t)) require(0.0 < t && t < 1.0, "inside");
 }
 
+void weights(Input& in) {
+  blendValue(in.parameter(), in.extremeInt(), static_cast<unsigned short>(in.below(200)));
+  factln(in.extremeInt());
+  bico(in.extremeInt(), in.extremeInt());
+  unsigned short const steps = static_cast<unsigned short>(in.below(200));
+  double** const table = initBlendArray(steps);
+  for (int i = 0; i <= steps; ++i) delete[] table[i];
+  delete[] table;
+  std::vector<double> values{in.coordinate(), in.coordinate()};
+  GxBezier::Comperator const before(values);
+  require(!before(0, 1) || !before(1, 0), "not before each other");
+}
+
 void lengths(Input& in, OpenBezier s) {
   s.GxBezier::length(in.parameter());
   s.length(static_cast<int>(in.below(40)) - 3, in.parameter());
@@ -156,6 +169,7 @@ void crossings(Input& in, OpenBezier s) {
   }
   double t1, t2;
   s.findClosestPoints(other, t1, t2);
+  require(s.isIntersect(other) == other.isIntersect(s), "boxes overlap, whichever asks");
 }
 
 void shapes(Input& in, OpenBezier s) {
@@ -195,7 +209,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
   in.chooseScale();
   OpenBezier const s(in.segment());
   OpenBezier const copy(s);
-  switch (in.below(9)) {
+  switch (in.below(10)) {
     case 0: evaluate(in, s); break;
     case 1: nearest(in, s); break;
     case 2: extremes(in, s); break;
@@ -204,7 +218,8 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     case 5: walks(in, s); break;
     case 6: crossings(in, s); break;
     case 7: shapes(in, s); break;
-    default: lines(in, s);
+    case 8: lines(in, s); break;
+    default: weights(in);
   }
   require(fuzz::sameBits(s, copy), "the caller's segment stays");
   return 0;

@@ -21,6 +21,19 @@ bool isOn(GxBezierCurve const& c, Position const& p) {
   return 0 <= p.getSegmentNumber() && p.getSegmentNumber() <= n;
 }
 
+void positions(Input& in, GxBezierCurve const& c) {
+  c.locateCurvePosition(in.position(c));
+  c.getSense(in.position(c), in.position(c));
+  in.position(c).isEqual(in.position(c), in.step());
+  double const wild = in.raw();
+  double const t =
+      GxBezierCurvePositionConstructor().constructPosition(in.extremeInt(), wild).getTValue();
+  require((0.0 <= t && t < 1.0) || !(std::fabs(wild) < 0x1p53), "normalised");
+  int const sense = in.extremeInt();
+  require(Position::isCompatibleSense(sense, Position::reverseSense(Position::reverseSense(sense))),
+          "reversed twice");
+}
+
 void measure(Input& in, OpenCurve c) {
   double box[4];
   c.getBoundingBox(box[0], box[1], box[2], box[3]);
@@ -33,10 +46,9 @@ void measure(Input& in, OpenCurve c) {
   c.getCurveMinY(t, segment);
   c.isALine();
   c.curveLength();
-  c.locateCurvePosition(in.position(c));
-  c.getSense(in.position(c), in.position(c));
-  in.position(c).isEqual(in.position(c), in.step());
+  positions(in, c);
   OpenCurve copy(c);
+  copy.setSegments(GxBezierCurve(c).getSegments());
   copy.moveCurve(in.point() - in.point());
   copy.resize(in.coordinate(), in.raw());
   copy.flip();
@@ -60,6 +72,9 @@ void fit(Input& in) {
     require(fuzz::sameBits(c(0)[0], points(0)), "from the first point");
     require(fuzz::sameBits(c(static_cast<int>(c.length()) - 1)[3], points(n - 1)), "to the last");
   }
+  unsigned long const fitted = c.length();
+  c.makeBezierPolyFit(&points, error);
+  require(c.length() == 2 * fitted, "a second fit is appended");
   c.isCollinear(in.point() - in.point(), in.point() - in.point(), static_cast<float>(in.raw()));
 }
 

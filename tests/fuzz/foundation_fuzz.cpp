@@ -30,6 +30,9 @@ void fuzzLines(Input& in) {
   GxCoord<double> out(3.0, 4.0);
   if (intersect(&out, a, b, c, d) != 0) require(out == GxCoord<double>(3.0, 4.0), "untouched");
   double const tol = in.step();
+  double const apart = closestToLineSegment(a, b, c).distance(c);
+  require(fuzz::sameBits(apart, distanceToLineSegment(a, b, c)),
+          "the distance of the nearest point");
   pointOnLineSegment(a, b, c, tol);
   quickCheckPointOnLine(a, b, c, tol);
   isPointInBox(a, b.xval(), b.yval(), c.xval(), c.yval(), tol);
@@ -60,7 +63,10 @@ void fuzzList(Input& in) {
     switch (in.below(12)) {
       case 0: list.insert(i, index), ++expected; break;
       case 1: list.add(i), ++expected; break;
-      case 2: list.remove(index), expected -= expected != 0; break;
+      case 2:
+        in.flip() ? list.remove(index) : list.removeByIndex(index);
+        expected -= expected != 0;
+        break;
       case 3: list.move(index, static_cast<int>(in.below(8))); break;
       case 4: other.add(-i), list.inject(other, index), ++expected; break;
       case 5: other.add(-i), list += other, ++expected; break;
@@ -74,6 +80,10 @@ void fuzzList(Input& in) {
     }
     require(list.length() == expected, "the list counts its elements");
   }
+  unsigned visited = 0;
+  list.forEach([](double, void* count) { ++*static_cast<unsigned*>(count); }, &visited);
+  require(visited == expected, "every element is visited");
+  require(list.firstThat([](double, void*) { return 0; }, nullptr) == nullptr, "none is wanted");
   list.first();
   unsigned steps = 0;
   while (expected != 0 && ++steps < expected && list.next()) continue;

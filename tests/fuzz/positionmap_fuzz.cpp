@@ -72,6 +72,9 @@ void maps(Input& in, GxBezierCurve c) {
   MapHandle const both = constructCompositePositionMap(first, all[in.below(6)]);
   mapAll(in, c, first);
   mapAll(in, c, both);
+  MapHandle sole = constructRotatePositionMap(1, 1, in.extremeInt());
+  require(sole.isValid() && MapHandle(sole.detach()).isValid(), "a sole owner detaches");
+  translate(c, in.flip(), in.position(c), in.flip());
 }
 
 void edits(Input& in, GxBezierCurve c) {
