@@ -4,7 +4,9 @@
 
 #include "crv/foundation/tolerance.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 #include <new>
 
 double factln(int n) {
@@ -24,12 +26,16 @@ double factln(int n) {
 }
 
 double bico(int n, int k) {
-  return std::floor(0.5 + std::exp(factln(n) - factln(k) - factln(n - k)));
+  // Held in the range of int; only numbers without a meaning lie beyond it.
+  using Range = std::numeric_limits<int>;
+  long long const rest =
+      std::clamp<long long>(static_cast<long long>(n) - k, Range::min(), Range::max());
+  return std::floor(0.5 + std::exp(factln(n) - factln(k) - factln(static_cast<int>(rest))));
 }
 
 double blendValue(double t, int i, unsigned short n) {
-  return bico(n, i) * std::pow(1.0 - t, static_cast<double>(n - i)) *
-         std::pow(t, static_cast<double>(i));
+  double const k = i;
+  return bico(n, i) * std::pow(1.0 - t, n - k) * std::pow(t, k);
 }
 
 double** initBlendArray(unsigned short n) {

@@ -58,7 +58,7 @@ void measure(Input& in, OpenCurve c) {
 
 void fit(Input& in) {
   GxList<Point> points;
-  unsigned const n = in.below(200);
+  unsigned const n = in.below(100);
   bool const repeat = in.flip();
   for (unsigned i = 0; i < n; ++i) {
     points.add(repeat && i != 0 && in.flip() ? points(i - 1) : in.point());
