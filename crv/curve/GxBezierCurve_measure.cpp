@@ -3,6 +3,7 @@
 
 #include "crv/foundation/tolerance.h"
 
+#include <functional>
 #include <limits>
 
 namespace {
@@ -35,6 +36,28 @@ Box boxOf(GxList<GxBezier> const& segments, SegmentBox segmentBox) {
   Box box = boxOf(segments[0], segmentBox);
   for (unsigned i = 1; i < segments.length(); ++i) box.widen(boxOf(segments[i], segmentBox));
   return box;
+}
+
+using SegmentExtreme = void (GxBezier::*)(double&, double&) const;
+
+/// The highest or lowest place of a curve, the first of equals; returns 0, or -1 if it is empty.
+template <class IsBeyond>
+int findExtreme(GxList<GxBezier> const& segments, SegmentExtreme extremeOf, IsBeyond isBeyond,
+                double& t, int& segment) {
+  if (segments.length() == 0) return -1;
+  double best = 0.0;
+  segment = 0;
+  (segments[0].*extremeOf)(t, best);
+  for (unsigned i = 1; i < segments.length(); ++i) {
+    double otherT = 0.0;
+    double y = 0.0;
+    (segments[i].*extremeOf)(otherT, y);
+    if (!isBeyond(y, best)) continue;
+    t = otherT;
+    segment = static_cast<int>(i);
+    best = y;
+  }
+  return 0;
 }
 
 }  // namespace
@@ -74,37 +97,11 @@ int GxBezierCurve::getMinMax(GxCoord<double>& min, GxCoord<double>& max) const {
 }
 
 int GxBezierCurve::getCurveMaxY(double& t, int& segment) const {
-  if (segments_.length() == 0) return -1;
-  double best = 0.0;
-  segment = 0;
-  segments_[0].getMaxYTValue(t, best);
-  for (unsigned i = 1; i < segments_.length(); ++i) {
-    double otherT = 0.0;
-    double y = 0.0;
-    segments_[i].getMaxYTValue(otherT, y);
-    if (!(y > best)) continue;
-    t = otherT;
-    segment = static_cast<int>(i);
-    best = y;
-  }
-  return 0;
+  return findExtreme(segments_, &GxBezier::getMaxYTValue, std::greater<double>(), t, segment);
 }
 
 int GxBezierCurve::getCurveMinY(double& t, int& segment) const {
-  if (segments_.length() == 0) return -1;
-  double best = 0.0;
-  segment = 0;
-  segments_[0].getMinYTValue(t, best);
-  for (unsigned i = 1; i < segments_.length(); ++i) {
-    double otherT = 0.0;
-    double y = 0.0;
-    segments_[i].getMinYTValue(otherT, y);
-    if (!(y < best)) continue;
-    t = otherT;
-    segment = static_cast<int>(i);
-    best = y;
-  }
-  return 0;
+  return findExtreme(segments_, &GxBezier::getMinYTValue, std::less<double>(), t, segment);
 }
 
 int GxBezierCurve::isALine() const {

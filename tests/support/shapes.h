@@ -58,13 +58,11 @@ inline GxBezierCurve circle(double r) {
   return curve;
 }
 
-/// An open curve of even lines from vertex to vertex.
-inline GxBezierCurve polygonalCurve(std::vector<GxCoord<double>> const& vertices) {
+/// An open curve of even lines through points, two numbers each.
+inline GxBezierCurve polygon(std::vector<double> const& n) {
   GxBezierCurve curve;
-  for (std::size_t i = 1; i < vertices.size(); ++i) {
-    GxCoord<double> const& a = vertices[i - 1];
-    GxCoord<double> const& b = vertices[i];
-    curve.getSegments().add(evenLine(a.xval(), a.yval(), b.xval(), b.yval()));
+  for (std::size_t i = 2; i + 1 < n.size(); i += 2) {
+    curve.getSegments().add(evenLine(n[i - 2], n[i - 1], n[i], n[i + 1]));
   }
   return curve;
 }
