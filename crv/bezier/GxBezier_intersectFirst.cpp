@@ -6,6 +6,9 @@
 #include "crv/foundation/lines.h"
 #include "crv/foundation/tolerance.h"
 
+#include <limits>
+
+using crv::internal::Box;
 using Points = std::vector<GxCoord<double>>;
 
 namespace {
@@ -15,17 +18,79 @@ namespace {
 constexpr double kOnChord = 0.5;
 constexpr double kOnSegment = 0.708;
 
-// Guard: pairs of chords looked at. More come only of polylines of 65,000 chords.
-constexpr long long kMaxPairs = 1LL << 32;
+// Guard: pairs of chords gone through. More come only of polylines of 65,000 chords.
+constexpr unsigned long long kMaxPairs = 1ULL << 32;
 
-crv::internal::Box chordBox(GxCoord<double> const& a, GxCoord<double> const& b) {
+// Chords to a run, and runs to a longer one: few boxes to make, and few to look at.
+constexpr std::size_t kRun = 16;
+
+Box chordBox(GxCoord<double> const& a, GxCoord<double> const& b) {
   return {min(a.xval(), b.xval()), min(a.yval(), b.yval()), max(a.xval(), b.xval()),
           max(a.yval(), b.yval())};
 }
 
-bool chordBoxesOverlap(crv::internal::Box const& a, crv::internal::Box const& b) {
+bool chordBoxesOverlap(Box const& a, Box const& b) {
   return a.minX <= b.maxX && a.minY <= b.maxY && b.minX <= a.maxX && b.minY <= a.maxY;
 }
+
+/// The chords of a polyline, with boxes around runs of them, so that a whole run that lies apart
+/// from another chord is passed at once.
+class Chords {
+ public:
+  explicit Chords(Points const& points) : points_(points) {
+    levels_.push_back(runBoxes(count(), [this](std::size_t i) { return box(i); }));
+    while (levels_.back().size() > 1) {
+      Boxes const& below = levels_.back();
+      Boxes above = runBoxes(below.size(), [&below](std::size_t i) { return below[i]; });
+      levels_.push_back(std::move(above));
+    }
+  }
+
+  std::size_t count() const { return points_.size() - 1; }
+  Box box(std::size_t i) const { return chordBox(points_[i], points_[i + 1]); }
+
+  /// The first chord from i on whose box overlaps another one, or the count.
+  std::size_t nextOverlapping(Box const& other, std::size_t i) const {
+    while (i < count()) {
+      std::size_t const apart = runApart(other, i);
+      if (apart == 0) return i;
+      i += apart;
+    }
+    return count();
+  }
+
+ private:
+  using Boxes = std::vector<Box>;
+
+  template <class BoxAt>
+  static Boxes runBoxes(std::size_t n, BoxAt boxAt) {
+    double const infinite = std::numeric_limits<double>::infinity();
+    Boxes runs((n + kRun - 1) / kRun, {infinite, infinite, -infinite, -infinite});
+    for (std::size_t i = 0; i < n; ++i) {
+      Box& run = runs[i / kRun];
+      Box const box = boxAt(i);
+      // A bound that is not a number is passed over: its chord overlaps nothing.
+      run = {min(run.minX, box.minX), min(run.minY, box.minY), max(run.maxX, box.maxX),
+             max(run.maxY, box.maxY)};
+    }
+    return runs;
+  }
+
+  /// The length of the longest run that starts at chord i and lies apart from another box.
+  std::size_t runApart(Box const& other, std::size_t i) const {
+    if (chordBoxesOverlap(other, box(i))) return 0;
+    std::size_t apart = 1;
+    for (Boxes const& runs : levels_) {
+      std::size_t const length = apart * kRun;
+      if (i % length != 0 || chordBoxesOverlap(other, runs[i / length])) break;
+      apart = length;
+    }
+    return apart;
+  }
+
+  Points const& points_;
+  std::vector<Boxes> levels_;
+};
 
 bool isEnd(double t) {
   return IS_EQUAL(t, 0.0, kZeroTolerance) || IS_EQUAL(t, 1.0, kZeroTolerance);
@@ -57,12 +122,12 @@ int GxBezier::findFirstIntersection(GxBezier& other, std::pair<double, double>& 
   other.getPolyline(tol, b);
   if (b.size() < 2) return 0;
 
-  long long pairs = 0;
+  Chords const bChords(b);
   for (std::size_t i = 0; i + 1 < a.size(); ++i) {
-    crv::internal::Box const aBox = chordBox(a[i], a[i + 1]);
-    for (std::size_t j = 0; j + 1 < b.size(); ++j) {
-      if (++pairs > kMaxPairs) return 0;
-      if (!chordBoxesOverlap(aBox, chordBox(b[j], b[j + 1]))) continue;
+    Box const aBox = chordBox(a[i], a[i + 1]);
+    for (std::size_t j = bChords.nextOverlapping(aBox, 0); j < bChords.count();
+         j = bChords.nextOverlapping(aBox, j + 1)) {
+      if (1ULL * i * bChords.count() + j >= kMaxPairs) return 0;
       double ta = 0.0;
       double tb = 0.0;
       if (crossingParameters(*this, &a[i], other, &b[j], ta, tb)) {

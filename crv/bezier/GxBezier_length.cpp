@@ -70,18 +70,21 @@ double splitAtFixedLength(PlainSegment const& s, double distance, int steps, dou
                           double& farEnd, double anchorT, double segmentEnd) {
   PlainPoint const anchor = s.point(anchorT);
   bool const after = segmentEnd == 1.0;
+  double farDistance = crv::internal::distance(anchor, s.point(farEnd));
   while (after ? nearEnd < farEnd : farEnd < nearEnd) {
-    double const middle = (nearEnd + farEnd) * 0.5;
-    double const farDistance = crv::internal::distance(s.point(farEnd), anchor);
     // Deliberate: strictly below the tolerance here, up to it at the midpoint.
     if (std::fabs(farDistance - distance) < kDistanceTolerance) return farEnd;
     if (farEnd == segmentEnd && farDistance < distance) return farEnd;
-    double const excess = crv::internal::distance(anchor, s.point(middle)) - distance;
+    double const middle = (nearEnd + farEnd) * 0.5;
+    double const middleDistance = crv::internal::distance(anchor, s.point(middle));
+    double const excess = middleDistance - distance;
     if (std::fabs(excess) <= kDistanceTolerance || steps > kMaxSteps) return middle;
-    double& narrowed = excess <= 0.0 ? nearEnd : farEnd;
+    bool const isTooNear = excess <= 0.0;
+    double& narrowed = isTooNear ? nearEnd : farEnd;
     bool const settled = narrowed == middle;  // adjacent doubles: there is nothing left to halve
     narrowed = middle;
     if (settled) return middle;
+    if (!isTooNear) farDistance = middleDistance;
     ++steps;
   }
   return nearEnd;

@@ -3,6 +3,7 @@
 
 #include "crv/crv.h"
 
+#include <cstddef>
 #include <fstream>
 #include <sstream>
 #include <string>
@@ -47,6 +48,20 @@ inline std::vector<std::vector<double>> numbersOf(std::string const& name) {
 inline GxBezier segmentOf(std::vector<double> const& n) {
   return GxBezier(GxCoord<double>(n[0], n[1]), GxCoord<double>(n[2], n[3]),
                   GxCoord<double>(n[4], n[5]), GxCoord<double>(n[6], n[7]));
+}
+
+/// Eight coordinates for each segment.
+inline std::vector<GxBezier> segmentsOf(std::vector<double> const& n) {
+  std::vector<GxBezier> list;
+  for (auto at = n.begin(); n.end() - at >= 8; at += 8) list.push_back(segmentOf({at, at + 8}));
+  return list;
+}
+
+/// Two coordinates for each point.
+inline std::vector<GxCoord<double>> pointsOf(std::vector<double> const& n) {
+  std::vector<GxCoord<double>> list;
+  for (std::size_t i = 0; i + 2 <= n.size(); i += 2) list.emplace_back(n[i], n[i + 1]);
+  return list;
 }
 
 /// The segments of a contour, eight coordinates a line.
