@@ -12,7 +12,6 @@ struct OpenBezier : GxBezier {
   using GxBezier::checkChordGapDist;
   using GxBezier::compFunc;
   using GxBezier::crossingCount;
-  using GxBezier::findCIntersectionParameters;
   using GxBezier::findRoots;
   using GxBezier::generate5DBezier;
   using GxBezier::genericSplit;

@@ -14,9 +14,6 @@ inline GxBezier bezier(double x0, double y0, double x1, double y1, double x2, do
                   GxCoord<double>(x3, y3));
 }
 
-/// y = x^3 over x = t in [0, 1].
-inline GxBezier cubicParabola() { return bezier(0, 0, 1.0 / 3, 0, 2.0 / 3, 0, 1, 1); }
-
 /// Rises, falls and rises again in y: two extremes and one inflection, symmetric about (50, 50).
 inline GxBezier sShape() { return bezier(0, 0, 40, 140, 60, -40, 100, 100); }
 
