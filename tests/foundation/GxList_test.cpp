@@ -72,7 +72,7 @@ TEST(GxList, KeepsInStepWithAVector) {
     int const to = random.whole(-1, n);
     Values const added = {-2 * step, -2 * step - 1};
     List more = listOf(added);
-    int const* const moved = elementOf(more, added[0]);
+    int const* const moved = &more(0);
     switch (n > 40 ? -1 : random.whole(n == 0 ? 4 : 0, 7)) {
       case 0:
         model.cursor = (index + 1) % n;
