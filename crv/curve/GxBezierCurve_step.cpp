@@ -33,6 +33,11 @@ constexpr double kPointsPerRoot = 9.0;
 constexpr double kLeastPoints = 30.0;
 constexpr double kMostPoints = 655350.0;
 
+// What one of these points may lose, relative to its coordinates, and the curve units by which two
+// measurements of a length may differ: where all points together lose more, lengths never settle.
+constexpr double kRounding = 0x1p-53;
+constexpr double kLengthTolerance = 0.1;
+
 /// Measures a step along a straight line from the point at which the walk starts.
 class FromStart {
  public:
@@ -106,12 +111,23 @@ bool findStretch(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
   return true;
 }
 
+/// The greatest coordinate, by magnitude, of a segment's control points.
+double magnitude(GxBezier const& s) {
+  double most = 0.0;
+  for (int i = 0; i < 4; ++i) {
+    most = max(most, max(std::fabs(s[i].xval()), std::fabs(s[i].yval())));
+  }
+  return most;
+}
+
 /// About how many points it takes to measure the length of a segment.
 double pointsToMeasure(GxBezier const& s) {
   GxVector<double> const bend1 = (s[0] - s[1]) - (s[1] - s[2]);
   GxVector<double> const bend2 = (s[1] - s[2]) - (s[2] - s[3]);
   double const bend = max(bend1.length(), bend2.length());
-  return min(kMostPoints, kLeastPoints + kPointsPerRoot * std::sqrt(bend));
+  double const points = kLeastPoints + kPointsPerRoot * std::sqrt(bend);
+  bool const settles = points * magnitude(s) * kRounding <= kLengthTolerance;
+  return settles ? min(kMostPoints, points) : kMostPoints;
 }
 
 /// Tries one segment after another from a position to a limit; to is written where a step is found.
