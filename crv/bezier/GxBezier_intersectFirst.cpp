@@ -18,8 +18,9 @@ namespace {
 constexpr double kOnChord = 0.5;
 constexpr double kOnSegment = 0.708;
 
-// Guard: pairs of chords gone through. More come only of polylines of 65,000 chords.
-constexpr unsigned long long kMaxPairs = 1ULL << 32;
+// Guard: chords and runs of them looked at. So many pairs come only of polylines of 65,000 chords
+// that lie across each other all along.
+constexpr long long kMaxLooks = 1LL << 32;
 
 // Chords to a run, and runs to a longer one: few boxes to make, and few to look at.
 constexpr std::size_t kRun = 16;
@@ -49,9 +50,10 @@ class Chords {
   std::size_t count() const { return points_.size() - 1; }
   Box box(std::size_t i) const { return chordBox(points_[i], points_[i + 1]); }
 
-  /// The first chord from i on whose box overlaps another one, or the count.
-  std::size_t nextOverlapping(Box const& other, std::size_t i) const {
+  /// The first chord from i on whose box overlaps another one, or the count; adds to looks.
+  std::size_t nextOverlapping(Box const& other, std::size_t i, long long& looks) const {
     while (i < count()) {
+      ++looks;
       std::size_t const apart = runApart(other, i);
       if (apart == 0) return i;
       i += apart;
@@ -123,11 +125,12 @@ int GxBezier::findFirstIntersection(GxBezier& other, std::pair<double, double>& 
   if (b.size() < 2) return 0;
 
   Chords const bChords(b);
-  for (std::size_t i = 0; i + 1 < a.size(); ++i) {
+  long long looks = 0;
+  for (std::size_t i = 0; i + 1 < a.size() && looks <= kMaxLooks; ++i) {
     Box const aBox = chordBox(a[i], a[i + 1]);
-    for (std::size_t j = bChords.nextOverlapping(aBox, 0); j < bChords.count();
-         j = bChords.nextOverlapping(aBox, j + 1)) {
-      if (1ULL * i * bChords.count() + j >= kMaxPairs) return 0;
+    for (std::size_t j = bChords.nextOverlapping(aBox, 0, looks);
+         looks <= kMaxLooks && j < bChords.count();
+         j = bChords.nextOverlapping(aBox, j + 1, looks)) {
       double ta = 0.0;
       double tb = 0.0;
       if (crossingParameters(*this, &a[i], other, &b[j], ta, tb)) {

@@ -13,7 +13,7 @@ using crv::internal::PlainSegment;
 
 namespace {
 
-// Curve units: an arc shorter than this, or not a number, is nothing left to divide.
+// Curve units: an arc shorter than this is nothing left to divide.
 constexpr double kNoLength = kZeroTolerance;
 
 /// The parameter one chord after t; fallback(narrowed) where the search made no headway from the
@@ -24,15 +24,6 @@ double oneChordAfter(GxBezier const& s, double chord, double t, Fallback fallbac
   double hi = 1.0;
   double const next = s.splitAtFixedLengthAfter(chord, 0, lo, hi, t);
   return next == lo ? fallback(lo) : next;
-}
-
-/// Guard: along points that are not finite, or with an increment that is not a number, chords lead
-/// nowhere, in millions of steps.
-bool canBeDivided(GxBezier const& s, double step) {
-  for (int i = 0; i < 4; ++i) {
-    if (!std::isfinite(s[i].xval()) || !std::isfinite(s[i].yval())) return false;
-  }
-  return !std::isnan(step);
 }
 
 /// Appends points up to the end, or as long as the parameter grows.
@@ -66,9 +57,9 @@ void GxBezier::makeSegment(double chord, GxList<GxCoord<double>>& out, double st
   out.add(bValue(startT));
   if (startT == 1.0) return;
   double const rest = length(startT);
-  if (!(rest >= kNoLength)) return;
+  if (rest < kNoLength) return;
   double const step = (1.0 - startT) * chord / rest;
-  if (!canBeDivided(*this, step)) return;
+  if (std::isnan(step)) return;  // a length or a chord that is no number leads nowhere
   // Deliberate: compared with the whole range, not with what is left of it.
   if (step >= 1.0) {
     out.add(points_[3]);
@@ -89,10 +80,10 @@ void GxBezier::makeSegmentEx(double longChord, double shortChord, double gap,
   out.add(bValue(startT));
   if (startT == 1.0) return;
   double const rest = length(startT);
-  if (!(rest >= kNoLength)) return;
+  if (rest < kNoLength) return;
   double const longStep = (1.0 - startT) * longChord / rest;
   double const shortStep = (1.0 - startT) * shortChord / rest;
-  if (!canBeDivided(*this, longStep + shortStep)) return;
+  if (std::isnan(longStep) || std::isnan(shortStep)) return;
   appendWhileAdvancing(*this, out, startT, [&](double t) {
     return getNextTValue(longChord, shortChord, longStep, shortStep, gap, t);
   });

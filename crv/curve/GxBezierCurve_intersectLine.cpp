@@ -88,9 +88,11 @@ int walkToCrossing(GxList<GxBezier> const& segments, Frame const& frame,
                    GxBezierCurvePosition& result) {
   long const n = static_cast<long>(segments.length());
   long k = from.getSegmentNumber();
-  if (k < 0 || k > n || (k == n && (forward || n == 0))) return -1;
-  double start = k == n ? 1.0 : from.getTValue();
-  if (k == n) --k;
+  double start = from.getTValue();
+  if (k == n && !forward) {
+    start = 1.0;
+    --k;
+  }
   for (; 0 <= k && k < n; k += forward ? 1 : -1) {
     Crossings const crossings(segments[static_cast<unsigned>(k)], frame, tolerance);
     if (double const* const t = crossings.firstFrom(start, forward)) {

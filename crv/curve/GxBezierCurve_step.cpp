@@ -22,9 +22,8 @@ constexpr double kChordsPerUnit = 1.0 / 3.0;
 // them.
 constexpr double kMargin = 1.05;
 
-// Guards: segments that a walk passes beyond two turns, and points that it may take to measure the
-// lengths of those, or of the segments of short chords.
-constexpr unsigned long kMaxExtraSegments = 4096;
+// Guard: points that a walk may take to measure the lengths of the segments that it passes beyond
+// two turns, or of the segments of short chords.
 constexpr double kMaxPoints = 0x1p28;
 
 // Points that measuring a length takes: about so many for the root of a curve unit of the second
@@ -56,6 +55,24 @@ class FromStart {
     distance_ -= start_.distance(end);
   }
 
+  unsigned long withoutRepeats(unsigned long before, unsigned long /*n*/) const { return before; }
+
+  /// The number of segments, at most the given one, after which no step can be found any more,
+  /// since what is left of the distance is longer than any; 0 if it stays so for all of them.
+  double segmentsInReach(GxBezierCurve const& curve, double most, int forward) const {
+    int const n = static_cast<int>(curve.length());
+    double longest = 0.0;
+    double turn = 0.0;
+    for (int i = 0; i < n; ++i) {
+      longest = max(longest, curve[i].length(0.0));
+      turn += start_.distance(curve[i][forward ? 3 : 0]);
+    }
+    // Twice the longest, for rounding.
+    double const firstTurn = (distance_ - 2.0 * longest) / turn;
+    double const lastTurn = (distance_ + 2.0 * longest) / turn;
+    return firstTurn * n <= most ? min(most, (lastTurn + 1.0) * n) : 0.0;
+  }
+
  private:
   GxCoord<double> start_;
   double distance_;
@@ -72,6 +89,12 @@ class FromPoint {
     return s.findNextPosFromPoint(t, startT, farT, point_, squaredDistance_, forward);
   }
   void pass(GxCoord<double> const& /*end*/) {}
+
+  /// The segments before the last one, without the turns that find what one turn did: nothing.
+  unsigned long withoutRepeats(unsigned long before, unsigned long n) const {
+    return before > 2 * n ? n + 1 + (before - 1) % n : before;
+  }
+  double segmentsInReach(GxBezierCurve const&, double most, int) const { return most; }
 
  private:
   GxCoord<double> point_;
@@ -140,16 +163,22 @@ int walk(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
   long const n = static_cast<long>(curve.length());
   double const segmentStart = forward ? 0.0 : 1.0;
   double const segmentEnd = forward ? 1.0 : 0.0;
+  unsigned long const before = measure.withoutRepeats(stretch.before, curve.length());
   unsigned long const twoTurns = 2 * curve.length();
-  unsigned long const most = twoTurns + kMaxExtraSegments;
+  double most = kMaxPoints / kLeastPoints;
   long k = stretch.first;
   double startT = from.getTValue();
   double points = 0.0;
-  for (unsigned long i = 0; i <= stretch.before && i <= most; ++i) {
+  for (unsigned long i = 0; i <= before; ++i) {
     GxBezier const& segment = curve[static_cast<int>(k)];
-    if (i > twoTurns) points += pointsToMeasure(segment);
-    if (points > kMaxPoints) break;
-    double const farT = i == stretch.before ? limit.getTValue() : segmentEnd;
+    if (i > twoTurns) {
+      // Where the points do not last to the limit: no further than there is something to find.
+      bool const isTooFar = i == twoTurns + 1 && static_cast<double>(before - i) > most;
+      if (isTooFar) most = measure.segmentsInReach(curve, most, forward);
+      points += pointsToMeasure(segment);
+      if (points > kMaxPoints || static_cast<double>(i - twoTurns) > most) break;
+    }
+    double const farT = i == before ? limit.getTValue() : segmentEnd;
     double t = 0.0;
     if (measure.search(segment, t, startT, farT, forward) != kNotFound) {
       to = GxBezierCurvePosition(static_cast<int>(k), t);
@@ -177,13 +206,14 @@ int walkInShortChords(GxBezierCurve const& curve, GxBezierCurvePosition const& f
   GxBezierCurvePosition reached(from);
   int result = n == 0 ? kNotFound : kFound;
   double points = 0.0;
-  for (double way = chord; n > 0 && chord > 0.0 && way < d * kMargin; way += chord) {
+  for (double way = chord; n > 0 && way < d * kMargin; way += chord) {
     int const segment = static_cast<int>(wrapped(reached.getSegmentNumber(), n));
     points += pointsToMeasure(curve[segment]);
     GxBezierCurvePosition next;
     result = points <= kMaxPoints ? step(reached, next, chord) : kNotFound;
     if (result == kNotFound) break;
     reached = next;
+    if (chord == 0.0) break;  // underflown, it would be taken for ever
   }
   to = reached;
   return result;

@@ -27,8 +27,9 @@ constexpr double kSettled = DBL_EPSILON / 8;
 // Coefficients beyond this magnitude, or all below its inverse, are scaled before they are squared.
 constexpr double kSafeMagnitude = 0x1p100;
 
-// Newton or bisection steps for one root; halving alone needs 54 plus the bracket's exponent.
-constexpr int kMaxSteps = 128;
+// Guard: Newton or bisection steps for one root, more than halvings over the range of doubles.
+// Trials with coefficients of all magnitudes took 600 at most.
+constexpr int kMaxSteps = 2200;
 
 /// A product or sum and its rounding error, together exact (Dekker 1971, Knuth).
 struct Exact {
