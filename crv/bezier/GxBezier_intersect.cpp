@@ -78,10 +78,17 @@ bool crossChords(PlainPoint const& p0, PlainPoint const& p1, PlainPoint const& q
   return 0.0 <= s && s <= 1.0 && 0.0 <= v && v <= 1.0;
 }
 
+/// One crossing: the parameters on both segments.
+struct Crossing {
+  double a, b;
+};
+
+using Crossings = std::vector<Crossing>;
+
 /// Appends the crossings of pairs of pieces whose boxes overlap.
 class Search {
  public:
-  Search(GxList<double>& aParams, GxList<double>& bParams) : aParams_(aParams), bParams_(bParams) {}
+  explicit Search(Crossings& crossings) : crossings_(crossings) {}
 
   void meet(Piece& a, Piece& b) {
     if (pairs_ == kMaxPairs) return;
@@ -109,10 +116,15 @@ class Search {
     Halves bScratch;
     Halves& aHalves = halvesOf(a, aScratch);
     Halves& bHalves = halvesOf(b, bScratch);
-    meetIfOverlapping(aHalves.left, bHalves.left);
-    meetIfOverlapping(aHalves.right, bHalves.left);
-    meetIfOverlapping(aHalves.left, bHalves.right);
-    meetIfOverlapping(aHalves.right, bHalves.right);
+    std::pair<Piece*, Piece*> overlapping[4];
+    int count = 0;
+    for (Piece* const bHalf : {&bHalves.left, &bHalves.right}) {
+      for (Piece* const aHalf : {&aHalves.left, &aHalves.right}) {
+        overlapping[count] = {aHalf, bHalf};
+        count += crv::internal::overlap(aHalf->box, bHalf->box);
+      }
+    }
+    for (int i = 0; i < count; ++i) meet(*overlapping[i].first, *overlapping[i].second);
   }
 
   /// The halves of a piece, made once and kept for the other pairs it is in; when there are too
@@ -135,12 +147,10 @@ class Search {
   void meetChords(Piece const& a, Piece const& b) {
     double s, v;
     if (!crossChords(a.p[0], a.p[3], b.p[0], b.p[3], s, v)) return;
-    aParams_.add(a.lo + (a.hi - a.lo) * s);
-    bParams_.add(b.lo + (b.hi - b.lo) * v);
+    crossings_.push_back({a.lo + (a.hi - a.lo) * s, b.lo + (b.hi - b.lo) * v});
   }
 
-  GxList<double>& aParams_;
-  GxList<double>& bParams_;
+  Crossings& crossings_;
   long pairs_ = 0;
   Halves kept_[kMaxKept];
   int keptCount_ = 0;
@@ -157,30 +167,49 @@ int subdivisionDepth(GxBezier const& s) {
   return std::isfinite(depth) ? static_cast<int>(depth) : 0;
 }
 
-/// One crossing, and what it is sorted by.
-struct Crossing {
-  Crossing(double first, double second) : a(first), b(second) {
-    // What is not a number, which only a caller can have put there, goes to the end.
-    key = std::isnan(a) ? -std::numeric_limits<double>::infinity() : a;
-  }
+/// The crossings of two parts of segments, in the order in which the search meets them.
+Crossings crossingsOf(Piece a, Piece b) {
+  Crossings crossings;
+  Search(crossings).meet(a, b);
+  return crossings;
+}
 
-  double a, b;
-  double key;
-};
+/// All crossings of two segments.
+Crossings crossingsOf(GxBezier const& a, GxBezier const& b) {
+  return crossingsOf(pieceOf(a, 0.0, 1.0, subdivisionDepth(a)),
+                     pieceOf(b, 0.0, 1.0, subdivisionDepth(b)));
+}
 
-/// Sorts both lists, pairwise, by descending entries of the first.
-void sortDescending(GxList<double>& first, GxList<double>& second) {
-  std::vector<Crossing> crossings;
-  crossings.reserve(first.length());
-  for (unsigned i = 0; i < first.length(); ++i) crossings.emplace_back(first(i), second(i));
+/// Sorts by descending parameters on the first segment.
+void sortDescending(Crossings& crossings) {
+  // What is not a number, which only a caller can have put there, goes to the end.
+  auto const key = [](double t) {
+    return std::isnan(t) ? -std::numeric_limits<double>::infinity() : t;
+  };
   std::sort(crossings.begin(), crossings.end(),
-            [](Crossing const& x, Crossing const& y) { return y.key < x.key; });
+            [key](Crossing const& x, Crossing const& y) { return key(y.a) < key(x.a); });
+}
+
+void append(Crossings const& crossings, GxList<double>& first, GxList<double>& second) {
+  GxList<double> firstParams;
+  GxList<double> secondParams;
+  for (Crossing const& c : crossings) {
+    firstParams.add(c.a);
+    secondParams.add(c.b);
+  }
+  first.join(firstParams);
+  second.join(secondParams);
+}
+
+/// Sorts two lists, pairwise.
+void sortDescending(GxList<double>& first, GxList<double>& second) {
+  Crossings crossings;
+  crossings.reserve(first.length());
+  for (unsigned i = 0; i < first.length(); ++i) crossings.push_back({first(i), second(i)});
+  sortDescending(crossings);
   GxList<double> sortedFirst;
   GxList<double> sortedSecond;
-  for (Crossing const& c : crossings) {
-    sortedFirst.add(c.a);
-    sortedSecond.add(c.b);
-  }
+  append(crossings, sortedFirst, sortedSecond);
   while (first.length() != 0) {
     first.remove(-1);
     second.remove(-1);
@@ -202,32 +231,31 @@ int GxBezier::findIntersections(GxBezier const& other, GxList<double>& thisParam
 }
 
 int GxBezier::findIntersections(GxBezier const& other, GxList<GxCoord<double>>& points) {
-  GxList<double> thisParams;
-  GxList<double> otherParams;
-  if (!findIntersections(other, thisParams, otherParams)) return 0;
+  if (!isIntersect(other)) return 0;
+  Crossings crossings = crossingsOf(*this, other);
+  sortDescending(crossings);
   PlainSegment const s(*this);
-  for (unsigned i = 0; i < thisParams.length(); ++i) {
-    PlainPoint const p = s.point(thisParams(i));
+  for (Crossing const& c : crossings) {
+    PlainPoint const p = s.point(c.a);
     points.add(GxCoord<double>(p.x, p.y));
   }
-  return 1;
+  return !crossings.empty();
 }
 
 void GxBezier::recursivelyIntersect(GxBezier const& a, double a0, double a1, int aDepth,
                                     GxBezier const& b, double b0, double b1, int bDepth,
                                     GxList<double>& aParams, GxList<double>& bParams) {
-  Piece aPiece = pieceOf(a, a0, a1, aDepth);
-  Piece bPiece = pieceOf(b, b0, b1, bDepth);
-  Search(aParams, bParams).meet(aPiece, bPiece);
+  append(crossingsOf(pieceOf(a, a0, a1, aDepth), pieceOf(b, b0, b1, bDepth)), aParams, bParams);
 }
 
 int GxBezier::findCIntersectionParameters(GxBezier const& other, GxList<double>& thisParams,
                                           GxList<double>& otherParams) {
-  if (isIntersect(other)) {
-    recursivelyIntersect(*this, 0.0, 1.0, subdivisionDepth(*this), other, 0.0, 1.0,
-                         subdivisionDepth(other), thisParams, otherParams);
-  }
+  bool const areEmpty = thisParams.length() == 0 && otherParams.length() == 0;
+  Crossings crossings;
+  if (isIntersect(other)) crossings = crossingsOf(*this, other);
+  if (areEmpty) sortDescending(crossings);
+  append(crossings, thisParams, otherParams);
   if (thisParams.length() == 0) return 0;
-  if (otherParams.length() != 0) sortDescending(thisParams, otherParams);
+  if (!areEmpty && otherParams.length() != 0) sortDescending(thisParams, otherParams);
   return 1;
 }

@@ -17,10 +17,10 @@ inline Box hullOf(PlainPoint const* p) {
       max(p[0].x, max(p[1].x, max(p[2].x, p[3].x))), max(p[0].y, max(p[1].y, max(p[2].y, p[3].y)))};
 }
 
-/// Boxes that only touch overlap.
+/// Boxes that only touch overlap. Without branches: which side fails cannot be foreseen.
 inline bool overlap(Box const& a, Box const& b) {
-  if (a.minX > b.maxX || a.minY > b.maxY || b.minX > a.maxX) return false;
-  return b.minY <= a.maxY;
+  bool const isApart = bool(int(a.minX > b.maxX) | int(a.minY > b.maxY) | int(b.minX > a.maxX));
+  return bool(int(!isApart) & int(b.minY <= a.maxY));
 }
 
 /// Exact form: a + (b - a)*t, not (1 - t)*a + t*b.
