@@ -3,6 +3,7 @@
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/evaluate.h"
+#include "crv/bezier/internal/step.h"
 
 #include <cmath>
 
@@ -24,30 +25,35 @@ constexpr double kDistanceTolerance = 0.1;
 // A bisection whose counter is beyond this takes its midpoint.
 constexpr int kMaxSteps = 15;
 
-constexpr int kBlock = 8;
+// Points made at a time: as many as hide that what is stored is loaded again, and those left over.
+constexpr int kBlock = 16;
+constexpr int kSmallBlock = 8;
 
 /// Adds the chords of a block of points, at parameters (first + k)*step + startT, to sum, in order;
 /// previous is the point before them, and becomes the last. Points and distances are made in loops
 /// that the compiler turns into vectors.
+template <int kCount>
 void addBlock(PlainSegment const& s, int first, double step, double startT, PlainPoint& previous,
               double& sum) {
   PlainPoint const* const p = s.points();
-  double x[kBlock + 1] = {previous.x};
-  double y[kBlock + 1] = {previous.y};
+  double x[kBlock + 1];
+  double y[kBlock + 1];
   double chords[kBlock];
-  for (int k = 0; k < kBlock; ++k) {
+  x[0] = previous.x;
+  y[0] = previous.y;
+  for (int k = 0; k < kCount; ++k) {
     // Without the tests for 0 and 1, where the weights are exact: no distance can tell.
     crv::internal::Weights const w = crv::internal::pointWeights((first + k) * step + startT);
     x[k + 1] = crv::internal::blended(w, p[0].x, p[1].x, p[2].x, p[3].x);
     y[k + 1] = crv::internal::blended(w, p[0].y, p[1].y, p[2].y, p[3].y);
   }
-  for (int k = 0; k < kBlock; ++k) {
+  for (int k = 0; k < kCount; ++k) {
     double const dx = x[k] - x[k + 1];
     double const dy = y[k] - y[k + 1];
     chords[k] = std::sqrt(dx * dx + dy * dy);
   }
-  for (double const chord : chords) sum += chord;
-  previous = {x[kBlock], y[kBlock]};
+  for (int k = 0; k < kCount; ++k) sum += chords[k];
+  previous = {x[kCount], y[kCount]};
 }
 
 /// The sum of count chords from startT to the end.
@@ -56,13 +62,31 @@ double chordSum(PlainSegment const& s, int count, double startT) {
   PlainPoint previous = s.point(startT);
   double sum = 0.0;
   int i = 1;
-  for (; i + kBlock <= count; i += kBlock) addBlock(s, i, step, startT, previous, sum);
+  for (; i + kBlock <= count; i += kBlock) addBlock<kBlock>(s, i, step, startT, previous, sum);
+  if (i + kSmallBlock <= count) {
+    addBlock<kSmallBlock>(s, i, step, startT, previous, sum);
+    i += kSmallBlock;
+  }
   for (; i < count; ++i) {
     PlainPoint const next = s.point(i * step + startT);
     sum += crv::internal::distance(previous, next);
     previous = next;
   }
   return sum + crv::internal::distance(previous, s.end());
+}
+
+/// The length from startT to the end; chords becomes the number of those whose sum it is.
+double settledLength(PlainSegment const& s, double startT, int& chords) {
+  chords = 2 * kFirstChords;
+  double previous = chordSum(s, kFirstChords, startT);
+  double current = chordSum(s, chords, startT);
+  for (int i = 0; i < kMaxDoublings; ++i) {
+    if (std::fabs(current - previous) <= kLengthTolerance || std::isnan(current)) break;
+    chords *= 2;
+    previous = current;
+    current = chordSum(s, chords, startT);
+  }
+  return current;
 }
 
 /// The searches on either side of the anchor, in the bracket from the end next to it to the other.
@@ -97,17 +121,18 @@ double GxBezier::length(int count, double startT) const {
 }
 
 double GxBezier::length(double startT) const {
-  PlainSegment const s(*this);
-  int chords = 2 * kFirstChords;
-  double previous = chordSum(s, kFirstChords, startT);
-  double current = chordSum(s, chords, startT);
-  for (int i = 0; i < kMaxDoublings; ++i) {
-    if (std::fabs(current - previous) <= kLengthTolerance || std::isnan(current)) break;
-    chords *= 2;
-    previous = current;
-    current = chordSum(s, chords, startT);
+  int chords;
+  return settledLength(PlainSegment(*this), startT, chords);
+}
+
+double crv::internal::StepWork::length(GxBezier const& s, double startT) {
+  Measured& measured = startT == 0.0 ? whole_ : rest_;
+  if (measured.segment != &s || measured.startT != startT) {
+    int chords;
+    measured = {&s, startT, settledLength(PlainSegment(s), startT, chords)};
+    points_ += 2 * chords;  // all doublings together
   }
-  return current;
+  return measured.length;
 }
 
 double GxBezier::splitAtFixedLengthAfter(double distance, int steps, double& lo, double& hi,

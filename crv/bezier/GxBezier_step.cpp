@@ -3,10 +3,13 @@
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/evaluate.h"
+#include "crv/bezier/internal/step.h"
 #include "crv/foundation/tolerance.h"
 
 using crv::internal::PlainPoint;
 using crv::internal::PlainSegment;
+using crv::internal::StepRange;
+using crv::internal::StepWork;
 
 namespace {
 
@@ -21,39 +24,34 @@ constexpr int kMaxTrials = 64;
 constexpr int kFound = 0;
 constexpr int kNotFound = -1;
 
-/// Where a search runs, from the start to the limit.
-struct Walk {
-  double start;
-  double limit;
-  int forward;
+bool isEmpty(StepRange const& range) { return IS_ZERO(range.limit - range.start, kZeroTolerance); }
 
-  bool isEmpty() const { return IS_ZERO(limit - start, kZeroTolerance); }
+/// The end of the segment that a step goes to.
+double segmentEnd(StepRange const& range) { return range.forward ? 1.0 : 0.0; }
 
-  /// The end of the segment that the walk goes to.
-  double segmentEnd() const { return forward ? 1.0 : 0.0; }
-
-  /// A quarter of the way from the near end to the far end.
-  static double quarter(double nearEnd, double farEnd) { return nearEnd * 0.75 + farEnd * 0.25; }
-};
+/// A quarter of the way from the near end to the far end.
+double quarter(double nearEnd, double farEnd) { return nearEnd * 0.75 + farEnd * 0.25; }
 
 struct SearchResult {
   int code;
-  bool ranOut;
+  int trials;
+
+  bool ranOut() const { return trials == kMaxTrials; }
 };
 
 /// Searches from the first trial t on; t holds the last trial.
-SearchResult search(PlainSegment const& s, PlainPoint const& reference, Walk const& walk,
+SearchResult search(PlainSegment const& s, PlainPoint const& reference, StepRange const& range,
                     double squaredDistance, double& t) {
-  double nearEnd = walk.start;
-  double farEnd = walk.limit;
+  double nearEnd = range.start;
+  double farEnd = range.limit;
   int code = kFound;
   for (int trial = 0; trial < kMaxTrials; ++trial) {
-    if (trial > 0) t = Walk::quarter(nearEnd, farEnd);
+    if (trial > 0) t = quarter(nearEnd, farEnd);
     double const d = crv::internal::squaredDistance(reference, s.point(t));
-    if (IS_EQUAL(d, squaredDistance, kMet)) return {code, false};
-    if (d < squaredDistance && IS_EQUAL(t, walk.segmentEnd(), kZeroTolerance)) {
+    if (IS_EQUAL(d, squaredDistance, kMet)) return {code, trial};
+    if (d < squaredDistance && IS_EQUAL(t, segmentEnd(range), kZeroTolerance)) {
       // Deliberate: the search goes on, but once the end was touched it cannot succeed.
-      farEnd = walk.segmentEnd();
+      farEnd = segmentEnd(range);
       code = kNotFound;
     } else if (d > squaredDistance) {
       farEnd = t;
@@ -61,19 +59,21 @@ SearchResult search(PlainSegment const& s, PlainPoint const& reference, Walk con
       nearEnd = t;
     }
   }
-  return {kNotFound, true};
+  return {kNotFound, kMaxTrials};
 }
 
-/// A step from the point at the start; consumed, if not null, grows by the length used up.
-int stepFromStart(GxBezier const& segment, Walk const& walk, double squaredDistance, double& t,
-                  double* consumed) {
-  if (walk.isEmpty()) return kNotFound;
+}  // namespace
+
+int crv::internal::findNextPos(GxBezier const& segment, StepRange const& range,
+                               double squaredDistance, double& t, double* consumed,
+                               StepWork& work) {
+  if (isEmpty(range)) return kNotFound;
   auto const use = [consumed](double length) {
     if (consumed != nullptr) *consumed += length;
   };
-  double const after = segment.length(walk.start);
-  double const whole = walk.forward ? after : segment.length(0.0);
-  double const rest = walk.forward ? after : whole - after;
+  double const after = work.length(segment, range.start);
+  double const whole = range.forward ? after : work.length(segment, 0.0);
+  double const rest = range.forward ? after : whole - after;
   double const squaredRest = rest * rest;
   if (IS_ZERO(squaredRest, kNoLength) || squaredRest < squaredDistance) {
     use(rest);
@@ -81,21 +81,20 @@ int stepFromStart(GxBezier const& segment, Walk const& walk, double squaredDista
   }
   // Deliberate: a ratio of squares, which starts small steps too near.
   double const guess = squaredDistance / squaredRest;
-  t = walk.forward ? min(walk.start + guess, 1.0) : max(walk.start - guess, 0.0);
+  t = range.forward ? min(range.start + guess, 1.0) : max(range.start - guess, 0.0);
 
   PlainSegment const s(segment);
-  SearchResult const result = search(s, s.point(walk.start), walk, squaredDistance, t);
+  SearchResult const result = search(s, s.point(range.start), range, squaredDistance, t);
+  work.countSinglePoints(result.trials);
   if (consumed == nullptr) return result.code;
-  if (result.ranOut || IS_EQUAL(t, walk.segmentEnd(), kZeroTolerance)) {
+  if (result.ranOut() || IS_EQUAL(t, segmentEnd(range), kZeroTolerance)) {
     use(rest);
-  } else if (!IS_EQUAL(t, 1.0 - walk.segmentEnd(), kZeroTolerance)) {
-    double const beyond = segment.length(t);
-    use(rest - (walk.forward ? beyond : whole - beyond));
+  } else if (!IS_EQUAL(t, 1.0 - segmentEnd(range), kZeroTolerance)) {
+    double const beyond = work.length(segment, t);
+    use(rest - (range.forward ? beyond : whole - beyond));
   }
   return result.code;
 }
-
-}  // namespace
 
 int GxBezier::findNextPos(double& t, double startT, double squaredDistance, int forward) const {
   return findNextPos(t, startT, forward ? 1.0 : 0.0, squaredDistance, forward);
@@ -103,7 +102,9 @@ int GxBezier::findNextPos(double& t, double startT, double squaredDistance, int 
 
 int GxBezier::findNextPos(double& t, double startT, double farT, double squaredDistance,
                           int forward) const {
-  return stepFromStart(*this, {startT, farT, forward}, squaredDistance, t, nullptr);
+  StepWork work;
+  return crv::internal::findNextPos(*this, {startT, farT, forward}, squaredDistance, t, nullptr,
+                                    work);
 }
 
 int GxBezier::findNextPos(double& t, double startT, double squaredDistance, int forward,
@@ -113,7 +114,9 @@ int GxBezier::findNextPos(double& t, double startT, double squaredDistance, int 
 
 int GxBezier::findNextPos(double& t, double startT, double farT, double squaredDistance,
                           int forward, double& consumed) const {
-  return stepFromStart(*this, {startT, farT, forward}, squaredDistance, t, &consumed);
+  StepWork work;
+  return crv::internal::findNextPos(*this, {startT, farT, forward}, squaredDistance, t, &consumed,
+                                    work);
 }
 
 int GxBezier::findNextPosFromPoint(double& t, double startT, GxCoord<double> const& p,
@@ -123,8 +126,8 @@ int GxBezier::findNextPosFromPoint(double& t, double startT, GxCoord<double> con
 
 int GxBezier::findNextPosFromPoint(double& t, double startT, double farT, GxCoord<double> const& p,
                                    double squaredDistance, int forward) const {
-  Walk const walk{startT, farT, forward};
-  if (walk.isEmpty()) return kNotFound;
-  t = Walk::quarter(startT, farT);
-  return search(PlainSegment(*this), crv::internal::plain(p), walk, squaredDistance, t).code;
+  StepRange const range{startT, farT, forward};
+  if (isEmpty(range)) return kNotFound;
+  t = quarter(startT, farT);
+  return search(PlainSegment(*this), crv::internal::plain(p), range, squaredDistance, t).code;
 }

@@ -2,10 +2,13 @@
 // and, on closed curves, across the seam, up to a limit.
 #include "crv/curve/GxBezierCurve.h"
 
+#include "crv/bezier/internal/step.h"
 #include "crv/foundation/tolerance.h"
 
 #include <cmath>
 #include <limits>
+
+using crv::internal::StepWork;
 
 namespace {
 
@@ -22,31 +25,21 @@ constexpr double kChordsPerUnit = 1.0 / 3.0;
 // them.
 constexpr double kMargin = 1.05;
 
-// Guard: points that a walk may take to measure the lengths of the segments that it passes beyond
-// two turns, or of the segments of short chords.
-constexpr double kMaxPoints = 0x1p28;
+// Guard: points that a walk may take beyond two turns, or in short chords: half a second.
+constexpr double kMaxPoints = 0x1p27;
 
-// Points that measuring a length takes: about so many for the root of a curve unit of the second
-// differences, as trials showed, and never fewer or more than these.
-constexpr double kPointsPerRoot = 9.0;
+// Points that measuring a length takes at least.
 constexpr double kLeastPoints = 30.0;
-constexpr double kMostPoints = 655350.0;
-
-// What one of these points may lose, relative to its coordinates, and the curve units by which two
-// measurements of a length may differ: where all points together lose more, lengths never settle.
-constexpr double kRounding = 0x1p-53;
-constexpr double kLengthTolerance = 0.1;
 
 /// Measures a step along a straight line from the point at which the walk starts.
 class FromStart {
  public:
-  FromStart(GxCoord<double> const& start, double distance, double* consumed)
-      : start_(start), distance_(distance), consumed_(consumed) {}
+  FromStart(GxCoord<double> const& start, double distance, double* consumed, StepWork& work)
+      : start_(start), distance_(distance), consumed_(consumed), work_(work) {}
 
   int search(GxBezier const& s, double& t, double startT, double farT, int forward) const {
-    double const squared = distance_ * distance_;
-    return consumed_ == nullptr ? s.findNextPos(t, startT, farT, squared, forward)
-                                : s.findNextPos(t, startT, farT, squared, forward, *consumed_);
+    return crv::internal::findNextPos(s, {startT, farT, forward}, distance_ * distance_, t,
+                                      consumed_, work_);
   }
 
   /// Goes on to the next segment.
@@ -64,7 +57,7 @@ class FromStart {
     double longest = 0.0;
     double turn = 0.0;
     for (int i = 0; i < n; ++i) {
-      longest = max(longest, curve[i].length(0.0));
+      longest = max(longest, work_.length(curve[i], 0.0));
       turn += start_.distance(curve[i][forward ? 3 : 0]);
     }
     // Twice the longest, for rounding.
@@ -73,10 +66,13 @@ class FromStart {
     return firstTurn * n <= most ? min(most, (lastTurn + 1.0) * n) : 0.0;
   }
 
+  double points() const { return work_.points(); }
+
  private:
   GxCoord<double> start_;
   double distance_;
   double* consumed_;
+  StepWork& work_;
 };
 
 /// Measures a step along a straight line from a given point.
@@ -95,6 +91,7 @@ class FromPoint {
     return before > 2 * n ? n + 1 + (before - 1) % n : before;
   }
   double segmentsInReach(GxBezierCurve const&, double most, int) const { return most; }
+  double points() const { return 0.0; }  // ends within two turns
 
  private:
   GxCoord<double> point_;
@@ -134,25 +131,6 @@ bool findStretch(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
   return true;
 }
 
-/// The greatest coordinate, by magnitude, of a segment's control points.
-double magnitude(GxBezier const& s) {
-  double most = 0.0;
-  for (int i = 0; i < 4; ++i) {
-    most = max(most, max(std::fabs(s[i].xval()), std::fabs(s[i].yval())));
-  }
-  return most;
-}
-
-/// About how many points it takes to measure the length of a segment.
-double pointsToMeasure(GxBezier const& s) {
-  GxVector<double> const bend1 = (s[0] - s[1]) - (s[1] - s[2]);
-  GxVector<double> const bend2 = (s[1] - s[2]) - (s[2] - s[3]);
-  double const bend = max(bend1.length(), bend2.length());
-  double const points = kLeastPoints + kPointsPerRoot * std::sqrt(bend);
-  bool const settles = points * magnitude(s) * kRounding <= kLengthTolerance;
-  return settles ? min(kMostPoints, points) : kMostPoints;
-}
-
 /// Tries one segment after another from a position to a limit; to is written where a step is found.
 template <class Measure>
 int walk(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
@@ -168,16 +146,18 @@ int walk(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
   double most = kMaxPoints / kLeastPoints;
   long k = stretch.first;
   double startT = from.getTValue();
-  double points = 0.0;
+  double lastPoint = 0.0;
   for (unsigned long i = 0; i <= before; ++i) {
-    GxBezier const& segment = curve[static_cast<int>(k)];
-    if (i > twoTurns) {
+    if (i == twoTurns + 1) {
       // Where the points do not last to the limit: no further than there is something to find.
-      bool const isTooFar = i == twoTurns + 1 && static_cast<double>(before - i) > most;
+      bool const isTooFar = static_cast<double>(before - i) > most;
       if (isTooFar) most = measure.segmentsInReach(curve, most, forward);
-      points += pointsToMeasure(segment);
-      if (points > kMaxPoints || static_cast<double>(i - twoTurns) > most) break;
+      lastPoint = measure.points() + kMaxPoints;
     }
+    bool const isBeyond = i > twoTurns;
+    if (isBeyond && (measure.points() > lastPoint || static_cast<double>(i - twoTurns) > most))
+      break;
+    GxBezier const& segment = curve[static_cast<int>(k)];
     double const farT = i == before ? limit.getTValue() : segmentEnd;
     double t = 0.0;
     if (measure.search(segment, t, startT, farT, forward) != kNotFound) {
@@ -196,58 +176,62 @@ GxBezierCurvePosition farEnd(GxBezierCurve const& curve, int forward) {
   return forward ? curve.lastPos() : curve.firstPos();
 }
 
-/// Walks a way d in short chords, each taken by step(from, to, chord); to becomes the last position
-/// reached.
-template <class Step>
+/// A step towards the end of the curve; consumed, if not null, grows by its length if it is found.
+int step(GxBezierCurve const& curve, GxBezierCurvePosition const& from, GxBezierCurvePosition& to,
+         double d, int forward, double* consumed, StepWork& work) {
+  double length = 0.0;
+  FromStart const measure(curve.locateCurvePosition(from), d,
+                          consumed == nullptr ? nullptr : &length, work);
+  int const result = walk(curve, from, farEnd(curve, forward), to, forward, measure);
+  if (result == kFound && consumed != nullptr) *consumed += length;
+  return result;
+}
+
+/// Walks a way d in short chords; to becomes the last position reached.
 int walkInShortChords(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
-                      GxBezierCurvePosition& to, double d, Step step) {
-  long const n = static_cast<long>(curve.length());
+                      GxBezierCurvePosition& to, double d, int forward, double* consumed,
+                      StepWork& work) {
   double const chord = d > kLongWay ? d / std::trunc(d * kChordsPerUnit) : d * kShare;
   GxBezierCurvePosition reached(from);
-  int result = n == 0 ? kNotFound : kFound;
-  double points = 0.0;
-  for (double way = chord; n > 0 && way < d * kMargin; way += chord) {
-    int const segment = static_cast<int>(wrapped(reached.getSegmentNumber(), n));
-    points += pointsToMeasure(curve[segment]);
+  int result = curve.length() == 0 ? kNotFound : kFound;
+  for (double way = chord; result == kFound && way < d * kMargin; way += chord) {
     GxBezierCurvePosition next;
-    result = points <= kMaxPoints ? step(reached, next, chord) : kNotFound;
-    if (result == kNotFound) break;
-    reached = next;
+    result = work.points() > kMaxPoints
+                 ? kNotFound
+                 : step(curve, reached, next, chord, forward, consumed, work);
+    if (result == kFound) reached = next;
     if (chord == 0.0) break;  // underflown, it would be taken for ever
   }
   to = reached;
   return result;
 }
 
+int stepOrWalk(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
+               GxBezierCurvePosition& to, double d, int forward, double* consumed, int mode) {
+  StepWork work;
+  return mode == 0 ? step(curve, from, to, d, forward, consumed, work)
+                   : walkInShortChords(curve, from, to, d, forward, consumed, work);
+}
+
 }  // namespace
 
 int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition& to,
                                double d, int forward, int mode) const {
-  GxBezierCurvePosition const limit = farEnd(*this, forward);
-  auto const step = [&](GxBezierCurvePosition const& start, GxBezierCurvePosition& next,
-                        double chord) { return findNextPos(start, limit, next, chord, forward); };
-  return mode == 0 ? step(from, to, d) : walkInShortChords(*this, from, to, d, step);
+  return stepOrWalk(*this, from, to, d, forward, nullptr, mode);
 }
 
 int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from,
                                GxBezierCurvePosition const& limit, GxBezierCurvePosition& to,
                                double d, int forward) const {
-  FromStart const measure(locateCurvePosition(from), d, nullptr);
+  StepWork work;
+  FromStart const measure(locateCurvePosition(from), d, nullptr, work);
   return walk(*this, from, limit, to, forward, measure);
 }
 
 int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition& to,
                                double d, int forward, double& consumed, int mode) const {
-  GxBezierCurvePosition const limit = farEnd(*this, forward);
   double sum = 0.0;
-  auto const step = [&](GxBezierCurvePosition const& start, GxBezierCurvePosition& next,
-                        double chord) {
-    double fresh = 0.0;
-    int const result = findNextPos(start, limit, next, chord, fresh, forward);
-    if (result != kNotFound) sum += fresh;
-    return result;
-  };
-  int const result = mode == 0 ? step(from, to, d) : walkInShortChords(*this, from, to, d, step);
+  int const result = stepOrWalk(*this, from, to, d, forward, &sum, mode);
   consumed = sum;
   return result;
 }
@@ -255,7 +239,8 @@ int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from, GxBezierCurveP
 int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from,
                                GxBezierCurvePosition const& limit, GxBezierCurvePosition& to,
                                double d, double& consumed, int forward) const {
-  FromStart const measure(locateCurvePosition(from), d, &consumed);
+  StepWork work;
+  FromStart const measure(locateCurvePosition(from), d, &consumed, work);
   return walk(*this, from, limit, to, forward, measure);
 }
 

@@ -375,6 +375,22 @@ TEST(Guards, ShortChordsAreCountedBeyondTheRangeOfIntAndBelowThatOfDoubles) {
   }
 }
 
+TEST(Guards, ShortChordsAreWalkedUntilTheirPointsAreUsedUp) {
+  // Measuring a length of it takes all 655,340 points, so there are 205 of them, but for what
+  // finding steps takes.
+  GxBezierCurve const curve =
+      support::curveOf({support::bezier(0, 0, 5e10, 0, 5e10, 1e10, 1e11, 1e10)});
+  Position const from(0, 0.0);
+  Position to, plain(from), next;
+  EXPECT_EQ(-1, curve.findNextPos(from, to, 1e6, 1, 1));
+  double const chord = 1e6 / std::trunc(1e6 / 3.0);
+  int count = 0;
+  for (; count < 500 && !(plain == to); ++count, plain = next) {
+    ASSERT_EQ(0, curve.findNextPos(plain, next, chord, 1, 0));
+  }
+  EXPECT_NEAR(count, 409.6, 1);
+}
+
 TEST(Guards, ListsAreUsableWhenEmptyAndTakeEveryIndex) {
   for (int const index : {INT_MIN, -1, 0, 1, INT_MAX}) {
     GxList<double> list;
