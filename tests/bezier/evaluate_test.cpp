@@ -1,8 +1,6 @@
 // Evaluation, subdivision, flatness, control polygons, the run of x, and the Bernstein helpers.
 #include "tests/support/data.h"
-#include "tests/support/expect.h"
 #include "tests/support/open.h"
-#include "tests/support/shapes.h"
 
 #include <memory>
 
@@ -12,12 +10,10 @@ using namespace support;
 
 TEST(GxBezier, IsEditedInPlaceAndSortsDescending) {
   GxBezier b = sShape();
-  b.reverse();
-  b.flip();
-  b.scale(2.0, 3.0);
+  b.reverse(), b.flip(), b.scale(2.0, 3.0);
   EXPECT_BITS(b, bezier(200, -300, 120, 120, 80, -420, 0, -0.0));
   EXPECT_TRUE(GxBezier(&b[0]) == b);
-  std::vector<double> values = {1.0, 2.0, 1.0, kNaN};
+  Numbers values = {1.0, 2.0, 1.0, kNaN};
   int const expected[] = {0, 1, 0, 1};
   for (int i = 0; i < 4; ++i) {
     EXPECT_EQ(OpenBezier::compFunc(&values[0], values.data() + i), expected[i]);
@@ -57,13 +53,12 @@ TEST(GxBezierEvaluate, EndsSumsAndPartsAgreeInsideAndOutside) {
 TEST(GxBezierFlatness, WhatIsALineAndWhatIsAPoint) {
   // Control points | tolerance, is it a line, a point: inner points before the start, beyond the
   // end, on the tolerance, far from the ends.
-  for (auto const& k : table("3 4 3 4 3 4 3 4  0 1 1;    0 0 0 0 9 5 9 5  0 1 0;"
-                             "0 0 -1 0 2 0 3 0  0.5 0 0; 0 0 0 0 4 0 3 0  0.5 0 0;"
-                             "0 0 1 1 2 0 3 0  1 1 0;    0 0 1 1 2 0 3 0  0.999 0 0;"
-                             "0 0 5 0 -5 0 0 0  4.9 0 0; 0 0 1 0 0 0 1 0  1 1 1;"
-                             "0 0 0 0 1 0 2 0  1 1 0")) {
-    EXPECT_EQ(segmentOf(k).isALine(k[8]), k[9]) << text(segmentOf(k)[1]) << k[8];
-    EXPECT_EQ(segmentOf(k).isAPoint(k[8]), k[10]) << text(segmentOf(k)[1]) << k[8];
+  for (Row const k : table(R"(3 4 3 4 3 4 3 4  0 1 1; 0 0 0 0 9 5 9 5  0 1 0;
+            0 0 -1 0 2 0 3 0  0.5 0 0; 0 0 0 0 4 0 3 0  0.5 0 0; 0 0 1 1 2 0 3 0  1 1 0;
+            0 0 1 1 2 0 3 0  0.999 0 0; 0 0 5 0 -5 0 0 0  4.9 0 0; 0 0 1 0 0 0 1 0  1 1 1;
+            0 0 0 0 1 0 2 0  1 1 0)")) {
+    EXPECT_EQ(segmentOf(k).isALine(k[8]), k[9]);
+    EXPECT_EQ(segmentOf(k).isAPoint(k[8]), k[10]);
   }
 }
 
@@ -98,11 +93,9 @@ TEST(GxBezierPolygons, AreSplitAndJudgedByTheirCourseAboutTheAxis) {
 
 TEST(GxBezierWellDefined, XNeverRunsBack) {
   // The x of the control points | the answer.
-  for (auto const& k :
-       table("0 1 2 3  1; 3 2 1 0  1; 0 0 0 0  0; 0 -1 2 3  0; 0 1 4 3  0; 0 3 0 3  0;"
-             "0 2 1 3  1; 0 0 1 3  1; 0 0 0 3  1; 0 2 3 3  1; 0 3 3 3  1; 0 0 3 3  1")) {
-    GxBezier const s = bezier(k[0], 0, k[1], 9, k[2], -9, k[3], 1);
-    EXPECT_EQ(s.isWellDefined(), k[4]) << k[0] << k[1] << k[2] << k[3];
+  for (Row const k : table(R"(0 1 2 3  1; 3 2 1 0  1; 0 0 0 0  0; 0 -1 2 3  0; 0 1 4 3  0;
+            0 3 0 3  0; 0 2 1 3  1; 0 0 1 3  1; 0 0 0 3  1; 0 2 3 3  1; 0 3 3 3  1; 0 0 3 3  1)")) {
+    EXPECT_EQ(bezier(k[0], 0, k[1], 9, k[2], -9, k[3], 1).isWellDefined(), k[4]);
   }
 }
 
@@ -110,14 +103,12 @@ TEST(GxBezierRatio, OfShapesKnownByHand) {
   // Control points | mode, code, ratio. Of differences (1, 1), (2, -1), (3, 2) the weighted squares
   // are 113/15 in x and -14/15 in y, the weight of the first two, deliberately, being 0.9; of the
   // last but one they vanish, and the directions, 1 and -1, are averaged.
-  for (auto const& k : table("9 4 6 4 3 4 0 4  1 1 1;   4 0 4 3 4 6 4 9  1 1 0;"
-                             "4 0 4 3 4 6 4 9  2 0 0;   0 0 4 0 6 6 6 9  1 2 0;"
-                             "0 0 4 0 6 6 6 9  2 0 1;   0 0 2 1 0 5 2 6  1 3 0;"
-                             "0 0 1 1 9 1 10 0  2 0 1;  0 0 1 1 9 1 10 0  1 1 0.70710678;"
-                             "1 1 1 1 1 1 1 1  1 -1 -7; 0 0 0 0 5 5 5 5  1 1 0.70710678;"
-                             "0 0 1 1 3 0 6 2  0 0 0.9432729083;"
-                             "0 0 1 0 0.88795902367588 0 0.88795902367588 0  3 0 0;"
-                             "0 0 1e-5 0 2e-5 0 3e-5 0  0 -1 -7")) {
+  for (Row const k : table(R"(9 4 6 4 3 4 0 4  1 1 1; 4 0 4 3 4 6 4 9  1 1 0;
+            4 0 4 3 4 6 4 9  2 0 0; 0 0 4 0 6 6 6 9  1 2 0; 0 0 4 0 6 6 6 9  2 0 1;
+            0 0 2 1 0 5 2 6  1 3 0; 0 0 1 1 9 1 10 0  2 0 1; 0 0 1 1 9 1 10 0  1 1 0.70710678;
+            1 1 1 1 1 1 1 1  1 -1 -7; 0 0 0 0 5 5 5 5  1 1 0.70710678;
+            0 0 1 1 3 0 6 2  0 0 0.9432729083; 0 0 1 0 0.88795902367588 0 0.88795902367588 0  3 0 0;
+            0 0 1e-5 0 2e-5 0 3e-5 0  0 -1 -7)")) {
     double ratio = -7.0;
     EXPECT_EQ(segmentOf(k).findRatio(0.0, static_cast<int>(k[8]), ratio), k[9]);
     EXPECT_NEAR(ratio, k[10], 1e-8);

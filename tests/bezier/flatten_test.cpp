@@ -1,8 +1,6 @@
 // Polylines by halving, by equal steps and by chords; steps of a given distance.
 #include "tests/support/data.h"
-#include "tests/support/expect.h"
 #include "tests/support/open.h"
-#include "tests/support/shapes.h"
 
 #include <list>
 
@@ -17,16 +15,12 @@ Points polyline(GxBezier const& s, double tol) {
   return points;
 }
 
-Points byChords(GxBezier const& s, double chord, double startT) {
+/// By chords of one length, or where the gap is given also by short ones.
+Points byChords(GxBezier const& s, double chord, double startT, double shortChord = 0,
+                double gap = -1) {
   GxList<Point> list;
-  s.makeSegment(chord, list, startT);
-  return valuesOf(list);
-}
-
-Points byTwoChords(GxBezier const& s, double longChord, double shortChord, double gap,
-                   double startT) {
-  GxList<Point> list;
-  s.makeSegmentEx(longChord, shortChord, gap, list, startT);
+  if (gap < 0.0) s.makeSegment(chord, list, startT);
+  if (gap >= 0.0) s.makeSegmentEx(chord, shortChord, gap, list, startT);
   return valuesOf(list);
 }
 
@@ -41,7 +35,7 @@ TEST(GxBezierPolyline, TheCurveStaysWithinTheToleranceAndAllFormsAgree) {
     s.getPolyline(tol, listed);
     s.getPolyline(tol, timed, times, GxBezierPolylineCondition());
     EXPECT_TRUE(listed == timed && listed == std::list<Point>(points.begin(), points.end()));
-    std::vector<double> const t(times.begin(), times.end());
+    Numbers const t(times.begin(), times.end());
     ASSERT_EQ(t.size(), points.size());
     for (std::size_t k = 1; k < t.size(); ++k) {
       EXPECT_NEAR_POINT(points[k], s.bValue(t[k]), 1e-12);
@@ -56,8 +50,7 @@ TEST(GxBezierPolyline, TheCurveStaysWithinTheToleranceAndAllFormsAgree) {
 }
 
 TEST(GxBezierPolyline, LinesPointsAndPieces) {
-  GxBezier const line = evenLine(0, 0, 9, 3);
-  GxBezier const curl = bezier(0, 40, 40, -13, 30, 0, 30, 0);
+  GxBezier const line = evenLine(0, 0, 9, 3), curl = bezier(0, 40, 40, -13, 30, 0, 30, 0);
   EXPECT_EQ(polyline(line, 0.0), (Points{{0, 0}, {9, 3}}));
   EXPECT_EQ(polyline(line, 10.0).size(), 1u) << "a point and a line adds nothing";
   EXPECT_NEAR_POINT(polyline(curl, 5.0).back(), curl.bValue(0.5), 1e-12) << "nor does a half";
@@ -92,21 +85,20 @@ TEST(GxBezierSpacing, StepsAndChordsHaveTheirLengthUpToTheEnd) {
 }
 
 TEST(GxBezierSpacing, LongChordsWhereTheGapAllowsShortOnesElsewhere) {
-  GxBezier const line = evenLine(0, 0, 100, 0);
-  GxBezier const hill = bezier(0, 0, 30, 60, 70, 60, 100, 0);
+  GxBezier const line = evenLine(0, 0, 100, 0), hill = bezier(0, 0, 30, 60, 70, 60, 100, 0);
   GxBezier valley = hill;
   valley.flip();
-  EXPECT_EQ(byTwoChords(line, 20, 4, 1e-6, 0.0), byChords(line, 20, 0.0));
-  EXPECT_EQ(byTwoChords(hill, 20, 4, 100, 0.0), byChords(hill, 20, 0.0));
-  EXPECT_GT(byTwoChords(hill, 20, 4, 0.0, 0.0).size(), byChords(hill, 4, 0.0).size() - 2);
+  EXPECT_EQ(byChords(line, 20, 0.0, 4, 1e-6), byChords(line, 20, 0.0));
+  EXPECT_EQ(byChords(hill, 20, 0.0, 4, 100), byChords(hill, 20, 0.0));
+  EXPECT_GT(byChords(hill, 20, 0.0, 4, 0.0).size(), byChords(hill, 4, 0.0).size() - 2);
   // Deliberate: a bulge below the chord is not measured.
-  EXPECT_EQ(byTwoChords(valley, 20, 4, 0.0, 0.0), byChords(valley, 20, 0.0));
+  EXPECT_EQ(byChords(valley, 20, 0.0, 4, 0.0), byChords(valley, 20, 0.0));
   EXPECT_EQ(byChords(line, 60, 0.0).size(), 3u);
   // Deliberate: 150 of 200 units, at twice the pace of a whole segment, count as all of them.
-  EXPECT_EQ(byTwoChords(line, 150, 150, 0.0, -1.0).size(), 2u) << "plain where neither is longer";
+  EXPECT_EQ(byChords(line, 150, -1.0, 150, 0.0).size(), 2u) << "plain where neither is longer";
   for (GxBezier const& s : {line, pointLike(1, 1)}) {
     double const startT = s == line ? 1.0 : 0.0;  // nothing is left
-    EXPECT_EQ(byChords(s, 30, startT).size() + byTwoChords(s, 30, 4, 0.0, startT).size(), 2u);
+    EXPECT_EQ(byChords(s, 30, startT).size() + byChords(s, 30, startT, 4, 0.0).size(), 2u);
   }
 }
 
@@ -125,8 +117,7 @@ TEST(GxBezierStep, LandsAtItsDistanceOnTheRightSide) {
   Random random(21);
   for (int i = 0; i < 300; ++i) {
     GxBezier const s = random.segment(100.0);
-    double const startT = random.uniform(0.1, 0.9);
-    double const squared = random.uniform(0.5, 900.0);
+    double const startT = random.uniform(0.1, 0.9), squared = random.uniform(0.5, 900.0);
     double t = -7.0, v = -7.0, consumed = 0.0;
     int const code = s.findNextPos(t, startT, squared, i % 2, consumed);
     EXPECT_EQ(s.findNextPosFromPoint(v, startT, s.bValue(startT), squared, i % 2), code);
@@ -142,10 +133,10 @@ TEST(GxBezierStep, LandsAtItsDistanceOnTheRightSide) {
 TEST(GxBezierStep, ResultsAndLengthsWhereTheRoomIsSmall) {
   GxBezier const line = evenLine(0, 0, 10, 0);
   // Start, far end, squared distance | result, parameter (-7: untouched), length consumed.
-  for (auto const& k : table("0 1 9  0 0.3 3;      0.4 0.4 9  -1 -7 0;"    // no range
-                             "0.4 1 36.1  -1 -7 6;  0.4 0 16.1  -1 -7 4;"  // too little left
-                             "0 1 100  0 1 10;  1 0 100  0 0 10;"          // just enough
-                             "0 0.5 49  -1 0.5 10")) {                     // never met: 64 trials
+  for (Row const k : table("0 1 9  0 0.3 3;      0.4 0.4 9  -1 -7 0;"    // no range
+                           "0.4 1 36.1  -1 -7 6;  0.4 0 16.1  -1 -7 4;"  // too little left
+                           "0 1 100  0 1 10;  1 0 100  0 0 10;"          // just enough
+                           "0 0.5 49  -1 0.5 10")) {                     // never met: 64 trials
     int const forward = k[0] <= k[1];
     double t = -7.0, consumed = 0.0;
     EXPECT_EQ(line.findNextPos(t, k[0], k[1], k[2], forward, consumed), k[3]);

@@ -1,19 +1,15 @@
 // Crossings of segments with segments and with lines, the first crossing, loops.
 #include "tests/support/data.h"
-#include "tests/support/expect.h"
 #include "tests/support/open.h"
-#include "tests/support/shapes.h"
 
 namespace {
 
 using namespace support;
-using Vector = GxVector<double>;
 
 // A piece deviates from its chord by 2^-14: the points of a pair lie within twice that.
 constexpr double kPairDistance = 0x1p-13;
 
-/// Parameters of crossings: t, u, t, u, ...
-using Pairs = std::vector<double>;
+using Pairs = Numbers;  // parameters of crossings: t, u, t, u, ...
 
 Pairs pairsOf(GxList<double> const& t, GxList<double> const& u) {
   EXPECT_EQ(t.length(), u.length());
@@ -51,10 +47,10 @@ bool areClear(Vector const& v, Vector const& w) {
 
 TEST(GxBezierIntersect, PairsLieOnBothSegmentsAndAKnownCrossingIsAmongThem) {
   Random random(5);
-  std::vector<GxBezier> const letter = segments("roman-capital-s-thirds");
+  GxBezierCurve const letter = outline("roman-capital-s-thirds");
   int clear = 0;
-  for (std::size_t i = 0; i < 1000; ++i) {
-    GxBezier a = i % 2 ? random.segment(300.0) : letter[i % letter.size()];
+  for (int i = 0; i < 1000; ++i) {
+    GxBezier a = i % 2 ? random.segment(300.0) : letter[i % static_cast<int>(letter.length())];
     GxBezier b = random.segment(300.0);
     double const t = random.uniform(0.02, 0.98), u = random.uniform(0.0, 1.0);
     Vector const shift = a.bValue(t) - b.bValue(u);
@@ -118,13 +114,12 @@ TEST(GxBezierIntersectFirst, EndOnEndDoesNotCountAndTheFirstIsFound) {
   Pairs const all = crossings(hill, valley);
   EXPECT_NEAR_POINT(first(hill, valley), Point(all[all.size() - 2], all.back()), 0.01);
   // Deliberate: parallel chords are taken to meet in the origin.
-  EXPECT_NEAR_POINT(first(evenLine(-10, 0, 30, 0), evenLine(-20, 0, 20, 0)), Point(0.25, 0.5),
-                    0.01);
+  EXPECT_NEAR_POINT(first(evenLine(-10, 0, 30, 0), evenLine(-20, 0, 20, 0)), Point(0.25, 0.5), .01);
   EXPECT_BITS(first(evenLine(-10, 1, 30, 1), evenLine(-20, 1, 20, 1)), none);
 }
 
-void expectLineCrossings(GxBezier const& s, std::vector<double> const& line,
-                         std::vector<double> const& expected, bool straight) {
+void expectLineCrossings(GxBezier const& s, Numbers const& line, Pairs const& expected,
+                         bool straight) {
   Point const a(line[0], line[1]), b(line[2], line[3]);
   GxList<double> t, u, t2, u2;
   int const pairs = static_cast<int>(expected.size() / 2);
@@ -139,29 +134,27 @@ TEST(GxBezierIntersectLine, CrossingsLieOnBothAndEndsCount) {
     expectLineCrossings(segmentOf(hard.fields[0]), hard.fields[1], hard.fields[2], false);
   }
   // The line's ends | pairs. The last line stops short.
-  for (auto const& k : table("6 0 6 9  0.5 1;  -1 -1e-10 1 -1e-10  0 0.5;  6 0 6 8.999")) {
+  for (Row const k : table("6 0 6 9  0.5 1;  -1 -1e-10 1 -1e-10  0 0.5;  6 0 6 8.999")) {
     GxBezier const bow = bezier(0, 0, 0, 12, 12, 12, 12, 0);
     expectLineCrossings(bow, k, {k.begin() + 4, k.end()}, false);
   }
   // 3t^2 - 2t^3 is a quarter at 0.326. Deliberate, before that: the sign of a cross product that is
   // nearly zero swaps the parameters.
-  for (auto const& k : table("3 -1 3 3  0.32635182233306965 0.25;  2 0 2 5  0 0;  0 1 9 1;"
-                             "1.9999999999 -1 1.9999999999 1  0 0.5;  7 0 9 0;"
-                             "0 0 8 0  0 0.25 1 0.75;  0 0 8 -1e-11  1 0.25 0 0.75;"
-                             "3 0 8 0  0.32635182233306965 0 1 0.6")) {
+  for (Row const k : table(R"(3 -1 3 3  0.32635182233306965 0.25; 2 0 2 5  0 0; 0 1 9 1;
+            1.9999999999 -1 1.9999999999 1  0 0.5; 7 0 9 0; 0 0 8 0  0 0.25 1 0.75;
+            0 0 8 -1e-11  1 0.25 0 0.75; 3 0 8 0  0.32635182233306965 0 1 0.6)")) {
     expectLineCrossings(retractedLine(2, 0, 6, 0), k, {k.begin() + 4, k.end()}, true);
   }
   expectLineCrossings(pointLike(3, 0), {0, 0, 8, 0}, {}, true);
-  GxList<double> t, u;
-  t.add(0.5), u.add(0.5);
+  GxList<double> t = listOf<double>({0.5}), u = t;
   EXPECT_EQ(loop().findYCStrongIntersection(Point(3, 3), Point(3, 3), t, u), 0) << "no line";
 }
 
 TEST(GxBezierIntersectLine, RootsAgainstTheAxis) {
   // Heights, tolerance | roots: one at -0.001 counts as 0, one at 1.001 as 1.
-  for (auto const& k : table("0 0 0 0 1e-9  0 1;  0.001 0.334 0.667 1 1e-9;"
-                             "0.001 0.334 0.667 1 0.01  0; -1 -0.667 -0.334 -0.001 0.01  1;"
-                             "2 -7 7 -2 1e-9  0.09621357345637588 0.5 0.9037864265436242")) {
+  for (Row const k : table("0 0 0 0 1e-9  0 1;  0.001 0.334 0.667 1 1e-9;"
+                           "0.001 0.334 0.667 1 0.01  0; -1 -0.667 -0.334 -0.001 0.01  1;"
+                           "2 -7 7 -2 1e-9  0.09621357345637588 0.5 0.9037864265436242")) {
     int count = -1;
     double r[3];
     intersectBezierWithXAxis(Point(0, k[0]), Point(1, k[1]), Point(2, k[2]), Point(3, k[3]), count,
@@ -175,7 +168,7 @@ TEST(GxBezierSelfIntersect, EveryLoopMeetsItselfNoneIsMissedAndItIsCutOnce) {
   double t[2] = {};
   for (HardCase const& hard : hardCases("loops")) {
     SCOPED_TRACE(hard.source);
-    std::vector<double> const& expected = hard.fields[2];
+    Numbers const& expected = hard.fields[2];
     ASSERT_EQ(segmentOf(hard.fields[0]).isSelfIntersect(t[0], t[1]), !expected.empty());
     if (expected.empty()) continue;
     EXPECT_NEAR(min(t[0], t[1]), expected[0], 1e-8);

@@ -1,12 +1,11 @@
-// Comparisons that print what differs: bits as hexadecimal doubles, points as pairs.
+// Comparisons that print what differs: numbers as hexadecimal and decimal, points as pairs.
 #pragma once
 
 #include "crv/crv.h"
+#include "tests/support/bits.h"
 
 #include <cmath>
-#include <cstdint>
 #include <cstdio>
-#include <cstring>
 #include <limits>
 #include <string>
 #include <vector>
@@ -16,6 +15,8 @@
 namespace support {
 
 using Point = GxCoord<double>;
+using Position = GxBezierCurvePosition;
+using Vector = GxVector<double>;
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
@@ -27,64 +28,38 @@ std::vector<T> valuesOf(GxList<T> const& list) {
   return values;
 }
 
-inline std::uint64_t bitsOf(double x) {
-  std::uint64_t bits;
-  std::memcpy(&bits, &x, sizeof bits);
-  return bits;
+template <class T>
+GxList<T> listOf(std::vector<T> const& values) {
+  GxList<T> list;
+  for (T const& value : values) list.add(value);
+  return list;
 }
 
-inline std::string hex(double x) {
+inline std::string text(double x) {
   char text[64];
   std::snprintf(text, sizeof text, "%a (%.17g)", x, x);
   return text;
 }
 
-inline std::string text(GxCoord<double> const& p) {
-  return "(" + hex(p.xval()) + ", " + hex(p.yval()) + ")";
+inline std::string text(Point const& p) {
+  return "(" + text(p.xval()) + ", " + text(p.yval()) + ")";
 }
 
-inline std::string text(GxBezierCurvePosition const& p) {
-  return "(" + std::to_string(p.getSegmentNumber()) + ", " + hex(p.getTValue()) + ")";
+inline std::string text(Position const& p) {
+  return "(" + std::to_string(p.getSegmentNumber()) + ", " + text(p.getTValue()) + ")";
 }
 
-/// Equal bit for bit; any NaN equals any NaN.
-inline bool sameBits(double a, double b) {
-  return bitsOf(a) == bitsOf(b) || (std::isnan(a) && std::isnan(b));
+inline std::string text(GxBezier const& s) {
+  return text(s[0]) + " " + text(s[1]) + " " + text(s[2]) + " " + text(s[3]);
 }
 
-inline bool sameBits(GxCoord<double> const& p, GxCoord<double> const& q) {
-  return sameBits(p.xval(), q.xval()) && sameBits(p.yval(), q.yval());
-}
-
-inline bool sameBits(GxBezier const& a, GxBezier const& b) {
-  for (int i = 0; i < 4; ++i) {
-    if (!sameBits(a[i], b[i])) return false;
-  }
-  return true;
-}
-
-inline ::testing::AssertionResult bitsMatch(double a, double b) {
+template <class A, class B>
+::testing::AssertionResult bitsMatch(A const& a, B const& b) {
   if (sameBits(a, b)) return ::testing::AssertionSuccess();
-  return ::testing::AssertionFailure() << hex(a) << " is not " << hex(b);
+  return ::testing::AssertionFailure() << text(a) << " is not " << text(b);
 }
 
-inline ::testing::AssertionResult bitsMatch(GxCoord<double> const& p, GxCoord<double> const& q) {
-  if (sameBits(p, q)) return ::testing::AssertionSuccess();
-  return ::testing::AssertionFailure() << text(p) << " is not " << text(q);
-}
-
-inline ::testing::AssertionResult bitsMatch(GxBezier const& a, GxBezier const& b) {
-  for (int i = 0; i < 4; ++i) {
-    if (!sameBits(a[i], b[i])) {
-      return ::testing::AssertionFailure()
-             << "control point " << i << ": " << text(a[i]) << " is not " << text(b[i]);
-    }
-  }
-  return ::testing::AssertionSuccess();
-}
-
-inline ::testing::AssertionResult near(GxCoord<double> const& p, GxCoord<double> const& q,
-                                       double tol) {
+inline ::testing::AssertionResult near(Point const& p, Point const& q, double tol) {
   if (p.distance(q) <= tol) return ::testing::AssertionSuccess();
   return ::testing::AssertionFailure()
          << text(p) << " and " << text(q) << " are " << p.distance(q) << " apart";

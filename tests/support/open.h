@@ -9,31 +9,18 @@ struct OpenBezier : GxBezier {
   using GxBezier::GxBezier;
   OpenBezier(GxBezier const& other) : GxBezier(other) {}
 
-  using GxBezier::checkChordGapDist;
-  using GxBezier::compFunc;
-  using GxBezier::crossingCount;
-  using GxBezier::findRoots;
-  using GxBezier::generate5DBezier;
-  using GxBezier::genericSplit;
-  using GxBezier::getNextTValue;
-  using GxBezier::isFlatEnough;
-  using GxBezier::length;
-  using GxBezier::makePolyline;
-  using GxBezier::parameter;
-  using GxBezier::recursivelyIntersect;
-  using GxBezier::value;
+  using GxBezier::checkChordGapDist, GxBezier::compFunc, GxBezier::crossingCount,
+      GxBezier::findRoots, GxBezier::generate5DBezier, GxBezier::genericSplit,
+      GxBezier::getNextTValue, GxBezier::isFlatEnough, GxBezier::length, GxBezier::makePolyline,
+      GxBezier::parameter, GxBezier::recursivelyIntersect, GxBezier::value;
 };
 
 struct OpenCurve : GxBezierCurve {
   using GxBezierCurve::GxBezierCurve;
   OpenCurve(GxBezierCurve const& other) : GxBezierCurve(other) {}
 
-  using GxBezierCurve::bezierPolyFit;
-  using GxBezierCurve::findSegment;
-  using GxBezierCurve::findTangent;
-  using GxBezierCurve::isALine;
-  using GxBezierCurve::isCollinear;
-  using GxBezierCurve::leastSquareErr;
+  using GxBezierCurve::bezierPolyFit, GxBezierCurve::findSegment, GxBezierCurve::findTangent,
+      GxBezierCurve::isALine, GxBezierCurve::isCollinear, GxBezierCurve::leastSquareErr;
 };
 
 }  // namespace support

@@ -1,4 +1,4 @@
-// Positions made, compared exactly and carried through maps.
+// Positions made, and carried through maps.
 #pragma once
 
 #include "crv/crv.h"
@@ -6,11 +6,8 @@
 
 #include <cmath>
 
-#include <gtest/gtest.h>
-
 namespace support {
 
-using Position = GxBezierCurvePosition;
 using MapHandle = GxHandle<GxBezierCurvePositionMapBase>;
 
 /// A position with exactly these fields, normalised or not.
@@ -29,27 +26,20 @@ inline double flat(Position const& p) {
   return static_cast<double>(p.getSegmentNumber()) + p.getTValue();
 }
 
-inline ::testing::AssertionResult bitsMatch(Position const& p, Position const& q) {
-  if (p.getSegmentNumber() == q.getSegmentNumber() && sameBits(p.getTValue(), q.getTValue())) {
-    return ::testing::AssertionSuccess();
-  }
-  return ::testing::AssertionFailure() << text(p) << " is not " << text(q);
-}
-
 /// What a map returned and stored; where it stored nothing, (-7, 0.125).
 struct Carried {
-  int code;
-  Position at;
+  int code = 0;
+  Position at = rawPosition(-7, 0.125);
 };
 
 inline Carried forth(MapHandle const& map, Position const& p) {
-  Carried c{0, rawPosition(-7, 0.125)};
+  Carried c;
   c.code = map->mapPosition(c.at, p);
   return c;
 }
 
 inline Carried back(MapHandle const& map, Position const& p) {
-  Carried c{0, rawPosition(-7, 0.125)};
+  Carried c;
   c.code = map->inverseMapPosition(c.at, p);
   return c;
 }

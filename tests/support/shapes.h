@@ -10,8 +10,7 @@ namespace support {
 
 inline GxBezier bezier(double x0, double y0, double x1, double y1, double x2, double y2, double x3,
                        double y3) {
-  return GxBezier(GxCoord<double>(x0, y0), GxCoord<double>(x1, y1), GxCoord<double>(x2, y2),
-                  GxCoord<double>(x3, y3));
+  return GxBezier({x0, y0}, {x1, y1}, {x2, y2}, {x3, y3});
 }
 
 /// Rises, falls and rises again in y: two extremes and one inflection, symmetric about (50, 50).
@@ -70,30 +69,20 @@ class Random {
   explicit Random(unsigned long long seed) : engine_(seed) {}
 
   double uniform(double low, double high) {
-    double const unit = static_cast<double>(engine_() >> 11) * 0x1p-53;
-    return low + unit * (high - low);
+    return low + static_cast<double>(engine_() >> 11) * 0x1p-53 * (high - low);
   }
   int whole(int low, int high) {
     auto const span = static_cast<unsigned long long>(high - low) + 1;
     return low + static_cast<int>(engine_() % span);
   }
-  GxCoord<double> point(double size) {
-    double const x = uniform(-size, size);
-    return GxCoord<double>(x, uniform(-size, size));
-  }
+  GxCoord<double> point(double size) { return {uniform(-size, size), uniform(-size, size)}; }
+  GxCoord<double> gridPoint(int n) { return {double(whole(-n, n)), double(whole(-n, n))}; }
   GxBezier segment(double size) {
-    GxBezier s;
-    for (int i = 0; i < 4; ++i) s(i) = point(size);
-    return s;
+    return GxBezier{point(size), point(size), point(size), point(size)};
   }
   /// Control points on a small grid: ties, straight pieces, cusps and coincident points abound.
-  GxBezier gridSegment(int size) {
-    GxBezier s;
-    for (int i = 0; i < 4; ++i) {
-      double const x = whole(-size, size);
-      s(i) = GxCoord<double>(x, whole(-size, size));
-    }
-    return s;
+  GxBezier gridSegment(int n) {
+    return GxBezier{gridPoint(n), gridPoint(n), gridPoint(n), gridPoint(n)};
   }
 
  private:
