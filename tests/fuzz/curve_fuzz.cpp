@@ -7,14 +7,10 @@
 
 namespace {
 
-using fuzz::Appended;
-using fuzz::Input;
-using fuzz::require;
+using namespace fuzz;
 using Point = GxCoord<double>;
 using Position = GxBezierCurvePosition;
 using support::OpenCurve;
-
-bool isCode(int code) { return code == 0 || code == -1; }
 
 bool isOn(GxBezierCurve const& c, Position const& p) {
   long const n = static_cast<long>(c.length());
@@ -34,25 +30,22 @@ void positions(Input& in, GxBezierCurve const& c) {
           "reversed twice");
 }
 
-void measure(Input& in, OpenCurve c) {
+void measure(Input& in, OpenCurve& c) {
   double box[4];
   c.getBoundingBox(box[0], box[1], box[2], box[3]);
   c.getLocalBoundingBox(box[0], box[1], box[2], box[3]);
   Point low, high;
-  require(isCode(c.getMinMax(low, high)), "a code");
+  requireCode(c.getMinMax(low, high), -1, 0);
   double t = 0.0;
   int segment = 0;
-  c.getCurveMaxY(t, segment);
-  c.getCurveMinY(t, segment);
-  c.isALine();
-  c.curveLength();
+  c.getCurveMaxY(t, segment), c.getCurveMinY(t, segment);
+  c.isALine(), c.curveLength();
   positions(in, c);
   OpenCurve copy(c);
   copy.setSegments(GxBezierCurve(c).getSegments());
   copy.moveCurve(in.point() - in.point());
   copy.resize(in.coordinate(), in.raw());
-  copy.flip();
-  copy.isClose();
+  copy.flip(), copy.isClose();
   require(copy.length() == c.length(), "as many segments");
 }
 
@@ -69,8 +62,8 @@ void fit(Input& in) {
   require(n < 2 || (c.length() >= 1 && c.length() < n), "at most a segment for each two points");
   require(c.strictIsClosed() == 0, "open");
   if (c.length() != 0) {
-    require(fuzz::sameBits(c(0)[0], points(0)), "from the first point");
-    require(fuzz::sameBits(c(static_cast<int>(c.length()) - 1)[3], points(n - 1)), "to the last");
+    require(sameBits(c(0)[0], points(0)), "from the first point");
+    require(sameBits(c(static_cast<int>(c.length()) - 1)[3], points(n - 1)), "to the last");
   }
   unsigned long const fitted = c.length();
   c.makeBezierPolyFit(&points, error);
@@ -78,7 +71,7 @@ void fit(Input& in) {
   c.isCollinear(in.point() - in.point(), in.point() - in.point(), static_cast<float>(in.raw()));
 }
 
-void polylines(Input& in, OpenCurve c) {
+void polylines(Input& in, OpenCurve& c) {
   std::list<Point> points;
   c.makeSegments(static_cast<unsigned short>(in.below(100)), points);
   if (!Input::isMeasurable(c)) return;
@@ -92,22 +85,19 @@ void polylines(Input& in, OpenCurve c) {
   for (Position const& p : positions) require(isOn(c, p), "on the curve");
 }
 
-void queries(Input& in, OpenCurve c) {
+void queries(Input& in, OpenCurve& c) {
   Point const p = in.flip() ? in.point() : c.locateCurvePosition(in.position(c));
   double t = 0.0;
-  int const k = c.whichSegment(p, t, in.step());
-  require(-1 <= k && k <= static_cast<int>(c.length()), "a segment, or -1");
+  requireCode(c.whichSegment(p, t, in.step()), -1, static_cast<int>(c.length()));
   Point nearest;
-  int const code = c.findNearestPoint(p, nearest);
-  require(-1 <= code && code <= 1, "a code of findNearestPoint");
+  requireCode(c.findNearestPoint(p, nearest), -1, 1);
   Position pos;
   require(c.findNearestPointPos(p, pos) == -1 || isOn(c, pos), "on the curve");
   OpenCurve other(in.curve());
   c.getMinSqDistance(other);
   if (Input::magnitude(c) <= 1e4 && Input::magnitude(other) <= 1e4) {
     Appended<Point> points(in, Point(1, 2));
-    c.findIntersections(other, points.list());
-    points.check();
+    c.findIntersections(other, points);
   }
   GxVector<double> const v = in.point() - in.point();
   Position found;
@@ -117,46 +107,45 @@ void queries(Input& in, OpenCurve c) {
                                                         found);
 }
 
-void closing(Input& in, OpenCurve c) {
+void closing(Input& in, OpenCurve& given) {
+  OpenCurve c(given);
   int valid = -1;
-  int const clockwise = c.isClockwise(valid);
-  require((clockwise == 0 || clockwise == 1) && (valid == 0 || valid == 1), "an orientation");
-  require(isCode(c.changeOrientation(in.byte())), "a code");
+  requireCode(c.isClockwise(valid), 0, 1);
+  requireCode(valid, 0, 1);
+  requireCode(c.changeOrientation(in.byte()), -1, 0);
   unsigned long const n = c.length();
   c.reverse();
   require(c.length() == n, "as many segments");
-  int const code = in.flip() ? c.makeClosedCurve() : c.makeNiceClosedCurve();
-  require(code == 0 || code == 1, "closed or not");
+  requireCode(in.flip() ? c.makeClosedCurve() : c.makeNiceClosedCurve(), 0, 1);
   require(n == 0 || c.strictIsClosed() != 0, "the flag is set");
   require(c.length() <= n + 1, "one segment more at most");
 }
 
-void tangents(Input& in, OpenCurve const& c) {
+void tangents(Input& in, OpenCurve& c) {
   Position const pos = in.position(c);
   Point a, b, d;
   GxVector<double> v, w;
-  require(isCode(c.getTriple(pos, a, b, d)), "a code");
-  require(isCode(c.getVelocityVectors(pos, v, w)), "a code");
-  require(isCode(c.getAccelerationVectors(pos, v, w)), "a code");
+  requireCode(c.getTriple(pos, a, b, d), -1, 0);
+  requireCode(c.getVelocityVectors(pos, v, w), -1, 0);
+  requireCode(c.getAccelerationVectors(pos, v, w), -1, 0);
   if (c.findVelocityVectors(pos, v, w) != 0) {
     require(v.squaredLength() == 0.0 && w.squaredLength() == 0.0, "zero on failure");
   }
 }
 
-void offset(Input& in, OpenCurve c) {
+void offset(Input& in, OpenCurve& given) {
+  OpenCurve c(given);
   unsigned long const n = c.length();
   c.offset(in.step(), in.flip(), static_cast<int>(in.below(5)) - 1);
   require(c.length() >= n && c.length() <= 6 * n, "cuts and joins only add segments");
   Point out;
-  int const code = c.extendLine(out, in.coordinate(), in.step());
-  require(-1 <= code && code <= 1, "a code of extendLine");
+  requireCode(c.extendLine(out, in.coordinate(), in.step()), -1, 1);
   int const range = c.wellDefinedDetection(in.coordinate(), in.coordinate());
   require(range == 0 || range == 1 || range == 2 || range == 4 || range == 7, "a code");
 }
 
-void walks(Input& in, OpenCurve const& c) {
-  Position const from = in.position(c);
-  Position const limit = in.position(c);
+void walks(Input& in, OpenCurve& c) {
+  Position const from = in.position(c), limit = in.position(c);
   Position to(5, 0.25);
   double const d = in.step();
   int const forward = in.flip();
@@ -173,30 +162,19 @@ void walks(Input& in, OpenCurve const& c) {
     case 4: code = c.findNextPosFromPoint(in.point(), from, to, d, forward); break;
     default: code = c.findNextPosFromPoint(in.point(), from, limit, to, d, forward);
   }
-  require(isCode(code), "found or not");
+  requireCode(code, -1, 0);
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
   Input in(data, size);
-  in.chooseScale();
-  unsigned const room = in.below(8);
-  if (room == 0) {
-    fit(in);
-    return 0;
-  }
-  OpenCurve const c(in.curve());
-  OpenCurve const copy(c);
-  switch (room) {
-    case 1: measure(in, c); break;
-    case 2: polylines(in, c); break;
-    case 3: queries(in, c); break;
-    case 4: closing(in, c); break;
-    case 5: tangents(in, c); break;
-    case 6: offset(in, c); break;
-    default: walks(in, c);
-  }
-  require(fuzz::sameBits(c, copy), "the caller's curve stays");
+  void (*const topics[])(Input&, OpenCurve&) = {measure,  polylines, queries, closing,
+                                                tangents, offset,    walks};
+  unsigned const topic = in.below(8);
+  if (topic == 0) return fit(in), 0;
+  OpenCurve c(in.curve()), copy(c);
+  topics[topic - 1](in, c);
+  require(sameBits(c, copy), "the caller's curve stays");
   return 0;
 }

@@ -3,60 +3,49 @@
 
 namespace {
 
-using fuzz::Input;
-using fuzz::require;
+using namespace fuzz;
+using Point = GxCoord<double>;
 
 void fuzzSolvers(Input& in) {
-  double roots[3];
-  double k[4];
+  double roots[3], k[4];
   for (double& x : k) x = in.flip() ? in.raw() : in.coordinate();
   int const n = cubicRoots(k[0], k[1], k[2], k[3], roots);
-  require(0 <= n && n <= 3, "cubicRoots counts 0 to 3");
+  requireCode(n, 0, 3);
   for (int i = 0; i < n; ++i) require(!std::isnan(roots[i]), "a root is a number");
   for (int i = 1; i < n; ++i) require(roots[i - 1] < roots[i], "roots ascend");
   int count = -1;
-  double r1 = 7.0;
-  double r2 = 8.0;
+  double r1 = 7.0, r2 = 8.0;
   GxQuadraticSolver().quadraticSolve(&count, &r1, &r2, k[0], k[1], k[2], 1e-20, 1e-9);
-  require(0 <= count && count <= 2, "quadraticSolve counts 0 to 2");
+  requireCode(count, 0, 2);
   require(count != 0 || (r1 == 7.0 && r2 == 8.0), "without roots the outputs stay");
 }
 
 void fuzzLines(Input& in) {
-  GxCoord<double> const a = in.point();
-  GxCoord<double> const b = in.point();
-  GxCoord<double> const c = in.point();
-  GxCoord<double> const d = in.point();
-  GxCoord<double> out(3.0, 4.0);
-  if (intersect(&out, a, b, c, d) != 0) require(out == GxCoord<double>(3.0, 4.0), "untouched");
-  double const tol = in.step();
-  double const apart = closestToLineSegment(a, b, c).distance(c);
-  require(fuzz::sameBits(apart, distanceToLineSegment(a, b, c)),
-          "the distance of the nearest point");
+  Point const a = in.point(), b = in.point(), c = in.point(), d = in.point();
+  Point out(3.0, 4.0);
+  if (intersect(&out, a, b, c, d) != 0) require(out == Point(3.0, 4.0), "untouched");
+  double const tol = in.step(), apart = closestToLineSegment(a, b, c).distance(c);
+  require(sameBits(apart, distanceToLineSegment(a, b, c)), "the distance of the nearest point");
   pointOnLineSegment(a, b, c, tol);
   quickCheckPointOnLine(a, b, c, tol);
   isPointInBox(a, b.xval(), b.yval(), c.xval(), c.yval(), tol);
   angle(a, b, c);
-  int const turn = Are3PointsCCW(a, b, c);
-  require(-1 <= turn && turn <= 1, "a turn is -1, 0 or 1");
-  if (isEqual(a, b, tol)) require(a.distance(b) <= tol, "equal points are near");
+  requireCode(Are3PointsCCW(a, b, c), -1, 1);
   require(isEqual(a, b, tol) == (a.distance(b) <= tol), "isEqual compares the distance");
-  Gx2DMatrix<double> m;
+  Gx2DMatrix<double> m, inverse;
   for (int i = -1; i < 3; ++i) m.set(i, in.flip(), in.coordinate());
-  Gx2DMatrix<double> inverse;
   m.invert(inverse);
   inverse* a;
-  GxCoord<double> e = Gx2DRotate(in.raw()) * a;
+  Point e = Gx2DRotate(in.raw()) * a;
   e.rotate(in.raw(), b);
   pointsAverage(e, out);
-  require(fuzz::sameBits(e, out), "both points are the midpoint");
+  require(sameBits(e, out), "both points are the midpoint");
   (a - b).normalize().ortho(in.extremeInt());
 }
 
 /// Any operations with any indices: counts stay right, and the ring stays a ring.
 void fuzzList(Input& in) {
-  GxList<double> list;
-  GxList<double> other;
+  GxList<double> list, other;
   unsigned expected = 0;
   for (int i = 0; i < 40 && !in.isEmpty(); ++i) {
     int const index = in.chance(4) ? in.extremeInt() : static_cast<int>(in.below(12)) - 3;
@@ -97,11 +86,7 @@ void fuzzList(Input& in) {
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
   Input in(data, size);
-  in.chooseScale();
-  switch (in.below(3)) {
-    case 0: fuzzSolvers(in); break;
-    case 1: fuzzLines(in); break;
-    default: fuzzList(in);
-  }
+  void (*const rooms[])(Input&) = {fuzzSolvers, fuzzLines, fuzzList};
+  rooms[in.below(3)](in);
   return 0;
 }

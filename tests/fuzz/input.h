@@ -3,14 +3,16 @@
 #pragma once
 
 #include "crv/crv.h"
+#include "tests/support/bits.h"
 
+#include <cfloat>
+#include <climits>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <limits>
 #include <vector>
 
 namespace fuzz {
@@ -22,32 +24,26 @@ inline void require(bool holds, char const* what) {
   std::abort();
 }
 
-inline bool sameBits(double a, double b) {
-  return std::memcmp(&a, &b, sizeof a) == 0 || (std::isnan(a) && std::isnan(b));
+/// That a code or count is one of the operation's.
+inline void requireCode(int code, int least, int most) {
+  require(least <= code && code <= most, "a code");
 }
 
-inline bool sameBits(GxCoord<double> const& p, GxCoord<double> const& q) {
-  return sameBits(p.xval(), q.xval()) && sameBits(p.yval(), q.yval());
-}
+using support::sameBits;
 
-inline bool sameBits(GxBezier const& a, GxBezier const& b) {
-  for (int i = 0; i < 4; ++i) {
-    if (!sameBits(a[i], b[i])) return false;
-  }
-  return true;
-}
-
-inline bool sameBits(GxBezierCurve const& a, GxBezierCurve const& b) {
-  if (a.length() != b.length() || a.strictIsClosed() != b.strictIsClosed()) return false;
-  for (int i = 0; i < static_cast<int>(a.length()); ++i) {
-    if (!sameBits(a[i], b[i])) return false;
-  }
-  return true;
-}
+/// One segment or several.
+struct Shape : GxBezierCurve {
+  Shape(GxBezierCurve const& curve) : GxBezierCurve(curve) {}
+  Shape(GxBezier const& segment) { getSegments().add(segment); }
+};
 
 class Input {
  public:
-  Input(std::uint8_t const* data, std::size_t size) : data_(data), size_(size) {}
+  /// The first byte chooses the size of what follows.
+  Input(std::uint8_t const* data, std::size_t size) : data_(data), size_(size) {
+    double const scales[] = {1.0, 1.0, 1.0, 0.01, 1e-9, 1e-300, 1e6, 1e9, 1e30, 1e160, 1e300, -1.0};
+    scale_ = scales[below(12)];
+  }
 
   bool isEmpty() const { return size_ == 0; }
 
@@ -76,24 +72,19 @@ class Input {
 
   /// A coordinate: mostly of one size, sometimes anything, or next to one used before.
   double coordinate() {
-    double x = 0.0;
     switch (below(8)) {
-      case 0: x = special(); break;
+      case 0: last_ = special(); break;
       case 1:
-        x = last_;
-        for (unsigned steps = below(32); steps != 0; --steps) x = std::nextafter(x, 1e308);
+        for (unsigned steps = below(32); steps != 0; --steps) last_ = std::nextafter(last_, 1e308);
         break;
-      case 2: x = last_; break;
-      case 3: x = scale_ * std::floor(unit() * 8.0); break;
-      default: x = scale_ * unit() * 100.0;
+      case 2: break;
+      case 3: last_ = scale_ * std::floor(unit() * 8.0); break;
+      default: last_ = scale_ * unit() * 100.0;
     }
-    return last_ = x;
+    return last_;
   }
 
-  GxCoord<double> point() {
-    double const x = coordinate();
-    return GxCoord<double>(x, coordinate());
-  }
+  GxCoord<double> point() { return {coordinate(), coordinate()}; }
 
   /// A parameter: inside, at and beside the ends, outside, or anything.
   double parameter() {
@@ -112,11 +103,8 @@ class Input {
     for (int i = 0; i < 4; ++i) s(i) = point();
     switch (below(8)) {
       case 0: s(1) = s[0]; break;
+      case 2: s(1) = s[0]; [[fallthrough]];
       case 1: s(2) = s[3]; break;
-      case 2:
-        s(1) = s[0];
-        s(2) = s[3];
-        break;
       case 3: s(3) = s[0]; break;
       case 4:
         s(1) = s[0] + (s[3] - s[0]) * (1.0 / 3);
@@ -131,8 +119,7 @@ class Input {
   /// A segment that has something to do with another one: a part of it, it reversed, it moved a
   /// hair.
   GxBezier relative(GxBezier const& s) {
-    GxBezier result = s;
-    GxBezier rest;
+    GxBezier result = s, rest;
     switch (below(5)) {
       case 0: result.split(rest, parameter()); break;
       case 1: result.reverse(); break;
@@ -161,23 +148,21 @@ class Input {
 
   /// A position on, at the ends of, beside and far off a curve.
   GxBezierCurvePosition position(GxBezierCurve const& c) {
-    int const n = static_cast<int>(c.length());
+    unsigned const n = static_cast<unsigned>(c.length());
     switch (below(8)) {
       case 0: return c.firstPos();
       case 1: return c.lastPos();
       case 2: return GxBezierCurvePosition(extremeInt(), parameter());
-      case 3: return direct(static_cast<int>(below(8)), parameter());
-      case 4:
-        return GxBezierCurvePosition(static_cast<int>(below(static_cast<unsigned>(n) + 1)), 0.0);
-      default:
-        return GxBezierCurvePosition(static_cast<int>(below(static_cast<unsigned>(n) + 1)),
-                                     unit() * 0.5 + 0.5);
+      case 3:
+        return GxBezierCurvePositionConstructor().constructDirectPosition(
+            static_cast<int>(below(8)), parameter());
+      case 4: return GxBezierCurvePosition(static_cast<int>(below(n + 1)), 0.0);
+      default: return GxBezierCurvePosition(static_cast<int>(below(n + 1)), unit() * 0.5 + 0.5);
     }
   }
 
   int extremeInt() {
-    int const values[] = {
-        0, 1, -1, 2, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()};
+    int const values[] = {0, 1, -1, 2, INT_MAX, INT_MIN};
     return values[below(6)];
   }
 
@@ -187,60 +172,50 @@ class Input {
       case 0: return scale_ * 1e6;
       case 1: return 0.0;
       case 2: return -scale_;
-      case 3: return std::numeric_limits<double>::quiet_NaN();
-      case 4: return std::numeric_limits<double>::infinity();
+      case 3: return NAN;
+      case 4: return HUGE_VAL;
       default: return std::fabs(scale_ * (0.5 + 100.0 * unit()));
     }
   }
 
-  /// The extent of a shape, 0 where it is not finite; a quarter of it, lest it overflow.
-  static double extent(GxBezier const& s) {
-    double minX, minY, maxX, maxY;
-    s.getConvexHull(minX, minY, maxX, maxY);
-    double const size = (0.25 * maxX - 0.25 * minX) + (0.25 * maxY - 0.25 * minY);
-    return std::isfinite(size) ? size : 0.0;
-  }
-  static double extent(GxBezierCurve const& c) {
-    double most = 0.0;
-    for (int i = 0; i < static_cast<int>(c.length()); ++i) most = std::fmax(most, extent(c[i]));
+  /// The greatest extent of a segment that is finite; a quarter of it, lest it overflow.
+  static double extent(Shape const& shape) {
+    double most = 0.0, minX, minY, maxX, maxY;
+    for (int i = 0; i < static_cast<int>(shape.length()); ++i) {
+      shape[i].getConvexHull(minX, minY, maxX, maxY);
+      double const size = (0.25 * maxX - 0.25 * minX) + (0.25 * maxY - 0.25 * minY);
+      if (std::isfinite(size)) most = std::fmax(most, size);
+    }
     return most;
   }
 
   /// The largest finite coordinate.
-  static double magnitude(GxBezier const& s) {
+  static double magnitude(Shape const& shape) {
     double most = 0.0;
-    for (int i = 0; i < 4; ++i) {
-      for (double const x : {std::fabs(s[i].xval()), std::fabs(s[i].yval())}) {
-        if (std::isfinite(x)) most = std::fmax(most, x);
+    for (int i = 0; i < 4 * static_cast<int>(shape.length()); ++i) {
+      GxCoord<double> const& p = shape[i / 4][i % 4];
+      for (double const x : {p.xval(), p.yval()}) {
+        if (std::isfinite(x)) most = std::fmax(most, std::fabs(x));
       }
     }
     return most;
   }
-  static double magnitude(GxBezierCurve const& c) {
-    double most = 0.0;
-    for (int i = 0; i < static_cast<int>(c.length()); ++i) most = std::fmax(most, magnitude(c[i]));
-    return most;
-  }
-
-  static double atLeast(double x, double low) { return x < low ? low : x; }
 
   /// A chord for dividing a shape: none that asks for more than some thousands of points, which odd
   /// ones do of large shapes, and those below -0.1 of any.
-  template <class Shape>
   double chord(Shape const& shape) {
     double const size = extent(shape);
-    double const odd = atLeast(step(), -0.05);
+    double const odd = max(step(), -0.05);
     return size < 25.0 || odd >= size ? odd : size * (0.01 + std::fabs(unit()));
   }
 
   /// A tolerance for halving a shape: none below a ten thousandth of it, or below what its
   /// coordinates resolve, but NaN, negative and huge ones.
-  template <class Shape>
   double halvingTolerance(Shape const& shape) {
     double const size = extent(shape);
     switch (below(6)) {
       case 0: return -size;
-      case 1: return std::numeric_limits<double>::quiet_NaN();
+      case 1: return NAN;
       case 2: return size * 1e3 + magnitude(shape) * 1e-12;
       default: return size * (1e-4 + std::fabs(unit())) + magnitude(shape) * 1e-12;
     }
@@ -248,8 +223,7 @@ class Input {
 
   /// True when chords of a segment can be measured: beyond this size squared distances overflow,
   /// and dividing takes its five million steps whatever the chord.
-  static bool isMeasurable(GxBezier const& s) { return magnitude(s) < 1e150; }
-  static bool isMeasurable(GxBezierCurve const& c) { return magnitude(c) < 1e150; }
+  static bool isMeasurable(Shape const& shape) { return magnitude(shape) < 1e150; }
 
   /// A parameter to start dividing at: not millions of segments away.
   double startParameter() {
@@ -257,43 +231,14 @@ class Input {
     return std::fabs(t) < 8.0 || !std::isfinite(t) ? t : 0.25;
   }
 
-  double chord(GxBezierCurve const& c) {
-    double longest = chord(segment());
-    for (int i = 0; i < static_cast<int>(c.length()); ++i) {
-      double const other = chord(c[i]);
-      if (!(other <= longest)) longest = other;
-    }
-    return longest;
-  }
-
   double scale() const { return scale_; }
-
-  /// The size of what follows.
-  void chooseScale() {
-    double const scales[] = {1.0, 1.0, 1.0, 0.01, 1e-9, 1e-300, 1e6, 1e9, 1e30, 1e160, 1e300, -1.0};
-    scale_ = scales[below(12)];
-  }
 
   bool chance(unsigned one) { return below(one) == 0; }
 
  private:
-  static GxBezierCurvePosition direct(int segment, double t) {
-    return GxBezierCurvePositionConstructor().constructDirectPosition(segment, t);
-  }
-
   double special() {
-    double const values[] = {0.0,
-                             -0.0,
-                             1e-9,
-                             5e-324,
-                             1.7976931348623157e308,
-                             -1.7976931348623157e308,
-                             std::numeric_limits<double>::infinity(),
-                             -std::numeric_limits<double>::infinity(),
-                             std::numeric_limits<double>::quiet_NaN(),
-                             1e-300,
-                             0.1,
-                             0.5};
+    double const values[] = {0.0,      -0.0,      1e-9, 5e-324, DBL_MAX, -DBL_MAX,
+                             HUGE_VAL, -HUGE_VAL, NAN,  1e-300, 0.1,     0.5};
     unsigned const i = below(14);
     return i < 12 ? values[i] : raw();
   }
@@ -306,24 +251,20 @@ class Input {
 
 /// A list that held something before: what was there must stay in place.
 template <class T>
-class Appended {
+class Appended : public GxList<T> {
  public:
   Appended(Input& in, T const& filler) {
-    for (unsigned n = in.below(3); n != 0; --n) list_.add(filler);
-    before_ = list_;
+    for (unsigned n = in.below(3); n != 0; --n) this->add(filler);
+    before_ = *this;
   }
-
-  GxList<T>& list() { return list_; }
-
-  void check() const {
-    require(list_.length() >= before_.length(), "a list lost entries");
+  ~Appended() override {
+    require(this->length() >= before_.length(), "a list lost entries");
     for (unsigned i = 0; i < before_.length(); ++i) {
-      require(sameBits(list_[i], before_[i]), "an entry from before was changed");
+      require(sameBits((*this)[i], before_[i]), "an entry from before was changed");
     }
   }
 
  private:
-  GxList<T> list_;
   GxList<T> before_;
 };
 

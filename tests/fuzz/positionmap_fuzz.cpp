@@ -5,17 +5,12 @@
 
 namespace {
 
-using fuzz::Input;
-using fuzz::require;
+using namespace fuzz;
 using MapHandle = GxHandle<GxBezierCurvePositionMapBase>;
 using Position = GxBezierCurvePosition;
 
-bool isCode(int code) { return code == 0 || code == -1; }
-
 void predicates(Input& in, GxBezierCurve c) {
-  Position const p = in.position(c);
-  Position const a = in.position(c);
-  Position const b = in.position(c);
+  Position const p = in.position(c), a = in.position(c), b = in.position(c);
   int const closed = in.flip();
   if (isStrictBetweenPosition(p, a, b, closed)) {
     require(isBetweenPosition(p, a, b, closed) != 0, "strictly between is between");
@@ -33,11 +28,7 @@ void predicates(Input& in, GxBezierCurve c) {
   ratio(d, diff(p, b, in.flip(), in.extremeInt()));
   require(!(d < d), "nothing is less than itself");
   unsigned long const n = c.length();
-  if (in.flip()) {
-    arrangeBezierCurve(c, a, b);
-  } else {
-    arrangeBezierCurve(c, in.point(), in.point());
-  }
+  in.flip() ? arrangeBezierCurve(c, a, b) : arrangeBezierCurve(c, in.point(), in.point());
   require(c.length() == n || c.length() == n + 1, "at most one segment is cut");
 }
 
@@ -47,14 +38,13 @@ void mapAll(Input& in, GxBezierCurve const& c, MapHandle const& map) {
   for (unsigned n = in.below(6); n != 0; --n) positions.push_back(in.position(c));
   std::list<Position> out(in.below(2));
   std::size_t const before = out.size();
-  int const code = map->transform(std::list<int>(), out, positions);
-  require(isCode(code), "a code");
+  requireCode(map->transform({}, out, positions), -1, 0);
   require(out.size() == before + positions.size(), "a position for every one");
   for (Position const& p : positions) {
     Position q;
-    require(isCode(map->inverseMapPosition(q, p)), "a code");
+    requireCode(map->inverseMapPosition(q, p), -1, 0);
     q = p;
-    require(isCode(map->mapPosition(q, q)), "in place");
+    requireCode(map->mapPosition(q, q), -1, 0);
   }
 }
 
@@ -79,16 +69,13 @@ void maps(Input& in, GxBezierCurve c) {
 
 void edits(Input& in, GxBezierCurve c) {
   GxBezierCurve dst = in.curve();
-  GxBezierCurve const dstBefore = dst;
-  GxBezierCurve const source = c;
+  GxBezierCurve const dstBefore = dst, source = c;
   MapHandle map;
   int const code = copyGxBezierCurve(dst, c, in.position(c), in.position(c), in.flip(), map);
-  require(isCode(code), "a code");
-  require(fuzz::sameBits(c, source), "the source stays");
+  requireCode(code, -1, 0);
+  require(sameBits(c, source), "the source stays");
   require(dst.length() >= dstBefore.length(), "a copy only appends");
-  for (int i = 0; i < static_cast<int>(dstBefore.length()); ++i) {
-    require(fuzz::sameBits(dst[i], dstBefore[i]), "what was there stays");
-  }
+  require(sameBits(dst, dstBefore, static_cast<int>(dstBefore.length())), "what was there stays");
   if (code != 0) require(dst.length() == dstBefore.length(), "a refusal changes nothing");
   mapAll(in, c, map);
 
@@ -99,10 +86,9 @@ void edits(Input& in, GxBezierCurve c) {
 
   GxBezierCurve second = dst;
   GxBezierCurve const whole = c;
-  MapHandle firstMap;
-  MapHandle secondMap;
+  MapHandle firstMap, secondMap;
   if (spliteGxBezierCurve(in.position(c), c, second, firstMap, secondMap) != 0) {
-    require(fuzz::sameBits(c, whole) && fuzz::sameBits(second, dst), "a refusal changes nothing");
+    require(sameBits(c, whole) && sameBits(second, dst), "a refusal changes nothing");
     require(firstMap.isNull() && secondMap.isNull(), "and makes no map");
   } else {
     require(c.length() + second.length() >= whole.length(), "nothing is lost but what is stated");
@@ -113,12 +99,8 @@ void edits(Input& in, GxBezierCurve c) {
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
   Input in(data, size);
-  in.chooseScale();
   GxBezierCurve const c = in.curve();
-  switch (in.below(3)) {
-    case 0: predicates(in, c); break;
-    case 1: maps(in, c); break;
-    default: edits(in, c);
-  }
+  void (*const topics[])(Input&, GxBezierCurve) = {predicates, maps, edits};
+  topics[in.below(3)](in, c);
   return 0;
 }
