@@ -5,14 +5,9 @@
 
 namespace {
 
+using namespace support;
 using List = GxList<int>;
 using Values = std::vector<int>;
-
-List listOf(Values const& values) {
-  List list;
-  for (int const v : values) list.add(v);
-  return list;
-}
 
 Values valuesOf(List const& list) {
   Values values;
@@ -63,13 +58,11 @@ struct Model {
 };
 
 TEST(GxList, KeepsInStepWithAVector) {
-  support::Random random(4);
+  Random random(4);
   List list;
   Model model;
   for (int step = 1; step < 20000; ++step) {
-    int const n = model.size();
-    int const index = random.whole(-1, n);
-    int const to = random.whole(-1, n);
+    int const n = model.size(), index = random.whole(-1, n), to = random.whole(-1, n);
     Values const added = {-2 * step, -2 * step - 1};
     List more = listOf(added);
     int const* const moved = &more(0);
@@ -96,7 +89,7 @@ TEST(GxList, KeepsInStepWithAVector) {
       ASSERT_EQ(list.find(list.curElement()), model.cursor);
     }
     ASSERT_EQ(elementOf(list, added[0]), more.length() == 2 ? nullptr : moved) << "not copied";
-    ASSERT_TRUE(list.find(0) == -1 && List(list) == list && list != listOf({0}));
+    ASSERT_TRUE(list.find(0) == -1 && List(list) == list && list != listOf<int>({0}));
   }
 }
 
@@ -108,9 +101,10 @@ TEST(GxList, WrapsIndicesAndCountsOnFromTheIndexAsItWasGiven) {
   };
   Case const cases[] = {
       {[](List& list, List&) { list.insert(9, 6); }, {1, 9, 2, 3, 4, 5}, 2},
-      {[](List& list, List&) { list.insert(9, -2); }, {1, 2, 3, 4, 9, 5}, 3},  // 2^32 - 2 = 4 mod 5
-      {[](List& list, List&) { list.remove(-2); }, {2, 3, 4, 5}, 4},
-      // Deliberate: the first was removed, but 5 is not before the cursor.
+      {[](List& list, List&) { list.insert(9, -2); },
+       {1, 2, 3, 4, 9, 5},
+       3},  // 2^32 - 2 = 4 mod 5
+            // Deliberate: the first was removed, but 5 is not before the cursor.
       {[](List& list, List&) { list.remove(5); }, {2, 3, 4, 5}, 3},
       // Deliberate: the cursor's element moved on, but 6 is beyond the cursor.
       {[](List& list, List& more) { list.inject(more, 6); }, {1, 8, 9, 2, 3, 4, 5}, 3},
@@ -118,9 +112,9 @@ TEST(GxList, WrapsIndicesAndCountsOnFromTheIndexAsItWasGiven) {
       {[](List& list, List&) { list = *&list, list.add(1); }, {1}, 1},
   };
   for (Case const& k : cases) {
-    List list = listOf({1, 2, 3, 4, 5});
+    List list = listOf<int>({1, 2, 3, 4, 5});
     list.moveTo(2);
-    List more = listOf({8, 9});
+    List more = listOf<int>({8, 9});
     k.edit(list, more);
     EXPECT_EQ(valuesOf(list), k.result);
     EXPECT_EQ(list(2), k.atTwo);

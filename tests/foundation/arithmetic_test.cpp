@@ -3,7 +3,6 @@
 namespace {
 
 using namespace support;
-using Vector = GxVector<double>;
 
 TEST(Tolerance, IsOutsideForNumbersAndInsideForPoints) {
   EXPECT_FALSE(IS_ZERO(1e-9, 1e-9) || IS_EQUAL(1.0, 1.5, 0.5) || IS_ZERO(kNaN, 1e300));
