@@ -2,15 +2,10 @@
 #include "tests/support/data.h"
 #include "tests/support/open.h"
 #include "tests/support/positions.h"
-#include "tests/support/shapes.h"
 
 namespace {
 
-using support::curveOf;
-using support::evenLine;
-using support::Position;
-using support::rawPosition;
-using Point = GxCoord<double>;
+using namespace support;
 
 TEST(GxBezierCurvePosition, CarriesWithTheBitsOfSingleStepsAndStoresWhatCannotBeCarried) {
   for (double const t : {0x1p53, -0x1p53, 1e300, -HUGE_VAL, std::nan("")}) {
@@ -18,7 +13,7 @@ TEST(GxBezierCurvePosition, CarriesWithTheBitsOfSingleStepsAndStoresWhatCannotBe
   }
   EXPECT_EQ(Position(7, 1 - 0x1p53).getTValue(), 0.0);
   EXPECT_BITS(Position(5, 0.25 - 0x1p30), rawPosition(5 - (1 << 30), 0.25));
-  support::Random random(1);
+  Random random(1);
   for (int i = 0; i < 5000; ++i) {
     double const size = i % 3 == 0 ? 1e-17 : i % 3 == 1 ? 3.0 : 2000.0;
     double u = i == 0 ? -0.0 : i < 5 ? i - 3 : random.uniform(-size, size);
@@ -47,31 +42,30 @@ TEST(GxBezierCurvePosition, ComparesFieldsExactlyAndSumsWithinATolerance) {
     EXPECT_EQ(Position::reverseSense(sense), sense == 1 ? 2 : sense == 2 ? 1 : sense);
     EXPECT_EQ(Position::isCompatibleSense(1, sense), sense < 2);
   }
-  for (auto const& row : support::table("1.5000000009 0; 1.500000002 1; 1.499999998 2; 0.7 2")) {
-    EXPECT_EQ(GxBezierCurve().getSense({1, 0.5}, support::at(row[0])), row[1]);
+  for (Row const row : table("1.5000000009 0; 1.500000002 1; 1.499999998 2; 0.7 2")) {
+    EXPECT_EQ(GxBezierCurve().getSense({1, 0.5}, at(row[0])), row[1]);
   }
 }
 
 TEST(GxBezierCurve, IsAValueAndLocatesPositionsUpToTheEndAndElseTheOrigin) {
-  GxBezierCurve curve = curveOf({support::sShape(), evenLine(100, 100, 200, 100)});
-  for (auto const& row : support::table("0.5 50 50; 2.7 200 100; 3 0 0; -0.5 0 0")) {
-    EXPECT_BITS(curve.locateCurvePosition(support::at(row[0])), Point(row[1], row[2]));
+  GxBezierCurve curve = curveOf({sShape(), evenLine(100, 100, 200, 100)});
+  for (Row const row : table("0.5 50 50; 2.7 200 100; 3 0 0; -0.5 0 0")) {
+    EXPECT_BITS(curve.locateCurvePosition(at(row[0])), Point(row[1], row[2]));
   }
   curve.setStrictIsClosed(7);
   GxBezierCurve copy = curve;
   EXPECT_EQ(copy.strictIsClosed(), 7);
   copy.setStrictIsClosed(0);
   EXPECT_TRUE(copy == curve && !(copy != curve)) << "the flag is not compared";
-  copy.moveCurve(GxVector<double>(1, -2));
+  copy.moveCurve(Vector(1, -2));
   EXPECT_TRUE(copy != curve);
-  copy.resize(2, 3);
-  copy.flip();
-  EXPECT_BITS(copy[0], support::bezier(2, 6, 82, -414, 122, 126, 202, -294));
+  copy.resize(2, 3), copy.flip();
+  EXPECT_BITS(copy[0], bezier(2, 6, 82, -414, 122, 126, 202, -294));
 }
 
 TEST(GxBezierCurve, IsCloseSnapsEndsThatMeet) {
   for (double const gap : {0.5, 0.5000001}) {  // ends 0.5 apart meet
-    GxBezierCurve curve = support::polygon({0, 0, 50, 80, 0, gap});
+    GxBezierCurve curve = polygon({0, 0, 50, 80, 0, gap});
     EXPECT_EQ(curve.isClose(), gap == 0.5);
     EXPECT_EQ(curve[0][0] == Point(0, 0.25) && curve[1][3] == Point(0, 0.25), gap == 0.5);
     EXPECT_EQ(curve.strictIsClosed(), 0);
@@ -79,7 +73,7 @@ TEST(GxBezierCurve, IsCloseSnapsEndsThatMeet) {
 }
 
 TEST(GxBezierCurve, BoxesHoldEverySampleAndExtremesTouchThem) {
-  GxBezierCurve curve = support::outline("roman-g-outer");
+  GxBezierCurve curve = outline("roman-g-outer");
   double hull[4], box[4], t = 0.0;
   int k = 0;
   Point low, high;
@@ -95,16 +89,14 @@ TEST(GxBezierCurve, BoxesHoldEverySampleAndExtremesTouchThem) {
   EXPECT_TRUE(curve.getCurveMinY(t, k) == 0 && curve[k].bValue(t).yval() == low.yval());
   EXPECT_TRUE(curve.getCurveMaxY(t, k) == 0 && curve[k].bValue(t).yval() == high.yval());
   // Of equally high segments the first wins; an empty curve leaves the outputs alone.
-  EXPECT_EQ(support::polygon({0, 0, 10, 5, 20, 0, 30, 5}).getCurveMaxY(t, k), 0);
+  EXPECT_EQ(polygon({0, 0, 10, 5, 20, 0, 30, 5}).getCurveMaxY(t, k), 0);
   EXPECT_TRUE(GxBezierCurve().getCurveMinY(t, k) == -1 && k == 0 && t == 1.0);
 }
 
 TEST(GxBezierCurve, LengthIsTheSumAndALineIsExactlyParallel) {
-  EXPECT_NEAR(curveOf({support::quarterArc(100), evenLine(0, 100, 0, 40)}).curveLength(),
-              157.0796 + 60, 0.1);
+  EXPECT_NEAR(curveOf({quarterArc(100), evenLine(0, 100, 0, 40)}).curveLength(), 217.0796, 0.1);
   for (double const off : {0.0, 1e-12}) {  // turning back is straight
-    support::OpenCurve const line(support::polygon({0, 0, 96, 48, 48, 24 + off}));
-    EXPECT_EQ(support::OpenCurve(line).isALine(), off == 0.0);
+    EXPECT_EQ(OpenCurve(polygon({0, 0, 96, 48, 48, 24 + off})).isALine(), off == 0.0);
   }
 }
 

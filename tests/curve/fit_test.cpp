@@ -1,21 +1,11 @@
 // Fitting segments to digitised points.
 #include "tests/support/data.h"
-#include "tests/support/expect.h"
 #include "tests/support/open.h"
-#include "tests/support/shapes.h"
 
 namespace {
 
-using Point = GxCoord<double>;
+using namespace support;
 using Points = GxList<Point>;
-using Vector = GxVector<double>;
-using support::OpenCurve;
-
-Points pointsOf(std::vector<Point> const& points) {
-  Points list;
-  for (Point const& p : points) list.add(p);
-  return list;
-}
 
 /// The fit in its plainest form: recursive, with all arrays, looking at every point of a range.
 class PlainFit : public OpenCurve {
@@ -28,7 +18,7 @@ class PlainFit : public OpenCurve {
  private:
   void fit(unsigned first, unsigned last, Vector const& tHat1, Vector const& tHat2) {
     if (last - first == 1) return bezierPolyFit(&points_, first, last, tHat1, tHat2, error_);
-    std::vector<double> u(1, 0.0);
+    Numbers u(1, 0.0);
     for (unsigned i = first; i < last; ++i) {
       u.push_back(u.back() + points_[i + 1].distance(points_[i]));
     }
@@ -59,8 +49,7 @@ class PlainFit : public OpenCurve {
   }
 
   /// The largest squared distance, with the weights of blendValue; the last of equals wins.
-  double measure(unsigned first, unsigned last, std::vector<double> const& u, GxBezier const& s,
-                 int& split) {
+  double measure(unsigned first, unsigned last, Numbers const& u, GxBezier const& s, int& split) {
     double worst = 0.0;
     int expected = -1;
     for (unsigned i = first + 1; i < last; ++i) {
@@ -80,7 +69,7 @@ class PlainFit : public OpenCurve {
 };
 
 TEST(GxBezierCurveFit, GivesTheBitsOfThePlainRecursion) {
-  support::Random random(3);
+  Random random(3);
   double const errors[] = {0.0, 0.3, 1.0, 2.5, 9.0, 400.0, -4.0, -0.0, std::nan(""), HUGE_VAL};
   for (int round = 0; round < 603; ++round) {
     // Walks on a grid: runs of equal points and straight stretches abound, and zeros of both signs.
@@ -93,7 +82,7 @@ TEST(GxBezierCurveFit, GivesTheBitsOfThePlainRecursion) {
       if (random.whole(0, 4) == 0) p = Point(0.0, -0.0);
       for (int k = random.whole(0, 3) == 0 ? random.whole(1, 9) : 1; k > 0; --k) points.add(p);
     }
-    if (round >= 600) points = support::stroke("pen-sweeps");
+    if (round >= 600) points = stroke("pen-sweeps");
     double const error = errors[round < 600 ? round % 10 : 2 * round - 1199];  // 0.3, 2.5, 400
     SCOPED_TRACE(testing::Message() << points.length() << " points, error " << error);
     GxBezierCurve const curve(&points, error);
@@ -105,7 +94,7 @@ TEST(GxBezierCurveFit, GivesTheBitsOfThePlainRecursion) {
 
 TEST(GxBezierCurveFit, StaysWithinTheToleranceAndSmoothOnRealStrokes) {
   for (char const* name : {"glyph-script-r", "pen-waves", "pen-hatching", "island-malta"}) {
-    Points const points = support::stroke(name);
+    Points const points = stroke(name);
     for (double const error : {0.25, 100.0}) {
       SCOPED_TRACE(testing::Message() << name << ", error " << error);
       GxBezierCurve curve(&points, error);
@@ -115,25 +104,24 @@ TEST(GxBezierCurveFit, StaysWithinTheToleranceAndSmoothOnRealStrokes) {
         double const lengths = in.length() * out.length();  // 0: no handles, no direction
         EXPECT_TRUE(lengths < 1e-6 || in * out / lengths > 1.0 - 1e-6) << "at join " << i;
       }
-      for (Point const& p : support::valuesOf(points)) {
+      for (Point const& p : valuesOf(points)) {
         Point nearest;
         curve.findNearestPoint(p, nearest);  // is content with the root of a half
-        EXPECT_LT(p.squaredDistance(nearest), max(error, 0.5)) << support::text(p);
+        EXPECT_LT(p.squaredDistance(nearest), max(error, 0.5)) << text(p);
       }
     }
   }
 }
 
 TEST(GxBezierCurveFit, FindsTheSegmentThatPointsWereTakenFrom) {
-  auto const found = [](Points const& points, std::vector<double> const& u, Vector const& tHat1,
-                        Vector const& tHat2) {
+  auto const found = [](Points const& points, Numbers const& u, Vector const& v, Vector const& w) {
     GxBezier s;
-    OpenCurve().findSegment(&points, u.data(), 0, points.length() - 1, tHat1, tHat2, s);
+    OpenCurve().findSegment(&points, u.data(), 0, points.length() - 1, v, w, s);
     return s;
   };
-  GxBezier const s = support::sShape();
+  GxBezier const s = sShape();
   Points points;
-  std::vector<double> u;
+  Numbers u;
   for (int i = 0; i <= 16; ++i) {
     u.push_back(i * 0.0625);
     points.add(s.bValue(u.back()));
@@ -141,14 +129,13 @@ TEST(GxBezierCurveFit, FindsTheSegmentThatPointsWereTakenFrom) {
   GxBezier const same = found(points, u, s.dValue(0).normalize(), -s.dValue(1).normalize());
   for (int i = 0; i < 4; ++i) EXPECT_NEAR_POINT(same[i], s[i], 1e-9);
   // A handle that would be negative: both become thirds of the chord.
-  Points const bend = pointsOf({{0, 0}, {3, -5}, {9, 0}});
-  EXPECT_BITS(found(bend, {0.0, 0.5, 1.0}, Vector(0, 1), Vector(1, 0)),
-              support::bezier(0, 0, 0, 3, 12, 0, 9, 0));
+  Points const bend = listOf<Point>({{0, 0}, {3, -5}, {9, 0}});
+  EXPECT_BITS(found(bend, {0, 0.5, 1}, Vector(0, 1), Vector(1, 0)),
+              bezier(0, 0, 0, 3, 12, 0, 9, 0));
   // Parallel tangents and one inner point, no telling the handles apart: both are nothing, and
   // rounding errors are not blown up.
-  Points const bump = pointsOf({{0, 0}, {4.5, 3}, {9, 0}});
-  EXPECT_BITS(found(bump, {0.0, 0.5, 1.0}, Vector(0, 1), Vector(0, 1)),
-              support::retractedLine(0, 0, 9, 0));
+  Points const bump = listOf<Point>({{0, 0}, {4.5, 3}, {9, 0}});
+  EXPECT_BITS(found(bump, {0.0, 0.5, 1.0}, Vector(0, 1), Vector(0, 1)), retractedLine(0, 0, 9, 0));
   for (double t = 0.1; t < 0.9; t += 0.01) {
     double const y = found(bump, {0.0, t, 1.0}, Vector(0, 1), Vector(0, 1))[1].yval();
     EXPECT_TRUE(y < 1e-9 || y == 3.0);
@@ -156,7 +143,7 @@ TEST(GxBezierCurveFit, FindsTheSegmentThatPointsWereTakenFrom) {
 }
 
 TEST(GxBezierCurveFit, SplitsAGoodFitNextToAnEndAndAppends) {
-  Points const one = pointsOf({{1, 1}}), straight = pointsOf({{0, 0}, {3, 0}, {6, 0}});
+  Points const one = listOf<Point>({{1, 1}}), straight = listOf<Point>({{0, 0}, {3, 0}, {6, 0}});
   GxBezierCurve curve(&straight, 100.0);
   ASSERT_EQ(curve.length(), 2u) << "three points always become two pieces";
   curve.setStrictIsClosed(1);
@@ -165,7 +152,7 @@ TEST(GxBezierCurveFit, SplitsAGoodFitNextToAnEndAndAppends) {
   EXPECT_TRUE(curve.length() == 2 && curve.strictIsClosed() == 1) << "nothing happens";
   curve.makeBezierPolyFit(&straight, 1.0);
   EXPECT_TRUE(curve.length() == 4 && curve.strictIsClosed() == 0) << "fitting appends";
-  EXPECT_BITS(curve[3], support::bezier(3, 0, 4, 0, 5, 0, 6, 0));
+  EXPECT_BITS(curve[3], bezier(3, 0, 4, 0, 5, 0, 6, 0));
 }
 
 TEST(GxBezierCurveFit, CollinearVectorsMayPointEitherWay) {
