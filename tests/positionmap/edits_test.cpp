@@ -1,32 +1,14 @@
 // Copying, reversing and splitting curves, and the maps that come of it.
 #include "tests/support/data.h"
 #include "tests/support/positions.h"
-#include "tests/support/shapes.h"
-
-#include <cmath>
-#include <string>
-#include <vector>
-
-#include <gtest/gtest.h>
 
 namespace {
 
-using support::at;
-using support::Carried;
-using support::flat;
-using support::MapHandle;
-using support::Position;
-using support::table;
-
-GxBezierCurve outline(std::string const& name, int closed) {
-  GxBezierCurve curve = support::outline(name);
-  curve.setStrictIsClosed(closed);
-  return curve;
-}
+using namespace support;
 
 /// One segment of a curve between two places on it, cut at the lower place first.
 GxBezier piece(GxBezierCurve const& curve, double from, double to) {
-  GxCoord<double> const p = curve.locateCurvePosition(at(from));
+  Point const p = curve.locateCurvePosition(at(from));
   if (from == to) return GxBezier(p, p, p, p);
   double const low = std::fmin(from, to), i = std::floor(low), a = low - i;
   GxBezier left, right = curve[static_cast<int>(i)];
@@ -38,8 +20,8 @@ GxBezier piece(GxBezierCurve const& curve, double from, double to) {
 }
 
 /// That a curve ends in these pieces of another, each from one place to the next.
-void expectPieces(GxBezierCurve const& curve, GxBezierCurve const& source,
-                  std::vector<double> const& places, std::size_t before = 0) {
+void expectPieces(GxBezierCurve const& curve, GxBezierCurve const& source, Numbers const& places,
+                  std::size_t before = 0) {
   ASSERT_EQ(curve.length(), before + places.size() / 2);
   for (std::size_t i = 0; i + 1 < places.size(); i += 2) {
     EXPECT_BITS(curve[static_cast<int>(before + i / 2)], piece(source, places[i], places[i + 1]));
@@ -49,62 +31,57 @@ void expectPieces(GxBezierCurve const& curve, GxBezierCurve const& source,
 /// That a map takes a position to where the new curve runs through the same point, and back.
 void expectCarried(MapHandle const& map, GxBezierCurve const& from, Position const& p,
                    GxBezierCurve const& to) {
-  Carried const there = support::forth(map, p);
-  Carried const back = support::back(map, there.at);
-  ASSERT_TRUE(there.code == 0 && back.code == 0) << support::text(p);
+  Carried const there = forth(map, p), back = support::back(map, there.at);
+  ASSERT_TRUE(there.code == 0 && back.code == 0) << text(p);
   // In font units of 1000 to the em; measured: 1.4e-12.
   ASSERT_NEAR_POINT(to.locateCurvePosition(there.at), from.locateCurvePosition(p), 1e-11);
   ASSERT_TRUE(std::fabs(flat(back.at) - flat(p)) < 1e-9 ||
               (p == from.firstPos() && back.at == from.lastPos()))
-      << support::text(p) << " back at " << support::text(back.at);
+      << text(p) << " back at " << text(back.at);
 }
 
+/// A stretch copied behind the first segments of its own curve.
 struct Copy {
   GxBezierCurve curve;
   MapHandle map;
   int code;
-};
 
-/// Copies a stretch behind the first segments of its own curve.
-Copy copyOf(GxBezierCurve& src, double start, double end, int forward, int base) {
-  Copy copy{GxBezierCurve(), MapHandle(), 0};
-  for (int i = 0; i < base; ++i) copy.curve.getSegments().add(src(i));
-  copy.code = copyGxBezierCurve(copy.curve, src, at(start), at(end), forward, copy.map);
-  return copy;
-}
+  Copy(GxBezierCurve& src, double start, double end, int forward, int base) {
+    for (int i = 0; i < base; ++i) curve.getSegments().add(src(i));
+    code = copyGxBezierCurve(curve, src, at(start), at(end), forward, map);
+  }
+};
 
 TEST(CopyGxBezierCurve, CutsTheEndsAndTakesTheSegmentsBetween) {
   GxBezierCurve const src = outline("roman-o-inner", 0);
   // Start, end, forwards or not, and the pieces. From the end of an open curve it goes once round.
-  for (char const* text :
-       {"1.25 1.75 1; 1.25 1.75", "7.5 1.5 1; 7.5 8 0 1 1 1.5", "1.75 1.25 0; 1.75 1.25",
-        "2 7.5 0; 2 1 1 0 8 7.5", "8 0.5 1; 0 1 1 2 2 3 3 4 4 5 5 6 6 7 7 8 0 0.5"}) {
-    SCOPED_TRACE(text);
-    auto const stretch = table(text)[0], places = table(text)[1];
+  for (Row const row :
+       table("1.25 1.75 1  1.25 1.75; 7.5 1.5 1  7.5 8 0 1 1 1.5; 1.75 1.25 0  1.75 1.25;"
+             "2 7.5 0  2 1 1 0 8 7.5; 8 0.5 1  0 1 1 2 2 3 3 4 4 5 5 6 6 7 7 8 0 0.5")) {
     GxBezierCurve curve(src);  // may be copied behind its own end
     MapHandle map;
-    copyGxBezierCurve(curve, curve, at(stretch[0]), at(stretch[1]), int(stretch[2]), map);
-    expectPieces(curve, src, places, 8);
+    copyGxBezierCurve(curve, curve, at(row[0]), at(row[1]), int(row[2]), map);
+    expectPieces(curve, src, {row.begin() + 3, row.end()}, 8);
   }
 }
 
 TEST(CopyGxBezierCurve, RefusesEmptyStretchesAndPositionsOffTheCurve) {
   GxBezierCurve src = outline("roman-o-inner", 1);
   // Start, end, and whether the stretch is empty, as once round is; else the map is left alone.
-  for (auto const& row : table("3.5 3.5000000005 1; 0 8 1; 8.5 1 0; 1 9 0; -0.5 1 0")) {
+  for (Row const row : table("3.5 3.5000000005 1; 0 8 1; 8.5 1 0; 1 9 0; -0.5 1 0")) {
     GxBezierCurve dst = outline("roman-o-inner", 0);
     MapHandle const before = constructIdentityPositionMap();
     MapHandle map = before;
     EXPECT_EQ(copyGxBezierCurve(dst, src, at(row[0]), at(row[1]), 1, map), -1);
     EXPECT_TRUE(dst == src);
     EXPECT_EQ(map == before, row[2] == 0);
-    EXPECT_BITS(support::forth(map, at(row[0])).at, row[2] != 0 ? dst.lastPos() : at(row[0]));
+    EXPECT_BITS(forth(map, at(row[0])).at, row[2] != 0 ? dst.lastPos() : at(row[0]));
   }
 }
 
 /// Forwards and backwards, open and closed, within a segment, across joints and the seam.
 TEST(CopyGxBezierCurve, CarriesEveryPositionOfTheStretchAndBack) {
-  support::Random random(51);
+  Random random(51);
   int across = 0;
   for (std::string const name : {"roman-g-outer", "math-infinity-outer", "bold-w-ends"}) {
     GxBezierCurve src = outline(name, 0);
@@ -120,7 +97,7 @@ TEST(CopyGxBezierCurve, CarriesEveryPositionOfTheStretchAndBack) {
       bool const toSeam = src.strictIsClosed() && (forward ? high == n : low == 0);
       // Behind other segments, what comes back from beyond the seam may be a turn off.
       int const base = crosses || toSeam ? 0 : random.whole(0, 5);
-      Copy const copy = copyOf(src, forward ? low : high, forward ? high : low, forward, base);
+      Copy const copy(src, forward ? low : high, forward ? high : low, forward, base);
       if (copy.code != 0) continue;
       across += crosses;
       SCOPED_TRACE(testing::Message() << name << " run " << run << ": " << low << " " << high);
@@ -179,18 +156,17 @@ TEST(SpliteGxBezierCurve, CutsPlainlyInTheFirstTwoSegmentsAndElseOneEarly) {
     GxBezierCurve open(curve);
     open.setStrictIsClosed(0);
     if (cut == 0 || cut == 4) {
-      EXPECT_BITS(support::forth(parts.firstMap, at(1.5)).at, at(1.5));
-      EXPECT_BITS(support::forth(parts.secondMap, at(1.5)).at, at(1.5));
+      EXPECT_BITS(forth(parts.firstMap, at(1.5)).at, at(1.5));
+      EXPECT_BITS(forth(parts.secondMap, at(1.5)).at, at(1.5));
       continue;
     }
-    Copy const before = copyOf(open, 0, cut, 1, 0), after = copyOf(open, cut, 4, 1, 0);
+    Copy const before(open, 0, cut, 1, 0), after(open, cut, 4, 1, 0);
     for (int i = 0; i <= 40; ++i) {
       Position const p(0, i * 0.1);
       bool const isBefore = p <= at(cut);
-      MapHandle const& map = isBefore ? parts.firstMap : parts.secondMap;
-      expectCarried(map, curve, p, isBefore ? before.curve : after.curve);
-      MapHandle const& other = isBefore ? parts.secondMap : parts.firstMap;
-      EXPECT_EQ(support::forth(other, p).code, p == at(cut) ? 0 : -1);
+      expectCarried(isBefore ? parts.firstMap : parts.secondMap, curve, p,
+                    isBefore ? before.curve : after.curve);
+      EXPECT_EQ(forth(isBefore ? parts.secondMap : parts.firstMap, p).code, p == at(cut) ? 0 : -1);
     }
   }
 }

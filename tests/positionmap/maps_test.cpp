@@ -1,18 +1,12 @@
 // What maps do with single positions, odd rules and all.
 #include "tests/support/data.h"
 #include "tests/support/positions.h"
-#include "tests/support/shapes.h"
 
 #include <list>
 
-#include <gtest/gtest.h>
-
 namespace {
 
-using support::at;
-using support::Carried;
-using support::MapHandle;
-using support::Position;
+using namespace support;
 
 double const kUntouched = -6.875;
 
@@ -20,9 +14,8 @@ double const kUntouched = -6.875;
 /// what is stored, positions as one number each.
 void expectRows(MapHandle const& map, std::string const& there, std::string const& backAgain = "") {
   for (bool const isBack : {false, true}) {
-    for (auto const& row : support::table(isBack ? backAgain : there)) {
-      SCOPED_TRACE(testing::Message() << (isBack ? "inverse of " : "of ") << row[0]);
-      Carried const c = isBack ? support::back(map, at(row[0])) : support::forth(map, at(row[0]));
+    for (Row const row : table(isBack ? backAgain : there)) {
+      Carried const c = isBack ? back(map, at(row[0])) : forth(map, at(row[0]));
       EXPECT_EQ(c.code, row[1]);
       EXPECT_BITS(c.at, at(row[2]));
       Position p = at(row[0]);
@@ -68,8 +61,8 @@ TEST(PositionMaps, RangeStretchesThePiecesAtItsEnds) {
   expectRows(rangeMap(curve, 2, 1, 1.25, 1.75), "1.5 0 2.5; 1.25 0 2", "2.5 0 1.5; 3 0 1.75");
   expectRows(rangeMap(curve, 2, 1, 1, 2), "2 0 3", "2.25 0 1.25");
   MapHandle const fromJoint = rangeMap(curve, 0, 1, 2 - 5e-10, 3.5);
-  EXPECT_BITS(support::forth(fromJoint, support::rawPosition(1, 1.5)).at, at(0));
-  EXPECT_BITS(support::back(fromJoint, at(0.5)).at, at(2 - 5e-10));
+  EXPECT_BITS(forth(fromJoint, rawPosition(1, 1.5)).at, at(0));
+  EXPECT_BITS(back(fromJoint, at(0.5)).at, at(2 - 5e-10));
   // An end piece without an inside: the inverse gives the start of the stretch.
   expectRows(rangeMap(curve, 0, 1, 1.5, 2 + 5e-10), "2 0 2", "1.5 0 1.5");
 }
@@ -102,9 +95,8 @@ TEST(PositionMaps, AStretchReadBackwardsIsReversedFirst) {
 
 TEST(PositionMaps, TranslateReadsTheSeamFromOneSide) {
   GxBezierCurve curve = curveOf(3, 1);
-  for (auto const& row :
-       support::table("1 1 3.0000000005 0; 1 0 5e-10 3; 1 1 0 0; 1 0 3 3; 0 1 3 3;"
-                      "1 1 3.00000001 3.00000001")) {
+  for (Row const row : table("1 1 3.0000000005 0; 1 0 5e-10 3; 1 1 0 0; 1 0 3 3; 0 1 3 3;"
+                             "1 1 3.00000001 3.00000001")) {
     EXPECT_BITS(translate(curve, int(row[0]), at(row[2]), int(row[1])), at(row[3]));
   }
 }

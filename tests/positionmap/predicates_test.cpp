@@ -1,21 +1,13 @@
 // Positions compared on a curve, moved and counted; and a curve turned to start at one.
 #include "tests/support/data.h"
 #include "tests/support/positions.h"
-#include "tests/support/shapes.h"
-
-#include <vector>
-
-#include <gtest/gtest.h>
 
 namespace {
 
-using support::at;
-using support::Position;
-using support::rawPosition;
-using support::table;
+using namespace support;
 
 GxBezierCurve threeLines(int closed) {
-  GxBezierCurve curve = support::polygon({0, 0, 1, 0, 2, 0, 3, 0});
+  GxBezierCurve curve = polygon({0, 0, 1, 0, 2, 0, 3, 0});
   curve.setStrictIsClosed(closed);
   return curve;
 }
@@ -28,11 +20,11 @@ bool coincide(Position const& p, Position const& q) {
 TEST(PositionPredicates, EqualOnACurveKnowsTheSeamOfAClosedOne) {
   // Two positions, the tolerance, equal on an open curve and on a closed one. Two turns are not
   // tried; on the tolerance is outside.
-  for (auto const& row :
+  for (Row const row :
        table("0 3 1e-9 0 1; 3 0 1e-9 0 1; 2.9999999999 0 1e-9 0 1; 2.99999999 0 1e-9 0 0;"
              "6 0 1e-9 0 0; 1.5 1.75 0.25 0 0; 1.5 1.5 0 0 0; 1.5 1.5 1e-9 1 1")) {
-    EXPECT_EQ(isEqual(threeLines(0), at(row[0]), at(row[1]), row[2]), row[3]) << row[0];
-    EXPECT_EQ(isEqual(threeLines(1), at(row[0]), at(row[1]), row[2]), row[4]) << row[0];
+    EXPECT_EQ(isEqual(threeLines(0), at(row[0]), at(row[1]), row[2]), row[3]);
+    EXPECT_EQ(isEqual(threeLines(1), at(row[0]), at(row[1]), row[2]), row[4]);
   }
 }
 
@@ -45,7 +37,7 @@ TEST(PositionPredicates, TwoPositionsCutAClosedCurveInTwoStretches) {
     for (Position const& b : grid) {
       bool const isStretch = !coincide(a, b);
       for (Position const& p : grid) {
-        SCOPED_TRACE(support::text(p) + " from " + support::text(a) + " to " + support::text(b));
+        SCOPED_TRACE(text(p) + " from " + text(a) + " to " + text(b));
         bool const isStart = coincide(p, a), isEnd = coincide(p, b);
         int const there = isStrictBetweenPosition(p, a, b, 1);
         ASSERT_EQ(there + isStrictBetweenPosition(p, b, a, 1), isStretch && p != a && p != b);
@@ -75,8 +67,8 @@ TEST(PositionPredicates, SnapsToTheNearerJoint) {
 
 TEST(PositionPredicates, MovingStopsAtTheEndsOrGoesOnAcrossTheSeam) {
   // From, by, to on an open curve and on a closed one; once round only, and by no more than 1.
-  for (auto const& row : table("0.75 0.5 1.25 1.25; 2.75 0.5 3 0.25; 2.5 0.5 3 3; 0.25 -0.5 0 2.75;"
-                               "0 -1 0 2; 9.5 0 3 6.5; 1.5 1.5 -1 -1")) {
+  for (Row const row : table("0.75 0.5 1.25 1.25; 2.75 0.5 3 0.25; 2.5 0.5 3 3; 0.25 -0.5 0 2.75;"
+                             "0 -1 0 2; 9.5 0 3 6.5; 1.5 1.5 -1 -1")) {
     for (int const closed : {0, 1}) {
       Position result;
       adjustBezierCurvePosition(result, at(row[0]), threeLines(closed), row[1]);
@@ -86,10 +78,10 @@ TEST(PositionPredicates, MovingStopsAtTheEndsOrGoesOnAcrossTheSeam) {
 }
 
 TEST(PosDiff, DistancesGoOnceAcrossTheSeam) {
-  for (auto const& row : table("0.75 1.25 1 0 0.5; 3.5 0.25 1 0 0.75; 0.25 3.5 0 0 0.75;"
-                               "1.5 1.25 1 3 0.75; 9 0 1 -5 0")) {
+  for (Row const row : table("0.75 1.25 1 0 0.5; 3.5 0.25 1 0 0.75; 0.25 3.5 0 0 0.75;"
+                             "1.5 1.25 1 3 0.75; 9 0 1 -5 0")) {
     PosDiff const d = diff(at(row[0]), at(row[1]), int(row[2]), 4);
-    EXPECT_TRUE(d.first == row[3] && d.second == row[4]) << row[0];
+    EXPECT_TRUE(d.first == row[3] && d.second == row[4]);
   }
   EXPECT_EQ(PosDiff(1, 0.5) < PosDiff(1, 0.5 + 1e-10), 0);
   EXPECT_EQ(PosDiff(0, 0.9) < PosDiff(1, 0.0), 1);
@@ -101,11 +93,9 @@ TEST(PosDiff, DistancesGoOnceAcrossTheSeam) {
 TEST(ArrangeBezierCurve, AClosedCurveStartsAtTheSecondPlaceAndReachesTheFirstTheShortWay) {
   // The places; segments, the start on the curve before, and whether it is reversed. Distances are
   // those of nine segments, not eight, where one was cut; beyond the end counts modulo.
-  for (auto const& row :
-       table("5.75 1.5 9 1.5 0; 4 1.5 9 1.5 0; 7.5 1.5 9 1.5 1; 2 1.0999 8 1 0; 2 1.11 9 1.11 0;"
-             "0 1.89 9 1.89 1; 0 1.91 8 2 1; 3 10 8 2 0")) {
-    SCOPED_TRACE(testing::Message() << row[0] << " " << row[1]);
-    GxBezierCurve const before = support::outline("roman-o-inner");
+  for (Row const row : table(R"(5.75 1.5 9 1.5 0; 4 1.5 9 1.5 0; 7.5 1.5 9 1.5 1; 2 1.0999 8 1 0;
+            2 1.11 9 1.11 0; 0 1.89 9 1.89 1; 0 1.91 8 2 1; 3 10 8 2 0)")) {
+    GxBezierCurve const before = outline("roman-o-inner");
     GxBezierCurve curve = before;
     arrangeBezierCurve(curve, at(row[0]), at(row[1]));
     ASSERT_EQ(curve.length(), row[2]);
@@ -119,10 +109,10 @@ TEST(ArrangeBezierCurve, AClosedCurveStartsAtTheSecondPlaceAndReachesTheFirstThe
 
 TEST(ArrangeBezierCurve, AnOpenCurveIsReversedWhenThePlacesAre) {
   GxBezierCurve curve = threeLines(0);
-  arrangeBezierCurve(curve, GxCoord<double>(0.5, 1), GxCoord<double>(2.5, 1));
+  arrangeBezierCurve(curve, Point(0.5, 1), Point(2.5, 1));
   EXPECT_TRUE(curve == threeLines(0));
-  arrangeBezierCurve(curve, GxCoord<double>(2.5, 1), GxCoord<double>(0.5, 1));
-  EXPECT_BITS(curve(0)[0], GxCoord<double>(3, 0));
+  arrangeBezierCurve(curve, Point(2.5, 1), Point(0.5, 1));
+  EXPECT_BITS(curve(0)[0], Point(3, 0));
 }
 
 }  // namespace
