@@ -2,18 +2,11 @@
 // then its second, and so on until it ends without one that fails.
 #include "crv/crv.h"
 #include "tests/support/data.h"
-#include "tests/support/expect.h"
-#include "tests/support/shapes.h"
 
 #include <array>
-#include <cstddef>
 #include <cstdlib>
 #include <list>
 #include <new>
-#include <utility>
-#include <vector>
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -54,9 +47,7 @@ Memory theMemory;
 void* operator new(std::size_t n) { return theMemory.allocateOrThrow(n); }
 void* operator new[](std::size_t n) { return theMemory.allocateOrThrow(n); }
 void* operator new(std::size_t n, std::nothrow_t const&) noexcept { return theMemory.allocate(n); }
-void* operator new[](std::size_t n, std::nothrow_t const&) noexcept {
-  return theMemory.allocate(n);
-}
+void* operator new[](std::size_t n, std::nothrow_t const& t) noexcept { return operator new(n, t); }
 void operator delete(void* block) noexcept { theMemory.free(block); }
 void operator delete[](void* block) noexcept { theMemory.free(block); }
 void operator delete(void* block, std::size_t) noexcept { theMemory.free(block); }
@@ -66,8 +57,7 @@ void operator delete[](void* block, std::nothrow_t const&) noexcept { theMemory.
 
 namespace {
 
-using Point = GxCoord<double>;
-using Position = GxBezierCurvePosition;
+using namespace support;
 using MapHandle = GxHandle<GxBezierCurvePositionMapBase>;
 
 /// Lets an operation fail in its n-th allocation, n from 0; true when it threw std::bad_alloc.
@@ -97,41 +87,27 @@ bool isWhole(GxList<T> const& list, T const& head) {
 
 /// What operations work on. Every list of results holds something before.
 struct World {
-  GxBezierCurve curve = support::curveOf({support::sShape(), support::evenLine(100, 100, 160, 90),
-                                          support::bezier(160, 90, 150, 10, 60, -90, 4, 2)});
-  GxBezierCurve other =
-      support::curveOf({support::loop(), support::bezier(100, 0, 140, 60, 20, 80, -9, 40)});
-  GxList<Point> stroke, points;
-  GxList<double> numbers, more;
-  GxList<GxBezier> segments;
+  GxBezierCurve curve =
+      curveOf({sShape(), evenLine(100, 100, 160, 90), bezier(160, 90, 150, 10, 60, -90, 4, 2)});
+  GxBezierCurve other = curveOf({loop(), bezier(100, 0, 140, 60, 20, 80, -9, 40)});
+  GxList<Point> stroke, points = listOf<Point>({{1, 2}});
+  GxList<double> numbers = listOf<double>({3.0}), more = listOf<double>({4.0});
+  GxList<GxBezier> segments = listOf<GxBezier>({loop(), sShape()});
   std::list<Point> chain{Point(5, 6), Point(5, 7)};  // some operations take off the last point
   std::list<double> parameters{0.5, 0.6};
   std::list<Position> positions{Position(1, 0.5), Position(1, 0.6)};
   std::vector<Point> row{Point(7, 8), Point(7, 9)};
   MapHandle map = constructIdentityPositionMap(), secondMap;
   std::list<MapHandle> maps{map, constructReversePositionMap(3)};
-  // Outputs that are replaced.
-  int k = 0;
-  double t = 0.5, u = 0.5;
-  std::pair<double, double> pair;
-  std::list<Point> newChain;
-  std::list<Position> newPositions;
-  std::vector<Point> newRow;
 
   World() {
     for (int i = 0; i < 12; ++i) stroke.add(Point(i * 9.0, (i * i * 7) % 31));
-    points.add(Point(1, 2));
-    numbers.add(3.0);
-    more.add(4.0);
-    segments.add(support::loop());
-    segments.add(support::sShape());
   }
 
   bool isWholeStill() const {
     return isWhole(points, Point(1, 2)) && isWhole(numbers, 3.0) && isWhole(more, 4.0) &&
-           isWhole(segments, support::loop()) && chain.front() == Point(5, 6) &&
-           parameters.front() == 0.5 && positions.front() == Position(1, 0.5) &&
-           row.front() == Point(7, 8);
+           isWhole(segments, loop()) && chain.front() == Point(5, 6) && parameters.front() == 0.5 &&
+           positions.front() == Position(1, 0.5) && row.front() == Point(7, 8);
   }
 
   bool hasCurvesOf(World& w) {
@@ -153,7 +129,7 @@ using Operation = std::pair<char const*, void (*)(World&)>;
 
 Operation const kOperations[] = {
     OPERATION(w.numbers.add(1.0)),
-    OPERATION(w.segments.insert(support::loop(), 1)),
+    OPERATION(w.segments.insert(loop(), 1)),
     OPERATION(GxList<GxBezier> const copy(w.segments)),
     OPERATION(w.curve.getSegments() = w.segments),
     OPERATION(w.curve.getSegments().move(0, 2)),
@@ -165,30 +141,27 @@ Operation const kOperations[] = {
     OPERATION(w.curve[0].makeSegment(6, w.chain)),
     OPERATION(w.curve[0].makeSegment(30.0, w.points, 0.0)),
     OPERATION(w.curve[0].makeSegmentEx(30, 10, 2, w.points, 0.0)),
-    OPERATION(w.curve[0].getPolyline(2.0, w.chain)),
-    OPERATION(w.curve[0].getPolyline(2.0, w.row)),
+    OPERATION(w.curve[0].getPolyline(2.0, w.chain), w.curve[0].getPolyline(2.0, w.row)),
     OPERATION(w.curve[0].getPolyline(2.0, w.chain, w.parameters, kCondition)),
-    OPERATION(w.curve.makeCurve(30.0, w.points, 0)),
-    OPERATION(w.curve.makeCurve(30.0, w.points, 1)),
+    OPERATION(w.curve.makeCurve(30.0, w.points, 0), w.curve.makeCurve(30.0, w.points, 1)),
     OPERATION(w.curve.makeCurveEx(30.0, 10.0, 2.0, w.points)),
     OPERATION(w.curve.makeSegments(3, w.chain)),
-    OPERATION(w.curve.getPolyline(2.0, w.newChain)),
-    OPERATION(w.curve.getPolyline(2.0, w.newRow)),
-    OPERATION(w.curve.getPolyline(2.0, w.newChain, w.newPositions, kCondition)),
+    OPERATION(std::list<Point> chain; std::vector<Point> row; w.curve.getPolyline(2.0, chain);
+              w.curve.getPolyline(2.0, row)),
+    OPERATION(std::list<Point> chain; std::list<Position> at;
+              w.curve.getPolyline(2.0, chain, at, kCondition)),
     OPERATION(w.curve[0].findIntersections(w.other[0], w.points)),
     OPERATION(w.curve[0].findIntersections(w.other[0], w.numbers, w.more)),
-    OPERATION(w.curve[0].findFirstIntersection(w.other[0], w.pair, 2.0)),
+    OPERATION(std::pair<double, double> t; w.curve[0].findFirstIntersection(w.other[0], t, 2.0)),
     OPERATION(w.curve[0].findYCStrongIntersection(kLeft, kRight, w.numbers, w.more)),
     OPERATION(w.curve[1].linearProcessing({100, 100}, {160, 90}, w.numbers, w.more)),
     OPERATION(w.curve[0].findRoots(w.numbers, 50.0, 0.0, 1.0)),
     OPERATION(w.curve[0].findRoots(w.points, 50.0, 0.0, 1.0)),
     OPERATION(w.curve[0].getYMinMaxTValues(w.numbers)),
-    OPERATION(w.curve[0].getMaxYTValue(w.t, w.u)),
-    OPERATION(w.curve[0].getMinYTValue(w.t, w.u)),
+    OPERATION(double t, y; w.curve[0].getMaxYTValue(t, y), w.curve[0].getMinYTValue(t, y)),
     OPERATION(w.other[0].cleanSelfIntersection(w.segments)),
     OPERATION(w.curve.findIntersections(w.other, w.points)),
-    OPERATION(w.curve.getCurveMaxY(w.t, w.k)),
-    OPERATION(w.curve.getCurveMinY(w.t, w.k)),
+    OPERATION(double t; int k; w.curve.getCurveMaxY(t, k), w.curve.getCurveMinY(t, k)),
     OPERATION(w.other.wellDefinedDetection(10.0, 90.0)),
     OPERATION(w.curve.changeOrientation(0)),
     OPERATION(w.curve.changeOrientation(1)),
@@ -239,9 +212,9 @@ TEST(Allocation, WhatFailsChangesNothingAndLeaksNothing) {
 }
 
 TEST(Allocation, EveryWayOfClosingChangesNothingWhenItFails) {
-  for (auto const& row : support::table("14.2 14.2; 9.9 14.2; 14.2 9.9; 12 12")) {
+  for (Row const row : table("14.2 14.2; 9.9 14.2; 14.2 9.9; 12 12")) {
     GxBezierCurve const before =
-        support::polygon({0, 0, 100, 0, row[0], 80, row[0], -row[1]});  // crosses itself
+        polygon({0, 0, 100, 0, row[0], 80, row[0], -row[1]});  // crosses itself
     GxBezierCurve curve(before);
     EXPECT_TRUE(runsOut([&] { curve.makeNiceClosedCurve(); }, 0));
     EXPECT_TRUE(curve == before && curve.strictIsClosed() == 0) << row[0];
@@ -249,11 +222,11 @@ TEST(Allocation, EveryWayOfClosingChangesNothingWhenItFails) {
 }
 
 TEST(Allocation, TurningAnOutlineLosesNoPartOfIt) {
-  GxBezierCurve const outline = support::outline("roman-g-outer");
-  double const length = GxBezierCurve(outline).curveLength();
+  GxBezierCurve const letter = outline("roman-g-outer");
+  double const length = GxBezierCurve(letter).curveLength();
   bool failed = true;
   for (long n = 0; failed; ++n) {
-    GxBezierCurve curve(outline);
+    GxBezierCurve curve(letter);
     runsOut([&] { arrangeBezierCurve(curve, Position(3, 0.5), Position(1, 0.4)); }, n);
     failed = theMemory.failed;
     EXPECT_NEAR(curve.curveLength(), length, 1e-4 * length);
@@ -294,8 +267,7 @@ TEST(Allocation, AMapWithoutMemoryIsANullHandle) {
       GxBezierCurve reversed(w.curve);
       reversed.reverse();
       EXPECT_FALSE(runsOut([&] { reverseGxBezierCurve(w.curve, w.map); }, n + 3));
-      EXPECT_TRUE(theMemory.failed && w.map.isNull() && w.curve == reversed)
-          << "edited all the same";
+      EXPECT_TRUE(theMemory.failed && w.map.isNull() && w.curve == reversed) << "edited anyway";
     }
     EXPECT_EQ(theMemory.live, live);
   }

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <atomic>
-#include <cstddef>
 #include <memory>
 #include <random>
 #include <thread>
@@ -41,8 +40,7 @@ class CountedMap : public GxBezierCurvePositionMapBase {
 TEST(GxHandle, TheLastCopyDeletesOnce) {
   std::atomic<int> deletions{0};
   auto first = std::make_unique<MapHandle>(new CountedMap(deletions));
-  MapHandle second(*first);
-  MapHandle third;
+  MapHandle second(*first), third;
   third = second;
   EXPECT_TRUE(second == *first && third == second);
   EXPECT_FALSE(second < third || second > third) << "ordered by their one counter";
@@ -68,18 +66,14 @@ TEST(GxHandle, OnlyTheSoleOwnerDetaches) {
   }
   GxBezierCurvePositionMapBase* const map = *handle;
   EXPECT_EQ(handle.detach(), map);
-  EXPECT_TRUE(handle.isNull());
-  EXPECT_EQ(handle.operator->(), nullptr);
-  EXPECT_EQ(handle.detach(), nullptr);
+  EXPECT_TRUE(handle.isNull() && handle.operator->() == nullptr && handle.detach() == nullptr);
   EXPECT_EQ(deletions, 0);
   delete map;
   EXPECT_EQ(deletions, 1);
 }
 
 TEST(GxHandle, EightThreadsShareMapsAndEachIsDeletedOnce) {
-  constexpr std::size_t kMaps = 16;
-  constexpr int kSteps = 4000;
-  std::array<std::atomic<int>, kMaps> deletions{};
+  std::array<std::atomic<int>, 16> deletions{};
   std::atomic<int> failures{0};
   auto shared = std::make_unique<std::vector<MapHandle>>();
   for (auto& count : deletions) shared->push_back(MapHandle(new CountedMap(count)));
@@ -89,7 +83,7 @@ TEST(GxHandle, EightThreadsShareMapsAndEachIsDeletedOnce) {
     std::mt19937 random(seed);
     std::vector<MapHandle> own(*shared);
     --sharing;
-    for (int step = 0; step < kSteps; ++step) {
+    for (int step = 0; step < 4000; ++step) {
       MapHandle& a = own[random() % own.size()];
       MapHandle& b = own[random() % own.size()];
       switch (random() % 6) {
