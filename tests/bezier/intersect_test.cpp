@@ -94,6 +94,14 @@ TEST(GxBezierIntersect, ListsAreAppendedToAndSortedWithWhatTheyHeld) {
   for (double x : {0.25, 2.0, -1.0}) t.add(x), u.add(10.0 * x);
   EXPECT_EQ(evenLine(0, 0, 8, 8).findIntersections(evenLine(0, 8, 8, 0), t, u), 1);
   EXPECT_EQ(pairsOf(t, u), (Pairs{2, 20, 0.5, 0.5, 0.25, 2.5, -1, -10}));
+  // What is not a number goes to the end; a list without its partner stays as it is.
+  t.insert(support::kNaN, 0), u.insert(-10, 0);
+  EXPECT_EQ(evenLine(0, 0, 8, 8).findIntersections(evenLine(0, 8, 8, 0), t, u), 1);
+  EXPECT_TRUE(std::isnan(t[5]) && u[5] == -10 && t[4] == -1 && u[4] == -10);
+  GxList<double> alone, none;
+  alone.add(0.5);
+  EXPECT_EQ(evenLine(0, 0, 8, 8).findIntersections(evenLine(9, 0, 9, 8), alone, none), 1);
+  EXPECT_TRUE(alone.length() == 1 && none.length() == 0);
 }
 
 TEST(GxBezierIntersectFirst, EndOnEndDoesNotCountAndTheFirstIsFound) {

@@ -89,8 +89,11 @@ TEST(GxBezierCurveWalk, ShortChordsAreCounted) {
     ASSERT_EQ(0, curve.findNextPos({0, 0.25}, plain, row[0], 1, 1));
     EXPECT_EQ(to, plain);
   }
-  EXPECT_EQ(-1, curve.findNextPos({0, 0.99}, to, 20.0, 1, 1));
-  EXPECT_NEAR(1000, xAt(curve, to), 2.0);  // the last position reached
+  // Three of 35/11 fit into the 10 that are left: the last position reached, and the way there.
+  double consumed = 77.0;
+  EXPECT_EQ(-1, curve.findNextPos({0, 0.99}, to, 35.0, 1, consumed, 1));
+  EXPECT_NEAR(999.55, xAt(curve, to), 0.05);
+  EXPECT_NEAR(9.55, consumed, 0.05);
 }
 
 TEST(GxBezierCurvePolyline, SpacingIsCarriedAcrossJoinsOrInModeOneEvenAndWithoutTheEnd) {

@@ -119,8 +119,13 @@ TEST(Guards, IntersectionsStopAtTheirDepthAndCountNoPairThatIsNotANumber) {
   EXPECT_BITS(deep[0], Point(0x1p-983 - 0x1p-1000, 0.5));  // 17 times into itself
   deepest.depth = INT_MAX;
   expectSame(deep, crossings(deepest, high));
-  Part const point = {support::pointLike(0, 0), 0, 1, 40};
-  EXPECT_TRUE(crossings(point, point).empty()) << "of 2^80 pairs";
+  // A line in the box of another segment is halved everywhere, and crossed at its very end: 25
+  // times it makes one pair fewer than are looked at, and 26 times twice as many.
+  Part line = {evenLine(0, 0, 8, 0), 0, 1, 25};
+  Part const last = {bezier(8, -1, 0, -1, 0, 1, 8, 1), 0, 1, 0};
+  expectSame({Point(1, 0.5)}, crossings(line, last));
+  line.depth = 26;
+  EXPECT_TRUE(crossings(line, last).empty());
   // A depth that is not finite: the chord. Chords that are not: none.
   GxList<double> t, u;
   GxBezier const up = evenLine(0, -4, 0, 4);
@@ -340,6 +345,12 @@ TEST(Guards, WalksGoAroundAsLongAsAStepCanBeFound) {
       EXPECT_BITS(plain, to[1]);
     }
   }
+  // Every turn counts as 30 points at least, and takes 1 off the distance.
+  Position near, far;
+  ASSERT_EQ(0, unit.findNextPos({0, 0.0}, {INT_MAX, 0.5}, near, 9000.5, 1));
+  EXPECT_EQ(0, unit.findNextPos({0, 0.0}, {INT_MAX, 0.5}, far, 4400000.5, 1));
+  EXPECT_BITS(near, far);
+  EXPECT_EQ(-1, unit.findNextPos({0, 0.0}, {INT_MAX, 0.5}, far, 4500000.5, 1));
   // From a point all whole turns are alike, but those of the first and the last segment are none.
   GxBezierCurve const lines = support::polygon({0, 0, 10, 0, 10, 9});
   for (double const limit : {0.5, 3.5, 4.5, 1000.5, 1001.5, 2147483645.5, 2147483646.5}) {
