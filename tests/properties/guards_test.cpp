@@ -238,6 +238,19 @@ TEST(Guards, HalvingEndsAtItsDepthAndWhereNothingIsEverALine) {
   }
 }
 
+/// Everything shorter than two units is a point, and nothing is a line.
+struct ShortIsAPoint : GxBezierPolylineCondition {
+  int isALine(GxBezier const&, double) const override { return 0; }
+  int isAPoint(GxBezier const& s, double) const override { return s[3].xval() - s[0].xval() < 2.0; }
+};
+
+TEST(Guards, HalvingLooksAtSoManyPiecesThenTakesTheRestAsLines) {
+  // Halved down to points, 2^25 units make one piece fewer than are looked at; of 2^26 units the
+  // first half and the whole make as many, and the second half is left.
+  EXPECT_TRUE(halved(evenLine(0, 0, 0x1p25, 0), 1, 0.0, 1, ShortIsAPoint()).empty());
+  expectSame({{0x1p26, 0}, {1, 0}}, halved(evenLine(0, 0, 0x1p26, 0), 1, 0.0, 1, ShortIsAPoint()));
+}
+
 /// The plain search from the near end of a bracket towards its far end.
 double plainSearch(GxBezier const& s, double d, int steps, double& near, double& far, double anchor,
                    double end) {
