@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 #include <vector>
 
 using crv::internal::PlainPoint;
@@ -190,18 +191,15 @@ void sortDescending(Crossings& crossings) {
             [key](Crossing const& x, Crossing const& y) { return key(y.a) < key(x.a); });
 }
 
+/// The lists may be one.
 void append(Crossings const& crossings, GxList<double>& first, GxList<double>& second) {
-  GxList<double> firstParams;
-  GxList<double> secondParams;
   for (Crossing const& c : crossings) {
-    firstParams.add(c.a);
-    secondParams.add(c.b);
+    first.add(c.a);
+    second.add(c.b);
   }
-  first.join(firstParams);
-  second.join(secondParams);
 }
 
-/// Sorts two lists, pairwise.
+/// Sorts two lists, pairwise, by descending entries of the first.
 void sortDescending(GxList<double>& first, GxList<double>& second) {
   Crossings crossings;
   crossings.reserve(first.length());
@@ -250,12 +248,14 @@ void GxBezier::recursivelyIntersect(GxBezier const& a, double a0, double a1, int
 
 int GxBezier::findCIntersectionParameters(GxBezier const& other, GxList<double>& thisParams,
                                           GxList<double>& otherParams) {
-  bool const areEmpty = thisParams.length() == 0 && otherParams.length() == 0;
-  Crossings crossings;
-  if (isIntersect(other)) crossings = crossingsOf(*this, other);
-  if (areEmpty) sortDescending(crossings);
-  append(crossings, thisParams, otherParams);
+  bool const areFresh =
+      thisParams.length() == 0 && otherParams.length() == 0 && &thisParams != &otherParams;
+  if (isIntersect(other)) {
+    Crossings crossings = crossingsOf(*this, other);
+    if (areFresh) sortDescending(crossings);
+    append(crossings, thisParams, otherParams);
+  }
   if (thisParams.length() == 0) return 0;
-  if (!areEmpty && otherParams.length() != 0) sortDescending(thisParams, otherParams);
+  if (!areFresh && otherParams.length() != 0) sortDescending(thisParams, otherParams);
   return 1;
 }

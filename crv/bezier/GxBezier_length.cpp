@@ -4,6 +4,7 @@
 
 #include "crv/bezier/internal/evaluate.h"
 #include "crv/bezier/internal/step.h"
+#include "crv/foundation/tolerance.h"
 
 #include <cmath>
 
@@ -25,7 +26,8 @@ constexpr double kDistanceTolerance = 0.1;
 // A bisection whose counter is beyond this takes its midpoint.
 constexpr int kMaxSteps = 15;
 
-// Points made at a time: as many as hide that what is stored is loaded again, and those left over.
+// Points made at a time: enough to hide the time in which what is stored can be loaded again, and
+// fewer for what is left over.
 constexpr int kBlock = 16;
 constexpr int kSmallBlock = 8;
 
@@ -62,12 +64,16 @@ double chordSum(PlainSegment const& s, int count, double startT) {
   PlainPoint previous = s.point(startT);
   double sum = 0.0;
   int i = 1;
-  for (; i + kBlock <= count; i += kBlock) addBlock<kBlock>(s, i, step, startT, previous, sum);
-  if (i + kSmallBlock <= count) {
+  int left = max(count, 1) - 1;  // points between the ends
+  for (; left >= kBlock; left -= kBlock, i += kBlock) {
+    addBlock<kBlock>(s, i, step, startT, previous, sum);
+  }
+  if (left >= kSmallBlock) {
     addBlock<kSmallBlock>(s, i, step, startT, previous, sum);
+    left -= kSmallBlock;
     i += kSmallBlock;
   }
-  for (; i < count; ++i) {
+  for (; left > 0; --left, ++i) {
     PlainPoint const next = s.point(i * step + startT);
     sum += crv::internal::distance(previous, next);
     previous = next;
@@ -130,7 +136,7 @@ double crv::internal::StepWork::length(GxBezier const& s, double startT) {
   if (measured.segment != &s || measured.startT != startT) {
     int chords;
     measured = {&s, startT, settledLength(PlainSegment(s), startT, chords)};
-    points_ += 2 * chords;  // all doublings together
+    points_ += 2 * chords - kFirstChords;  // all doublings together
   }
   return measured.length;
 }

@@ -25,11 +25,10 @@ constexpr double kChordsPerUnit = 1.0 / 3.0;
 // them.
 constexpr double kMargin = 1.05;
 
-// Guard: points that a walk may take beyond two turns, or in short chords: half a second.
+// Guards: points that a walk may take beyond two turns, or in short chords, half a second's; and
+// segments that it may pass beyond two turns, which on a curve of one takes no points.
 constexpr double kMaxPoints = 0x1p27;
-
-// Points that measuring a length takes at least.
-constexpr double kLeastPoints = 30.0;
+constexpr double kMaxSegments = 9e6;
 
 /// Measures a step along a straight line from the point at which the walk starts.
 class FromStart {
@@ -143,20 +142,21 @@ int walk(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
   double const segmentEnd = forward ? 1.0 : 0.0;
   unsigned long const before = measure.withoutRepeats(stretch.before, curve.length());
   unsigned long const twoTurns = 2 * curve.length();
-  double most = kMaxPoints / kLeastPoints;
+  double most = kMaxSegments;
   long k = stretch.first;
   double startT = from.getTValue();
   double lastPoint = 0.0;
   for (unsigned long i = 0; i <= before; ++i) {
     if (i == twoTurns + 1) {
-      // Where the points do not last to the limit: no further than there is something to find.
+      // Where the limit is out of reach: no further than there is something to find.
       bool const isTooFar = static_cast<double>(before - i) > most;
       if (isTooFar) most = measure.segmentsInReach(curve, most, forward);
       lastPoint = measure.points() + kMaxPoints;
     }
-    bool const isBeyond = i > twoTurns;
-    if (isBeyond && (measure.points() > lastPoint || static_cast<double>(i - twoTurns) > most))
-      break;
+    if (i > twoTurns) {
+      bool const isUsedUp = measure.points() > lastPoint;
+      if (isUsedUp || static_cast<double>(i - twoTurns) > most) break;
+    }
     GxBezier const& segment = curve[static_cast<int>(k)];
     double const farT = i == before ? limit.getTValue() : segmentEnd;
     double t = 0.0;
