@@ -295,8 +295,8 @@ class CRV_API GxBezierCurve {
   /// A step over joins takes from d the distance of each join from its start, so it lands near d
   /// only where segments are not much shorter than d. A walk back from the end of an open curve
   /// starts at (n - 1, t) with t just below 1: at (n, 0.0) the first segment is taken for the next.
-  /// Short chords end after about 2^27 points to measure lengths and find steps, half a second; one
-  /// chord, beyond two turns, after as many or nine million segments.
+  /// Short chords end after about 2^26 points to measure lengths and find steps, a third of a
+  /// second; one chord, beyond two turns, after as many or nine million segments.
   ///    0  found
   ///   -1  an empty curve, the limit came first or is never met, or the walk was ended; to is
   ///       untouched, or holds the last position reached by short chords

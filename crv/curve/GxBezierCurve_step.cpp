@@ -25,9 +25,9 @@ constexpr double kChordsPerUnit = 1.0 / 3.0;
 // them.
 constexpr double kMargin = 1.05;
 
-// Guards: points that a walk may take beyond two turns, or in short chords, half a second's; and
-// segments that it may pass beyond two turns, which on a curve of one takes no points.
-constexpr double kMaxPoints = 0x1p27;
+// Guards: points that a walk may take beyond two turns, or in short chords, a third of a second's;
+// and segments that it may pass beyond two turns, which on a curve of one takes no points.
+constexpr double kMaxPoints = 0x1p26;
 constexpr double kMaxSegments = 9e6;
 
 /// Measures a step along a straight line from the point at which the walk starts.

@@ -26,7 +26,7 @@ double timeOf(Operation const& operation) {
 }
 
 TEST(FuzzFinds, AWalkWithAFarLimitMeasuredHugeSegmentsTenTimesBeyondItsBudget) {
-  // So far out a length never settles: each is measured with 655,350 points, 2^27 of which are 205.
+  // So far out a length never settles: each is measured with 655,350 points, 2^26 of which are 102.
   GxBezierCurve const curve =
       support::curveOf({support::pointLike(9e31, 9e31), support::pointLike(8e31, 9e31)});
   double const one = timeOf([&] {
