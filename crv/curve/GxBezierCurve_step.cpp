@@ -176,13 +176,20 @@ GxBezierCurvePosition farEnd(GxBezierCurve const& curve, int forward) {
   return forward ? curve.lastPos() : curve.firstPos();
 }
 
+/// A step along a straight line from the point at which it starts.
+int stepFromStart(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
+                  GxBezierCurvePosition const& limit, GxBezierCurvePosition& to, double d,
+                  int forward, double* consumed, StepWork& work) {
+  FromStart const measure(curve.locateCurvePosition(from), d, consumed, work);
+  return walk(curve, from, limit, to, forward, measure);
+}
+
 /// A step towards the end of the curve; consumed, if not null, grows by its length if it is found.
 int step(GxBezierCurve const& curve, GxBezierCurvePosition const& from, GxBezierCurvePosition& to,
          double d, int forward, double* consumed, StepWork& work) {
   double length = 0.0;
-  FromStart const measure(curve.locateCurvePosition(from), d,
-                          consumed == nullptr ? nullptr : &length, work);
-  int const result = walk(curve, from, farEnd(curve, forward), to, forward, measure);
+  int const result = stepFromStart(curve, from, farEnd(curve, forward), to, d, forward,
+                                   consumed == nullptr ? nullptr : &length, work);
   if (result == kFound && consumed != nullptr) *consumed += length;
   return result;
 }
@@ -206,6 +213,7 @@ int walkInShortChords(GxBezierCurve const& curve, GxBezierCurvePosition const& f
   return result;
 }
 
+/// One chord in mode 0, else short chords, with a fresh count of points.
 int stepOrWalk(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
                GxBezierCurvePosition& to, double d, int forward, double* consumed, int mode) {
   StepWork work;
@@ -224,8 +232,7 @@ int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from,
                                GxBezierCurvePosition const& limit, GxBezierCurvePosition& to,
                                double d, int forward) const {
   StepWork work;
-  FromStart const measure(locateCurvePosition(from), d, nullptr, work);
-  return walk(*this, from, limit, to, forward, measure);
+  return stepFromStart(*this, from, limit, to, d, forward, nullptr, work);
 }
 
 int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition& to,
@@ -240,8 +247,7 @@ int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from,
                                GxBezierCurvePosition const& limit, GxBezierCurvePosition& to,
                                double d, double& consumed, int forward) const {
   StepWork work;
-  FromStart const measure(locateCurvePosition(from), d, &consumed, work);
-  return walk(*this, from, limit, to, forward, measure);
+  return stepFromStart(*this, from, limit, to, d, forward, &consumed, work);
 }
 
 int GxBezierCurve::findNextPosFromPoint(GxCoord<double> const& p, GxBezierCurvePosition const& from,
