@@ -1,10 +1,10 @@
 // The closest pair of samples of two segments: every sample of one against every one of the other.
 #include "crv/bezier/GxBezier.h"
 
-#include "crv/bezier/internal/evaluate.h"
+#include "crv/bezier/internal/cubic.h"
 
-using crv::internal::PlainPoint;
-using crv::internal::PlainSegment;
+using crv::internal::Cubic;
+using crv::internal::Point;
 
 namespace {
 
@@ -22,7 +22,7 @@ constexpr double kFarthest = 2147483647.0;
 /// The samples of one segment, at most 11.
 struct Samples {
   explicit Samples(GxBezier const& s) {
-    PlainSegment const segment(s);
+    Cubic const segment = crv::internal::cubic(s);
     double const limit = s.isAPoint(kPointSize) ? kSampledPoint : kSampledRange;
     // Exact form: the parameter is accumulated; its last value lies just below 1.
     for (double t = 0.0; t < limit; t += kSpacing, ++count) {
@@ -32,7 +32,7 @@ struct Samples {
   }
 
   double parameters[11];
-  PlainPoint points[11];
+  Point points[11];
   int count = 0;
 };
 

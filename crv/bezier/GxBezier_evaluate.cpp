@@ -2,7 +2,7 @@
 // for the derivative polygons of lower degree (Farin, Curves and Surfaces for CAGD).
 #include "crv/bezier/GxBezier.h"
 
-#include "crv/bezier/internal/evaluate.h"
+#include "crv/bezier/internal/cubic.h"
 #include "crv/foundation/tolerance.h"
 
 namespace {
@@ -49,8 +49,8 @@ GxCoord<double> GxBezier::curvatureValue(double t) const {
 GxCoord<double> GxBezier::value(GxCoord<double> const* points, double t,
                                 unsigned short degree) const {
   if (degree > kMaxDegree) return {};
-  crv::internal::PlainPoint p[kMaxDegree + 1];
+  crv::internal::Point p[kMaxDegree + 1];
   for (int i = 0; i <= degree; ++i) p[i] = crv::internal::plain(points[i]);
-  crv::internal::PlainPoint const q = crv::internal::deCasteljau(p, t, degree);
+  crv::internal::Point const q = crv::internal::deCasteljau(p, t, degree);
   return {q.x, q.y};
 }

@@ -2,7 +2,7 @@
 // its control points (Farin, Curves and Surfaces for CAGD).
 #include "crv/bezier/GxBezier.h"
 
-#include "crv/bezier/internal/piece.h"
+#include "crv/bezier/internal/cubic.h"
 #include "crv/bezier/internal/powerForm.h"
 #include "crv/foundation/solvers.h"
 #include "crv/foundation/tolerance.h"
@@ -132,7 +132,7 @@ void GxBezier::localMinMax(double& minX, double& minY, double& maxX, double& max
 }
 
 void GxBezier::getConvexHull(double& minX, double& minY, double& maxX, double& maxY) const {
-  crv::internal::Box const box = crv::internal::hullOf(crv::internal::PlainSegment(*this).points());
+  crv::internal::Box const box = crv::internal::cubic(*this).hull();
   minX = box.minX;
   minY = box.minY;
   maxX = box.maxX;

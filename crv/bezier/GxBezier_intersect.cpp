@@ -3,7 +3,7 @@
 // Riesenfeld, 1980); then chords are crossed.
 #include "crv/bezier/GxBezier.h"
 
-#include "crv/bezier/internal/piece.h"
+#include "crv/bezier/internal/cubic.h"
 #include "crv/foundation/tolerance.h"
 
 #include <algorithm>
@@ -12,8 +12,8 @@
 #include <utility>
 #include <vector>
 
-using crv::internal::PlainPoint;
-using crv::internal::PlainSegment;
+using crv::internal::Cubic;
+using crv::internal::Point;
 
 namespace {
 
@@ -35,7 +35,7 @@ struct Halves;
 
 /// The part [lo, hi] of a segment, still to be halved depth times; its halves once they are made.
 struct Piece {
-  PlainPoint p[4];
+  Cubic cubic;
   crv::internal::Box box;
   double lo, hi;
   int depth;
@@ -43,19 +43,17 @@ struct Piece {
 };
 
 Piece pieceOf(GxBezier const& s, double lo, double hi, int depth) {
-  PlainSegment const plain(s);
-  PlainPoint const* const p = plain.points();
-  return {
-      {p[0], p[1], p[2], p[3]}, crv::internal::hullOf(p), lo, hi, min(depth, kMaxDepth), nullptr};
+  Cubic const cubic = crv::internal::cubic(s);
+  return {cubic, cubic.hull(), lo, hi, min(depth, kMaxDepth), nullptr};
 }
 
 struct Halves {
   Piece left, right;
 
   void make(Piece const& piece) {
-    crv::internal::splitCubic(piece.p, 0.5, left.p, right.p);
-    left.box = crv::internal::hullOf(left.p);
-    right.box = crv::internal::hullOf(right.p);
+    piece.cubic.split(0.5, left.cubic, right.cubic);
+    left.box = left.cubic.hull();
+    right.box = right.cubic.hull();
     left.lo = piece.lo;
     right.hi = piece.hi;
     left.hi = right.lo = (piece.lo + piece.hi) * 0.5;
@@ -65,11 +63,11 @@ struct Halves {
 };
 
 /// Crosses the segments p0-p1 and q0-q1, ends included: the fractions along both.
-bool crossChords(PlainPoint const& p0, PlainPoint const& p1, PlainPoint const& q0,
-                 PlainPoint const& q1, double& s, double& v) {
-  PlainPoint const d1 = {p1.x - p0.x, p1.y - p0.y};
-  PlainPoint const d2 = {q1.x - q0.x, q1.y - q0.y};
-  PlainPoint const w = {q0.x - p0.x, q0.y - p0.y};
+bool crossChords(Point const& p0, Point const& p1, Point const& q0, Point const& q1, double& s,
+                 double& v) {
+  Point const d1 = {p1.x - p0.x, p1.y - p0.y};
+  Point const d2 = {q1.x - q0.x, q1.y - q0.y};
+  Point const w = {q0.x - p0.x, q0.y - p0.y};
   double const det = d2.x * d1.y - d2.y * d1.x;
   // Deliberate: negligible beside 1, whatever the size of the chords.
   if (det + 1.0 == 1.0) return false;
@@ -147,7 +145,7 @@ class Search {
 
   void meetChords(Piece const& a, Piece const& b) {
     double s, v;
-    if (!crossChords(a.p[0], a.p[3], b.p[0], b.p[3], s, v)) return;
+    if (!crossChords(a.cubic.start(), a.cubic.end(), b.cubic.start(), b.cubic.end(), s, v)) return;
     crossings_.push_back({a.lo + (a.hi - a.lo) * s, b.lo + (b.hi - b.lo) * v});
   }
 
@@ -219,8 +217,8 @@ void sortDescending(GxList<double>& first, GxList<double>& second) {
 }  // namespace
 
 int GxBezier::isIntersect(GxBezier const& other) {
-  return crv::internal::overlap(crv::internal::hullOf(PlainSegment(*this).points()),
-                                crv::internal::hullOf(PlainSegment(other).points()));
+  return crv::internal::overlap(crv::internal::cubic(*this).hull(),
+                                crv::internal::cubic(other).hull());
 }
 
 int GxBezier::findIntersections(GxBezier const& other, GxList<double>& thisParams,
@@ -232,9 +230,9 @@ int GxBezier::findIntersections(GxBezier const& other, GxList<GxCoord<double>>& 
   if (!isIntersect(other)) return 0;
   Crossings crossings = crossingsOf(*this, other);
   sortDescending(crossings);
-  PlainSegment const s(*this);
+  Cubic const s = crv::internal::cubic(*this);
   for (Crossing const& c : crossings) {
-    PlainPoint const p = s.point(c.a);
+    Point const p = s.point(c.a);
     points.add(GxCoord<double>(p.x, p.y));
   }
   return !crossings.empty();

@@ -2,7 +2,7 @@
 // in order, and the crossing traced back to a parameter on each segment.
 #include "crv/bezier/GxBezier.h"
 
-#include "crv/bezier/internal/piece.h"
+#include "crv/bezier/internal/cubic.h"
 #include "crv/foundation/lines.h"
 #include "crv/foundation/tolerance.h"
 

@@ -2,14 +2,14 @@
 // bisection for the parameter at a straight-line distance from an anchor.
 #include "crv/bezier/GxBezier.h"
 
-#include "crv/bezier/internal/evaluate.h"
+#include "crv/bezier/internal/cubic.h"
 #include "crv/bezier/internal/step.h"
 #include "crv/foundation/tolerance.h"
 
 #include <cmath>
 
-using crv::internal::PlainPoint;
-using crv::internal::PlainSegment;
+using crv::internal::Cubic;
+using crv::internal::Point;
 
 namespace {
 
@@ -35,9 +35,8 @@ constexpr int kSmallBlock = 8;
 /// previous is the point before them, and becomes the last. Points and distances are made in loops
 /// that the compiler turns into vectors.
 template <int kCount>
-void addBlock(PlainSegment const& s, int first, double step, double startT, PlainPoint& previous,
-              double& sum) {
-  PlainPoint const* const p = s.points();
+void addBlock(Cubic const& s, int first, double step, double startT, Point& previous, double& sum) {
+  Point const* const p = s.p;
   double x[kBlock + 1];
   double y[kBlock + 1];
   double chords[kBlock];
@@ -59,9 +58,9 @@ void addBlock(PlainSegment const& s, int first, double step, double startT, Plai
 }
 
 /// The sum of count chords from startT to the end.
-double chordSum(PlainSegment const& s, int count, double startT) {
+double chordSum(Cubic const& s, int count, double startT) {
   double const step = count > 1 ? (1.0 - startT) / count : 0.0;
-  PlainPoint previous = s.point(startT);
+  Point previous = s.point(startT);
   double sum = 0.0;
   int i = 1;
   int left = max(count, 1) - 1;  // points between the ends
@@ -74,7 +73,7 @@ double chordSum(PlainSegment const& s, int count, double startT) {
     i += kSmallBlock;
   }
   for (; left > 0; --left, ++i) {
-    PlainPoint const next = s.point(i * step + startT);
+    Point const next = s.point(i * step + startT);
     sum += crv::internal::distance(previous, next);
     previous = next;
   }
@@ -82,7 +81,7 @@ double chordSum(PlainSegment const& s, int count, double startT) {
 }
 
 /// The length from startT to the end; chords becomes the number of those whose sum it is.
-double settledLength(PlainSegment const& s, double startT, int& chords) {
+double settledLength(Cubic const& s, double startT, int& chords) {
   chords = 2 * kFirstChords;
   double previous = chordSum(s, kFirstChords, startT);
   double current = chordSum(s, chords, startT);
@@ -96,9 +95,9 @@ double settledLength(PlainSegment const& s, double startT, int& chords) {
 }
 
 /// The searches on either side of the anchor, in the bracket from the end next to it to the other.
-double splitAtFixedLength(PlainSegment const& s, double distance, int steps, double& nearEnd,
+double splitAtFixedLength(Cubic const& s, double distance, int steps, double& nearEnd,
                           double& farEnd, double anchorT, double segmentEnd) {
-  PlainPoint const anchor = s.point(anchorT);
+  Point const anchor = s.point(anchorT);
   bool const after = segmentEnd == 1.0;
   double farDistance = crv::internal::distance(anchor, s.point(farEnd));
   while (after ? nearEnd < farEnd : farEnd < nearEnd) {
@@ -123,19 +122,19 @@ double splitAtFixedLength(PlainSegment const& s, double distance, int steps, dou
 }  // namespace
 
 double GxBezier::length(int count, double startT) const {
-  return chordSum(PlainSegment(*this), count, startT);
+  return chordSum(crv::internal::cubic(*this), count, startT);
 }
 
 double GxBezier::length(double startT) const {
   int chords;
-  return settledLength(PlainSegment(*this), startT, chords);
+  return settledLength(crv::internal::cubic(*this), startT, chords);
 }
 
 double crv::internal::StepWork::length(GxBezier const& s, double startT) {
   Measured& measured = startT == 0.0 ? whole_ : rest_;
   if (measured.segment != &s || measured.startT != startT) {
     int chords;
-    measured = {&s, startT, settledLength(PlainSegment(s), startT, chords)};
+    measured = {&s, startT, settledLength(crv::internal::cubic(s), startT, chords)};
     points_ += 2 * chords - kFirstChords;  // all doublings together
   }
   return measured.length;
@@ -143,10 +142,10 @@ double crv::internal::StepWork::length(GxBezier const& s, double startT) {
 
 double GxBezier::splitAtFixedLengthAfter(double distance, int steps, double& lo, double& hi,
                                          double anchorT) const {
-  return splitAtFixedLength(PlainSegment(*this), distance, steps, lo, hi, anchorT, 1.0);
+  return splitAtFixedLength(crv::internal::cubic(*this), distance, steps, lo, hi, anchorT, 1.0);
 }
 
 double GxBezier::splitAtFixedLengthBefore(double distance, int steps, double& lo, double& hi,
                                           double anchorT) const {
-  return splitAtFixedLength(PlainSegment(*this), distance, steps, hi, lo, anchorT, 0.0);
+  return splitAtFixedLength(crv::internal::cubic(*this), distance, steps, hi, lo, anchorT, 0.0);
 }

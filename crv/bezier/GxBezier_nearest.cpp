@@ -6,12 +6,12 @@
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/controlPolygon.h"
-#include "crv/bezier/internal/evaluate.h"
+#include "crv/bezier/internal/cubic.h"
 #include "crv/foundation/lines.h"
 #include "crv/foundation/tolerance.h"
 
-using crv::internal::PlainPoint;
-using crv::internal::PlainSegment;
+using crv::internal::Cubic;
+using crv::internal::Point;
 
 namespace {
 
@@ -44,18 +44,16 @@ int signChanges(Point const* w, int degree) {
   return count;
 }
 
-void distancePolynomial(PlainPoint const* points, PlainPoint const& p, PlainPoint* w) {
-  PlainPoint c[4];
-  PlainPoint d[3];
-  for (int i = 0; i < 4; ++i) c[i] = {points[i].x - p.x, points[i].y - p.y};
-  for (int i = 0; i < 3; ++i) {
-    d[i] = {(points[i + 1].x - points[i].x) * 3.0, (points[i + 1].y - points[i].y) * 3.0};
-  }
+void distancePolynomial(Cubic const& s, Point const& p, Point* w) {
+  Point c[4];
+  Point d[3];
+  for (int i = 0; i < 4; ++i) c[i] = s.p[i] - p;
+  for (int i = 0; i < 3; ++i) d[i] = (s.p[i + 1] - s.p[i]) * 3.0;
   for (int k = 0; k <= kDegree; ++k) {
     w[k] = {k * kSpacing, 0.0};
     for (int i = max(0, k - 2); i <= min(k, 3); ++i) {
       int const j = k - i;
-      w[k].y += (d[j].x * c[i].x + d[j].y * c[i].y) * kWeights[j][i];
+      w[k].y += dot(d[j], c[i]) * kWeights[j][i];
     }
   }
 }
@@ -67,7 +65,7 @@ class RootSearch {
 
   int count() const { return count_; }
 
-  void search(PlainPoint const* w, int degree, int depth) {
+  void search(Point const* w, int degree, int depth) {
     int const changes = signChanges(w, degree);
     if (changes == 0 || exhausted_) return;
     if (changes == 1) {
@@ -89,7 +87,7 @@ class RootSearch {
     exhausted_ = count_ == kMaxRoots;
   }
 
-  void keepCrossing(PlainPoint const& first, PlainPoint const& last) {
+  void keepCrossing(Point const& first, Point const& last) {
     GxCoord<double> crossing;
     GxCoord<double> const origin(0.0, 0.0);
     GxCoord<double> const right(1.0, 0.0);
@@ -99,12 +97,12 @@ class RootSearch {
     }
   }
 
-  void searchHalves(PlainPoint const* w, int degree, int depth) {
+  void searchHalves(Point const* w, int degree, int depth) {
     exhausted_ = halvings_ == kMaxHalvings;
     if (exhausted_) return;
     ++halvings_;
-    PlainPoint left[kDegree + 1];
-    PlainPoint right[kDegree + 1];
+    Point left[kDegree + 1];
+    Point right[kDegree + 1];
     for (int i = 0; i <= degree; ++i) right[i] = w[i];
     crv::internal::splitPolygon(right, degree, 0.5, left);
     search(left, degree, depth + 1);
@@ -136,10 +134,10 @@ int GxBezier::findNearestPoint(GxCoord<double> const& p, GxCoord<double>& neares
 }
 
 void GxBezier::findNearestPointTValue(GxCoord<double> const& p, double& t) const {
-  PlainSegment const segment(*this);
-  PlainPoint const query = crv::internal::plain(p);
-  PlainPoint w[kDegree + 1];
-  distancePolynomial(segment.points(), query, w);
+  Cubic const segment = crv::internal::cubic(*this);
+  Point const query = crv::internal::plain(p);
+  Point w[kDegree + 1];
+  distancePolynomial(segment, query, w);
   double roots[kMaxRoots];
   RootSearch search(roots);
   search.search(w, kDegree, 0);
@@ -157,14 +155,14 @@ void GxBezier::findNearestPointTValue(GxCoord<double> const& p, double& t) const
 }
 
 void GxBezier::generate5DBezier(GxCoord<double>* const w, GxCoord<double> const& p) const {
-  PlainPoint polygon[kDegree + 1];
-  distancePolynomial(PlainSegment(*this).points(), crv::internal::plain(p), polygon);
+  Point polygon[kDegree + 1];
+  distancePolynomial(crv::internal::cubic(*this), crv::internal::plain(p), polygon);
   for (int i = 0; i <= kDegree; ++i) w[i] = GxCoord<double>(polygon[i].x, polygon[i].y);
 }
 
 int GxBezier::findRoots(GxCoord<double> const* w, int degree, int depth, double* t) const {
   if (degree < 1 || degree > kDegree) return 0;
-  PlainPoint polygon[kDegree + 1];
+  Point polygon[kDegree + 1];
   for (int i = 0; i <= degree; ++i) polygon[i] = crv::internal::plain(w[i]);
   RootSearch search(t);
   search.search(polygon, degree, depth);

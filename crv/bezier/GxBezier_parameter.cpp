@@ -2,12 +2,12 @@
 // for automatically fitting digitized curves", Graphics Gems, 1990), always started in the middle.
 #include "crv/bezier/GxBezier.h"
 
-#include "crv/bezier/internal/evaluate.h"
+#include "crv/bezier/internal/cubic.h"
 #include "crv/foundation/tolerance.h"
 
 #include <cmath>
 
-using crv::internal::PlainPoint;
+using crv::internal::Point;
 
 namespace {
 
@@ -17,7 +17,7 @@ constexpr double kStart = 0.5;
 constexpr int kMaxSteps = 15;
 
 /// 2 or 3 times the difference of consecutive control points: the derivative's control points.
-void hodograph(PlainPoint const* p, int degree, PlainPoint* out) {
+void hodograph(Point const* p, int degree, Point* out) {
   for (int i = 0; i < degree; ++i) {
     out[i] = {degree * (p[i + 1].x - p[i].x), degree * (p[i + 1].y - p[i].y)};
   }
@@ -31,10 +31,10 @@ struct Newton {
     hodograph(first, 2, second);
   }
 
-  double step(PlainPoint const& p, double u) const {
-    PlainPoint const q = crv::internal::deCasteljau(points, u, 3);
-    PlainPoint const q1 = crv::internal::deCasteljau(first, u, 2);
-    PlainPoint const q2 = crv::internal::deCasteljau(second, u, 1);
+  double step(Point const& p, double u) const {
+    Point const q = crv::internal::deCasteljau(points, u, 3);
+    Point const q1 = crv::internal::deCasteljau(first, u, 2);
+    Point const q2 = crv::internal::deCasteljau(second, u, 1);
     double const dx = q.x - p.x;
     double const dy = q.y - p.y;
     double const numerator = dx * q1.x + dy * q1.y;
@@ -42,9 +42,9 @@ struct Newton {
     return IS_ZERO(denominator, kZeroTolerance) ? u : u - numerator / denominator;
   }
 
-  PlainPoint points[4];
-  PlainPoint first[3];
-  PlainPoint second[2];
+  Point points[4];
+  Point first[3];
+  Point second[2];
 };
 
 }  // namespace
@@ -55,12 +55,12 @@ double GxBezier::parameter(GxCoord<double> const& p, double u) {
 
 double GxBezier::findParameter(GxCoord<double> const& p, double /*ignored*/, double tol) {
   Newton const newton(*this);
-  PlainPoint const target = crv::internal::plain(p);
+  Point const target = crv::internal::plain(p);
   double t = kStart;
   for (int i = 0; i < kMaxSteps; ++i) {
     t = newton.step(target, t);
     if (!(0.0 <= t && t <= 1.0)) continue;
-    PlainPoint const q = crv::internal::deCasteljau(newton.points, t, 3);
+    Point const q = crv::internal::deCasteljau(newton.points, t, 3);
     if (std::fabs(q.x - target.x) < tol && std::fabs(q.y - target.y) < tol) return t;
   }
   return -1.0;

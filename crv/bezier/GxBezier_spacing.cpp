@@ -2,14 +2,14 @@
 // long one where the curve stays close to it. The chords come from the searches at fixed distance.
 #include "crv/bezier/GxBezier.h"
 
-#include "crv/bezier/internal/evaluate.h"
+#include "crv/bezier/internal/cubic.h"
 #include "crv/foundation/lines.h"
 #include "crv/foundation/tolerance.h"
 
 #include <cmath>
 
-using crv::internal::PlainPoint;
-using crv::internal::PlainSegment;
+using crv::internal::Cubic;
+using crv::internal::Point;
 
 namespace {
 
@@ -41,12 +41,12 @@ void appendWhileAdvancing(GxBezier const& s, GxList<GxCoord<double>>& out, doubl
 }  // namespace
 
 void GxBezier::makeSegment(unsigned short count, std::list<GxCoord<double>>& out) const {
-  PlainSegment const s(*this);
+  Cubic const s = crv::internal::cubic(*this);
   out.push_back(points_[0]);
   double const step = count == 0 ? 1.0 : 1.0 / count;
   double t = step;
   for (int i = 1; i < count; ++i) {
-    PlainPoint const p = s.point(t);
+    Point const p = s.point(t);
     out.emplace_back(p.x, p.y);
     t += step;  // Exact form: accumulated, not i * step.
   }

@@ -3,19 +3,19 @@
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/controlPolygon.h"
-#include "crv/bezier/internal/piece.h"
+#include "crv/bezier/internal/cubic.h"
 
 #include <algorithm>
 #include <vector>
 
-using crv::internal::PlainPoint;
-using crv::internal::PlainSegment;
+using crv::internal::Cubic;
+using crv::internal::Point;
 
 namespace {
 
-GxCoord<double> coord(PlainPoint const& p) { return {p.x, p.y}; }
+GxCoord<double> coord(Point const& p) { return {p.x, p.y}; }
 
-void assign(GxCoord<double>& to, PlainPoint const& from) {
+void assign(GxCoord<double>& to, Point const& from) {
   to.xval() = from.x;
   to.yval() = from.y;
 }
@@ -23,12 +23,12 @@ void assign(GxCoord<double>& to, PlainPoint const& from) {
 }  // namespace
 
 GxBezier& GxBezier::split(GxBezier& right, double t) {
-  PlainPoint leftPart[4];
-  PlainPoint rightPart[4];
-  crv::internal::splitCubic(PlainSegment(*this).points(), t, leftPart, rightPart);
-  for (int i = 0; i < 4; ++i) assign(points_[i], leftPart[i]);
+  Cubic leftPart;
+  Cubic rightPart;
+  crv::internal::cubic(*this).split(t, leftPart, rightPart);
+  for (int i = 0; i < 4; ++i) assign(points_[i], leftPart.p[i]);
   // Deliberate: written last, so that a segment split into itself ends as its right part.
-  for (int i = 0; i < 4; ++i) assign(right.points_[i], rightPart[i]);
+  for (int i = 0; i < 4; ++i) assign(right.points_[i], rightPart.p[i]);
   return *this;
 }
 
@@ -41,9 +41,9 @@ void GxBezier::split(GxBezier& left, GxBezier& right, double t) const {
 GxCoord<double> GxBezier::genericSplit(GxCoord<double> const* points, int degree, double t,
                                        GxCoord<double>* left, GxCoord<double>* right) const {
   if (degree < 0) return {};
-  std::vector<PlainPoint> rightPart;
+  std::vector<Point> rightPart;
   for (int i = 0; i <= degree; ++i) rightPart.push_back(crv::internal::plain(points[i]));
-  std::vector<PlainPoint> leftPart(rightPart.size());
+  std::vector<Point> leftPart(rightPart.size());
   crv::internal::splitPolygon(rightPart.data(), degree, t, leftPart.data());
   if (left != nullptr) std::transform(leftPart.begin(), leftPart.end(), left, coord);
   if (right != nullptr) std::transform(rightPart.begin(), rightPart.end(), right, coord);

@@ -2,12 +2,12 @@
 // start to the far end at a quarter from its near end.
 #include "crv/bezier/GxBezier.h"
 
-#include "crv/bezier/internal/evaluate.h"
+#include "crv/bezier/internal/cubic.h"
 #include "crv/bezier/internal/step.h"
 #include "crv/foundation/tolerance.h"
 
-using crv::internal::PlainPoint;
-using crv::internal::PlainSegment;
+using crv::internal::Cubic;
+using crv::internal::Point;
 using crv::internal::StepRange;
 using crv::internal::StepWork;
 
@@ -40,7 +40,7 @@ struct SearchResult {
 };
 
 /// Searches from the first trial t on; t holds the last trial.
-SearchResult search(PlainSegment const& s, PlainPoint const& reference, StepRange const& range,
+SearchResult search(Cubic const& s, Point const& reference, StepRange const& range,
                     double squaredDistance, double& t) {
   double nearEnd = range.start;
   double farEnd = range.limit;
@@ -83,7 +83,7 @@ int crv::internal::findNextPos(GxBezier const& segment, StepRange const& range,
   double const guess = squaredDistance / squaredRest;
   t = range.forward ? min(range.start + guess, 1.0) : max(range.start - guess, 0.0);
 
-  PlainSegment const s(segment);
+  Cubic const s = crv::internal::cubic(segment);
   SearchResult const result = search(s, s.point(range.start), range, squaredDistance, t);
   work.countSinglePoints(result.trials);
   if (consumed == nullptr) return result.code;
@@ -129,5 +129,6 @@ int GxBezier::findNextPosFromPoint(double& t, double startT, double farT, GxCoor
   StepRange const range{startT, farT, forward};
   if (isEmpty(range)) return kNotFound;
   t = quarter(startT, farT);
-  return search(PlainSegment(*this), crv::internal::plain(p), range, squaredDistance, t).code;
+  return search(crv::internal::cubic(*this), crv::internal::plain(p), range, squaredDistance, t)
+      .code;
 }

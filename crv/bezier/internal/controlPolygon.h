@@ -2,7 +2,7 @@
 // any kind of point with xval and yval.
 #pragma once
 
-#include "crv/bezier/internal/evaluate.h"
+#include "crv/bezier/internal/cubic.h"
 #include "crv/foundation/tolerance.h"
 
 #include <cmath>
@@ -15,7 +15,7 @@ inline double snappedToZero(double x) { return IS_ZERO(x, kZeroTolerance) ? 0.0 
 
 /// De Casteljau's triangle at t, in place: w[0..degree] becomes the right part, left[0..degree]
 /// receives the left one.
-inline void splitPolygon(PlainPoint* w, int degree, double t, PlainPoint* left) {
+inline void splitPolygon(Point* w, int degree, double t, Point* left) {
   double const s = 1.0 - t;
   left[0] = w[0];
   for (int i = 1; i <= degree; ++i) {
