@@ -37,7 +37,6 @@ is_there() {
     ninja) have ninja || have make ;;
     gtest) has_header gtest/gtest.h ;;
     benchmark) has_header benchmark/benchmark.h ;;
-    ctags) { ctags-universal --version || ctags --version; } 2>/dev/null | grep -q '^Universal' ;;
     gcc) have g++ ;;
     clang) have clang++ ;;
     clang-rt)
@@ -60,7 +59,6 @@ cmake       cmake             cmake                   cmake      cmake          
 ninja       ninja-build       ninja-build             ninja      ninja            ninja
 gtest       libgtest-dev      gtest-devel             gtest      gtest            gtest-dev
 benchmark   libbenchmark-dev  google-benchmark-devel  benchmark  benchmark-devel  benchmark-dev
-ctags       universal-ctags   ctags                   ctags      ctags            ctags
 pkg-config  pkg-config        pkgconf-pkg-config      pkgconf    pkgconf          pkgconf
 '
 
