@@ -2,8 +2,6 @@
 
 #include <utility>
 
-GxBezier::GxBezier() = default;
-
 GxBezier::GxBezier(GxCoord<double> const& p0, GxCoord<double> const& p1, GxCoord<double> const& p2,
                    GxCoord<double> const& p3)
     : points_{p0, p1, p2, p3} {}

@@ -25,12 +25,12 @@ class CRV_API GxBezier {
   // ---- GxBezier.cpp: construction, comparison, access, edits in place ------------------------
 
   /// Four points at the origin.
-  GxBezier();
+  GxBezier() = default;
   GxBezier(GxCoord<double> const& p0, GxCoord<double> const& p1, GxCoord<double> const& p2,
            GxCoord<double> const& p3);
 
   /// Copies points[0..3].
-  explicit GxBezier(GxCoord<double> const* points);
+  GxBezier(GxCoord<double> const* points);
   GxBezier(GxBezier const& other) = default;
   GxBezier& operator=(GxBezier const& other) = default;
 
@@ -61,7 +61,7 @@ class CRV_API GxBezier {
   /// vector must outlive the functor and hold every index asked about.
   class CRV_API Comperator {
    public:
-    explicit Comperator(std::vector<double>& values);
+    Comperator(std::vector<double>& values);
     bool operator()(int i, int j) const;
 
    private:

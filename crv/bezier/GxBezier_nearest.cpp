@@ -165,7 +165,7 @@ int GxBezier::findRoots(GxCoord<double> const* w, int degree, int depth, double*
   Point polygon[kDegree + 1];
   for (int i = 0; i <= degree; ++i) polygon[i] = crv::internal::plain(w[i]);
   RootSearch search(t);
-  search.search(polygon, degree, depth);
+  search.search(polygon, degree, min(depth, kMaxDepth));
   return search.count();
 }
 

@@ -8,9 +8,11 @@
 
 namespace {
 
-// Guards: halvings of one piece, and pieces looked at in one polyline. Halving more often leaves
-// the range of exponents; more pieces come of tolerances below the resolution of the coordinates.
+// Guards: halvings of one piece, and pieces looked at in one polyline. 1,100 halvings leave the
+// range of exponents of a segment's size, 2,200 that of any parameter that a caller's condition may
+// follow. More pieces are only made for tolerances below the resolution of the coordinates.
 constexpr int kMaxDepth = 1100;
+constexpr int kMaxDepthOfCaller = 2200;
 constexpr long kMaxPieces = 1L << 26;
 
 bool isFinite(GxBezier const& s) {
@@ -20,10 +22,23 @@ bool isFinite(GxBezier const& s) {
   return true;
 }
 
-/// The judge of the plain forms: the segment itself.
+/// The condition of the forms without a caller's one. No piece is a line within a tolerance that is
+/// negative or NaN: there, every piece counts as one.
 struct OwnCondition {
+  static constexpr int kDepth = kMaxDepth;
+  static bool canHold(double tol) { return tol >= 0.0; }
   int isALine(GxBezier const& s, double tol) const { return s.isALine(tol); }
   int isAPoint(GxBezier const& s, double tol) const { return s.isAPoint(tol); }
+};
+
+/// A caller's condition, which alone judges its tolerance.
+struct CallersCondition {
+  static constexpr int kDepth = kMaxDepthOfCaller;
+  static bool canHold(double) { return true; }
+  int isALine(GxBezier const& s, double tol) const { return caller.isALine(s, tol); }
+  int isAPoint(GxBezier const& s, double tol) const { return caller.isAPoint(s, tol); }
+
+  GxBezierPolylineCondition const& caller;
 };
 
 /// Halves pieces and hands the end of each line, with its parameter, to emit.
@@ -31,7 +46,7 @@ template <class Condition, class Emit>
 class Halving {
  public:
   Halving(Condition const& condition, double tol, Emit emit)
-      : condition_(condition), tol_(tol), canEnd_(tol >= 0.0), emit_(emit) {}
+      : condition_(condition), tol_(tol), canEnd_(Condition::canHold(tol)), emit_(emit) {}
 
   /// The piece starts at t and covers 1/n of the whole segment; it is used up.
   void run(GxBezier& piece, double t, double n, int depth) {
@@ -54,7 +69,7 @@ class Halving {
 
  private:
   bool mustEnd(GxBezier const& piece, int depth) const {
-    return !canEnd_ || depth >= kMaxDepth || pieces_ >= kMaxPieces || !isFinite(piece);
+    return !canEnd_ || depth >= Condition::kDepth || pieces_ >= kMaxPieces || !isFinite(piece);
   }
 
   Condition const& condition_;
@@ -105,8 +120,9 @@ void GxBezier::makePolyline(double tol, std::vector<GxCoord<double>>& out) const
 void GxBezier::makePolyline(double tol, double startT, int n, std::list<GxCoord<double>>& out,
                             std::list<double>& tValues,
                             GxBezierPolylineCondition const& condition) const {
-  halve(*this, tol, startT, n, condition, [&](GxCoord<double> const& p, double t) {
-    out.push_back(p);
-    tValues.push_back(t);
-  });
+  halve(*this, tol, startT, n, CallersCondition{condition},
+        [&](GxCoord<double> const& p, double t) {
+          out.push_back(p);
+          tValues.push_back(t);
+        });
 }
