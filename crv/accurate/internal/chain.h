@@ -1,0 +1,69 @@
+// A curve as plain values, and its positions as places on segments.
+#pragma once
+
+#include "crv/accurate/internal/scale.h"
+#include "crv/bezier/internal/cubic.h"
+#include "crv/curve/GxBezierCurve.h"
+#include "crv/curve/GxBezierCurvePosition.h"
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+namespace crv::internal {
+
+/// A parameter in [0, 1] of an existing segment.
+struct Place {
+  std::size_t segment;
+  double t;
+};
+
+/// The segments of a curve and its closed flag, copied: reading a curve moves its list's cursor.
+struct Chain {
+  std::vector<Cubic> segments;
+  bool closed = false;
+
+  Chain() = default;
+  explicit Chain(GxBezierCurve const& curve) : closed(curve.strictIsClosed() != 0) {
+    auto const n = static_cast<unsigned>(curve.length());
+    segments.reserve(n);
+    for (unsigned i = 0; i < n; ++i) segments.push_back(cubic(curve[static_cast<int>(i)]));
+  }
+
+  std::size_t size() const { return segments.size(); }
+
+  /// The largest coordinate; NaN when one is not finite.
+  double magnitude() const {
+    Magnitude magnitude;
+    for (Cubic const& c : segments) magnitude.add(c);
+    return magnitude.value();
+  }
+
+  /// The normalised position of a parameter in [0, 1] of a segment, the seam being (0, 0.0). Given
+  /// as the place behind the last segment, the end is normalised alike.
+  GxBezierCurvePosition positionOf(std::size_t segment, double t) const {
+    if (t == 1.0) {
+      ++segment;
+      t = 0.0;
+    }
+    if (closed && segment == size()) segment = 0;
+    return GxBezierCurvePosition(static_cast<int>(segment), t);
+  }
+
+  /// The place of a position, with t below 1 except at the curve's end, which is 1.0 on the last
+  /// segment also where the curve is closed; nothing for a position that is not on the curve.
+  std::optional<Place> placeOf(GxBezierCurvePosition const& position) const {
+    long const n = static_cast<long>(size());
+    long const given = position.getSegmentNumber();
+    if (given < -1 || given > n) return std::nullopt;
+    GxBezierCurvePosition const p(static_cast<int>(given), position.getTValue());
+    long const segment = p.getSegmentNumber();
+    double const t = p.getTValue();
+    if (n == 0 || segment < 0 || segment > n || !(t < 1.0)) return std::nullopt;
+    if (segment < n) return Place{static_cast<std::size_t>(segment), t};
+    if (t > 0.0) return std::nullopt;
+    return Place{size() - 1, 1.0};
+  }
+};
+
+}  // namespace crv::internal

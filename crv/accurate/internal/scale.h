@@ -1,0 +1,52 @@
+// The scale of what is asked: the magnitude of coordinates, and the tolerances that follow from it.
+#pragma once
+
+#include "crv/bezier/internal/cubic.h"
+
+#include <cmath>
+
+namespace crv::internal {
+
+// Curve units: within these bounds, the squares and fourth powers that decide stay normal numbers
+// or are computed of scaled input.
+constexpr double kSmallestMagnitude = 0x1p-500;
+constexpr double kLargestMagnitude = 0x1p500;
+
+// Relative: half the distance from 1 to the next double, the largest error of one rounding.
+constexpr double kRounding = 0x1p-53;
+
+// Relative to the largest coordinate: places nearer to each other than this are one place.
+constexpr double kDefaultResolution = 0x1p-40;
+
+/// Collects the largest magnitude of coordinates; one that is not finite makes it NaN.
+class Magnitude {
+ public:
+  void add(double x) {
+    largest_ = max(largest_, std::fabs(x));
+    unlessFinite_ += x - x;
+  }
+  void add(Point const& p) {
+    add(p.x);
+    add(p.y);
+  }
+  void add(Cubic const& c) {
+    for (Point const& p : c.p) add(p);
+  }
+  double value() const { return largest_ + unlessFinite_; }
+
+ private:
+  double largest_ = 0.0;
+  double unlessFinite_ = 0.0;  // 0, or NaN
+};
+
+/// False for NaN, too.
+inline bool isUsable(double magnitude) {
+  return magnitude == 0.0 || (magnitude >= kSmallestMagnitude && magnitude <= kLargestMagnitude);
+}
+
+/// The caller's resolution, or the default one for 0 and anything else that is not positive.
+inline double resolutionOr(double given, double magnitude) {
+  return given > 0.0 ? given : kDefaultResolution * magnitude;
+}
+
+}  // namespace crv::internal
