@@ -8,7 +8,7 @@
 #include <cmath>
 #include <limits>
 
-using crv::internal::StepWork;
+using crv::internal::LengthCache;
 
 namespace {
 
@@ -33,12 +33,12 @@ constexpr double kMaxSegments = 9e6;
 /// Measures a step along a straight line from the point at which the walk starts.
 class FromStart {
  public:
-  FromStart(GxCoord<double> const& start, double distance, double* consumed, StepWork& work)
-      : start_(start), distance_(distance), consumed_(consumed), work_(work) {}
+  FromStart(GxCoord<double> const& start, double distance, double* consumed, LengthCache& lengths)
+      : start_(start), distance_(distance), consumed_(consumed), lengths_(lengths) {}
 
   int search(GxBezier const& s, double& t, double startT, double farT, int forward) const {
     return crv::internal::findNextPos(s, {startT, farT, forward}, distance_ * distance_, t,
-                                      consumed_, work_);
+                                      consumed_, lengths_);
   }
 
   /// Goes on to the next segment.
@@ -56,7 +56,7 @@ class FromStart {
     double longest = 0.0;
     double turn = 0.0;
     for (int i = 0; i < n; ++i) {
-      longest = max(longest, work_.length(curve[i], 0.0));
+      longest = max(longest, lengths_.length(curve[i], 0.0));
       turn += start_.distance(curve[i][forward ? 3 : 0]);
     }
     // Twice the longest, for rounding.
@@ -65,13 +65,13 @@ class FromStart {
     return firstTurn * n <= most ? min(most, (lastTurn + 1.0) * n) : 0.0;
   }
 
-  double points() const { return work_.points(); }
+  double points() const { return lengths_.evaluations(); }
 
  private:
   GxCoord<double> start_;
   double distance_;
   double* consumed_;
-  StepWork& work_;
+  LengthCache& lengths_;
 };
 
 /// Measures a step along a straight line from a given point.
@@ -179,17 +179,17 @@ GxBezierCurvePosition farEnd(GxBezierCurve const& curve, int forward) {
 /// A step along a straight line from the point at which it starts.
 int stepFromStart(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
                   GxBezierCurvePosition const& limit, GxBezierCurvePosition& to, double d,
-                  int forward, double* consumed, StepWork& work) {
-  FromStart const measure(curve.locateCurvePosition(from), d, consumed, work);
+                  int forward, double* consumed, LengthCache& lengths) {
+  FromStart const measure(curve.locateCurvePosition(from), d, consumed, lengths);
   return walk(curve, from, limit, to, forward, measure);
 }
 
 /// A step towards the end of the curve; consumed, if not null, grows by its length if it is found.
 int step(GxBezierCurve const& curve, GxBezierCurvePosition const& from, GxBezierCurvePosition& to,
-         double d, int forward, double* consumed, StepWork& work) {
+         double d, int forward, double* consumed, LengthCache& lengths) {
   double length = 0.0;
   int const result = stepFromStart(curve, from, farEnd(curve, forward), to, d, forward,
-                                   consumed == nullptr ? nullptr : &length, work);
+                                   consumed == nullptr ? nullptr : &length, lengths);
   if (result == kFound && consumed != nullptr) *consumed += length;
   return result;
 }
@@ -197,15 +197,15 @@ int step(GxBezierCurve const& curve, GxBezierCurvePosition const& from, GxBezier
 /// Walks a way d in short chords; to becomes the last position reached.
 int walkInShortChords(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
                       GxBezierCurvePosition& to, double d, int forward, double* consumed,
-                      StepWork& work) {
+                      LengthCache& lengths) {
   double const chord = d > kLongWay ? d / std::trunc(d * kChordsPerUnit) : d * kShare;
   GxBezierCurvePosition reached(from);
   int result = curve.length() == 0 ? kNotFound : kFound;
   for (double way = chord; result == kFound && way < d * kMargin; way += chord) {
     GxBezierCurvePosition next;
-    result = work.points() > kMaxPoints
+    result = lengths.evaluations() > kMaxPoints
                  ? kNotFound
-                 : step(curve, reached, next, chord, forward, consumed, work);
+                 : step(curve, reached, next, chord, forward, consumed, lengths);
     if (result == kFound) reached = next;
     if (chord == 0.0) break;  // underflown, it would be taken for ever
   }
@@ -216,9 +216,9 @@ int walkInShortChords(GxBezierCurve const& curve, GxBezierCurvePosition const& f
 /// One chord in mode 0, else short chords, with a fresh count of points.
 int stepOrWalk(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
                GxBezierCurvePosition& to, double d, int forward, double* consumed, int mode) {
-  StepWork work;
-  return mode == 0 ? step(curve, from, to, d, forward, consumed, work)
-                   : walkInShortChords(curve, from, to, d, forward, consumed, work);
+  LengthCache lengths;
+  return mode == 0 ? step(curve, from, to, d, forward, consumed, lengths)
+                   : walkInShortChords(curve, from, to, d, forward, consumed, lengths);
 }
 
 }  // namespace
@@ -231,8 +231,8 @@ int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from, GxBezierCurveP
 int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from,
                                GxBezierCurvePosition const& limit, GxBezierCurvePosition& to,
                                double d, int forward) const {
-  StepWork work;
-  return stepFromStart(*this, from, limit, to, d, forward, nullptr, work);
+  LengthCache lengths;
+  return stepFromStart(*this, from, limit, to, d, forward, nullptr, lengths);
 }
 
 int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition& to,
@@ -246,8 +246,8 @@ int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from, GxBezierCurveP
 int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from,
                                GxBezierCurvePosition const& limit, GxBezierCurvePosition& to,
                                double d, double& consumed, int forward) const {
-  StepWork work;
-  return stepFromStart(*this, from, limit, to, d, forward, &consumed, work);
+  LengthCache lengths;
+  return stepFromStart(*this, from, limit, to, d, forward, &consumed, lengths);
 }
 
 int GxBezierCurve::findNextPosFromPoint(GxCoord<double> const& p, GxBezierCurvePosition const& from,

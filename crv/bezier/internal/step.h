@@ -1,21 +1,22 @@
-// A step along a segment for walks of many steps, which share their measurements.
+// The next parameter at a straight-line distance, for single steps and for walks of many steps,
+// which share their measurements.
 #pragma once
 
 #include "crv/bezier/GxBezier.h"
 
 namespace crv::internal {
 
-/// The lengths that a walk measured last and the points that it evaluated so far.
-class StepWork {
+/// Measures lengths for a walk, keeps the last ones, and counts the points evaluated so far.
+class LengthCache {
  public:
-  /// What s.length(startT) gives; not measured anew while s, which must not change, and startT stay
-  /// the same.
+  /// Returns s.length(startT). It is measured anew only for another segment or another startT; the
+  /// segment must not change between the calls.
   double length(GxBezier const& s, double startT);
 
   /// Counts points evaluated one by one, each of which takes as long as four in a row.
-  void countSinglePoints(int n) { points_ += 4.0 * n; }
+  void countSinglePoints(int n) { evaluations_ += 4.0 * n; }
 
-  double points() const { return points_; }
+  double evaluations() const { return evaluations_; }
 
  private:
   struct Measured {
@@ -26,10 +27,10 @@ class StepWork {
 
   Measured whole_;
   Measured rest_;
-  double points_ = 0.0;
+  double evaluations_ = 0.0;
 };
 
-/// Where a step may lead, from the start to the limit.
+/// The parameters between which a step is sought: from the start towards the limit.
 struct StepRange {
   double start;
   double limit;
@@ -38,6 +39,10 @@ struct StepRange {
 
 /// GxBezier::findNextPos; consumed may be null.
 int findNextPos(GxBezier const& segment, StepRange const& range, double squaredDistance, double& t,
-                double* consumed, StepWork& work);
+                double* consumed, LengthCache& lengths);
+
+/// GxBezier::findNextPosFromPoint.
+int findNextPosFromPoint(GxBezier const& segment, StepRange const& range,
+                         GxCoord<double> const& reference, double squaredDistance, double& t);
 
 }  // namespace crv::internal
