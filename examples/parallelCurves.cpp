@@ -13,8 +13,6 @@
 
 namespace {
 
-constexpr char const* kPicture = "parallelCurves.svg";
-
 struct Parallel {
   double distance;
   GxBezierCurve curve;
@@ -77,10 +75,7 @@ int main() {
   page.legend(540, 60, rows);
   page.text(572, 60 + 21 * 6 + 4.5, "or where both sides of a thin stem meet");
   page.text(540, 256, "A sharp corner, larger:");
-  if (!page.save(kPicture)) {
-    std::cerr << "cannot write " << kPicture << "\n";
-    return 1;
-  }
+  page.save("parallelCurves.svg");
   for (Parallel const& p : parallels) {
     std::cout << "by " << p.distance << ": " << p.curve.length() << " segments, "
               << p.crossings.size() << " crossings\n";

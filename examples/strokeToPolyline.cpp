@@ -1,10 +1,9 @@
-// Fits a digitised stroke with cubic segments, turns the chain into polylines and draws all three:
+// Fits a digitised stroke with cubic segments, turns the chain into polylines and draws them:
 //
 //   strokeToPolyline [POINTS.txt] [--error E] [--step S] [--out FILE.svg]
 //
-// POINTS.txt holds x y a line; lines may be blank, and # starts a comment. E is the squared
-// distance that the fit may leave between a point and the chain, S the length of the polyline's
-// chords, both in the stroke's own units; they default to what suits its size.
+// POINTS.txt holds x y a line; # starts a comment. E is the squared distance that the fit may
+// leave, S the length of the polyline's chords, in the stroke's units; the defaults suit its size.
 
 #include "crv/crv.h"
 #include "examples/svg.h"
@@ -12,466 +11,222 @@
 #include <chrono>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iostream>
+#include <iomanip>
 #include <limits>
 #include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include <CLI/CLI.hpp>
+
 namespace {
 
-constexpr char const* kUsage = "usage: ./demo [POINTS.txt] [--error E] [--step S] [--out FILE.svg]";
-constexpr char const* kDefaultStroke = CRV_SOURCE_DIR "/examples/data/iceland.txt";
+using Point = GxCoord<double>;
 
-// Curve units: the farthest a point may lie from the origin. The library's fixed tolerances, 0.1
-// and 0.5, mean nothing in a plane that is larger still.
-constexpr double kFarthest = 1e9;
-
-// Curve units: a stroke this small is told of those tolerances.
-constexpr double kSmall = 20;
-
-// Points that a polyline may have.
+constexpr double kLargestCoordinate = 1e9;
 constexpr double kMostPoints = 1e6;
 
-// The defaults for a stroke whose longer side is 1: the fit's tolerance and the chord.
-constexpr double kDefaultTolerance = 1.0 / 450;
-constexpr double kDefaultStep = 1.0 / 50;
-
-// Halving may add this share of the fit's tolerance, and is no finer than this for a size of 1.
-constexpr double kHalvingShare = 0.25;
-constexpr double kFinestHalving = 1e-5;
-
-/// Something the user can put right, in one sentence.
-struct Complaint : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
-
-/// The user asked how to call it.
-struct Usage {};
-
-/// A number as people read it.
-std::string readable(double value, int digits = 6) {
-  char text[32];
-  std::snprintf(text, sizeof text, "%.*g", digits, value);
-  return text;
-}
-
-// ---- Input ------------------------------------------------------------------------------------
-
-/// A plain decimal number, the whole word. (A program starts in the "C" locale; this one stays
-/// there, so the point is a point everywhere.)
-bool isFiniteNumber(std::string const& word, double& value) {
-  if (word.empty() || word.find_first_not_of("0123456789+-.eE") != std::string::npos) return false;
-  char* end = nullptr;
-  value = std::strtod(word.c_str(), &end);
-  return *end == '\0' && std::isfinite(value);
-}
-
 struct Options {
-  std::string stroke = kDefaultStroke;
-  double error = 0;  // 0: by the stroke's size
-  double step = 0;
+  std::string stroke = CRV_SOURCE_DIR "/examples/data/iceland.txt";
   std::string out = "strokeToPolyline.svg";
+  double error = 0.0;  // 0: by the stroke's size
+  double step = 0.0;
 };
 
-double positive(std::string const& option, std::string const& word) {
-  double value = 0;
-  if (!isFiniteNumber(word, value) || value <= 0) {
-    throw Complaint(option + " needs a positive number, not \"" + word + "\".");
-  }
-  return value;
-}
-
-Options optionsOf(std::vector<std::string> const& words) {
-  Options options;
-  bool named = false;
-  for (std::size_t i = 0; i < words.size(); ++i) {
-    std::string const& word = words[i];
-    if (word == "--help") throw Usage();
-    if (word == "--error" || word == "--step" || word == "--out") {
-      if (++i == words.size() || words[i].empty()) {
-        throw Complaint(word + " needs a value after it; " + kUsage);
-      }
-      if (word == "--error") options.error = positive(word, words[i]);
-      if (word == "--step") options.step = positive(word, words[i]);
-      if (word == "--out") options.out = words[i];
-    } else if (word.empty() || word[0] == '-') {
-      throw Complaint("unknown option \"" + word + "\"; " + kUsage);
-    } else if (named) {
-      throw Complaint("one file of points is enough, \"" + word + "\" is a second; " + kUsage);
-    } else {
-      options.stroke = word;
-      named = true;
-    }
-  }
-  std::error_code error;
-  if (std::filesystem::equivalent(options.stroke, options.out, error)) {
-    throw Complaint("--out names the file of points itself, " + options.out + ".");
-  }
-  return options;
-}
-
-/// The start of a line, fit to be shown.
-std::string quoted(std::string const& line) {
-  std::string text;
-  for (char const c : line.substr(0, 40)) text += c < ' ' ? '?' : c;
-  return '"' + text + (line.size() > 40 ? "...\"" : "\"");
-}
-
-GxCoord<double> pointOf(std::string const& line) {
-  std::istringstream in(line);
-  std::string first, second, more;
-  in >> first >> second >> more;
-  double x = 0, y = 0;
-  if (!more.empty() || !isFiniteNumber(first, x) || !isFiniteNumber(second, y)) {
-    throw Complaint("expected two finite numbers, x and y, but found " + quoted(line) + ".");
-  }
-  if (std::fabs(x) > kFarthest || std::fabs(y) > kFarthest) {
-    throw Complaint("coordinates may go up to " + readable(kFarthest) + ", but here is " +
-                    quoted(line) + ".");
-  }
-  return {x, y};
-}
-
-GxList<GxCoord<double>> readStroke(std::string const& file) {
+GxList<Point> readStroke(std::string const& file) {
+  GxList<Point> stroke;
   std::ifstream in(file);
-  if (!in || std::filesystem::is_directory(file)) throw Complaint("cannot read " + file + ".");
-  GxList<GxCoord<double>> stroke;
   std::string line;
-  for (long number = 1; std::getline(in, line); ++number) {
-    std::string const content = line.substr(0, line.find('#'));
-    if (content.find_first_not_of(" \t\r\v\f") == std::string::npos) continue;
-    try {
-      stroke.add(pointOf(content));
-    } catch (Complaint const& complaint) {
-      throw Complaint(file + ":" + std::to_string(number) + ": " + complaint.what());
+  for (int number = 1; std::getline(in, line); ++number) {
+    std::istringstream words(line.substr(0, line.find('#')));
+    if ((words >> std::ws).eof()) continue;
+    double x = 0.0, y = 0.0;
+    bool const isPoint = words >> x >> y && (words >> std::ws).eof();
+    if (!isPoint || std::fabs(x) > kLargestCoordinate || std::fabs(y) > kLargestCoordinate) {
+      throw std::runtime_error(file + ":" + std::to_string(number) +
+                               ": expected x and y, up to 1e9, but found \"" + line.substr(0, 40) +
+                               "\"");
     }
+    stroke.add({x, y});
   }
-  if (in.bad()) throw Complaint("cannot read " + file + " to its end.");
-  if (stroke.length() < 2) {
-    throw Complaint(file + ": a stroke needs two points or more, this file has " +
-                    std::to_string(stroke.length()) + ".");
-  }
+  if (stroke.length() < 2) throw std::runtime_error(file + ": a stroke needs two points or more");
   return stroke;
 }
 
-// ---- How far the fit went astray ----------------------------------------------------------------
-
 /// The sample that lies farthest from the chain, and the point of the chain nearest to it.
 struct Farthest {
-  double squaredDistance = -1;
-  GxCoord<double> sample;
-  GxCoord<double> nearest;
+  double distance;
+  Point sample;
+  Point nearest;
 };
 
-double squaredDistanceToBox(svg::Box const& box, GxCoord<double> const& p) {
-  double const dx = max(0.0, max(box.minX - p.xval(), p.xval() - box.maxX));
-  double const dy = max(0.0, max(box.minY - p.yval(), p.yval() - box.maxY));
-  return dx * dx + dy * dy;
+double distanceToBox(GxBezier const& segment, Point const& p) {
+  double minX, minY, maxX, maxY;
+  segment.getConvexHull(minX, minY, maxX, maxY);
+  return std::hypot(max(0.0, max(minX - p.xval(), p.xval() - maxX)),
+                    max(0.0, max(minY - p.yval(), p.yval() - maxY)));
 }
 
-/// Asks every segment for its nearest point to every sample, except where that cannot change the
-/// answer: a segment whose box is farther off than another segment, a sample that is nearer than
-/// the farthest so far. The segment that served the sample before is asked first.
+/// Asks every segment whose box is near enough, starting at the one that was nearest to the sample
+/// before.
 Farthest farthestSample(svg::Points const& samples, GxBezierCurve const& curve) {
-  std::vector<GxBezier> segments;
-  std::vector<svg::Box> boxes;
-  for (int i = 0; i < static_cast<int>(curve.length()); ++i) {
-    segments.push_back(curve[i]);
-    svg::Box b = svg::boxOf({curve[i][0], curve[i][1], curve[i][2], curve[i][3]});
-    // Computed points may lie outside the box by their rounding.
-    double const rounding = 1e-12 * max(max(-b.minX, b.maxX), max(-b.minY, b.maxY));
-    boxes.push_back({b.minX - rounding, b.minY - rounding, b.maxX + rounding, b.maxY + rounding});
-  }
-
-  Farthest farthest;
+  std::vector<GxBezier> segments = svg::segmentsOf(curve);
+  Farthest farthest{-1.0, {}, {}};
   std::size_t served = 0;
-  for (GxCoord<double> const& p : samples) {
+  for (Point const& p : samples) {
     Farthest here{std::numeric_limits<double>::infinity(), p, p};
     std::size_t const first = served;
-    for (std::size_t k = 0; k < segments.size(); ++k) {
+    for (std::size_t k = 0; k < segments.size() && here.distance > farthest.distance; ++k) {
       std::size_t const i = (first + k) % segments.size();
-      if (squaredDistanceToBox(boxes[i], p) >= here.squaredDistance) continue;
-      double t = 0;
-      segments[i].findNearestPointTValue(p, t);
-      GxCoord<double> const q = segments[i].bValue(t);
-      if (p.squaredDistance(q) < here.squaredDistance) {
-        here.squaredDistance = p.squaredDistance(q);
-        here.nearest = q;
-        served = i;
-      }
-      if (here.squaredDistance <= farthest.squaredDistance) break;
+      if (distanceToBox(segments[i], p) >= here.distance) continue;
+      Point q;
+      segments[i].findNearestPoint(p, q);
+      if (p.distance(q) >= here.distance) continue;
+      here = {p.distance(q), p, q};
+      served = i;
     }
-    if (here.squaredDistance > farthest.squaredDistance) farthest = here;
+    if (here.distance > farthest.distance) farthest = here;
   }
   return farthest;
 }
 
-// ---- The stages ---------------------------------------------------------------------------------
-
-/// Milliseconds since it was last asked.
+/// Adds up the milliseconds of the stages, each named when it ends.
 class Stopwatch {
  public:
-  double lap() {
+  void lap(char const* stage) {
     Clock::time_point const now = Clock::now();
     double const passed = std::chrono::duration<double, std::milli>(now - last_).count();
     last_ = now;
-    return passed;
+    total += passed;
+    std::ostringstream words;
+    words << (stages.empty() ? "" : ", ") << stage << std::fixed << std::setprecision(1) << ' '
+          << passed;
+    stages += words.str();
   }
+  double total = 0.0;
+  std::string stages;
 
  private:
   using Clock = std::chrono::steady_clock;
   Clock::time_point last_ = Clock::now();
 };
 
-struct Result {
-  svg::Points samples;
-  double size;
-  double error;
-  double step;
-  double halvingTolerance;
-  GxBezierCurve curve;
-  bool joined;
-  Farthest farthest;
-  double length;
-  svg::Points chords;
-  svg::Points halved;
-  struct {
-    double fit, measure, chords, halving;
-  } ms;
-};
+/// The whole stroke, and beside it the place where the fit is worst.
+svg::Page pictureOf(svg::Points const& samples, GxBezierCurve const& curve,
+                    svg::Points const& chords, Farthest const& worst, double size) {
+  svg::Page page(900, 520);
+  std::string const chain = "stroke:#1864ab;stroke-width:1.5";
+  page.view(svg::boxOf(samples), {0, 0, 600, 520});
+  page.dots(samples, 2.5, "stroke:#ced4da");
+  page.polyline(chords, "stroke:#f76707;stroke-width:1.2");
+  page.chain(curve, chain);
+  page.dots({worst.sample}, 4, "stroke:#e03131");
 
-Result process(GxList<GxCoord<double>> const& stroke, Options const& options) {
-  Result r{};
-  r.samples = svg::toPoints(stroke);
-  svg::Box const box = svg::boxOf(r.samples);
-  double const longer = max(box.width(), box.height());
-  r.size = longer > 0 ? longer : 1;
-  double const tolerance = r.size * kDefaultTolerance;
-  r.error = options.error > 0 ? options.error : tolerance * tolerance;
-  r.step = options.step > 0 ? options.step : r.size * kDefaultStep;
-  r.halvingTolerance = max(std::sqrt(r.error) * kHalvingShare, r.size * kFinestHalving);
-
-  Stopwatch watch;
-  r.curve = GxBezierCurve(&stroke, r.error);
-  r.joined = r.curve.isClose() != 0;
-  r.ms.fit = watch.lap();
-
-  r.farthest = farthestSample(r.samples, r.curve);
-  r.length = r.curve.curveLength();
-  r.ms.measure = watch.lap();
-  if (!(r.length / r.step <= kMostPoints)) {
-    throw Complaint("a step of " + readable(r.step) + " would make a polyline of " +
-                    readable(r.length / r.step) + " points; up to " + readable(kMostPoints) +
-                    " are made, with a step of " + readable(r.length / kMostPoints) + " or more.");
-  }
-
-  GxList<GxCoord<double>> chords;
-  r.curve.makeCurve(r.step, chords, 0);
-  r.ms.chords = watch.lap();
-  r.chords = svg::toPoints(chords);
-
-  watch.lap();
-  r.curve.getPolyline(r.halvingTolerance, r.halved);
-  r.ms.halving = watch.lap();
-  return r;
-}
-
-// ---- The picture --------------------------------------------------------------------------------
-
-constexpr char const* kSampleLook = "stroke:#ced4da";
-constexpr char const* kChainLook = "stroke:#1864ab;stroke-width:1.5";
-constexpr char const* kJoinLook = "stroke:#1864ab";
-constexpr char const* kInsideOfJoin = "stroke:#fff";
-constexpr char const* kHandleLook = "stroke:#2f9e44;stroke-width:1";
-constexpr char const* kChordLook = "stroke:#f76707;stroke-width:1.2";
-constexpr char const* kFarthestLook = "stroke:#e03131;stroke-width:2.5";
-constexpr char const* kNoteLook = "font-size:11px;fill:#868e96";
-constexpr char const* kFrameLook = "stroke:#495057;stroke-width:1";
-
-// Pixels: the picture, its margin, the squares in which a place for the magnifying glass is sought,
-// and the rows of the legend.
-constexpr double kWidth = 800;
-constexpr double kLeastHeight = 240;
-constexpr double kMostHeight = 640;
-constexpr double kMargin = 16;
-constexpr int kSquare = 10;
-constexpr double kLegendHeight = 64;
-
-// The radii of dots under the glass, in pixels.
-constexpr double kSampleDot = 4;
-constexpr double kVertexDot = 2.8;
-constexpr double kHandleDot = 1.8;
-constexpr double kJoinDot = 3.2;
-constexpr double kInsideDot = 1.8;
-
-constexpr double kMagnified = 8;
-
-/// The rectangle of this size, nearest to the middle of the page, that hides nothing of the stroke;
-/// one of no size if there is none.
-svg::Box freePlace(svg::Page const& page, Result const& r, double height, int wide, int high) {
-  int const columns = static_cast<int>(kWidth) / kSquare;
-  int const rows = static_cast<int>(height) / kSquare;
-  std::vector<char> taken(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows));
-  auto const at = [&](int column, int row) -> char& {
-    return taken[static_cast<std::size_t>(row * columns + column)];
-  };
-  for (svg::Points const* points : {&r.samples, &r.halved, &r.chords}) {
-    for (GxCoord<double> const& p : *points) {
-      GxCoord<double> const q = page.onPage(p);
-      double const column = max(0.0, min(q.xval() / kSquare, columns - 1.0));
-      double const row = max(0.0, min(q.yval() / kSquare, rows - 1.0));
-      at(static_cast<int>(column), static_cast<int>(row)) = 1;
-    }
-  }
-
-  svg::Box best{0, 0, 0, 0};
-  GxCoord<double> const middle(kWidth / 2, height / 2);
-  double nearest = std::numeric_limits<double>::infinity();
-  int const w = wide / kSquare + 2;  // a square around it stays free, too
-  int const h = high / kSquare + 2;
-  for (int top = 0; top + h <= rows; ++top) {
-    for (int left = 0; left + w <= columns; ++left) {
-      svg::Box const box{(left + 1.0) * kSquare, (top + 1.0) * kSquare,
-                         (left + 1.0) * kSquare + wide, (top + 1.0) * kSquare + high};
-      double const d = middle.squaredDistance(box.middle());
-      if (d >= nearest) continue;
-      bool free = true;
-      for (int i = 0; i < w * h && free; ++i) free = !at(left + i % w, top + i / w);
-      if (!free) continue;
-      nearest = d;
-      best = box;
-    }
-  }
-  return best;
-}
-
-/// The whole stroke.
-void drawStroke(svg::Page& page, Result const& r) {
-  page.dots(r.samples, 2.5, kSampleLook);
-  page.polyline(r.chords, kChordLook);
-  page.chain(r.curve, kChainLook);
-}
-
-/// The farthest sample under a magnifying glass in this rectangle.
-void drawGlass(svg::Page& page, Result const& r, svg::Box const& glass) {
-  GxCoord<double> const middle = r.farthest.sample;
-  GxVector<double> const corner(glass.width() / 2 / (page.scale() * kMagnified),
-                                glass.height() / 2 / (page.scale() * kMagnified));
-  GxCoord<double> const low = middle + -corner;
-  GxCoord<double> const high = middle + corner;
-  svg::Box const seen{low.xval(), low.yval(), high.xval(), high.yval()};
-  page.polyline({low, {seen.maxX, seen.minY}, high, {seen.minX, seen.maxY}, low}, kFrameLook);
-
-  page.frame(glass, "fill:#fff");
+  svg::Box const glass{610, 20, 880, 290};
+  GxVector<double> const corner(size / 80, size / 80);
+  svg::Box const seen = svg::boxOf({worst.sample + -corner, worst.sample + corner});
   page.view(seen, glass, 0);
-  page.dots(r.samples, kSampleDot, kSampleLook);
-  page.polyline({r.farthest.sample, r.farthest.nearest}, kFarthestLook);
-  page.polyline(r.chords, kChordLook);
-  page.dots(r.chords, kVertexDot, kChordLook);
-  page.handles(r.curve, kHandleDot, kHandleLook);
-  page.chain(r.curve, kChainLook);
-  page.dots(svg::joinsOf(r.curve), kJoinDot, kJoinLook);
-  page.dots(svg::joinsOf(r.curve), kInsideDot, kInsideOfJoin);
-  page.frame(glass, kFrameLook);
-  page.text(glass.minX, glass.maxY + 13, readable(kMagnified) + " times as large", kNoteLook);
-}
-
-void drawLegend(svg::Page& page, Result const& r, double top) {
-  auto const dot = [](double radius, char const* look) {
-    return std::string(look) + ";stroke-width:" + readable(2 * radius);
-  };
-  auto const count = [](std::size_t n, char const* what) { return std::to_string(n) + what; };
-  double const x1 = 20, x2 = 230, x3 = 500;
-  double const y = top + 18;
-  page.legend(x1, y,
-              {{dot(kSampleDot, kSampleLook), count(r.samples.size(), " samples"), 0},
-               {dot(kJoinDot, kJoinLook), "joins of segments", 0}});
-  page.legend(x1, y + svg::kLegendPitch, {{dot(kInsideDot, kInsideOfJoin), "", 0}});
-  page.legend(
-      x2, y, {{kChainLook, count(r.curve.length(), " fitted segments")}, {kHandleLook, "handles"}});
-  page.legend(x3, y,
-              {{kChordLook, count(r.chords.size(), " points in chords of ") + readable(r.step, 4)},
-               {kFarthestLook, "farthest sample, " +
-                                   readable(std::sqrt(r.farthest.squaredDistance), 3) + " off"}});
-}
-
-svg::Page pictureOf(Result const& r) {
-  svg::Points drawn = r.samples;
-  drawn.insert(drawn.end(), r.halved.begin(), r.halved.end());
-  svg::Box const box = svg::boxOf(drawn);
-  double const narrowest = max(box.width(), box.height() / kMostHeight);
-  double const aspect = narrowest > 0 ? box.height() / narrowest : 0;
-  double const inner = aspect * (kWidth - 2 * kMargin);
-  double const height = min(max(inner + 2 * kMargin, kLeastHeight), kMostHeight);
-  svg::Page page(kWidth);
-  page.view(box, {0, 0, kWidth, height}, kMargin);
-  drawStroke(page, r);
-
-  double bottom = height;
-  svg::Box glass = freePlace(page, r, height, 320, 240);
-  if (glass.width() == 0) glass = freePlace(page, r, height, 240, 180);
-  if (glass.width() == 0) {
-    glass = {kMargin, height, kWidth - kMargin, height + 260};
-    bottom = glass.maxY + kMargin;
-  }
-  drawGlass(page, r, glass);
-  drawLegend(page, r, bottom);
-  page.setHeight(bottom + kLegendHeight);
+  page.dots(samples, 4, "stroke:#ced4da");
+  page.polyline({worst.sample, worst.nearest}, "stroke:#e03131;stroke-width:2.5");
+  page.polyline(chords, "stroke:#f76707;stroke-width:1.2");
+  page.handles(curve, 1.8, "stroke:#2f9e44;stroke-width:1");
+  page.chain(curve, chain);
+  page.dots(svg::jointsOf(curve), 3, "stroke:#1864ab");
+  page.frame(glass, "stroke:#495057;stroke-width:1");
+  page.legend(610, 325,
+              {{"stroke:#ced4da;stroke-width:8", std::to_string(samples.size()) + " samples", 0},
+               {chain, std::to_string(curve.length()) + " fitted segments"},
+               {"stroke:#1864ab;stroke-width:6", "joints of segments", 0},
+               {"stroke:#2f9e44;stroke-width:1", "handles"},
+               {"stroke:#f76707;stroke-width:1.2", std::to_string(chords.size()) + " chord ends"},
+               {"stroke:#e03131;stroke-width:8", "the farthest sample, enlarged above", 0}});
   return page;
 }
 
-// ---- The report ---------------------------------------------------------------------------------
-
-void report(Options const& options, Result const& r, double readTime, double drawTime) {
-  std::printf("points in          %8zu   %s\n", r.samples.size(), options.stroke.c_str());
-  std::printf("segments           %8lu   fitted with a squared error of %.6g, ends %s\n",
-              r.curve.length(), r.error, r.joined ? "joined" : "apart");
-  std::printf("farthest sample    %8.3f   from the chain, at (%.6g, %.6g)\n",
-              std::sqrt(r.farthest.squaredDistance), r.farthest.sample.xval(),
-              r.farthest.sample.yval());
-  std::printf("curve length       %8.1f\n", r.length);
-  std::printf("points out         %8zu   by equal chords of %.6g\n", r.chords.size(), r.step);
-  std::printf("                   %8zu   by halving, within %.6g\n", r.halved.size(),
-              r.halvingTolerance);
-  std::printf(
-      "milliseconds       %8.1f   read %.1f, fit %.1f, measure %.1f, chords %.1f, "
-      "halving %.1f, draw %.1f\n",
-      readTime + r.ms.fit + r.ms.measure + r.ms.chords + r.ms.halving + drawTime, readTime,
-      r.ms.fit, r.ms.measure, r.ms.chords, r.ms.halving, drawTime);
-  std::printf("picture                       %s\n", options.out.c_str());
-  if (r.size < kSmall) {
-    std::printf(
-        "\nThe library joins ends within 0.5 and measures chords within 0.1, in the stroke's own\n"
-        "units: for a stroke as small as this one, scale its points up.\n");
-  }
-}
-
-void run(Options const& options) {
+void run(Options options) {
   Stopwatch watch;
-  GxList<GxCoord<double>> const stroke = readStroke(options.stroke);
-  double const readTime = watch.lap();
-  Result const result = process(stroke, options);
-  watch.lap();
-  if (!pictureOf(result).save(options.out)) throw Complaint("cannot write " + options.out + ".");
-  report(options, result, readTime, watch.lap());
+  GxList<Point> const stroke = readStroke(options.stroke);
+  svg::Points const samples = svg::toPoints(stroke);
+  svg::Box const box = svg::boxOf(samples);
+  double const longer = max(box.width(), box.height());
+  double const size = longer > 0.0 ? longer : 1.0;
+  if (options.error == 0.0) options.error = std::pow(size / 450, 2);
+  if (options.step == 0.0) options.step = size / 50;
+  watch.lap("read");
+
+  GxBezierCurve curve(&stroke, options.error);
+  bool const isJoined = curve.isClose() != 0;
+  watch.lap("fit");
+
+  Farthest const farthest = farthestSample(samples, curve);
+  double const length = curve.curveLength();
+  watch.lap("measure");
+  if (length / options.step > kMostPoints) {
+    throw std::runtime_error("--step: too short, it would make more than a million points");
+  }
+
+  GxList<Point> chordList;
+  curve.makeCurve(options.step, chordList, 0);
+  svg::Points const chords = svg::toPoints(chordList);
+  watch.lap("chords");
+
+  double const tolerance = max(std::sqrt(options.error) / 4, size * 1e-5);
+  svg::Points halved;
+  curve.getPolyline(tolerance, halved);
+  watch.lap("halving");
+
+  pictureOf(samples, curve, chords, farthest, size).save(options.out);
+  watch.lap("draw");
+
+  std::printf("points in          %8zu   %s\n", samples.size(), options.stroke.c_str());
+  std::printf("segments           %8lu   fitted with a squared error of %.6g, ends %s\n",
+              curve.length(), options.error, isJoined ? "joined" : "apart");
+  std::printf("farthest sample    %8.3f   from the chain, at (%.6g, %.6g)\n", farthest.distance,
+              farthest.sample.xval(), farthest.sample.yval());
+  std::printf("curve length       %8.1f\n", length);
+  std::printf("points out         %8zu   by equal chords of %.6g\n", chords.size(), options.step);
+  std::printf("                   %8zu   by halving, within %.6g\n", halved.size(), tolerance);
+  std::printf("milliseconds       %8.1f   %s\n", watch.total, watch.stages.c_str());
+  std::printf("picture                       %s\n", options.out.c_str());
+  if (size < 20) {
+    std::printf(
+        "\nThe library joins ends within 0.5 and measures chords within 0.1: scale the\n"
+        "points of a stroke as small as this one up.\n");
+  }
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+  Options options;
+  CLI::App app("Fits a digitised stroke and turns it into polylines.", "./demo");
+  CLI::Validator const positive(
+      [](std::string const& word) {
+        double value = 0.0;
+        bool const isNumber = CLI::detail::lexical_cast(word, value);
+        bool const isPositive = isNumber && value > 0.0 && std::isfinite(value);
+        return isPositive ? "" : "needs a positive number, not \"" + word + "\"";
+      },
+      "POSITIVE");
+  app.add_option("points", options.stroke, "a file of points, x y a line")
+      ->check(CLI::ExistingFile);
+  app.add_option("--error", options.error, "squared distance the fit may leave")->check(positive);
+  app.add_option("--step", options.step, "length of the polyline's chords")->check(positive);
+  app.add_option("--out", options.out, "the picture to write");
   try {
-    run(optionsOf({argv + 1, argv + argc}));
+    app.parse(argc, argv);
+    if (std::error_code e; std::filesystem::equivalent(options.stroke, options.out, e)) {
+      throw std::runtime_error("--out names the file of points itself");
+    }
+    run(options);
     return 0;
-  } catch (Usage) {
-    std::printf("%s\n", kUsage);
-    return 0;
+  } catch (CLI::CallForHelp const& e) {
+    return app.exit(e);
   } catch (std::exception const& e) {
-    std::cerr << e.what() << "\n";
+    std::fprintf(stderr, "%s\n", e.what());
     return 1;
   }
 }

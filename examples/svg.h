@@ -7,12 +7,10 @@
 
 #include "crv/crv.h"
 
-#include <filesystem>
 #include <fstream>
-#include <locale>
 #include <sstream>
+#include <stdexcept>
 #include <string>
-#include <system_error>
 #include <vector>
 
 namespace svg {
@@ -25,13 +23,18 @@ inline Points toPoints(GxList<GxCoord<double>> const& list) {
   return points;
 }
 
+inline std::vector<GxBezier> segmentsOf(GxBezierCurve const& curve) {
+  std::vector<GxBezier> segments;
+  for (int i = 0; i < static_cast<int>(curve.length()); ++i) segments.push_back(curve[i]);
+  return segments;
+}
+
 /// The start of every segment, and the end of the last.
-inline Points joinsOf(GxBezierCurve const& curve) {
-  Points joins;
-  int const n = static_cast<int>(curve.length());
-  for (int i = 0; i < n; ++i) joins.push_back(curve[i][0]);
-  if (n > 0) joins.push_back(curve[n - 1][3]);
-  return joins;
+inline Points jointsOf(GxBezierCurve const& curve) {
+  Points joints;
+  for (GxBezier const& s : segmentsOf(curve)) joints.push_back(s[0]);
+  if (curve.length() > 0) joints.push_back(curve[static_cast<int>(curve.length()) - 1][3]);
+  return joints;
 }
 
 /// A rectangle, in curve units or in pixels.
@@ -44,17 +47,13 @@ struct Box {
 
 /// The box of one or more points.
 inline Box boxOf(Points const& points) {
-  double const x = points[0].xval();
-  double const y = points[0].yval();
-  Box box{x, y, x, y};
+  Box box{points[0].xval(), points[0].yval(), points[0].xval(), points[0].yval()};
   for (GxCoord<double> const& p : points) {
     box = {min(box.minX, p.xval()), min(box.minY, p.yval()), max(box.maxX, p.xval()),
            max(box.maxY, p.yval())};
   }
   return box;
 }
-
-constexpr double kLegendPitch = 21;  // pixels
 
 struct LegendRow {
   std::string look;
@@ -64,40 +63,29 @@ struct LegendRow {
 
 class Page {
  public:
-  explicit Page(double width, double height = 0) : width_(width), height_(height) {
-    body_.imbue(std::locale::classic());
+  Page(double width, double height) : width_(width), height_(height) {
     body_.setf(std::ios::fixed);
     body_.precision(2);
   }
-
-  void setHeight(double height) { height_ = height; }
 
   /// From here on shapes are drawn in this rectangle of the page, with the box in its middle.
   void view(Box const& box, Box const& rectangle, double margin = 12) {
     endView();
     area_ = rectangle;
-    double const wide = max(box.width(), 1e-300);
-    double const high = max(box.height(), 1e-300);
-    scale_ = min((area_.width() - 2 * margin) / wide, (area_.height() - 2 * margin) / high);
+    scale_ = min((area_.width() - 2 * margin) / max(box.width(), 1e-300),
+                 (area_.height() - 2 * margin) / max(box.height(), 1e-300));
     if (!(scale_ < 1e300)) scale_ = 1;  // a single point has no size
     middle_ = box.middle();
     body_ << "<svg x=\"" << area_.minX << "\" y=\"" << area_.minY << "\" width=\"" << area_.width()
           << "\" height=\"" << area_.height() << "\">\n";
     inView_ = true;
   }
-  void view(Box const& box) { view(box, {0, 0, width_, height_}, 24); }
-
-  /// Where a point lies in the rectangle, in pixels.
-  GxCoord<double> onPage(GxCoord<double> const& p) const {
-    GxVector<double> const v = (p - middle_) * scale_;
-    return {area_.width() / 2 + v.xval(), area_.height() / 2 - v.yval()};
-  }
 
   /// Pixels for one curve unit.
   double scale() const { return scale_; }
 
   void dots(Points const& points, double radius, std::string const& look) {
-    body_ << "<path style=\"" << look << ";stroke-width:" << 2 * radius << "\" d=\"";
+    startPath(look + ";stroke-width:" + std::to_string(2 * radius));
     for (GxCoord<double> const& p : points) {
       if (isSeen(p, p)) put("M", p) << "h0";
     }
@@ -105,54 +93,46 @@ class Page {
   }
 
   void polyline(Points const& points, std::string const& look) {
-    body_ << "<path style=\"" << look << "\" d=\"";
-    bool drawing = false;
+    startPath(look);
+    bool isDrawing = false;
     for (std::size_t i = 1; i < points.size(); ++i) {
       bool const seen = isSeen(points[i - 1], points[i]);
-      if (seen && !drawing) put("M", points[i - 1]);
+      if (seen && !isDrawing) put("M", points[i - 1]);
       if (seen) put("L", points[i]);
-      drawing = seen;
+      isDrawing = seen;
     }
     body_ << "\"/>\n";
   }
 
   void chain(GxBezierCurve const& curve, std::string const& look) {
-    body_ << "<path style=\"" << look << "\" d=\"";
-    int drawn = -1;
-    for (int i = 0; i < static_cast<int>(curve.length()); ++i) {
-      GxBezier const& s = curve[i];
-      if (!isSeen(s)) continue;
-      if (drawn < 0 || drawn != i - 1 || curve[drawn][3] != s[0]) put("M", s[0]);
-      put("C", s[1]);
-      put(" ", s[2]);
-      put(" ", s[3]);
-      drawn = i;
+    startPath(look);
+    GxBezier const* previous = nullptr;
+    std::vector<GxBezier> const segments = segmentsOf(curve);
+    for (GxBezier const& s : segments) {
+      bool const seen = isSeen(s);
+      if (seen && (!previous || (*previous)[3] != s[0])) put("M", s[0]);
+      if (seen) put("C", s[1]), put(" ", s[2]), put(" ", s[3]);
+      previous = seen ? &s : nullptr;
     }
     body_ << "\"/>\n";
   }
 
-  /// Lines from the joins to the inner control points, which are dots.
+  /// Lines from the joints to the inner control points, which are dots.
   void handles(GxBezierCurve const& curve, double radius, std::string const& look) {
     Points ends;
-    body_ << "<path style=\"" << look << "\" d=\"";
-    for (int i = 0; i < static_cast<int>(curve.length()); ++i) {
-      GxBezier const& s = curve[i];
+    for (GxBezier const& s : segmentsOf(curve)) {
       if (!isSeen(s)) continue;
-      for (int k = 0; k < 4; k += 2) {
-        put("M", s[k]);
-        put("L", s[k + 1]);
-      }
+      polyline({s[0], s[1]}, look);
+      polyline({s[2], s[3]}, look);
       ends.insert(ends.end(), {s[1], s[2]});
     }
-    body_ << "\"/>\n";
     dots(ends, radius, look);
   }
 
   /// Words beside a point of the view: dx pixels to the right of it, dy down.
   void label(GxCoord<double> const& p, double dx, double dy, std::string const& words,
              std::string const& look = "") {
-    GxCoord<double> const place = onPage(p);
-    write(place.xval() + dx, place.yval() + dy, words, look);
+    write(onPage(p).xval() + dx, onPage(p).yval() + dy, words, look);
   }
 
   /// Ends the view: words at a point of the page.
@@ -172,29 +152,37 @@ class Page {
   void legend(double x, double y, std::vector<LegendRow> const& rows) {
     for (LegendRow const& row : rows) {
       text(x + 32, y + 4.5, row.words);
-      body_ << "<path style=\"" << row.look << "\" d=\"M" << x + (22 - row.length) / 2 << " " << y
-            << "h" << row.length << "\"/>\n";
-      y += kLegendPitch;
+      startPath(row.look);
+      body_ << "M" << x + (22 - row.length) / 2 << " " << y << "h" << row.length << "\"/>\n";
+      y += 21;
     }
   }
 
-  /// Writes the page, the whole of it or nothing; false when that cannot be done.
-  bool save(std::string const& file) {
+  /// Throws std::runtime_error when the file cannot be written.
+  void save(std::string const& file) {
     endView();
-    std::ostringstream head;
-    head.imbue(std::locale::classic());
-    head << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" << width_ << "\" height=\""
-         << height_ << "\" viewBox=\"0 0 " << width_ << " " << height_
-         << "\" font-family=\"Helvetica,Arial,sans-serif\" font-size=\"13\" fill=\"none\" "
-            "stroke-linecap=\"round\" stroke-linejoin=\"round\">\n"
-            "<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n";
-    return replaceFile(file, head.str() + body_.str() + "</svg>\n");
+    std::ofstream out(file);
+    out << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" << width_ << "\" height=\""
+        << height_ << "\" viewBox=\"0 0 " << width_ << " " << height_
+        << "\" font-family=\"Helvetica,Arial,sans-serif\" font-size=\"13\" fill=\"none\" "
+           "stroke-linecap=\"round\" stroke-linejoin=\"round\">\n"
+           "<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n"
+        << body_.str() << "</svg>\n";
+    out.close();
+    if (!out) throw std::runtime_error("cannot write " + file);
   }
 
  private:
+  /// Where a point lies in the rectangle, in pixels.
+  GxCoord<double> onPage(GxCoord<double> const& p) const {
+    GxVector<double> const v = (p - middle_) * scale_;
+    return {area_.width() / 2 + v.xval(), area_.height() / 2 - v.yval()};
+  }
+
+  void startPath(std::string const& look) { body_ << "<path style=\"" << look << "\" d=\""; }
+
   std::ostream& put(char const* command, GxCoord<double> const& p) {
-    GxCoord<double> const place = onPage(p);
-    return body_ << command << place.xval() << " " << place.yval();
+    return body_ << command << onPage(p).xval() << " " << onPage(p).yval();
   }
 
   /// Whether the box of two points touches the view, the breadth of a pen allowed for.
@@ -212,44 +200,13 @@ class Page {
   }
 
   void write(double x, double y, std::string const& words, std::string const& look) {
-    body_ << "<text x=\"" << x << "\" y=\"" << y << "\" style=\"fill:#333;" << look << "\">";
-    for (char const c : words) {
-      if (c == '&' || c == '<') {
-        body_ << (c == '&' ? "&amp;" : "&lt;");
-      } else {
-        body_ << c;
-      }
-    }
-    body_ << "</text>\n";
+    body_ << "<text x=\"" << x << "\" y=\"" << y << "\" style=\"fill:#333;" << look << "\">"
+          << words << "</text>\n";
   }
 
   void endView() {
     if (inView_) body_ << "</svg>\n";
     inView_ = false;
-  }
-
-  /// Writes a file beside the old one and renames it, so that a failure leaves the old one whole;
-  /// what is no regular file, a device say, is written to as it is.
-  static bool replaceFile(std::string const& file, std::string const& content) {
-    namespace fs = std::filesystem;
-    std::error_code error;
-    fs::path const target = fs::exists(file, error) ? fs::canonical(file, error) : fs::path(file);
-    bool const inPlace = fs::exists(target, error) && !fs::is_regular_file(target, error);
-    if (!inPlace && fs::exists(target, error) && !std::ofstream(target, std::ios::app))
-      return false;
-    fs::path scratch = target;
-    if (!inPlace) scratch += ".part";
-    std::ofstream out(scratch, std::ios::binary);
-    out << content;
-    out.close();
-    if (inPlace) return !out.fail();
-    if (!out.fail()) fs::rename(scratch, target, error);
-    if (out.fail() || error) {
-      std::error_code ignored;
-      fs::remove(scratch, ignored);
-      return false;
-    }
-    return true;
   }
 
   double width_;

@@ -1,7 +1,7 @@
-# Read by ./check, ./demo and ./bench at the root of the project: finds what a build needs, installs
-# what is missing, builds presets. POSIX sh; nothing is asked of the network when nothing is missing.
+# Read by ./check, ./demo and ./bench: installs on Debian and Ubuntu what a build needs and is not
+# there, says on other systems what to install, and builds presets. POSIX sh. Where nothing is
+# missing, nothing is asked of the network.
 
-cmake_wanted=3.25  # the library asks for 3.24, the workflow presets for 3.25
 jobs=$(nproc 2>/dev/null || echo 2)
 script=${0##*/}
 
@@ -10,134 +10,88 @@ die() {
   say "$*"
   exit 1
 }
-have() { command -v "$1" >/dev/null 2>&1; }
 
-# quietly LOG COMMAND...: the command's output goes to build/LOG, and is shown if it fails.
+# quietly STAGE COMMAND...: says how far the command is, in tenths of what Ninja or CTest count. Its
+# output goes to build/STAGE.log; if it fails, what went well is left out and the rest shown.
 quietly() {
+  log=build/$1.log
   mkdir -p build
-  log=build/$1
+  rm -f build/passed
+  printf '%s: %s ...' "$script" "$1" >&2
   shift
-  "$@" >"$log" 2>&1 </dev/null && return
-  cat "$log" >&2
+  { "$@" 2>&1 </dev/null && : >build/passed; } | tee "$log" | tenths >&2
+  [ -e build/passed ] && return
+  grep -vE '^ +Start |^ *[0-9]+/[0-9]+ Test .* Passed |^\[[0-9]+/[0-9]+\] ' "$log" >&2
   return 1
 }
 
-# ---- What is there ---------------------------------------------------------------------------
+# Reads "[12/80] ..." and "12/80 Test ..." and writes 10%, 20%, ...
+tenths() {
+  said=0
+  while read -r line; do
+    line=${line#[}
+    count=${line%%/*}
+    all=${line#*/}
+    all=${all%%[] ]*}
+    case $count,$all in *[!0-9,]* | ,* | *,) continue ;; esac
+    [ $((count * 10 / all)) -gt "$said" ] || continue
+    said=$((count * 10 / all))
+    printf ' %s0%%' "$said"
+  done
+  echo
+}
 
-compiles() { "${CXX:-c++}" -std=c++17 -x c++ -fsyntax-only - >/dev/null 2>&1; }
-has_header() { printf '#if !__has_include(<%s>)\n#error missing\n#endif\n' "$1" | compiles; }
-
+# is_there PACKAGE: by what the package brings, however it came to this machine.
 is_there() {
   case $1 in
-    compiler) printf '#include <optional>\nstd::optional<int> any;\n' | compiles ;;
-    cmake)
-      have cmake && have ctest &&
-        printf '%s\n' "$cmake_wanted" "$(cmake --version | sed -n '1s/[^0-9]*//p')" | sort -CV
-      ;;
-    ninja) have ninja || have make ;;
-    gtest) has_header gtest/gtest.h ;;
-    benchmark) has_header benchmark/benchmark.h ;;
-    gcc) have g++ ;;
-    clang) have clang++ ;;
-    clang-rt)
-      printf 'extern "C" int LLVMFuzzerTestOneInput(const unsigned char*, unsigned long) { return 0; }\n' |
-        clang++ -fsanitize=fuzzer,address,undefined -x c++ - -o /dev/null >/dev/null 2>&1
-      ;;
-    *) have "$1" ;;
-  esac
+    g++) command -v "${CXX:-g++}" ;;
+    cmake) printf '3.25\n%s\n' "$(cmake --version | sed -n '1s/[^0-9]*//p')" | sort -CV ;;
+    ninja-build) command -v ninja ;;
+    libgtest-dev) has_header gtest/gtest.h ;;
+    libbenchmark-dev) has_header benchmark/benchmark.h ;;
+    libcli11-dev) has_header CLI/CLI.hpp ;;
+    lib2geom-dev) pkg-config --exists 2geom ;;
+    libagg-dev) pkg-config --exists libagg ;;
+    libclang-rt-dev) echo 'int main() {}' | clang++ -fsanitize=address -x c++ - -o /dev/null ;;
+    *) command -v "$1" ;;
+  esac >/dev/null 2>&1
 }
-
-# ---- What is missing -------------------------------------------------------------------------
-
-# The package of each thing, for: apt-get, dnf, pacman, zypper, apk.
-packages='
-compiler    g++               gcc-c++                 gcc        gcc-c++          g++
-gcc         g++               gcc-c++                 gcc        gcc-c++          g++
-clang       clang             clang                   clang      clang            clang
-clang-rt    libclang-rt-dev   compiler-rt             compiler-rt clang           compiler-rt
-cmake       cmake             cmake                   cmake      cmake            cmake
-ninja       ninja-build       ninja-build             ninja      ninja            ninja
-gtest       libgtest-dev      gtest-devel             gtest      gtest            gtest-dev
-benchmark   libbenchmark-dev  google-benchmark-devel  benchmark  benchmark-devel  benchmark-dev
-pkg-config  pkg-config        pkgconf-pkg-config      pkgconf    pkgconf          pkgconf
-'
-
-# packages_of COLUMN THING...
-packages_of() {
-  column=$1
-  shift
-  for thing; do
-    printf '%s' "$packages" | awk -v thing="$thing" -v column="$column" '$1 == thing { print $column }'
-  done | sort -u | tr '\n' ' ' | sed 's/ $//'
-}
+has_header() { echo "#include <$1>" | "${CXX:-c++}" -std=c++17 -x c++ -fsyntax-only -; }
 
 missing_of() {
-  for thing; do
-    is_there "$thing" || printf '%s ' "$thing"
-  done
+  for package; do is_there "$package" || printf '%s ' "$package"; done
 }
 
-# need THING...: returns when all are there; otherwise installs them or says what to install.
+# need PACKAGE...: returns when all are there; the names are Debian's.
 need() {
   missing=$(missing_of "$@")
   [ -n "$missing" ] || return 0
-
-  column=1
-  for manager in apt-get dnf pacman zypper apk none; do
-    column=$((column + 1))
-    have $manager && break
-  done
-  # shellcheck disable=SC2086  # lists of names without spaces
-  if [ $manager = none ]; then
-    die "please install $(packages_of 2 $missing) (named as in Debian), then run it again."
-  else
-    wanted=$(packages_of $column $missing)
-  fi
-
+  command -v apt-get >/dev/null || die "please install ${missing}(the names are Debian's; elsewhere" \
+    "they are ${others}), then run it again."
   as_root=
   if [ "$(id -u)" != 0 ]; then
-    have sudo || die "please install $wanted ($manager needs root, and there is no sudo), then run it again."
+    command -v sudo >/dev/null || die "please install ${missing}as root, then run it again."
     as_root=sudo
   fi
-
-  say "installing $wanted with $manager ..."
-  quietly install.log install_packages ||
-    die "$manager could not install $wanted; please install them, then run it again."
+  say "missing: $missing"
+  quietly installing install || die "could not install $missing"
   missing=$(missing_of "$@")
-  case "$missing" in
-    '') ;;
-    *cmake*) die "CMake $cmake_wanted or newer is needed, this system's package is older; please install a newer one, then run it again." ;;
-    *) die "still missing after installing $wanted: $missing" ;;
-  esac
+  [ -z "$missing" ] || die "still missing or too old (CMake must be 3.25 or newer): $missing"
+}
+others='gcc-c++, clang, compiler-rt, cmake, ninja, gtest, google-benchmark, cli11, pkgconf'
+
+install() {
+  apt="$as_root env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=300"
+  # shellcheck disable=SC2086  # lists of names without spaces
+  $apt update && $apt install -y --no-install-recommends $missing
 }
 
-install_packages() {
-  # shellcheck disable=SC2086
-  case $manager in
-    apt-get)
-      apt="$as_root env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=300"
-      $apt update && $apt install -y --no-install-recommends $wanted
-      ;;
-    dnf) $as_root dnf install -y $wanted ;;
-    pacman) $as_root pacman -Sy --noconfirm --needed $wanted ;;
-    zypper) $as_root zypper --non-interactive install $wanted ;;
-    apk) $as_root apk add $wanted ;;
-  esac
-}
-
-# ---- Building --------------------------------------------------------------------------------
-
-# build PRESET TARGET...: configures build/PRESET and builds the targets there. A build folder that
-# another generator made, or that was moved, is made anew.
+# build PRESET TARGET...: configures build/PRESET and builds the targets there. A folder that was
+# moved is made anew.
 build() {
   preset=$1
   shift
-  generator=Ninja
-  have ninja || generator='Unix Makefiles'
-  cache=build/$preset/CMakeCache.txt
-  if [ -f "$cache" ] && ! { grep -Fqx "CMAKE_GENERATOR:INTERNAL=$generator" "$cache" &&
-    grep -Fqx "CMAKE_HOME_DIRECTORY:INTERNAL=$(pwd -P)" "$cache"; }; then
+  grep -Fqsx "CMAKE_HOME_DIRECTORY:INTERNAL=$(pwd -P)" "build/$preset/CMakeCache.txt" ||
     rm -rf "build/$preset"
-  fi
-  cmake --preset "$preset" -G "$generator" && cmake --build "build/$preset" --parallel "$jobs" --target "$@"
+  cmake --preset "$preset" && cmake --build "build/$preset" --parallel "$jobs" --target "$@"
 }
