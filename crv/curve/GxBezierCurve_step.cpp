@@ -1,4 +1,4 @@
-// Walking along a curve: the step of a segment, tried on one segment after another, across joins
+// Walking along a curve: the step of a segment is tried on one segment after another, across joints
 // and, on closed curves, across the seam, up to a limit.
 #include "crv/curve/GxBezierCurve.h"
 
@@ -6,219 +6,207 @@
 #include "crv/foundation/tolerance.h"
 
 #include <cmath>
-#include <limits>
 
 using crv::internal::LengthCache;
+using crv::internal::StepRange;
 
 namespace {
 
 constexpr int kFound = 0;
 constexpr int kNotFound = -1;
 
-// Short chords: ten of them, or, on ways longer than this (curve units), as many as make them about
-// three units long.
-constexpr double kShare = 0.1;
-constexpr double kLongWay = 30.0;
+// Short chords: ten of them, or, on distances longer than this (curve units), as many as make them
+// about three units long.
+constexpr double kChordFraction = 0.1;
+constexpr double kLongDistance = 30.0;
 constexpr double kChordsPerUnit = 1.0 / 3.0;
 
-// Deliberate: the chords go on up to 5 % beyond the way, which beyond 20 chords admits more of
-// them.
+// Deliberate: chords are taken until 5 % past the distance, so walks of over 20 chords take extra
+// ones.
 constexpr double kMargin = 1.05;
 
-// Guards: points that a walk may take beyond two turns, or in short chords, a third of a second's;
-// and segments that it may pass beyond two turns, which on a curve of one takes no points.
-constexpr double kMaxPoints = 0x1p26;
-constexpr double kMaxSegments = 9e6;
+// A guard: evaluations of a walk, about a second of processor time.
+constexpr double kMaxEvaluations = 0x1p28;
 
-/// Measures a step along a straight line from the point at which the walk starts.
-class FromStart {
+// Evaluations that the visit of a segment takes at least, if its length is not known yet. A visit
+// counts for as many in any case, since walks may go around a single segment for ever.
+constexpr double kLeastEvaluations = 24.0;
+
+// The cost of an evaluation that meets subnormal numbers, in ordinary ones, on processors that
+// handle them in microcode; and the coordinates (curve units) below which it may meet them, in the
+// squares of short chords.
+constexpr double kSubnormalCost = 20.0;
+constexpr double kSquaresUnderflow = 1e-140;
+
+bool meetsSubnormals(GxBezier const& s) {
+  auto const isTiny = [](double x) { return x != 0.0 && std::fabs(x) < kSquaresUnderflow; };
+  for (int i = 0; i < 4; ++i) {
+    if (isTiny(s[i].xval()) || isTiny(s[i].yval())) return true;
+  }
+  return false;
+}
+
+/// The lengths that a walk has measured, and the evaluations that it may still make.
+class Budget {
  public:
-  FromStart(GxCoord<double> const& start, double distance, double* consumed, LengthCache& lengths)
-      : start_(start), distance_(distance), consumed_(consumed), lengths_(lengths) {}
+  LengthCache& lengths() { return lengths_; }
+  bool isSpent() const { return spent_ > kMaxEvaluations; }
 
-  int search(GxBezier const& s, double& t, double startT, double farT, int forward) const {
-    return crv::internal::findNextPos(s, {startT, farT, forward}, distance_ * distance_, t,
-                                      consumed_, lengths_);
+  /// Counts the visit of a segment, with the evaluations made since the last visit.
+  void countVisit(GxBezier const& segment) {
+    double const made = lengths_.evaluations() - counted_;
+    counted_ = lengths_.evaluations();
+    spent_ += max(made, kLeastEvaluations) * (meetsSubnormals(segment) ? kSubnormalCost : 1.0);
   }
-
-  /// Goes on to the next segment.
-  void pass(GxCoord<double> const& end) {
-    // Deliberate: measured from the start of the whole walk, which does not move on.
-    distance_ -= start_.distance(end);
-  }
-
-  unsigned long withoutRepeats(unsigned long before, unsigned long /*n*/) const { return before; }
-
-  /// The number of segments, at most the given one, after which no step can be found any more,
-  /// since what is left of the distance is longer than any; 0 if it stays so for all of them.
-  double segmentsInReach(GxBezierCurve const& curve, double most, int forward) const {
-    int const n = static_cast<int>(curve.length());
-    double longest = 0.0;
-    double turn = 0.0;
-    for (int i = 0; i < n; ++i) {
-      longest = max(longest, lengths_.length(curve[i], 0.0));
-      turn += start_.distance(curve[i][forward ? 3 : 0]);
-    }
-    // Twice the longest, for rounding.
-    double const firstTurn = (distance_ - 2.0 * longest) / turn;
-    double const lastTurn = (distance_ + 2.0 * longest) / turn;
-    return firstTurn * n <= most ? min(most, (lastTurn + 1.0) * n) : 0.0;
-  }
-
-  double points() const { return lengths_.evaluations(); }
 
  private:
-  GxCoord<double> start_;
-  double distance_;
-  double* consumed_;
-  LengthCache& lengths_;
+  LengthCache lengths_;
+  double counted_ = 0.0;
+  double spent_ = 0.0;
 };
-
-/// Measures a step along a straight line from a given point.
-class FromPoint {
- public:
-  FromPoint(GxCoord<double> const& point, double distance)
-      : point_(point), squaredDistance_(distance * distance) {}
-
-  int search(GxBezier const& s, double& t, double startT, double farT, int forward) const {
-    return s.findNextPosFromPoint(t, startT, farT, point_, squaredDistance_, forward);
-  }
-  void pass(GxCoord<double> const& /*end*/) {}
-
-  /// The segments before the last one, without the turns that find what one turn did: nothing.
-  unsigned long withoutRepeats(unsigned long before, unsigned long n) const {
-    return before > 2 * n ? n + 1 + (before - 1) % n : before;
-  }
-  double segmentsInReach(GxBezierCurve const&, double most, int) const { return most; }
-  double points() const { return 0.0; }  // ends within two turns
-
- private:
-  GxCoord<double> point_;
-  double squaredDistance_;
-};
-
-/// segment + n, held at the end of the range of long.
-long saturatedSum(long segment, long n) {
-  return segment > std::numeric_limits<long>::max() - n ? std::numeric_limits<long>::max()
-                                                        : segment + n;
-}
-
-/// i modulo n, not negative.
-long wrapped(long i, long n) { return (i % n + n) % n; }
-
-/// The segments of a walk: the index of the first and the number of those before the last.
-struct Stretch {
-  long first;
-  unsigned long before;
-};
-
-/// The segments from one position to another; false if the way leads nowhere near the limit.
-bool findStretch(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
-                 GxBezierCurvePosition const& limit, bool forward, Stretch& stretch) {
-  long const n = static_cast<long>(curve.length());
-  if (n == 0) return false;
-  long s = from.getSegmentNumber();
-  long e = limit.getSegmentNumber();
-  if (curve.strictIsClosed()) {
-    if (forward && limit < from) e = saturatedSum(e, n);
-    if (!forward && limit > from) s = saturatedSum(s, n);
-  }
-  if (forward ? e < s : s < e) return false;
-  stretch.first = wrapped(s, n);
-  stretch.before = forward ? static_cast<unsigned long>(e) - static_cast<unsigned long>(s)
-                           : static_cast<unsigned long>(s) - static_cast<unsigned long>(e);
-  return true;
-}
-
-/// Tries one segment after another from a position to a limit; to is written where a step is found.
-template <class Measure>
-int walk(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
-         GxBezierCurvePosition const& limit, GxBezierCurvePosition& to, int forward,
-         Measure measure) {
-  Stretch stretch;
-  if (!findStretch(curve, from, limit, forward != 0, stretch)) return kNotFound;
-  long const n = static_cast<long>(curve.length());
-  double const segmentStart = forward ? 0.0 : 1.0;
-  double const segmentEnd = forward ? 1.0 : 0.0;
-  unsigned long const before = measure.withoutRepeats(stretch.before, curve.length());
-  unsigned long const twoTurns = 2 * curve.length();
-  double most = kMaxSegments;
-  long k = stretch.first;
-  double startT = from.getTValue();
-  double lastPoint = 0.0;
-  for (unsigned long i = 0; i <= before; ++i) {
-    if (i == twoTurns + 1) {
-      // Where the limit is out of reach: no further than there is something to find.
-      bool const isTooFar = static_cast<double>(before - i) > most;
-      if (isTooFar) most = measure.segmentsInReach(curve, most, forward);
-      lastPoint = measure.points() + kMaxPoints;
-    }
-    if (i > twoTurns) {
-      bool const isUsedUp = measure.points() > lastPoint;
-      if (isUsedUp || static_cast<double>(i - twoTurns) > most) break;
-    }
-    GxBezier const& segment = curve[static_cast<int>(k)];
-    double const farT = i == before ? limit.getTValue() : segmentEnd;
-    double t = 0.0;
-    if (measure.search(segment, t, startT, farT, forward) != kNotFound) {
-      to = GxBezierCurvePosition(static_cast<int>(k), t);
-      return kFound;
-    }
-    measure.pass(segment[forward ? 3 : 0]);
-    startT = segmentStart;
-    k = forward ? (k + 1) % n : (k + n - 1) % n;
-  }
-  return kNotFound;
-}
 
 /// The end of the curve in the direction of the walk.
 GxBezierCurvePosition farEnd(GxBezierCurve const& curve, int forward) {
   return forward ? curve.lastPos() : curve.firstPos();
 }
 
-/// A step along a straight line from the point at which it starts.
+/// The segments from a position to a limit, in the order of the walk, each with the parameters
+/// between which the step is sought.
+class SegmentWalk {
+ public:
+  SegmentWalk(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
+              GxBezierCurvePosition const& limit, int forward)
+      : curve_(curve),
+        segmentsPerLap_(static_cast<long long>(curve.length())),
+        forward_(forward),
+        startT_(from.getTValue()),
+        limitT_(limit.getTValue()) {
+    if (segmentsPerLap_ == 0) return;
+    long long first = from.getSegmentNumber();
+    long long last = limit.getSegmentNumber();
+    if (curve.strictIsClosed()) {
+      if (forward && limit < from) last += segmentsPerLap_;
+      if (!forward && limit > from) first += segmentsPerLap_;
+    } else if (forward ? last < first : first < last) {
+      // A limit that lies behind is never met: the walk ends with the curve.
+      GxBezierCurvePosition const end = farEnd(curve, forward);
+      last = end.getSegmentNumber();
+      limitT_ = end.getTValue();
+    }
+    total_ = (forward ? last - first : first - last) + 1;
+    number_ = (first % segmentsPerLap_ + segmentsPerLap_) % segmentsPerLap_;
+  }
+
+  bool isOver() const { return visited_ >= total_; }
+  bool isBeyondTwoLaps() const { return visited_ > 2 * segmentsPerLap_; }
+
+  int number() const { return static_cast<int>(number_); }
+  GxBezier const& segment() const { return curve_[number()]; }
+  StepRange range() const {
+    bool const isLast = visited_ + 1 == total_;
+    return {startT_, isLast ? limitT_ : (forward_ ? 1.0 : 0.0), forward_};
+  }
+
+  void advance() {
+    ++visited_;
+    startT_ = forward_ ? 0.0 : 1.0;
+    number_ += forward_ ? 1 : -1;
+    if (number_ == segmentsPerLap_) number_ = 0;
+    if (number_ < 0) number_ = segmentsPerLap_ - 1;
+  }
+
+  void stop() { visited_ = total_; }
+
+  /// Leaves out whole laps between the first and the last, in which a search that does not depend
+  /// on the lap would find nothing new.
+  void skipRepeatedLaps() {
+    long long const beforeLast = total_ - 1;
+    if (beforeLast <= 2 * segmentsPerLap_) return;
+    total_ = segmentsPerLap_ + 2 + (beforeLast - 1) % segmentsPerLap_;
+  }
+
+ private:
+  GxBezierCurve const& curve_;
+  long long segmentsPerLap_;
+  int forward_;
+  double startT_;
+  double limitT_;
+  long long total_ = 0;
+  long long visited_ = 0;
+  long long number_ = 0;
+};
+
+/// Calls search(segment, range, t) for one segment after another until it finds a step to t; only
+/// then to is written.
+template <class Search>
+int findOnSegments(SegmentWalk& segments, GxBezierCurvePosition& to, Search const& search) {
+  for (; !segments.isOver(); segments.advance()) {
+    double t = 0.0;
+    if (search(segments.segment(), segments.range(), t) == kFound) {
+      to = GxBezierCurvePosition(segments.number(), t);
+      return kFound;
+    }
+  }
+  return kNotFound;
+}
+
+/// A step at a straight-line distance from the point at which it starts.
 int stepFromStart(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
-                  GxBezierCurvePosition const& limit, GxBezierCurvePosition& to, double d,
-                  int forward, double* consumed, LengthCache& lengths) {
-  FromStart const measure(curve.locateCurvePosition(from), d, consumed, lengths);
-  return walk(curve, from, limit, to, forward, measure);
+                  GxBezierCurvePosition const& limit, GxBezierCurvePosition& to, double distance,
+                  int forward, double* consumed, Budget& budget) {
+  GxCoord<double> const start = curve.locateCurvePosition(from);
+  SegmentWalk segments(curve, from, limit, forward);
+  auto const search = [&](GxBezier const& s, StepRange const& range, double& t) {
+    if (segments.isBeyondTwoLaps() && budget.isSpent()) {
+      segments.stop();
+      return kNotFound;
+    }
+    int const code =
+        crv::internal::findNextPos(s, range, distance * distance, t, consumed, budget.lengths());
+    budget.countVisit(s);
+    // Deliberate: measured from the start of the whole walk, which does not move on.
+    if (code == kNotFound) distance -= start.distance(s[forward ? 3 : 0]);
+    return code;
+  };
+  return findOnSegments(segments, to, search);
 }
 
 /// A step towards the end of the curve; consumed, if not null, grows by its length if it is found.
-int step(GxBezierCurve const& curve, GxBezierCurvePosition const& from, GxBezierCurvePosition& to,
-         double d, int forward, double* consumed, LengthCache& lengths) {
+int stepTowardsEnd(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
+                   GxBezierCurvePosition& to, double d, int forward, double* consumed,
+                   Budget& budget) {
   double length = 0.0;
   int const result = stepFromStart(curve, from, farEnd(curve, forward), to, d, forward,
-                                   consumed == nullptr ? nullptr : &length, lengths);
+                                   consumed == nullptr ? nullptr : &length, budget);
   if (result == kFound && consumed != nullptr) *consumed += length;
   return result;
 }
 
-/// Walks a way d in short chords; to becomes the last position reached.
+/// Walks a distance d in short chords; to becomes the last position reached.
 int walkInShortChords(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
                       GxBezierCurvePosition& to, double d, int forward, double* consumed,
-                      LengthCache& lengths) {
-  double const chord = d > kLongWay ? d / std::trunc(d * kChordsPerUnit) : d * kShare;
+                      Budget& budget) {
+  double const chord = d > kLongDistance ? d / std::trunc(d * kChordsPerUnit) : d * kChordFraction;
   GxBezierCurvePosition reached(from);
   int result = curve.length() == 0 ? kNotFound : kFound;
-  for (double way = chord; result == kFound && way < d * kMargin; way += chord) {
+  for (double walked = chord; result == kFound && walked < d * kMargin; walked += chord) {
     GxBezierCurvePosition next;
-    result = lengths.evaluations() > kMaxPoints
+    result = budget.isSpent()
                  ? kNotFound
-                 : step(curve, reached, next, chord, forward, consumed, lengths);
+                 : stepTowardsEnd(curve, reached, next, chord, forward, consumed, budget);
     if (result == kFound) reached = next;
-    if (chord == 0.0) break;  // underflown, it would be taken for ever
+    if (chord == 0.0) break;  // a tenth of d has underflown: the walk would never advance
   }
   to = reached;
   return result;
 }
 
-/// One chord in mode 0, else short chords, with a fresh count of points.
+/// One chord in mode 0, else short chords.
 int stepOrWalk(GxBezierCurve const& curve, GxBezierCurvePosition const& from,
                GxBezierCurvePosition& to, double d, int forward, double* consumed, int mode) {
-  LengthCache lengths;
-  return mode == 0 ? step(curve, from, to, d, forward, consumed, lengths)
-                   : walkInShortChords(curve, from, to, d, forward, consumed, lengths);
+  Budget budget;
+  return mode == 0 ? stepTowardsEnd(curve, from, to, d, forward, consumed, budget)
+                   : walkInShortChords(curve, from, to, d, forward, consumed, budget);
 }
 
 }  // namespace
@@ -231,8 +219,8 @@ int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from, GxBezierCurveP
 int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from,
                                GxBezierCurvePosition const& limit, GxBezierCurvePosition& to,
                                double d, int forward) const {
-  LengthCache lengths;
-  return stepFromStart(*this, from, limit, to, d, forward, nullptr, lengths);
+  Budget budget;
+  return stepFromStart(*this, from, limit, to, d, forward, nullptr, budget);
 }
 
 int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition& to,
@@ -246,8 +234,8 @@ int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from, GxBezierCurveP
 int GxBezierCurve::findNextPos(GxBezierCurvePosition const& from,
                                GxBezierCurvePosition const& limit, GxBezierCurvePosition& to,
                                double d, double& consumed, int forward) const {
-  LengthCache lengths;
-  return stepFromStart(*this, from, limit, to, d, forward, &consumed, lengths);
+  Budget budget;
+  return stepFromStart(*this, from, limit, to, d, forward, &consumed, budget);
 }
 
 int GxBezierCurve::findNextPosFromPoint(GxCoord<double> const& p, GxBezierCurvePosition const& from,
@@ -258,5 +246,9 @@ int GxBezierCurve::findNextPosFromPoint(GxCoord<double> const& p, GxBezierCurveP
 int GxBezierCurve::findNextPosFromPoint(GxCoord<double> const& p, GxBezierCurvePosition const& from,
                                         GxBezierCurvePosition const& limit,
                                         GxBezierCurvePosition& to, double d, int forward) const {
-  return walk(*this, from, limit, to, forward, FromPoint(p, d));
+  SegmentWalk segments(*this, from, limit, forward);
+  segments.skipRepeatedLaps();
+  return findOnSegments(segments, to, [&](GxBezier const& s, StepRange const& range, double& t) {
+    return crv::internal::findNextPosFromPoint(s, range, p, d * d, t);
+  });
 }

@@ -63,10 +63,10 @@ TEST(GxBezierCurveWalk, LimitsAndTheSeamDecideHowFarItGoes) {
   GxBezierCurve curve = along({0, 10, 20, 30, 0});
   // Closed, from, limit, distance, forward, and the x where it ends, or -1. On a closed curve the
   // end is not across the seam; on an open one a walk with a limit beyond the end goes on at the
-  // start.
+  // start, and one with a limit behind ends with the curve.
   for (auto const& row :
-       table("0 0.25 0.75 4 1 6.5; 0 0.25 1.5 14 1 -1; 0 2.5 0 12 0 13; 0 1.5 0.5 4 1 -1;"
-             "0 0.5 1.5 4 0 -1; 1 3.9 1 5 1 2; 1 0.2 3 5 0 3; 1 3.9 4 5 1 -1; 1 1.5 1.5 1 1 -1;"
+       table("0 0.25 0.75 4 1 6.5; 0 0.25 1.5 14 1 -1; 0 2.5 0 12 0 13; 0 1.5 0.5 4 1 19;"
+             "0 0.5 1.5 4 0 1; 1 3.9 1 5 1 2; 1 0.2 3 5 0 3; 1 3.9 4 5 1 -1; 1 1.5 1.5 1 1 -1;"
              "0 4 0 4 0 4; 0 1.5 9.5 16 1 26; 0 0.5 2147483646 1e9 1 -1; 1 1.5 1.5 1 0 -1")) {
     SCOPED_TRACE(testing::Message() << row[1] << " to " << row[2]);
     curve.setStrictIsClosed(row[0] != 0);

@@ -355,12 +355,12 @@ TEST(Guards, WalksGoAroundAsLongAsAStepCanBeFound) {
       EXPECT_BITS(plain, to[1]);
     }
   }
-  // Every turn takes 1 off the distance; there are nine million at most.
+  // Every lap takes 1 off the distance and counts for 24 evaluations at least.
   Position near, far;
   ASSERT_EQ(0, unit.findNextPos({0, 0.0}, {INT_MAX, 0.5}, near, 9000.5, 1));
-  EXPECT_EQ(0, unit.findNextPos({0, 0.0}, {INT_MAX, 0.5}, far, 8999990.5, 1));
+  EXPECT_EQ(0, unit.findNextPos({0, 0.0}, {INT_MAX, 0.5}, far, 11184800.5, 1));
   EXPECT_BITS(near, far);
-  EXPECT_EQ(-1, unit.findNextPos({0, 0.0}, {INT_MAX, 0.5}, far, 9000010.5, 1));
+  EXPECT_EQ(-1, unit.findNextPos({0, 0.0}, {INT_MAX, 0.5}, far, 11184820.5, 1));
   // From a point all whole turns are alike, but those of the first and the last segment are none.
   GxBezierCurve const lines = support::polygon({0, 0, 10, 0, 10, 9});
   for (double const limit : {0.5, 3.5, 4.5, 1000.5, 1001.5, 2147483645.5, 2147483646.5}) {
@@ -397,7 +397,7 @@ TEST(Guards, ShortChordsAreCountedBeyondTheRangeOfIntAndBelowThatOfDoubles) {
 }
 
 TEST(Guards, ShortChordsAreWalkedUntilTheirPointsAreUsedUp) {
-  // Measuring a length takes 327,670 points, of which 2^26 are 204.8.
+  // Measuring a length takes 327,670 points, of which 2^28 are 819.2.
   GxBezierCurve const curve =
       support::curveOf({support::bezier(0, 0, 5e10, 0, 5e10, 1e10, 1e11, 1e10)});
   Position const from(0, 0.0);
@@ -405,10 +405,10 @@ TEST(Guards, ShortChordsAreWalkedUntilTheirPointsAreUsedUp) {
   EXPECT_EQ(-1, curve.findNextPos(from, to, 1e6, 1, 1));
   double const chord = 1e6 / std::trunc(1e6 / 3.0);
   int count = 0;
-  for (; count < 500 && !(plain == to); ++count, plain = next) {
+  for (; count < 1000 && !(plain == to); ++count, plain = next) {
     ASSERT_EQ(0, curve.findNextPos(plain, next, chord, 1, 0));
   }
-  EXPECT_NEAR(count, 204.8, 1);
+  EXPECT_NEAR(count, 819.2, 1);
   // Points are counted, not guessed: near this end, which is a cusp, lengths take few.
   GxBezierCurve const cusp =
       support::curveOf({support::bezier(-6388600, 3162518, -6010237, 6388600, 639, 40, 639, 40)});
