@@ -1,20 +1,34 @@
-// The indexed list: a ring of element copies with a cursor, and indices that wrap.
+// The indexed list: a ring of element copies with a cursor, indices that wrap and forward
+// iterators.
 #pragma once
 
 #include "crv/export.h"
 #include "crv/foundation/GxCoord.h"
 
 #include <cassert>
+#include <cstddef>
+#include <iterator>
 
 /// An ordered collection of T, stored by copy and handed out by reference; a reference stays valid
-/// until its element is removed. A cursor remembers the node last reached, so that loops over 0, 1,
-/// 2, ... cost one step an access; the last element is one step from the first. Indices beyond the
-/// end wrap modulo the length. The cursor is state of the list, even of a const one: a list is used
-/// by one thread at a time. T needs a copy constructor, and == where find or comparisons are used.
-/// An element whose copy throws, or memory that runs out, leaves the list as it was.
+/// until its element is removed. A cursor remembers the node last reached: sequential indexing
+/// costs one step per access, and any other index is reached from the nearest of cursor, first and
+/// last element. Indices beyond the end wrap modulo the length. The cursor is state of the list,
+/// even of a const one, so only one thread at a time may use a list by index; iterators leave the
+/// cursor alone. T needs a copy constructor, and == where find or comparisons are used. When
+/// copying an element throws or memory runs out, the list stays as it was.
 template <class T>
 class GxList {
+  struct Node;
+  template <class Value>
+  class NodeIterator;
+
  public:
+  /// Forward iterators from the first element to the last. An iterator stays valid until its
+  /// element is removed or moved into another list; elements added behind it are still visited.
+  using iterator = NodeIterator<T>;
+  using const_iterator = NodeIterator<T const>;
+  using value_type = T;
+
   GxList() = default;
 
   /// A copy of every element in order; the cursor of the copy is at the first.
@@ -26,16 +40,20 @@ class GxList {
   virtual ~GxList() { empty(); }
 
   /// Removes every element; the list stays usable.
-  void empty() {
-    while (count_ != 0) removeByIndex(-1);
-  }
+  void empty();
 
   unsigned length() const { return count_; }
+
+  iterator begin() { return iterator(*this, head_); }
+  iterator end() { return iterator(*this, nullptr); }
+  const_iterator begin() const { return const_iterator(*this, head_); }
+  const_iterator end() const { return const_iterator(*this, nullptr); }
 
   /// Moves the cursor to the first element; returns 1 when there is one, else 0.
   int first() const {
     cursor_ = head_;
     index_ = 0;
+    isIndexExact_ = true;
     return head_ != nullptr;
   }
 
@@ -64,7 +82,14 @@ class GxList {
   }
 
   /// Moves the cursor to index i modulo the length; does nothing on an empty list.
-  void moveTo(unsigned i) const;
+  void moveTo(unsigned i) const {
+    if (i == index_ + 1 && i < count_ && isIndexExact_) {
+      cursor_ = cursor_->next;
+      index_ = i;
+    } else {
+      seek(i);
+    }
+  }
 
   /// The element at index i modulo the length. Precondition: the list is not empty.
   T& operator()(unsigned i) {
@@ -78,7 +103,17 @@ class GxList {
 
   /// Appends a copy of value and returns the stored copy. The cursor stays, unless the list was
   /// empty.
-  T& add(T const& value);
+  T& add(T const& value) {
+    Node* const node = new Node(value);
+    if (count_ == 0) {
+      head_ = node;
+      first();
+    } else {
+      linkBefore(head_, node);
+    }
+    ++count_;
+    return node->element;
+  }
 
   /// Stores a copy of value before the element at index and returns the stored copy; the cursor
   /// goes to the first element.
@@ -89,14 +124,17 @@ class GxList {
   /// Other negative indices count as unsigned ones, modulo the length.
   virtual T& insert(T const& value, int index);
 
-  /// Removes the element at index, reached by walking from the first, modulo the length; -1 removes
-  /// the one at the cursor, any other negative index the first. The cursor stays on its element; if
-  /// that is removed, it moves to the next. Does nothing on an empty list.
+  /// Removes the element at index modulo the length; -1 removes the one at the cursor, any other
+  /// negative index the first. The cursor stays on its element; if that is removed, it moves to the
+  /// next. Does nothing on an empty list. After an index of length or more the cursor may count
+  /// from a wrong place: every index then names the next element after the one it should, until the
+  /// cursor has been set to the first or the last.
   void remove(int index) { removeByIndex(index); }
   void removeByIndex(int index);
 
   /// Moves the element at from so that it ends up at index to; returns 1 when done, 0 (and nothing
-  /// is changed) when an index is out of range or they are equal.
+  /// is changed) when an index is out of range or they are equal. Where indices are off (see
+  /// remove), from is counted from the first element, but to is off with the others.
   int move(int from, int to);
 
   /// The index of the first element equal to value, or -1.
@@ -118,6 +156,7 @@ class GxList {
   /// Moves all elements of other, without copying, before the element at index; other ends up
   /// empty. With index -1 the result starts with other's elements, goes on from the element at the
   /// cursor and ends with those that stood before it. A list injected into itself stays as it is.
+  /// After an index of length or more, later indices may be off by other's length, as after remove.
   void inject(GxList& other, int index);
 
   /// Moves all elements of other, without copying, to the end; other ends up empty. A list joined
@@ -136,7 +175,51 @@ class GxList {
     Node* prev;
   };
 
+  /// A node of a list; null stands for the end. It asks the list for its first node at each step,
+  /// so elements may be added in front as well.
+  template <class Value>
+  class NodeIterator {
+   public:
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = T;
+    using difference_type = std::ptrdiff_t;
+    using pointer = Value*;
+    using reference = Value&;
+
+    NodeIterator() = default;
+    NodeIterator(GxList const& list, Node* node) : list_(&list), node_(node) {}
+
+    /// An iterator converts to a const_iterator.
+    operator NodeIterator<T const>() const { return {*list_, node_}; }
+
+    reference operator*() const {
+      assert(node_ != nullptr);
+      return node_->element;
+    }
+    pointer operator->() const { return &**this; }
+
+    NodeIterator& operator++() {
+      node_ = node_->next == list_->head_ ? nullptr : node_->next;
+      return *this;
+    }
+    NodeIterator operator++(int) {
+      NodeIterator const before = *this;
+      ++*this;
+      return before;
+    }
+
+    friend bool operator==(NodeIterator const& a, NodeIterator const& b) {
+      return a.node_ == b.node_;
+    }
+    friend bool operator!=(NodeIterator const& a, NodeIterator const& b) { return !(a == b); }
+
+   private:
+    GxList const* list_ = nullptr;
+    Node* node_ = nullptr;
+  };
+
   static void linkBefore(Node* position, Node* firstNode);
+  inline void seek(unsigned i) const;
   void link(Node* node, int index);
   Node* unlink(int index);
   void addAll(GxList const& other);
@@ -148,34 +231,41 @@ class GxList {
   mutable Node* cursor_ = nullptr;
   mutable unsigned index_ = 0;
   unsigned count_ = 0;
+  mutable bool isIndexExact_ = true;  // false where index_ may not be the cursor's
 };
 
 template <class T>
-void GxList<T>::moveTo(unsigned i) const {
+void GxList<T>::empty() {
+  Node* node = cursor_;
+  unsigned const count = count_;
+  forgetNodes();
+  for (unsigned n = 0; n < count; ++n) {
+    Node* const next = node->next;
+    delete node;
+    node = next;
+  }
+}
+
+/// Moves the cursor to index i modulo the length from the nearest of cursor, first and last
+/// element.
+template <class T>
+void GxList<T>::seek(unsigned i) const {
   if (count_ == 0) return;
   unsigned const k = i < count_ ? i : i % count_;
-  if (cursor_ == nullptr) first();
-  if (k == 0) {
+  unsigned const last = count_ - 1;
+  // Deliberate: an index that is off stays off until the cursor meets the first or the last
+  // element.
+  bool const fromHead = k == 0 || (isIndexExact_ && k < index_ && k < index_ - k);
+  bool const fromLast = k == last || (isIndexExact_ && k > index_ && last - k < k - index_);
+  if (fromHead) {
     first();
-  } else if (k == count_ - 1) {
+  } else if (fromLast) {
     cursor_ = head_->prev;
-    index_ = k;
+    index_ = last;
+    isIndexExact_ = true;
   }
   for (; index_ < k; ++index_) cursor_ = cursor_->next;
   for (; index_ > k; --index_) cursor_ = cursor_->prev;
-}
-
-template <class T>
-T& GxList<T>::add(T const& value) {
-  Node* const node = new Node(value);
-  if (count_ == 0) {
-    head_ = node;
-    first();
-  } else {
-    linkBefore(head_, node);
-  }
-  ++count_;
-  return node->element;
 }
 
 template <class T>
@@ -209,8 +299,10 @@ typename GxList<T>::Node* GxList<T>::unlink(int index) {
     cursor_ = victim->next;
     if (cursor_ == head_) index_ = 0;
   } else if (i < index_) {
-    // Deliberate: the index as given is compared, not the wrapped one.
     --index_;
+  } else if (i >= count_) {
+    // Deliberate: the index as given is compared with the cursor's, not the wrapped one.
+    isIndexExact_ = false;
   }
   victim->prev->next = victim->next;
   victim->next->prev = victim->prev;
@@ -293,8 +385,12 @@ void GxList<T>::inject(GxList& other, int index) {
     if (index == -1 || index == 0) head_ = other.head_;
   }
   count_ += other.count_;
-  // Deliberate: a wrapped index beyond the cursor's leaves the cursor's index as it was.
-  if (index == -1 || static_cast<unsigned>(index) <= index_) recalcIndex();
+  if (index == -1 || static_cast<unsigned>(index) <= index_) {
+    recalcIndex();
+  } else if (cursor_ != head_) {
+    // Deliberate: a wrapped index beyond the cursor's leaves the cursor's index as it was.
+    isIndexExact_ = false;
+  }
   other.forgetNodes();
 }
 
@@ -330,6 +426,7 @@ void GxList<T>::addAll(GxList const& other) {
 template <class T>
 void GxList<T>::recalcIndex() {
   index_ = 0;
+  isIndexExact_ = true;
   for (Node* node = head_; node != cursor_; node = node->next) ++index_;
 }
 
@@ -351,6 +448,7 @@ void GxList<T>::forgetNodes() {
   head_ = nullptr;
   cursor_ = nullptr;
   index_ = 0;
+  isIndexExact_ = true;
   count_ = 0;
 }
 
