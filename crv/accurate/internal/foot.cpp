@@ -1,0 +1,310 @@
+// With q(t) the place relative to the point that asks and v(t) a third of its derivative, f = q.v
+// is a sixth of the derivative of the squared distance D: a polynomial of degree 5. In Bernstein
+// form, its coefficients times the width of the piece, added up from D at the piece's start, are
+// the Bernstein coefficients of D; none of the piece is nearer than the least of them.
+#include "crv/accurate/internal/foot.h"
+
+#include "crv/accurate/internal/scale.h"
+
+#include <cmath>
+
+namespace crv::internal {
+namespace {
+
+// Relative to the products summed: bounds the error of a coefficient of f, of a single product,
+// and of D.
+constexpr double kCoefficientNoise = 16 * kRounding;
+constexpr double kProductNoise = 8 * kRounding;
+constexpr double kDistanceNoise = 64 * kRounding;
+
+// Parameter of a piece: where it is halved. Off the middle, where symmetric input has its roots.
+constexpr double kHalving = 15.0 / 32.0;
+
+// Parameter: pieces narrower than this are sampled. Within them a cubic moves by rounding only,
+// unless it has a cusp there and the point lies on it.
+constexpr double kNarrow = 0x1p-40;
+
+// Parameter: a step of Halley's iteration below kLastStep is its last, because the next is its
+// cube, provided that steps shrink by kQuick; where they do not, at a cusp, one below kSettled.
+constexpr double kLastStep = 0x1p-27;
+constexpr double kQuick = 0x1p-9;
+constexpr double kSettled = 0x1p-50;
+
+// Steps of the iteration before it bisects in turn, and all steps, more than bisection needs.
+constexpr int kFreeSteps = 8;
+constexpr int kMaxSteps = 140;
+
+// Pieces that wait are each about half as wide as the one before: as many as down to kNarrow.
+constexpr int kMaxPieces = 48;
+
+// Samples on a piece, and the distance of parameters from which on they need not come closer: at a
+// cusp the places are then nearer to each other than rounding.
+constexpr int kSamples = 16;
+constexpr double kLastSampling = 0x1p-30;
+
+double size(Point const& p) { return max(std::fabs(p.x), std::fabs(p.y)); }
+
+/// f over the parameters from start to start + width.
+struct Piece {
+  double f[6];
+  double start;
+  double width;
+  double squaredDistance;  // at the start
+  bool isLast;             // it ends where the cubic does
+};
+
+/// The errors of coefficients of f.
+struct Noise {
+  double inside, atStart, atEnd;
+};
+
+/// The signs of the coefficients of f, as sets of indices; those within the noise have none.
+struct Signs {
+  unsigned negative = 0;
+  unsigned positive = 0;
+  bool areCertain = false;
+
+  Signs(Piece const& piece, Noise const& noise) {
+    for (unsigned k = 0; k < 6; ++k) {
+      negative |= static_cast<unsigned>(piece.f[k] < -noise.inside) << k;
+      positive |= static_cast<unsigned>(piece.f[k] > noise.inside) << k;
+    }
+    if (piece.start == 0.0) setEnd(0, piece.f[0], noise.atStart);
+    if (piece.isLast) setEnd(5, piece.f[5], noise.atEnd);
+    areCertain = (negative | positive | vanishing_) == 63U;
+  }
+
+  bool areNone() const { return (negative | positive) == 0; }
+  bool riseOnce() const { return isBelow(negative, positive); }
+  bool neverRise() const { return negative == 0 || positive == 0 || isBelow(positive, negative); }
+
+ private:
+  /// At the ends of the cubic f is one product. It may vanish: handles may be retracted, and the
+  /// ends compete anyway.
+  void setEnd(unsigned k, double f, double noise) {
+    negative |= static_cast<unsigned>(f < -noise) << k;
+    positive |= static_cast<unsigned>(f > noise) << k;
+    vanishing_ |= static_cast<unsigned>(std::fabs(f) <= noise) << k;
+  }
+
+  /// True when all of one set, not empty, lies below all of the other, not empty.
+  static bool isBelow(unsigned low, unsigned high) {
+    return low != 0 && high != 0 && low < (high & (0U - high));
+  }
+
+  unsigned vanishing_ = 0;
+};
+
+class Search {
+ public:
+  Search(Cubic const& cubic, Point const& p, double limit) : limit_(limit) {
+    for (int i = 0; i < 4; ++i) q_.p[i] = cubic.p[i] - p;
+    for (int i = 0; i < 3; ++i) e_[i] = cubic.p[i + 1] - cubic.p[i];
+    bend_[0] = e_[1] - e_[0];
+    bend_[1] = e_[2] - e_[1];
+    jerk_ = bend_[1] - bend_[0];
+    for (Point const& q : q_.p) largest_ = max(largest_, size(q));
+    for (Point const& e : e_) largestEdge_ = max(largestEdge_, size(e));
+  }
+
+  Foot run() {
+    best_ = start();
+    if (largestEdge_ == 0.0 || best_.squaredDistance == 0.0) return best_;
+    limit_ = min(limit_, min(best_.squaredDistance, end().squaredDistance));
+    noise_ = {kCoefficientNoise * largest_ * largestEdge_,
+              kProductNoise * size(q_.p[0]) * size(e_[0]),
+              kProductNoise * size(q_.p[3]) * size(e_[2])};
+    searchPieces();
+    offer(end());
+    return best_;
+  }
+
+ private:
+  /// The place at t and the derivatives there: the offset q, v, a half of the derivative of v.
+  struct Motion {
+    Point q, v, a;
+  };
+
+  Foot start() const { return {0.0, q_.p[0], dot(q_.p[0], q_.p[0])}; }
+  Foot end() const { return {1.0, q_.p[3], dot(q_.p[3], q_.p[3])}; }
+
+  /// Taken from the nearer end, where a straight segment along an axis keeps its coordinate
+  /// exactly.
+  Motion motion(double t) const {
+    bool const isEarly = t < 0.5;
+    double const d = isEarly ? t : t - 1.0;
+    Point const& q = isEarly ? q_.p[0] : q_.p[3];
+    Point const& e = isEarly ? e_[0] : e_[2];
+    Point const& bend = isEarly ? bend_[0] : bend_[1];
+    Point const a = bend + jerk_ * d;
+    return {q + (e * 3.0 + (bend * 2.0 + a) * d) * d, e + (bend + a) * d, a};
+  }
+
+  Piece whole() const {
+    Point const* q = q_.p;
+    double const f0 = dot(q[0], e_[0]);
+    double const f1 = (2.0 * dot(q[0], e_[1]) + 3.0 * dot(q[1], e_[0])) * 0.2;
+    double const f2 = (dot(q[0], e_[2]) + 6.0 * dot(q[1], e_[1]) + 3.0 * dot(q[2], e_[0])) * 0.1;
+    double const f3 = (3.0 * dot(q[1], e_[2]) + 6.0 * dot(q[2], e_[1]) + dot(q[3], e_[0])) * 0.1;
+    double const f4 = (3.0 * dot(q[2], e_[2]) + 2.0 * dot(q[3], e_[1])) * 0.2;
+    double const f5 = dot(q[3], e_[2]);
+    return {{f0, f1, f2, f3, f4, f5}, 0.0, 1.0, best_.squaredDistance, true};
+  }
+
+  /// D at a piece's end, and the least Bernstein coefficient of D over the piece.
+  static double squaredDistanceAtEnd(Piece const& piece, double& least) {
+    double d = piece.squaredDistance;
+    least = d;
+    for (double const f : piece.f) {
+      d += f * piece.width;
+      least = min(least, d);
+    }
+    return d;
+  }
+
+  /// De Casteljau's triangle: the piece keeps its first part, the other one is returned.
+  static Piece cut(Piece& piece) {
+    Piece rest = piece;
+    for (int r = 0; r < 5; ++r) {
+      piece.f[r] = rest.f[0];
+      for (int k = 0; k < 5 - r; ++k) rest.f[k] += (rest.f[k + 1] - rest.f[k]) * kHalving;
+    }
+    piece.f[5] = rest.f[0];
+    rest.start = piece.start + piece.width * kHalving;
+    rest.width = piece.width * (1.0 - kHalving);
+    piece.width *= kHalving;
+    piece.isLast = false;
+    double least = 0.0;
+    rest.squaredDistance = squaredDistanceAtEnd(piece, least);
+    return rest;
+  }
+
+  void searchPieces() {
+    Piece waiting[kMaxPieces];
+    int count = 1;
+    waiting[0] = whole();
+    double const slack = kDistanceNoise * largest_ * largest_;
+    while (count > 0) {
+      Piece& piece = waiting[count - 1];
+      double least = 0.0;
+      squaredDistanceAtEnd(piece, least);
+      Signs const signs(piece, noise_);
+      if (least - slack > limit_ || (signs.areCertain && signs.neverRise())) {
+        --count;
+      } else if (signs.areCertain && signs.riseOnce()) {
+        offer(footWhereItRises(piece, signs));
+        --count;
+      } else if (signs.areNone() || piece.width < kNarrow) {
+        offerSamples(piece);
+        --count;
+      } else {
+        Piece const rest = cut(piece);
+        waiting[count] = piece;
+        waiting[count - 1] = rest;
+        ++count;
+      }
+    }
+  }
+
+  /// Where the control polygon of f rises through zero, then the iteration from there.
+  Foot footWhereItRises(Piece const& piece, Signs const& signs) const {
+    int low = 0;
+    while ((signs.negative >> (low + 1)) != 0) ++low;
+    int high = low + 1;
+    while (((signs.positive >> high) & 1U) == 0) ++high;
+    double const share = piece.f[low] / (piece.f[low] - piece.f[high]);
+    double const guess = (low + share * (high - low)) * 0.2;
+    return polished(piece.start, piece.start + piece.width, piece.start + piece.width * guess);
+  }
+
+  /// The foot between two parameters, f being negative at low and positive at high.
+  Foot polished(double low, double high, double t) const {
+    double previous = 1.0;
+    for (int step = 0;; ++step) {
+      Motion const m = motion(t);
+      double const f = dot(m.q, m.v);
+      double const df = 3.0 * dot(m.v, m.v) + 2.0 * dot(m.q, m.a);
+      double const ddf = 18.0 * dot(m.v, m.a) + 2.0 * dot(m.q, jerk_);
+      (f < 0.0 ? low : high) = t;
+      double const inverse = 1.0 / df;
+      double const newton = f * inverse;
+      double const halley = newton / (1.0 - 0.5 * newton * (ddf * inverse));
+      double next = t - halley;
+      bool const isInside = next >= low && next <= high;  // not so where it is NaN
+      bool const isLast = std::fabs(halley) < min(kLastStep, max(kQuick * previous, kSettled));
+      if (isInside && (isLast || step >= kMaxSteps)) {
+        return footAfter(m, next - t, next);
+      }
+      if (!isInside || (step >= kFreeSteps && step % 2 == 0)) next = 0.5 * (low + high);
+      if (f == 0.0 || next == t || step >= kMaxSteps) return footAfter(m, 0.0, t);
+      previous = std::fabs(next - t);
+      t = next;
+    }
+  }
+
+  /// The foot at next, a step after the parameter of the motion.
+  Foot footAfter(Motion const& m, double step, double next) const {
+    if (next <= 0.0) return start();
+    if (next >= 1.0) return end();
+    Point const q = m.q + (m.v * 3.0 + (m.a * 3.0 + jerk_ * step) * step) * step;
+    return {next, q, dot(q, q)};
+  }
+
+  Foot sampled(double t) const { return footAfter(motion(t), 0.0, t); }
+
+  /// Offers the low ones among samples on a piece, taken ever closer around the lowest. The
+  /// coefficients say nothing here, but places still do, and f as computed from place and velocity.
+  void offerSamples(Piece const& piece) {
+    double low = piece.start;
+    double high = piece.start + piece.width;
+    double step = 1.0;
+    do {
+      step = (high - low) / kSamples;
+      Foot samples[kSamples + 1];
+      for (int i = 0; i <= kSamples; ++i) samples[i] = sampled(low + step * i);
+      Foot lowest = samples[0];
+      for (int i = 0; i <= kSamples; ++i) {
+        double const d = samples[i].squaredDistance;
+        if (i > 0 && samples[i - 1].squaredDistance < d) continue;
+        if (i < kSamples && samples[i + 1].squaredDistance < d) continue;
+        offer(samples[i]);
+        offerNear(samples[i].t, step);
+        if (d < lowest.squaredDistance) lowest = samples[i];
+      }
+      low = max(lowest.t - 2.0 * step, 0.0);
+      high = min(lowest.t + 2.0 * step, 1.0);
+    } while (step > kLastSampling);
+  }
+
+  void offerNear(double t, double step) {
+    double const low = max(t - step, 0.0);
+    double const high = min(t + step, 1.0);
+    Motion const before = motion(low);
+    Motion const behind = motion(high);
+    bool const rises = dot(before.q, before.v) < 0.0 && dot(behind.q, behind.v) > 0.0;
+    if (rises) offer(polished(low, high, t));
+  }
+
+  void offer(Foot const& foot) {
+    if (isNearer(foot.squaredDistance, best_.squaredDistance)) best_ = foot;
+    limit_ = min(limit_, foot.squaredDistance);
+  }
+
+  Cubic q_;        // relative to the point that asks
+  Point e_[3];     // its edges, computed before that
+  Point bend_[2];  // differences of the edges
+  Point jerk_;     // the difference of these
+  double largest_ = 0.0;
+  double largestEdge_ = 0.0;
+  Noise noise_ = {};
+  double limit_;
+  Foot best_ = {};
+};
+
+}  // namespace
+
+Foot nearestFoot(Cubic const& cubic, Point const& p, double limit) {
+  return Search(cubic, p, limit).run();
+}
+
+}  // namespace crv::internal

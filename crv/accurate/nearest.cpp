@@ -1,0 +1,49 @@
+#include "crv/accurate/nearest.h"
+
+#include "crv/accurate/internal/chain.h"
+#include "crv/accurate/internal/foot.h"
+
+#include <limits>
+
+namespace crv {
+namespace {
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+
+}  // namespace
+
+NearestOnSegment nearest(Segment const& segment, Point const& p) {
+  internal::Cubic const cubic = internal::cubic(segment);
+  internal::Point const from = internal::plain(p);
+  internal::Magnitude magnitude;
+  magnitude.add(cubic);
+  magnitude.add(from);
+  if (!internal::isUsable(magnitude.value())) return {0.0, Point(kNaN, kNaN), kNaN};
+  internal::Foot const foot = internal::nearestFoot(cubic, from, kInfinity);
+  internal::Point const place = internal::placeOf(foot, cubic, from);
+  return {foot.t, Point(place.x, place.y), std::sqrt(foot.squaredDistance)};
+}
+
+std::optional<NearestOnCurve> nearest(Curve const& curve, Point const& p) {
+  internal::Chain const chain(curve);
+  internal::Point const from = internal::plain(p);
+  internal::Magnitude magnitude;
+  for (internal::Cubic const& cubic : chain.segments) magnitude.add(cubic);
+  magnitude.add(from);
+  if (chain.size() == 0 || !internal::isUsable(magnitude.value())) return std::nullopt;
+  std::size_t nearest = 0;
+  internal::Foot best = internal::nearestFoot(chain.segments[0], from, kInfinity);
+  for (std::size_t i = 1; i < chain.size(); ++i) {
+    internal::Foot const foot =
+        internal::nearestFoot(chain.segments[i], from, best.squaredDistance);
+    if (!internal::isNearer(foot.squaredDistance, best.squaredDistance)) continue;
+    nearest = i;
+    best = foot;
+  }
+  internal::Point const place = internal::placeOf(best, chain.segments[nearest], from);
+  return NearestOnCurve{chain.positionOf(nearest, best.t), Point(place.x, place.y),
+                        std::sqrt(best.squaredDistance)};
+}
+
+}  // namespace crv

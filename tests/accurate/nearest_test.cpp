@@ -1,0 +1,102 @@
+#include "crv/accurate/nearest.h"
+
+#include "tests/support/data.h"
+#include "tests/support/expect.h"
+#include "tests/support/shapes.h"
+
+#include <algorithm>
+
+namespace {
+
+using support::bezier;
+using support::kInf;
+using support::kNaN;
+using support::Point;
+using support::Position;
+
+constexpr double kRounding = 0x1p-53;
+
+double magnitude(GxBezier const& s, Point const& p) {
+  double largest = std::max(std::fabs(p.xval()), std::fabs(p.yval()));
+  for (int i = 0; i < 4; ++i) {
+    largest = std::max({largest, std::fabs(s[i].xval()), std::fabs(s[i].yval())});
+  }
+  return largest;
+}
+
+TEST(AccurateNearest, HardCasesHaveTheirKnownAnswers) {
+  for (auto const& hard : support::hardCases("nearest")) {
+    SCOPED_TRACE(hard.source);
+    GxBezier const segment = support::segmentOf(hard.fields[0]);
+    auto const found = crv::nearest(segment, support::pointsOf(hard.fields[1])[0]);
+    EXPECT_NEAR(found.t, hard.fields[2][0], 1e-12);
+    EXPECT_NEAR(found.distance, hard.fields[2][1], 1e-11);
+    EXPECT_NEAR_POINT(found.point, segment.bValue(found.t), 64 * kRounding * 400);
+  }
+}
+
+// Segments of all shapes at all sizes: no sample comes nearer, points of the segment are found to
+// rounding, and scaling by a power of two scales the answer.
+TEST(AccurateNearest, NoSampleComesNearerAtAnyScale) {
+  support::Random random(1);
+  for (int i = 0; i < 1500; ++i) {
+    GxBezier s = i % 3 == 0 ? random.gridSegment(3) : random.segment(1.0);
+    if (i % 4 == 1) s[1] = s[0];
+    if (i % 8 >= 6) s[3] = s[0] + (s[1] - s[2]);  // a cusp at 0.5
+    bool const isOnSegment = i % 5 >= 3;
+    Point p = isOnSegment ? s.bValue(i % 8 >= 6 ? 0.5 : random.uniform(0, 1)) : random.point(2.0);
+    double const size = std::ldexp(1.0, random.whole(-30, 30));
+    auto const unscaled = crv::nearest(s, p);
+    s.scale(size, size);
+    p.scale(size, size);
+    SCOPED_TRACE(support::text(s) + support::text(p));
+    auto const found = crv::nearest(s, p);
+    EXPECT_BITS(found.t, unscaled.t);
+    EXPECT_BITS(found.distance, unscaled.distance * size);
+    double const unit = kRounding * magnitude(s, p);
+    EXPECT_NEAR_POINT(found.point, s.bValue(found.t), 64 * unit);
+    EXPECT_NEAR(found.distance, p.distance(found.point), 16 * unit);
+    double least = isOnSegment ? 8 * unit : kInf;
+    for (int k = 0; k <= 300; ++k) least = std::min(least, p.distance(s.bValue(k / 300.0)));
+    EXPECT_LE(found.distance, least + 16 * unit);
+  }
+}
+
+TEST(AccurateNearest, OfEqualDistancesTheFirst) {
+  EXPECT_EQ(crv::nearest(support::quarterArc(2), Point(-9, -9)).t, 0.0);
+  EXPECT_EQ(crv::nearest(support::pointLike(3, 4), Point(0, 0)).t, 0.0);
+  EXPECT_EQ(crv::nearest(support::pointLike(3, 4), Point(0, 0)).distance, 5.0);
+
+  GxBezierCurve const square = support::polygon({0, 0, 4, 0, 4, 4, 0, 4, 0, 0});
+  auto const centre = crv::nearest(square, Point(2, 2));
+  EXPECT_EQ(centre->position.getSegmentNumber(), 0);
+  EXPECT_EQ(centre->distance, 2.0);
+  EXPECT_BITS(crv::nearest(square, Point(6, 6))->position, Position(2, 0.0));
+  EXPECT_BITS(crv::nearest(square, Point(-1, -1))->position, Position(0, 0.0));
+}
+
+TEST(AccurateNearest, TheStretchBeforeTheSeamCountsAndTheSeamIsTheStart) {
+  GxBezierCurve circle = support::circle(100);
+  circle.setStrictIsClosed(1);
+  auto const before = crv::nearest(circle, Point(120, -1));
+  EXPECT_EQ(before->position.getSegmentNumber(), 3);
+  EXPECT_NEAR(before->position.getTValue(), 0.994948418396, 1e-11);
+  EXPECT_NEAR(before->distance, 20.004093973, 1e-9);
+  EXPECT_BITS(crv::nearest(circle, Point(120, 0))->position, Position(0, 0.0));
+  GxBezierCurve const open = support::polygon({0, 0, 4, 0, 4, 4});
+  EXPECT_BITS(crv::nearest(open, Point(5, 5))->position, Position(2, 0.0));
+}
+
+TEST(AccurateNearest, UnusableInputHasNoAnswer) {
+  for (double const x : {kNaN, kInf, 1e300, 1e-300}) {
+    auto const found = crv::nearest(bezier(0, 0, x, 0, 0, 0, 0, 0), Point(0, 0));
+    EXPECT_EQ(found.t, 0.0);
+    EXPECT_TRUE(std::isnan(found.distance) && std::isnan(found.point.xval()));
+  }
+  EXPECT_TRUE(std::isnan(crv::nearest(support::loop(), Point(kNaN, 0)).distance));
+  EXPECT_FALSE(crv::nearest(support::circle(1), Point(kInf, 0)).has_value());
+  EXPECT_FALSE(crv::nearest(GxBezierCurve(), Point(0, 0)).has_value());
+  EXPECT_EQ(crv::nearest(GxBezier(), Point(0, 0)).distance, 0.0);
+}
+
+}  // namespace
