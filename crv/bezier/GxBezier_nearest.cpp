@@ -1,8 +1,8 @@
-// The nearest point of a segment: (B(t) - p) . B'(t) as a polynomial of degree 5 in Bernstein form,
-// whose roots are isolated by halving its control polygon; then the ends compete with the roots
-// (P. J. Schneider, "Solving the nearest-point-on-curve problem", Graphics Gems, 1990). Other than
-// there, zero is a sign of its own, tiny values become zero, and the chord's sides are not told
-// apart.
+// The nearest point of a segment: the roots of (B(t) - p) . B'(t), a polynomial of degree 5 in
+// Bernstein form, are isolated by halving its control polygon; then the ends compete with the roots
+// (P. J. Schneider, "Solving the nearest-point-on-curve problem", Graphics Gems, 1990). Unlike the
+// published version, zero counts as a sign, tiny values become zero, and the flatness test ignores
+// the side of the chord.
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/controlPolygon.h"
@@ -10,8 +10,12 @@
 #include "crv/foundation/lines.h"
 #include "crv/foundation/tolerance.h"
 
+#include <cmath>
+
 using crv::internal::Cubic;
+using crv::internal::isFlatPolygon;
 using crv::internal::Point;
+using crv::internal::squaredDistance;
 
 namespace {
 
@@ -25,16 +29,27 @@ constexpr int kMaxDepth = 64;
 constexpr int kDegree = 5;
 constexpr double kSpacing = 0.2;
 
-// Guards: roots kept and halvings made in one search. Five roots are the rule; more come where the
-// query lies on the curve and the polynomial is zero up to rounding.
+// Guards: roots kept and halvings made in one search. Most searches find at most five roots; more
+// come where the query lies on the curve and the polynomial is zero up to rounding.
 constexpr int kMaxRoots = 64;
 constexpr int kMaxHalvings = 4096;
+
+// Absolute values of the polynomial, and halvings, that the bounded search takes. Up to them no
+// value is ever within kZeroTolerance of zero, since sums of 32 values are at least 32 times that;
+// and the full search, which has at most ten changes of sign and 130 halvings down to the tolerance
+// for each, ends before its guards.
+constexpr double kLeastValue = 0x1p-24;
+constexpr double kLargestValue = 0x1p100;
+constexpr int kMaxBoundedDepth = 26;
+
+// Relative to the squares of all coordinates: far more than the rounding of a squared distance.
+constexpr double kDistanceMargin = 0x1p-36;
 
 // C(3, i) C(2, j) / C(5, i + j): row j, column i.
 constexpr double kWeights[3][4] = {
     {1.0, 0.6, 0.3, 0.1}, {0.4, 0.6, 0.6, 0.4}, {0.1, 0.3, 0.6, 1.0}};
 
-/// Deliberate: zero is a sign of its own, and so is what is not a number.
+/// Deliberate: zero counts as a sign, and NaN as zero.
 int signOf(double y) { return (y > 0.0) - (y < 0.0); }
 
 template <class Point>
@@ -58,7 +73,18 @@ void distancePolynomial(Cubic const& s, Point const& p, Point* w) {
   }
 }
 
-/// Collects the roots of a control polygon in ascending order.
+/// The crossing of the x axis with the line through p and q; false where there is none.
+bool crossXAxis(Point const& p, Point const& q, double& x) {
+  // Exact form: the steps of intersect with (0, 0) and (1, 0) as the points of the first line.
+  Point const axis = {1.0, 0.0};
+  Point const chord = q - p;
+  double const den = cross(axis, chord);
+  if (den == 0.0 || std::isnan(den)) return false;
+  x = (Point{0.0, 0.0} + axis * (cross(p, chord) / den)).x;
+  return true;
+}
+
+/// The full search: collects the roots of a control polygon in ascending order.
 class RootSearch {
  public:
   explicit RootSearch(double* roots) : roots_(roots) {}
@@ -73,8 +99,9 @@ class RootSearch {
         keep((w[0].x + w[degree].x) / 2.0);
         return;
       }
-      if (crv::internal::isFlatPolygon(w, degree)) {
-        keepCrossing(w[0], w[degree]);
+      if (isFlatPolygon(w, degree)) {
+        double root;
+        if (crossXAxis(w[0], w[degree], root)) keep(root);
         return;
       }
     }
@@ -82,19 +109,9 @@ class RootSearch {
   }
 
  private:
-  void keep(double t) {
-    roots_[count_++] = t;
+  void keep(double root) {
+    roots_[count_++] = root;
     exhausted_ = count_ == kMaxRoots;
-  }
-
-  void keepCrossing(Point const& first, Point const& last) {
-    GxCoord<double> crossing;
-    GxCoord<double> const origin(0.0, 0.0);
-    GxCoord<double> const right(1.0, 0.0);
-    if (intersect(&crossing, origin, right, GxCoord<double>(first.x, first.y),
-                  GxCoord<double>(last.x, last.y)) == 0) {
-      keep(crossing.xval());
-    }
   }
 
   void searchHalves(Point const* w, int degree, int depth) {
@@ -113,6 +130,145 @@ class RootSearch {
   int count_ = 0;
   int halvings_ = 0;
   bool exhausted_ = false;
+};
+
+/// The candidate nearest to a query. Of equally near ones the first that is offered stays.
+class Nearest {
+ public:
+  Nearest(Cubic const& segment, Point const& query)
+      : segment_(segment),
+        query_(query),
+        distance_(squaredDistance(query, segment.start())),
+        endDistance_(squaredDistance(query, segment.end())) {}
+
+  void offer(double root) {
+    double const d = squaredDistance(query_, segment_.point(root));
+    if (d < distance_) {
+      distance_ = d;
+      t_ = root;
+    }
+  }
+
+  /// The squared distance of the start, or of the nearest root so far.
+  double distance() const { return distance_; }
+
+  /// The parameter, once all roots are offered.
+  double t() const { return endDistance_ < distance_ ? 1.0 : t_; }
+
+  /// The squared distance at which no candidate is taken any more.
+  double bound() const { return min(distance_, endDistance_); }
+
+ private:
+  Cubic const& segment_;
+  Point query_;
+  double distance_;
+  double endDistance_;
+  double t_ = 0.0;
+};
+
+/// Both halves of a control polygon, which share the point in the middle.
+struct Halves {
+  Point p[2 * kDegree + 1];
+
+  Point const* left() const { return p; }
+  Point const* right() const { return p + kDegree; }
+};
+
+/// splitPolygon at 0.5 for polygons in which no value becomes zero: de Casteljau's triangle by
+/// sums, scaled once each, with the same bits. Returns the least absolute value among the sums.
+double halve(Point const* w, Halves& halves) {
+  Point sum[kDegree + 1];
+  for (int i = 0; i <= kDegree; ++i) sum[i] = w[i];
+  halves.p[0] = w[0];
+  halves.p[2 * kDegree] = w[kDegree];
+  double least = kLargestValue;
+  double scale = 1.0;
+  for (int i = 1; i <= kDegree; ++i) {
+    scale *= 0.5;
+    for (int j = 0; j <= kDegree - i; ++j) {
+      sum[j] = sum[j] + sum[j + 1];
+      least = min(least, std::fabs(sum[j].y));
+    }
+    halves.p[i] = sum[0] * scale;
+    halves.p[2 * kDegree - i] = sum[kDegree - i] * scale;
+  }
+  return least;
+}
+
+/// Offers the roots that the full search finds, but for those that are certainly farther from the
+/// query than another candidate: over an interval, the sums of the control values bound the change
+/// of the squared distance. Ends with false wherever a value comes near zero, which the full search
+/// treats in its own way; what was offered until then is among its roots.
+class BoundedSearch {
+ public:
+  BoundedSearch(Cubic const& segment, Point const& query, Nearest& nearest)
+      : nearest_(nearest), margin_(dot(query, query)) {
+    for (Point const& p : segment.p) margin_ += dot(p, p);
+    margin_ *= kDistanceMargin;
+  }
+
+  /// Searches [0, 1]; startDistance is the squared distance at 0.
+  bool search(Point const* w, double startDistance) {
+    for (int i = 0; i <= kDegree; ++i) {
+      double const y = std::fabs(w[i].y);
+      if (!(kLeastValue <= y && y <= kLargestValue)) return false;
+    }
+    return searchInterval(w, startDistance, 1.0 / 3.0, 0);
+  }
+
+ private:
+  /// The squared distance has 2 w as its derivative, and so w * width / 3 as the differences of its
+  /// control values, which begin with startDistance.
+  bool searchInterval(Point const* w, double startDistance, double thirdOfWidth, int depth) {
+    int const changes = signChanges(w, kDegree);
+    if (changes == 0 || isTooFar(w, startDistance, thirdOfWidth)) return true;
+    if (changes == 1) {
+      bool const isMinimum = w[0].y < 0.0;
+      if (isMinimum) return searchMinimum(w, depth);
+      if (isFlatPolygon(w, kDegree)) return offerCrossing(w);
+    }
+    Halves halves;
+    if (!canHalve(w, depth, halves)) return false;
+    double const sixth = thirdOfWidth * 0.5;
+    double middleDistance = startDistance;
+    for (int i = 0; i <= kDegree; ++i) middleDistance += halves.left()[i].y * sixth;
+    return searchInterval(halves.left(), startDistance, sixth, depth + 1) &&
+           searchInterval(halves.right(), middleDistance, sixth, depth + 1);
+  }
+
+  /// Follows the only change of sign, from negative to positive, into its half.
+  bool searchMinimum(Point const* w, int depth) {
+    Halves halves[2];
+    for (; !isFlatPolygon(w, kDegree); ++depth) {
+      Halves& next = halves[depth % 2];
+      if (!canHalve(w, depth, next)) return false;
+      w = next.right()->y < 0.0 ? next.right() : next.left();
+    }
+    return offerCrossing(w);
+  }
+
+  bool isTooFar(Point const* w, double startDistance, double thirdOfWidth) const {
+    double d = startDistance;
+    double least = d;
+    for (int i = 0; i <= kDegree; ++i) {
+      d += w[i].y * thirdOfWidth;
+      least = min(least, d);
+    }
+    return least > nearest_.bound() + margin_;
+  }
+
+  static bool canHalve(Point const* w, int depth, Halves& halves) {
+    return depth < kMaxBoundedDepth && halve(w, halves) >= kLeastValue;
+  }
+
+  bool offerCrossing(Point const* w) {
+    double root;
+    if (crossXAxis(w[0], w[kDegree], root)) nearest_.offer(root);
+    return true;
+  }
+
+  Nearest& nearest_;
+  double margin_;
 };
 
 }  // namespace
@@ -138,20 +294,14 @@ void GxBezier::findNearestPointTValue(GxCoord<double> const& p, double& t) const
   Point const query = crv::internal::plain(p);
   Point w[kDegree + 1];
   distancePolynomial(segment, query, w);
-  double roots[kMaxRoots];
-  RootSearch search(roots);
-  search.search(w, kDegree, 0);
-
-  double best = crv::internal::squaredDistance(query, segment.start());
-  t = 0.0;
-  for (int i = 0; i < search.count(); ++i) {
-    double const d = crv::internal::squaredDistance(query, segment.point(roots[i]));
-    if (d < best) {
-      best = d;
-      t = roots[i];
-    }
+  Nearest nearest(segment, query);
+  if (!BoundedSearch(segment, query, nearest).search(w, nearest.distance())) {
+    double roots[kMaxRoots];
+    RootSearch full(roots);
+    full.search(w, kDegree, 0);
+    for (int i = 0; i < full.count(); ++i) nearest.offer(roots[i]);
   }
-  if (crv::internal::squaredDistance(query, segment.end()) < best) t = 1.0;
+  t = nearest.t();
 }
 
 void GxBezier::generate5DBezier(GxCoord<double>* const w, GxCoord<double> const& p) const {

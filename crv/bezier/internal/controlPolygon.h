@@ -31,7 +31,7 @@ inline void splitPolygon(Point* w, int degree, double t, Point* left) {
 template <class Point>
 int isFlatPolygon(Point const* w, int degree) {
   // Squared units of the polygon: keeps a chord without length from dividing by zero.
-  constexpr double kNoLength = 1e-12;
+  constexpr double kNoSquaredLength = 1e-12;
   // Units of the polygon: a chord that rises by less is level.
   constexpr double kLevel = 1e-12;
   // Parameter: half the width of the crossing that is left.
@@ -46,17 +46,20 @@ int isFlatPolygon(Point const* w, int degree) {
   double const a = first.yval() - last.yval();
   double const b = last.xval() - first.xval();
   double const c = first.xval() * last.yval() - first.yval() * last.xval();
-  double const squaredLength = b * b + a * a + kNoLength;
-  // Deliberate: squares carry no sign, so every point counts as above the chord, none as below.
-  double above = 0.0;
-  double const below = 0.0;
+  if (std::fabs(a) < kLevel) return 1;
+  double const squaredLength = b * b + a * a + kNoSquaredLength;
+  // A squared distance from the chord above this widens the crossing by 2^-63, and by more than the
+  // quotients below are rounded, so that most polygons are rejected without a division.
+  double const limit = (std::fabs(c) * 0x1p-48 + std::fabs(a) * 0x1p-62) * squaredLength;
+  double farthest = 0.0;
   for (int i = 1; i < degree; ++i) {
-    double const e = (w[i].yval() * b + w[i].xval() * a) + c;
-    above = max(above, e * e / squaredLength);
+    double const e = std::fabs((w[i].yval() * b + w[i].xval() * a) + c);
+    if (e * e > limit) return 0;
+    farthest = max(farthest, e);
   }
-  double const det = -a;
-  if (std::fabs(det) < kLevel) return 1;
-  return 0.5 * std::fabs((above + c) / det - (below + c) / det) < kFlat;
+  // Deliberate: squares carry no sign, so that every point counts as above the chord.
+  double const above = max(0.0, farthest * farthest / squaredLength);
+  return 0.5 * std::fabs((above + c) / -a - c / -a) < kFlat;
 }
 
 }  // namespace crv::internal
