@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <sstream>
 
 namespace bench {
 
@@ -17,11 +18,11 @@ std::ifstream open(std::string const& name) {
   return in;
 }
 
-GxCoord<double> readPoint(std::ifstream& in) {
+Point readPoint(std::istream& in) {
   double x = 0.0;
   double y = 0.0;
   in >> x >> y;
-  return GxCoord<double>(x, y);
+  return Point(x, y);
 }
 
 std::vector<Row> readRows(std::string const& set) {
@@ -46,19 +47,66 @@ std::vector<Pair> readPairs(std::string const& set) {
   return found;
 }
 
-std::vector<GxList<GxCoord<double>>> readCoasts() {
+std::vector<GxList<Point>> readCoasts() {
   std::ifstream in = open("coast.txt");
-  std::vector<GxList<GxCoord<double>>> found;
+  std::vector<GxList<Point>> found;
   std::string mark;
   for (unsigned n = 0; in >> mark >> n;) {
-    GxList<GxCoord<double>> points;
+    GxList<Point> points;
     for (unsigned i = 0; i < n; ++i) points.add(readPoint(in));
     found.push_back(points);
   }
   return found;
 }
 
+/// The first outline of a letter: M x y, then L x y and C with six numbers, then Z.
+GxBezierCurve readLetter(std::istream& in) {
+  GxBezierCurve letter;
+  Point start, at;
+  for (std::string mark; in >> mark && mark != "Z";) {
+    if (mark == "M") {
+      start = at = readPoint(in);
+      continue;
+    }
+    Point const first = readPoint(in);
+    Point const p1 = mark == "C" ? first : at;
+    Point const p2 = mark == "C" ? readPoint(in) : first;
+    Point const p3 = mark == "C" ? readPoint(in) : first;
+    letter.getSegments().add(GxBezier(at, p1, p2, p3));
+    at = p3;
+  }
+  letter.setStrictIsClosed(1);
+  return letter;
+}
+
+std::vector<GxBezierCurve> readLetters() {
+  std::ifstream in = open("glyphs.txt");
+  std::vector<GxBezierCurve> found;
+  for (std::string line; std::getline(in, line);) {
+    std::istringstream words(line.substr(line.find(' ')));
+    found.push_back(readLetter(words));
+  }
+  return found;
+}
+
+std::vector<std::string>& names() {
+  static std::vector<std::string> all;
+  return all;
+}
+
 }  // namespace
+
+void enter(std::string const& name, std::function<void(benchmark::State&)> const& run) {
+  names().push_back(name);
+  benchmark::RegisterBenchmark(name.c_str(), run);
+}
+
+std::vector<std::string> const& entered() { return names(); }
+
+std::vector<GxBezierCurve> const& letters() {
+  static std::vector<GxBezierCurve> const all = readLetters();
+  return all;
+}
 
 std::vector<Row> const& rows(std::string const& set) {
   static std::vector<Row> const font = readRows("font");
@@ -72,8 +120,8 @@ std::vector<Pair> const& pairs(std::string const& set) {
   return set == "font" ? font : random;
 }
 
-std::vector<GxList<GxCoord<double>>> const& coasts() {
-  static std::vector<GxList<GxCoord<double>>> const all = readCoasts();
+std::vector<GxList<Point>> const& coasts() {
+  static std::vector<GxList<Point>> const all = readCoasts();
   return all;
 }
 

@@ -3,6 +3,7 @@
 
 #include "crv/crv.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -10,14 +11,16 @@
 
 namespace bench {
 
+using Point = GxCoord<double>;
+
 /// A line of font.txt or random.txt.
 struct Row {
   GxBezier segment;
-  GxCoord<double> query;
+  Point query;
   double t;
   double arcLength;
-  GxCoord<double> lineStart;
-  GxCoord<double> lineEnd;
+  Point lineStart;
+  Point lineEnd;
 };
 
 struct Pair {
@@ -25,28 +28,92 @@ struct Pair {
   unsigned second;
 };
 
-/// The rows of "font" or "random".
+/// The rows, and the pairs of their numbers, of "font" or "random".
 std::vector<Row> const& rows(std::string const& set);
-
-/// The pairs of "font" or "random".
 std::vector<Pair> const& pairs(std::string const& set);
 
 /// All coastlines.
-std::vector<GxList<GxCoord<double>>> const& coasts();
+std::vector<GxList<Point>> const& coasts();
 
-/// Says how many operations one iteration made: the table's figures are for one of them.
+/// The first outline of each letter of glyphs.txt, closed.
+std::vector<GxBezierCurve> const& letters();
+
+// ---- Entering benchmarks ----------------------------------------------------------------------
+
+/// Names are work/data/who, as main.cpp describes; rows are printed in the order of entry.
+void enter(std::string const& name, std::function<void(benchmark::State&)> const& run);
+std::vector<std::string> const& entered();
+
+/// Enters run(state, set) for both sets of rows.
+template <class Run>
+void enterSets(std::string const& work, std::string const& who, Run run) {
+  for (char const* set : {"font", "random"}) {
+    enter(work + "/" + set + "/" + who, [=](benchmark::State& state) { run(state, set); });
+  }
+}
+
+/// Enters run(state, n) for each size; demanded is what the growth should be.
+template <class Run>
+void enterGrowth(std::string const& work, std::string const& demanded, std::vector<int> sizes,
+                 Run run) {
+  for (int const n : sizes) {
+    enter("growth " + work + "/" + std::to_string(n), [=](benchmark::State& state) {
+      run(state, n);
+      state.SetLabel(demanded);
+    });
+  }
+}
+
+/// What each file of benchmarks enters.
+void enterSegments();
+void enterCurves();
+void enterEdits();
+void enterLists();
+void enterGrowths();
+void enterFloors();
+void enterLib2geom();
+void enterAgg();
+
+// ---- Running them -----------------------------------------------------------------------------
+
+/// Says how many operations one iteration made: the tables' figures are for one of them.
 inline void perIteration(benchmark::State& state, std::size_t operations) {
   state.counters["operations"] = static_cast<double>(operations);
 }
 
-/// One iteration calls operation(row) for every row of a set.
+/// One iteration calls operation(input) for every input.
+template <class Inputs, class Operation>
+void overAll(benchmark::State& state, Inputs& inputs, Operation operation) {
+  for (auto _ : state) {
+    for (auto& input : inputs) benchmark::DoNotOptimize(operation(input));
+  }
+  perIteration(state, inputs.size());
+}
+
 template <class Operation>
 void overRows(benchmark::State& state, std::string const& set, Operation operation) {
-  std::vector<Row> const& all = rows(set);
+  overAll(state, rows(set), operation);
+}
+
+/// One iteration calls operation(i) for every row i.
+template <class Operation>
+void overIndices(benchmark::State& state, std::string const& set, Operation operation) {
+  std::size_t const n = rows(set).size();
   for (auto _ : state) {
-    for (Row const& row : all) benchmark::DoNotOptimize(operation(row));
+    for (std::size_t i = 0; i < n; ++i) benchmark::DoNotOptimize(operation(i));
   }
-  perIteration(state, all.size());
+  perIteration(state, n);
+}
+
+/// One iteration calls operation(i, j) for every pair of rows.
+template <class Operation>
+void overPairs(benchmark::State& state, std::string const& set, Operation operation) {
+  for (auto _ : state) {
+    for (Pair const& pair : pairs(set)) {
+      benchmark::DoNotOptimize(operation(pair.first, pair.second));
+    }
+  }
+  perIteration(state, pairs(set).size());
 }
 
 }  // namespace bench

@@ -1,0 +1,128 @@
+// How costs grow with the input, whose size ends the name of each benchmark.
+#include <cmath>
+
+#include "support.h"
+
+namespace bench {
+
+namespace {
+
+/// A wavy line: n segments of one unit's width, one above, one below.
+GxBezierCurve waves(int n, double y = 0.0) {
+  GxBezierCurve curve;
+  for (int i = 0; i < n; ++i) {
+    double const x = 4.0 * i;
+    double const swing = i % 2 == 0 ? 3.0 : -3.0;
+    curve.getSegments().add(
+        GxBezier({x, y}, {x + 1.0, y + swing}, {x + 3.0, y + swing}, {x + 4.0, y}));
+  }
+  return curve;
+}
+
+/// Runs operation(curve) on waves of n segments.
+template <class Operation>
+auto onWaves(Operation operation) {
+  return [operation](benchmark::State& state, int n) {
+    GxBezierCurve curve = waves(n);
+    for (auto _ : state) benchmark::DoNotOptimize(operation(curve));
+    perIteration(state, 1);
+  };
+}
+
+/// Runs operation(a, b) on two waves of n segments that cross some hundred times at most.
+template <class Operation>
+auto onTwoWaves(Operation operation) {
+  return [operation](benchmark::State& state, int n) {
+    GxBezierCurve a = waves(n), b = waves(n, 4.0);
+    b.resize(1.0, 1.0 - 1.0 / n);
+    for (auto _ : state) benchmark::DoNotOptimize(operation(a, b));
+    perIteration(state, 1);
+  };
+}
+
+void fit(benchmark::State& state, int n) {
+  GxList<Point> stroke;
+  for (int i = 0; i < n; ++i) {
+    double const x = 0.2 * i;
+    stroke.add(Point(x, 20.0 * std::sin(0.05 * x) + std::sin(0.7 * x)));
+  }
+  for (auto _ : state) benchmark::DoNotOptimize(GxBezierCurve(&stroke, 0.01).length());
+  perIteration(state, 1);
+}
+
+/// For one element.
+void indexAccess(benchmark::State& state, int n) {
+  GxList<double> list;
+  for (int i = 0; i < n; ++i) list.add(i);
+  for (auto _ : state) {
+    double sum = 0.0;
+    for (int i = 0; i < n; ++i) sum += list[static_cast<unsigned>(i)];
+    benchmark::DoNotOptimize(sum);
+  }
+  perIteration(state, static_cast<std::size_t>(n));
+}
+
+double walkWhole(GxBezierCurve const& curve, int shortChords) {
+  GxBezierCurvePosition to;
+  int const code = curve.findNextPos(GxBezierCurvePosition(0, 0.0), to,
+                                     4.0 * static_cast<double>(curve.length()), 1, shortChords);
+  return code + to.getTValue();
+}
+
+}  // namespace
+
+void enterGrowths() {
+  std::vector<int> const segments{1, 10, 100, 1000, 10000};
+  enterGrowth("fit of n points", "n log n", {100, 1000, 10000, 100000}, fit);
+  enterGrowth(
+      "nearest position on n segments", "n at most", segments, onWaves([](GxBezierCurve& curve) {
+        GxBezierCurvePosition pos;
+        curve.findNearestPointPos(Point(2.0 * static_cast<double>(curve.length()), 9.0), pos);
+        return pos.getTValue();
+      }));
+  enterGrowth("length of n segments", "n", segments,
+              onWaves([](GxBezierCurve& curve) { return curve.curveLength(); }));
+  enterGrowth("crossing with a line, n segments", "n", segments, onWaves([](GxBezierCurve& curve) {
+                GxBezierCurvePosition result;
+                double const x = 4.0 * static_cast<double>(curve.length()) - 1.0;
+                return curve.findFirstGeometricLineIntersection(
+                           Point(x, -5.0), GxVector<double>(0.0, 1.0), curve.firstPos(),
+                           curve.lastPos(), result, 1e-8) +
+                       result.getTValue();
+              }));
+  enterGrowth("equal chords of 4.5 on n segments", "n", segments, onWaves([](GxBezierCurve& curve) {
+                GxList<Point> out;
+                curve.makeCurve(4.5, out, 0);
+                return out.length();
+              }));
+  enterGrowth("long chords on n segments", "n", segments, onWaves([](GxBezierCurve& curve) {
+                GxList<Point> out;
+                curve.makeCurveEx(4.5, 1.0, 0.5, out);
+                return out.length();
+              }));
+  enterGrowth("halving of n segments", "n", segments, onWaves([](GxBezierCurve& curve) {
+                std::vector<Point> out;
+                curve.getPolyline(0.1, out);
+                return out.size();
+              }));
+  enterGrowth("walk over n segments, one chord", "n", segments,
+              onWaves([](GxBezierCurve& curve) { return walkWhole(curve, 0); }));
+  enterGrowth("walk over n segments, short chords", "n^2 at most", {1, 10, 100, 1000},
+              onWaves([](GxBezierCurve& curve) { return walkWhole(curve, 1); }));
+  enterGrowth("offset of n segments", "n", segments, onWaves([](GxBezierCurve const& curve) {
+                GxBezierCurve copy(curve);
+                copy.offset(0.6, 1, 1);
+                return copy.length();
+              }));
+  enterGrowth("crossings of n and n segments", "1.18", {10, 100, 1000, 10000},
+              onTwoWaves([](GxBezierCurve& a, GxBezierCurve& b) {
+                GxList<Point> points;
+                a.findIntersections(b, points);
+                return points.length();
+              }));
+  enterGrowth("least sampled distance, n and n", "n^2 at most", {10, 100, 1000},
+              onTwoWaves([](GxBezierCurve& a, GxBezierCurve& b) { return a.getMinSqDistance(b); }));
+  enterGrowth("list element by index, of n", "constant", {100, 1000, 10000, 100000}, indexAccess);
+}
+
+}  // namespace bench
