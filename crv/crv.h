@@ -1,6 +1,8 @@
 // Everything that callers may use, in one include. No file of the library includes it.
 #pragma once
 
+#include "crv/accurate/arcLength.h"
+#include "crv/accurate/direction.h"
 #include "crv/accurate/nearest.h"
 #include "crv/accurate/types.h"
 #include "crv/bezier/GxBezier.h"

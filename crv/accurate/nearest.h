@@ -28,10 +28,10 @@ struct NearestOnCurve {
 /// Method: the derivative of the squared distance as a polynomial of degree 5 in Bernstein form,
 /// halved until it has one change of sign or the partial sums of its coefficients, which bound the
 /// distance from below, exceed the least distance so far; then Halley's iteration in a bracket.
-CRV_API [[nodiscard]] NearestOnSegment nearest(Segment const& segment, Point const& p);
+[[nodiscard]] CRV_API NearestOnSegment nearest(Segment const& segment, Point const& p);
 
 /// The same for a curve, segment by segment; nothing for an empty curve or unusable input. The time
 /// is linear in the number of segments; CurveSearch answers many queries in less.
-CRV_API [[nodiscard]] std::optional<NearestOnCurve> nearest(Curve const& curve, Point const& p);
+[[nodiscard]] CRV_API std::optional<NearestOnCurve> nearest(Curve const& curve, Point const& p);
 
 }  // namespace crv

@@ -1,0 +1,112 @@
+#include "crv/accurate/arcLength.h"
+
+#include "tests/support/data.h"
+#include "tests/support/expect.h"
+#include "tests/support/shapes.h"
+
+#include <algorithm>
+
+namespace {
+
+using support::bezier;
+using support::curveOf;
+using support::kInf;
+using support::kNaN;
+using support::Position;
+
+constexpr double kRounding = 0x1p-53;
+
+// Lengths known from quadrature in extended precision or, for straight ones, by hand.
+TEST(AccurateLength, HardCasesHaveTheirKnownLengths) {
+  struct Row {
+    GxBezier segment;
+    double t1, length;
+  };
+  Row const rows[] = {
+      {bezier(0, 0, 336, 0.016, -15200, -0.224, 461296, -0.72), 0.0625, 23.71847368514691},
+      {bezier(377, 469, 377, 468, 377, 472, 377, 472), 1, 3.320987654320988},
+      {bezier(0, 0, 10, 0, -10, 0, 20, 0), 1, 21.25},
+      {bezier(0.2, 0.73, 0.35, 1.08, 0.85, 1.08, 1.0, 0.73), 1, 1.014823522227196},
+      {bezier(100, 25, 100, 25, 110, 100, 150, 195), 1, 177.6098898377219},
+      {bezier(0, 0, 5e9, 0, 5e9, 1e9, 1e10, 1e9), 1, 10070753323.35976},
+      {bezier(0, 0, 0, 0, 3, 4, 3, 4), 1, 5},
+      {support::pointLike(3, 4), 1, 0},
+  };
+  for (Row const& row : rows) {
+    SCOPED_TRACE(support::text(row.segment));
+    double const all = crv::arcLength(row.segment, 0, 1, 0);
+    for (double const accuracy : {0.0, 1e-9 * all, 1e-3 * all, all}) {
+      double const allowed = std::max(accuracy, 64 * kRounding * all) + 4e-15 * row.length;
+      EXPECT_NEAR(crv::arcLength(row.segment, 0, row.t1, accuracy), row.length, allowed);
+      EXPECT_NEAR(crv::arcLength(row.segment, row.t1, 0, accuracy), -row.length, allowed);
+    }
+  }
+}
+
+// The whole is the sum of its parts, and places at lengths lie there: at every accuracy and scale.
+TEST(AccurateLength, PartsAddUpAndParametersLieAtTheirLengths) {
+  support::Random random(2);
+  for (int i = 0; i < 600; ++i) {
+    GxBezier s = i % 3 == 0 ? random.gridSegment(3) : random.segment(1.0);
+    if (i % 4 == 1) s[1] = s[0];
+    if (i % 8 >= 6) s[3] = s[0] + (s[1] - s[2]);  // a cusp at 0.5
+    SCOPED_TRACE(support::text(s));
+    double const all = crv::arcLength(s, 0, 1, 0);
+    double const t = random.uniform(0, 1);
+    double const accuracy = all * std::pow(10, random.uniform(-14, -2));
+    double const allowed = std::max(accuracy, 64 * kRounding * all);
+    double const first = crv::arcLength(s, 0, t, accuracy);
+    EXPECT_NEAR(first + crv::arcLength(s, t, 1, accuracy), all, 2.1 * allowed);
+    EXPECT_NEAR(crv::arcLength(s, 0, crv::parameterAtLength(s, 0, first, accuracy), 0), first,
+                1.1 * allowed + 1e-16 * all);
+    EXPECT_NEAR(crv::arcLength(s, crv::parameterAtLength(s, 1, first - all, accuracy), 1, 0),
+                all - first, 1.1 * allowed + 4e-16 * all);
+    double const size = std::ldexp(1.0, random.whole(-90, 90));
+    s.scale(size, size);
+    EXPECT_BITS(crv::arcLength(s, 0, t, accuracy * size), first * size);
+  }
+  EXPECT_EQ(crv::parameterAtLength(support::sShape(), 0.5, 1e9, 1e-6), 1.0);
+  EXPECT_EQ(crv::parameterAtLength(support::sShape(), 0.5, -1e9, 1e-6), 0.0);
+}
+
+TEST(AccurateLength, CurvesAreMeasuredOnceAndDividedEvenly) {
+  GxBezierCurve circle = support::circle(100);
+  circle.setStrictIsClosed(1);
+  crv::CurveLengths const lengths(circle, 1e-9);
+  double const all = lengths.total();
+  EXPECT_NEAR(all, 200 * 3.141592653589793, 0.2);
+  EXPECT_EQ(lengths.lengthAt(Position(4, 0.0)), all);
+  EXPECT_EQ(lengths.lengthAt(Position(0, 0.0)), 0.0);
+  EXPECT_TRUE(std::isnan(lengths.lengthAt(Position(4, 0.5))));
+  for (double const length : {0.0, all, -all, 4 * all}) {
+    EXPECT_BITS(lengths.positionAt(length), Position(0, 0.0));
+  }
+  EXPECT_NEAR(lengths.lengthAt(lengths.positionAt(-0.3 * all)), 0.7 * all, 2e-9);
+  EXPECT_BITS(lengths.positionAt(kNaN), Position());
+
+  // The first piece has no length.
+  GxBezierCurve const line = curveOf({GxBezier(), support::retractedLine(0, 0, 100, 0)});
+  auto const even = crv::evenPositions(line, 10, 1e-9);
+  ASSERT_EQ(even.size(), 11U);
+  for (std::size_t i = 0; i < even.size(); ++i) {
+    EXPECT_NEAR(line.locateCurvePosition(even[i]).xval(), 10.0 * double(i), 2e-9);
+  }
+  EXPECT_BITS(even.back(), Position(2, 0.0));
+  EXPECT_EQ(crv::evenPositions(circle, 7, 1e-9).size(), 7U);
+  EXPECT_EQ(crv::evenPositions(curveOf({GxBezier()}), 2, 1e-9).size(), 3U);
+}
+
+TEST(AccurateLength, UnusableInputHasNoLength) {
+  GxBezier const bad = bezier(0, 0, kInf, 0, 1, 1, 2, 2);
+  EXPECT_TRUE(std::isnan(crv::arcLength(bad, 0, 1, 1)));
+  EXPECT_TRUE(std::isnan(crv::arcLength(support::loop(), 0, kNaN, 1)));
+  EXPECT_TRUE(std::isnan(crv::arcLength(curveOf({bad}), 1)));
+  EXPECT_EQ(crv::parameterAtLength(bad, 0.5, 1, 1), 0.0);
+  EXPECT_TRUE(crv::evenPositions(curveOf({bad}), 3, 1).empty());
+  EXPECT_TRUE(crv::evenPositions(GxBezierCurve(), 3, 1).empty());
+  EXPECT_TRUE(crv::evenPositions(support::circle(1), 0, 1).empty());
+  EXPECT_EQ(crv::arcLength(GxBezierCurve(), 1), 0.0);
+  EXPECT_EQ(crv::arcLength(support::loop(), -3, 7, 1), crv::arcLength(support::loop(), 0, 1, 1));
+}
+
+}  // namespace
