@@ -8,8 +8,8 @@ namespace {
 // Parameter: closer than this on one segment, two positions coincide.
 constexpr double kSameParameter = kZeroTolerance;
 
-// Curve units: ends this close make an outline, and are joined.
-constexpr double kEndsMeet = 0.5;
+// Curve units: ends this close make an outline, and are moved together.
+constexpr double kSnapDistance = 0.5;
 
 }  // namespace
 
@@ -34,11 +34,21 @@ int GxBezierCurve::operator==(GxBezierCurve const& other) const {
   return segments_ == other.segments_;
 }
 
+int GxBezierCurve::operator!=(GxBezierCurve const& other) const {
+  return segments_ != other.segments_;
+}
+
 int GxBezierCurve::operator==(GxBezierCurve const& other) { return segments_ == other.segments_; }
 
-int GxBezierCurve::operator!=(GxBezierCurve const& other) const { return !(*this == other); }
+int GxBezierCurve::operator!=(GxBezierCurve const& other) { return segments_ != other.segments_; }
 
-int GxBezierCurve::operator!=(GxBezierCurve const& other) { return !(*this == other); }
+int GxBezierCurve::operator==(GxBezierCurve& other) const { return segments_ == other.segments_; }
+
+int GxBezierCurve::operator!=(GxBezierCurve& other) const { return segments_ != other.segments_; }
+
+int GxBezierCurve::operator==(GxBezierCurve& other) { return segments_ == other.segments_; }
+
+int GxBezierCurve::operator!=(GxBezierCurve& other) { return segments_ != other.segments_; }
 
 int GxBezierCurve::operator<(GxBezierCurve const& /*other*/) const { return 0; }
 
@@ -81,26 +91,25 @@ GxCoord<double> GxBezierCurve::locateCurvePosition(GxBezierCurvePosition const& 
 }
 
 void GxBezierCurve::moveCurve(GxVector<double> const& v) {
-  for (unsigned i = 0; i < segments_.length(); ++i) {
-    GxBezier& segment = segments_[i];
+  for (GxBezier& segment : segments_) {
     for (int k = 0; k < 4; ++k) segment[k] += v;
   }
 }
 
 void GxBezierCurve::resize(double sx, double sy) {
-  for (unsigned i = 0; i < segments_.length(); ++i) segments_[i].scale(sx, sy);
+  for (GxBezier& segment : segments_) segment.scale(sx, sy);
 }
 
 void GxBezierCurve::flip() {
-  for (unsigned i = 0; i < segments_.length(); ++i) segments_[i].flip();
+  for (GxBezier& segment : segments_) segment.flip();
 }
 
 int GxBezierCurve::isClose() {
   if (segments_.length() == 0) return 0;
   GxCoord<double>& start = segments_[0][0];
   GxCoord<double>& end = segments_[segments_.length() - 1][3];
-  if (!isEqual(start, end, kEndsMeet)) return 0;
-  // Deliberate: the question moves what it asks about.
+  if (!isEqual(start, end, kSnapDistance)) return 0;
+  // Deliberate: this query also snaps the ends together.
   pointsAverage(start, end);
   return 1;
 }

@@ -1,9 +1,9 @@
 // A chain of cubic segments, addressed by positions.
 //
-// The declaration is the index: each section is headed by the file that holds its methods.
-// Tolerances and distances are absolute, in curve units, unless a comment says squared. Lists of
-// results are appended to and never cleared, unless a comment says so. Input that is not finite
-// gives results that mean nothing, but always an answer.
+// The class declaration is the index: each heading names the file that defines the methods below
+// it. Tolerances and distances are absolute, in curve units, unless a comment says squared. Results
+// are appended to the caller's lists, which are never cleared, unless a comment says so. Non-finite
+// input yields unspecified results, but every call returns.
 #pragma once
 
 #include "crv/bezier/GxBezier.h"
@@ -19,61 +19,68 @@
 class GxBezierPolylineCondition;
 
 /// An ordered sequence of segments, each meant to start where the one before ends, and a flag that
-/// says whether the curve is to be treated as closed. Segment k at t is the position (k, t); the
-/// curve runs from (0, 0.0) to (n, 0.0), n being its number of segments. A value type.
+/// says whether the curve is to be treated as closed. Segment k at t is the position (k, t); a
+/// curve of n segments runs from (0, 0.0) to (n, 0.0). Nothing enforces that segments meet. A value
+/// type.
 class CRV_API GxBezierCurve {
- public:
   // ---- GxBezierCurve.cpp: construction, comparison, segments, positions, moving -----------------
-
-  /// An empty, open curve.
+ public:
+  /// Makes an empty, open curve.
   GxBezierCurve();
 
-  /// An open curve fitted to two or more points with a squared tolerance, see makeBezierPolyFit;
-  /// empty for fewer or for null.
+  /// Fits an open curve to two or more points with a squared tolerance, see makeBezierPolyFit. For
+  /// fewer points, or null, the curve is empty.
   GxBezierCurve(GxList<GxCoord<double>> const* points, double error);
   GxBezierCurve(GxBezierCurve const& other);
   ~GxBezierCurve();
   GxBezierCurve& operator=(GxBezierCurve const& other);
 
-  /// 1 when the segments are equal pairwise, exactly; the closed flag is not compared.
+  /// Returns 1 when the segments are equal pairwise, exactly; the closed flag is not compared. The
+  /// overloads that take a modifiable curve keep mixed comparisons unambiguous from C++20 on.
   int operator==(GxBezierCurve const& other);
   int operator==(GxBezierCurve const& other) const;
+  int operator==(GxBezierCurve& other) const;
+  int operator==(GxBezierCurve& other);
   int operator!=(GxBezierCurve const& other);
   int operator!=(GxBezierCurve const& other) const;
+  int operator!=(GxBezierCurve& other) const;
+  int operator!=(GxBezierCurve& other);
 
-  /// Always 0: curves have no order; the operators let standard containers hold them.
+  /// Always returns 0: curves have no order; the operators let standard containers hold them.
   int operator<(GxBezierCurve const& other) const;
   int operator>(GxBezierCurve const& other) const;
 
-  /// The list of segments itself; it may be changed.
+  /// Returns the list of segments itself, which the caller may change.
   GxList<GxBezier>& getSegments();
 
-  /// Replaces the segments by copies; the closed flag stays.
+  /// Replaces the segments by copies; the closed flag stays. The curve's own list empties it, as
+  /// lists assigned to themselves end up empty.
   void setSegments(GxList<GxBezier> const& segments);
 
-  /// The number of segments.
+  /// Returns the number of segments.
   unsigned long length() const;
 
-  /// Segment i modulo the number of segments. Precondition: the curve is not empty.
+  /// Returns segment i modulo the number of segments, modifiable also in a const curve.
+  /// Precondition: the curve is not empty.
   GxBezier& operator()(int i);
   GxBezier& operator[](int i) const;
 
-  /// (0, 0.0), also for an empty curve.
+  /// Returns (0, 0.0), also for an empty curve.
   GxBezierCurvePosition firstPos() const;
 
-  /// (n, 0.0), n being the number of segments.
+  /// Returns (n, 0.0) for a curve of n segments.
   GxBezierCurvePosition lastPos() const;
 
-  /// The closed flag, as it was set; whether the ends meet is isClose's question.
+  /// Returns the closed flag as it was set. Whether the ends meet is isClose's question.
   int strictIsClosed() const;
   void setStrictIsClosed(int closed);
 
-  /// The sense from a to b: 1 forward, 2 backward, 0 when they coincide (same segment, t within
-  /// 1e-9).
+  /// Returns the sense from a to b: 1 forward, 2 backward, 0 when they coincide (same segment, t
+  /// within 1e-9).
   int getSense(GxBezierCurvePosition const& a, GxBezierCurvePosition const& b) const;
 
-  /// The point at a position. (n, any t) is the end of the curve; a segment below 0 or beyond n, or
-  /// an empty curve, gives the origin.
+  /// Returns the point at a position. (n, any t) is the end of the curve. A segment number below 0
+  /// or above n, or an empty curve, gives the origin.
   GxCoord<double> locateCurvePosition(GxBezierCurvePosition const& pos) const;
 
   /// Moves every control point by v.
@@ -85,101 +92,141 @@ class CRV_API GxBezierCurve {
   /// Mirrors the curve in the x axis.
   void flip();
 
-  /// 1 when the ends lie within 0.5 of each other; both are then moved onto their midpoint. 0 for
-  /// ends farther apart or an empty curve, which stay as they are. The closed flag plays no part.
+  /// Returns 1 when the ends lie within 0.5 of each other, after moving both onto their midpoint.
+  /// Returns 0 for ends farther apart or an empty curve, and changes nothing. The closed flag plays
+  /// no part.
   int isClose();
 
-  // ---- GxBezierCurve_measure.cpp: length, boxes, highest and lowest place -----------------------
-
-  /// The sum of the arc lengths of the segments, each measured within 0.1; 0.0 for an empty curve.
+  // ---- GxBezierCurve_measure.cpp: length, boxes, highest and lowest places ----------------------
+ public:
+  /// Returns the sum of the lengths of the segments, as GxBezier::length measures them; 0.0 for an
+  /// empty curve.
   double curveLength();
 
-  /// The box of all control points; four zeros for an empty curve.
+  /// Stores the box of all control points; four zeros for an empty curve.
   void getBoundingBox(double& minX, double& minY, double& maxX, double& maxY);
 
-  /// The tight box of the curve itself; four zeros for an empty curve.
+  /// Stores the tight box of the curve itself; four zeros for an empty curve.
   void getLocalBoundingBox(double& minX, double& minY, double& maxX, double& maxY);
 
-  /// The tight box as two points; returns 0, or -1, the points untouched, for an empty curve.
+  /// Stores the tight box as two points. Returns 0, or -1 for an empty curve, with the points
+  /// untouched.
   int getMinMax(GxCoord<double>& min, GxCoord<double>& max) const;
 
-  /// Where the curve is highest, the first segment winning ties; returns 0, or -1, the outputs
-  /// untouched, for an empty curve.
+  /// Finds where the curve is highest; of equally high segments the first wins. Returns 0, or -1
+  /// for an empty curve, with the outputs untouched.
   int getCurveMaxY(double& t, int& segment) const;
 
-  /// Where the curve is lowest, the first segment winning ties; returns 0, or -1, the outputs
-  /// untouched, for an empty curve.
+  /// Finds where the curve is lowest; of equally low segments the first wins. Returns 0, or -1 for
+  /// an empty curve, with the outputs untouched.
   int getCurveMinY(double& t, int& segment) const;
 
-  // ---- GxBezierCurve_fit.cpp: fitting segments to digitised points ------------------------------
+ protected:
+  /// Returns 1 when every segment is a line within 1e-9 and exactly parallel to the first.
+  int isALine() const;
 
-  /// Appends a chain of segments from the first point to the last that stays near every point in
-  /// between: the squared distance at the point's own parameter is below error. The closed flag is
-  /// cleared. Fewer than two points, or null, append nothing. A good fit whose worst point is the
-  /// neighbour of an end is split there all the same. Points that are not finite are fitted as they
-  /// come.
+  // ---- GxBezierCurve_fit.cpp: fitting segments to digitised points ------------------------------
+ public:
+  /// Appends a chain of segments from the first point to the last. At every point in between, the
+  /// squared distance from the point to the curve at the parameter that the fit gave it is below
+  /// error. The closed flag is cleared. Fewer than two points, or null, append nothing. A good fit
+  /// whose worst point is the neighbour of an end is split there all the same, so three points
+  /// always give two segments. Points that are not finite are fitted as they come.
   /// Method: P. J. Schneider, "An algorithm for automatically fitting digitized curves", Graphics
   /// Gems (1990), with other rules for the singular matrix, for short handles and for splitting.
   void makeBezierPolyFit(GxList<GxCoord<double>> const* points, double error);
 
-  // ---- GxBezierCurve_polyline.cpp: polylines of a whole curve -----------------------------------
+ protected:
+  /// Fits the points first..last and appends the segments. tHat1 and tHat2 are unit tangents at
+  /// both ends that point into the range; error is a squared tolerance. A range of one point gives
+  /// one segment that is a point. The closed flag is cleared. Nothing happens for null or unless
+  /// first <= last < length.
+  void bezierPolyFit(GxList<GxCoord<double>> const* points, unsigned long first, unsigned long last,
+                     GxVector<double> const& tHat1, GxVector<double> const& tHat2, double error);
 
-  /// Appends points step apart (straight, within 0.1). Mode 1 spaces each segment on its own,
-  /// evenly if that fits better, and leaves out the curve's end; any other mode carries what is
-  /// left of a step across the joins.
+  /// Stores the least-squares segment for the points first..last at the parameters
+  /// u[0..last - first].
+  void findSegment(GxList<GxCoord<double>> const* points, double const* u, unsigned long first,
+                   unsigned long last, GxVector<double> const& tHat1, GxVector<double> const& tHat2,
+                   GxBezier& result);
+
+  /// Returns the largest squared distance between an inner point and the segment at the point's
+  /// parameter. splitPoint receives the index of that point, the last one of equals, or -1 when no
+  /// inner point has a distance that can be compared.
+  double leastSquareErr(GxList<GxCoord<double>> const* points, unsigned long first,
+                        unsigned long last, double const* u, GxBezier const& segment,
+                        int& splitPoint);
+
+  /// Returns the unit tangent at point i: forwards at the first point, backwards at all others;
+  /// zero where the neighbours coincide.
+  GxVector<double> findTangent(GxList<GxCoord<double>> const* points, unsigned long i);
+
+  /// Returns 1 when two directions, or their opposites, differ by less than an angle in degrees; 0
+  /// when either has no length.
+  int isCollinear(GxVector<double> const& a, GxVector<double> const& b, float angleDegrees);
+
+  // ---- GxBezierCurve_polyline.cpp: polylines of a whole curve -----------------------------------
+ public:
+  /// Appends points at a straight-line distance of step from each other, within 0.1. Mode 1 spaces
+  /// each segment on its own, evenly if that fits better, and leaves out the curve's end. Any other
+  /// mode carries what is left of a step across the joints.
   void makeCurve(double step, GxList<GxCoord<double>>& out, int mode);
 
-  /// As makeCurve in a mode other than 1, with chords of length step where the curve stays within
-  /// gap of them and of shortStep elsewhere.
+  /// Does the same as makeCurve in a mode other than 1, with chords of length step where the curve
+  /// stays within gap of them and of length shortStep elsewhere.
   void makeCurveEx(double step, double shortStep, double gap, GxList<GxCoord<double>>& out);
 
-  /// Appends, for every segment, count + 1 points at equal parameter steps, joins once. A list that
-  /// is not empty first loses its last point.
+  /// Appends count + 1 points at equal parameter steps for every segment, and joints once. A list
+  /// that is not empty first loses its last point.
   void makeSegments(unsigned short count, std::list<GxCoord<double>>& out);
 
   /// Replaces out by the polyline made by halving, every piece of which is a line within tolerance.
   void getPolyline(double tolerance, std::list<GxCoord<double>>& out);
   void getPolyline(double tolerance, std::vector<GxCoord<double>>& out);
 
-  /// The same under the caller's idea of a line and a point; positions is replaced, too: point k of
-  /// out lies at position k.
+  /// Does the same with the caller's own tests for a line and a point. positions is replaced as
+  /// well: point k of out lies at position k.
   void getPolyline(double tolerance, std::list<GxCoord<double>>& out,
                    std::list<GxBezierCurvePosition>& positions,
                    GxBezierPolylineCondition const& condition);
 
   // ---- GxBezierCurve_nearest.cpp: which segment holds a point, the nearest point ----------------
-
-  /// The number of the segment that passes p within tolerance, and the parameter there; -1 when
-  /// there is none. The curve's end is (n, 0.0) and, like its start, is looked at first. t is
-  /// undefined where -1 is returned.
+ public:
+  /// Returns the number of the segment that passes p within tolerance, and stores the parameter
+  /// there. The start of the curve is looked at first, then its end, which is (n, 0.0), then the
+  /// segments in order. Returns -1 when none passes; t is then unspecified.
   int whichSegment(GxCoord<double> const& p, double& t, double tolerance);
 
-  /// The point of the curve nearest to p. The first segment is tried, the last, then the others in
-  /// order; the search ends at the first that comes within a squared distance of 0.5.
+  /// Finds the point of the curve nearest to p. The first segment is tried, then the last, then the
+  /// others in order. The search ends after the last segment, or with the first of the others, when
+  /// the best point so far lies at a squared distance below 0.5; a nearer one may follow.
   ///   -1  an empty curve; nearest is untouched
-  ///    0  the first or the last segment answered (or the curve has one)
-  ///    1  the other segments were looked at, too
+  ///    0  the search ended with the last segment, or the curve has one
+  ///    1  it went on, whichever segment answers; so it does for two segments of which neither
+  ///       comes near
   int findNearestPoint(GxCoord<double> const& p, GxCoord<double>& nearest);
 
-  /// The same search, giving the position; the end of segment i is (i + 1, 0.0).
+  /// Searches in the same way for the position; the end of segment i is (i + 1, 0.0).
   int findNearestPointPos(GxCoord<double> const& p, GxBezierCurvePosition& pos);
 
-  // ---- GxBezierCurve_intersect.cpp: two curves --------------------------------------------------
-
-  /// Appends the crossings of every segment of other with every segment of this curve; returns 1
-  /// when the list is not empty afterwards, else 0.
-  int findIntersections(GxBezierCurve const& other, GxList<GxCoord<double>>& points);
-
-  /// An estimate of the least squared distance: from samples of this curve, eleven a segment, to
-  /// other; 0.0 when either curve is empty.
+  /// Estimates the least squared distance between two curves from samples of this curve, eleven a
+  /// segment, and what findNearestPoint of other gives for them. Returns 0.0 when either curve is
+  /// empty.
   double getMinSqDistance(GxBezierCurve& other) const;
 
-  // ---- GxBezierCurve_intersectLine.cpp: the first crossing with a line --------------------------
+  // ---- GxBezierCurve_intersect.cpp: the crossings of two curves ---------------------------------
+ public:
+  /// Appends the crossings of every segment of other with every segment of this curve. Returns 1
+  /// when the list is not empty afterwards, even if only the caller put points there, else 0.
+  int findIntersections(GxBezierCurve const& other, GxList<GxCoord<double>>& points);
 
-  /// Finds the first crossing with the line through p along v, walking from a position forwards or
-  /// backwards, as towards lies; the walk goes on to the end of the curve, beyond towards if need
-  /// be, and not across the seam. Parameters outside a segment by less than tolerance count as its
-  /// ends. A crossing at from counts.
+  // ---- GxBezierCurve_intersectLine.cpp: the first crossing with a line --------------------------
+ public:
+  /// Finds the first crossing with the line through p along v, walking from a position. The walk
+  /// goes forwards if from < towards, else backwards; it goes on beyond towards to the end of the
+  /// curve, but not across the seam. Parameters outside a segment by less than tolerance count as
+  /// its ends. A crossing at from counts. A direction v shorter than 3.2e-5 counts as the x
+  /// direction.
   ///    0  found; the position is in result
   ///   -1  none, an empty curve, or from on no segment; result is untouched
   int findFirstGeometricLineIntersection(GxCoord<double> const& p, GxVector<double> const& v,
@@ -187,14 +234,16 @@ class CRV_API GxBezierCurve {
                                          GxBezierCurvePosition const& towards,
                                          GxBezierCurvePosition& result, double tolerance) const;
 
-  /// The same, the segments being carried into the frame of the line first.
+  /// Does the same by carrying the segments into the frame of the line first, in which only a v
+  /// whose squared length is 0 or overflows counts as the x direction.
   int findFirstGeometricLineIntersectionEx(GxCoord<double> const& p, GxVector<double> const& v,
                                            GxBezierCurvePosition const& from,
                                            GxBezierCurvePosition const& towards,
                                            GxBezierCurvePosition& result, double tolerance) const;
 
-  /// The first search with a tolerance of 1e-8; where it finds nothing, the curve's far end, if
-  /// that lies within 0.001 of the line.
+  /// Searches as the first form does, with a tolerance of 1e-8. Where that finds nothing, and also
+  /// from a position on no segment, the answer is the curve's far end if it lies within 0.001 of
+  /// the line.
   int findFirstGeometricLineIntersectionWithEndpointCheck(GxCoord<double> const& p,
                                                           GxVector<double> const& v,
                                                           GxBezierCurvePosition const& from,
@@ -202,71 +251,83 @@ class CRV_API GxBezierCurve {
                                                           GxBezierCurvePosition& result) const;
 
   // ---- GxBezierCurve_orient.cpp: clockwise or not, reversing ------------------------------------
-
-  /// 1 when the outline runs clockwise, read at its highest point, else 0; valid becomes 0 when no
-  /// orientation could be found (an empty curve, no turn at the top), else 1. A curve that is one
-  /// straight line gives 0 with valid 1.
+ public:
+  /// Returns 1 when the outline runs clockwise, as read at its highest point, else 0. valid becomes
+  /// 0 when no orientation is found (an empty curve, no turn at the top), else 1. A curve that is
+  /// one straight line gives 0 with valid 1.
   int isClockwise(int& valid) const;
 
-  /// Reverses the curve if it does not run as wanted (non-zero: clockwise); returns 0, or -1,
-  /// nothing changed, when its orientation cannot be decided.
+  /// Reverses the curve if it does not run as wanted (non-zero: clockwise). Returns 0, or -1 with
+  /// nothing changed when the orientation cannot be decided.
   int changeOrientation(int clockwise);
 
   /// Reverses the direction of travel; the closed flag stays.
   void reverse();
 
   // ---- GxBezierCurve_close.cpp: closing ---------------------------------------------------------
-
-  /// Sets the closed flag and bridges ends farther apart than 0.1 with a straight segment.
-  ///   1  closed, or the flag was set before and nothing was changed
-  ///   0  an empty curve (nothing changed), or a single segment that is a point or a line within
-  ///      0.05, which is closed all the same but encloses nothing
+ public:
+  /// Sets the closed flag, and bridges ends farther apart than 0.1 with a straight segment.
+  ///   1  closed, or the flag was set before and nothing was changed (also for an empty curve)
+  ///   0  an empty curve whose flag is not set (nothing changed), or a single segment that is a
+  ///      point or a line within 0.05, which is closed all the same but encloses nothing
   int makeClosedCurve();
 
-  /// The same, trimming or straightening end segments that overlap or nearly meet, so that the
+  /// Does the same, but trims or straightens end segments that overlap or nearly meet, so that the
   /// closure has no loop or spike.
   int makeNiceClosedCurve();
 
   // ---- GxBezierCurve_tangent.cpp: directions on both sides of a position ------------------------
-
-  /// The point at pos and the control points that are its handles, or would be if the segment were
-  /// cut there. Returns 0, or -1 for a position outside the curve (point is then the origin or the
-  /// curve's end, the handles are untouched). At the start of an open curve before is untouched.
+ public:
+  /// Stores the point at pos and the control points that are its handles, or would be if the
+  /// segment were cut there. Returns 0, or -1 for a position outside the curve; point is then the
+  /// origin or the curve's end, and the handles are untouched. At the start of an open curve before
+  /// is untouched.
   int getTriple(GxBezierCurvePosition const& pos, GxCoord<double>& point, GxCoord<double>& before,
                 GxCoord<double>& after) const;
 
-  /// The first derivatives on both sides of pos; in points backwards along the curve. Where a
-  /// handle lies on its end point, the chord to the next control point. Returns 0, or -1, the
-  /// vectors untouched, for a position outside the curve.
+  /// Stores the first derivatives on both sides of pos; in points backwards along the curve. Where
+  /// a handle lies on its end point, the chord to the next control point serves instead. Returns 0,
+  /// or -1 for a position outside the curve, with the vectors untouched.
   int getVelocityVectors(GxBezierCurvePosition const& pos, GxVector<double>& in,
                          GxVector<double>& out) const;
 
-  /// The first derivatives on both sides of pos, both in the direction of travel, chords taking the
-  /// place of derivatives that vanish (squared length below 1e-9). Returns 0, or -1, both vectors
-  /// zero, for a position outside the curve.
+  /// Stores the first derivatives on both sides of pos, both in the direction of travel. Chords
+  /// serve instead of derivatives that vanish (squared length below 1e-9). Returns 0, or -1 for a
+  /// position outside the curve, with both vectors zero.
   int findVelocityVectors(GxBezierCurvePosition const& pos, GxVector<double>& in,
                           GxVector<double>& out) const;
 
-  /// The second derivatives on both sides of pos; in is negated. Zero where both handles of a
-  /// segment lie on its ends. Returns 0, or -1, the vectors untouched, for a position outside the
-  /// curve.
+  /// Stores the second derivatives on both sides of pos; in is negated. They are zero where both
+  /// handles of a segment lie on its ends. Returns 0, or -1 for a position outside the curve, with
+  /// the vectors untouched.
   int getAccelerationVectors(GxBezierCurvePosition const& pos, GxVector<double>& in,
                              GxVector<double>& out) const;
 
   // ---- GxBezierCurve_offset.cpp: the parallel curve ---------------------------------------------
-
-  /// Replaces every segment by an approximation of its parallel at a distance and joins what comes
-  /// apart; the last end is always joined to the first, closed flag or not. Positive distances lie
-  /// to the left of the direction of travel; side 0 negates the distance. Distances below 0.5 are
-  /// ignored.
+ public:
+  /// Replaces every segment by an approximation of its parallel at a distance, and joins ends that
+  /// come apart. The last end is always joined to the first, closed flag or not. Positive distances
+  /// lie to the left of the direction of travel; side 0 negates the distance. Distances below 0.5
+  /// are ignored.
   ///   mode 0 or below  offset
   ///   mode 1           strongly bent segments are cut at their extremes first
   ///   mode 2           only that cutting, at any distance
   ///   mode 3 or above  nothing
   void offset(double distance, int side, int mode);
 
-  // ---- GxBezierCurve_xRange.cpp: the curve against an interval of x -----------------------------
+  /// Computes the distance, with its sign, to hand to offset (side 1) so that the place of the
+  /// curve that lies farthest in a direction moves by distance along the direction (outwards
+  /// non-zero) or against it. At a joint the normal nearer to the direction counts. Where the
+  /// normal is inclined to the direction, the result is greater than distance.
+  ///    0  the result is in value
+  ///   -1  an empty curve, a direction shorter than 1e-9, or no normal along the direction; value
+  ///   is
+  ///       untouched
+  int calculateOffsetValue(double& value, GxVector<double> direction, double distance,
+                           int outwards) const;
 
+  // ---- GxBezierCurve_xRange.cpp: the curve against an interval of x -----------------------------
+ public:
   /// Prolongs the start tangent to the vertical line through x and stores the point there.
   ///    0  x lies before a start that runs towards larger x
   ///    1  it does not
@@ -274,81 +335,51 @@ class CRV_API GxBezierCurve {
   /// A tangent whose unit x component is below tol counts as running left, level.
   int extendLine(GxCoord<double>& out, double x, double tol) const;
 
-  /// How the x range of a curve that runs from left to right with segments that never run back
-  /// (GxBezier::isWellDefined) lies against the interval from lo to hi.
+  /// Tells how the x range of a curve lies against the interval from lo to hi. The curve has to run
+  /// from left to right, with segments that never run back (GxBezier::isWellDefined).
   ///   0  an empty curve, or a segment runs back
-  ///   1  it covers the interval
-  ///   2  it starts inside and covers the rest
-  ///   4  it ends inside and covers the rest
-  ///   7  it lies inside
-  /// A curve that runs from right to left is checked reversed, with 2 and 4 exchanged. A check of a
-  /// reversed curve that gives 0 also exchanges 2 and 4 in the next call, on any curve, through a
-  /// process-wide flag: this operation may not be called from two threads at once.
+  ///   1  it starts at or before lo and ends at or after hi
+  ///   2  it starts after lo and ends at or after hi, even if it lies beyond hi altogether
+  ///   4  it starts at or before lo and ends before hi, even if it lies before lo altogether
+  ///   7  it starts after lo and ends before hi
+  /// A curve that runs from right to left is checked reversed, with 2 and 4 exchanged. If that
+  /// check gives 0, a process-wide flag stays set, and 2 and 4 are exchanged in later calls on any
+  /// curve until one does not give 0: this operation may not be called from two threads at once.
   int wellDefinedDetection(double lo, double hi) const;
 
   // ---- GxBezierCurve_step.cpp: walking along the curve ------------------------------------------
-
-  /// Finds the next position, forwards (non-zero direction) or backwards, at a straight-line
-  /// distance d, up to a limit: the far end of the curve where none is given. On a strictly closed
-  /// curve a limit that lies behind is reached across the seam. Mode 0 takes one chord; any other
-  /// mode walks the length d in short chords.
-  /// A step over joins takes from d the distance of each join from its start, so it lands near d
+ public:
+  /// Finds the next position, forwards (forward non-zero) or backwards, at a straight-line distance
+  /// d, up to a limit: the far end of the curve where none is given. Mode 0 takes one chord; any
+  /// other mode walks the length d in short chords.
+  ///    0  found; the position is in to
+  ///   -1  an empty curve, no step before the limit, or a walk that was ended; to is untouched, or
+  ///       holds the last position reached by short chords
+  /// A limit that lies behind is reached across the seam of a strictly closed curve; on an open
+  /// curve the walk then ends with the curve.
+  /// A step over joints takes from d the distance of each joint from its start, so it lands near d
   /// only where segments are not much shorter than d. A walk back from the end of an open curve
   /// starts at (n - 1, t) with t just below 1: at (n, 0.0) the first segment is taken for the next.
-  /// Short chords end after about 2^26 points to measure lengths and find steps, a third of a
-  /// second; one chord, beyond two turns, after as many or nine million segments.
-  ///    0  found
-  ///   -1  an empty curve, the limit came first or is never met, or the walk was ended; to is
-  ///       untouched, or holds the last position reached by short chords
+  /// Work is bounded: short chords stop after about 2^28 evaluations, a second of processor time; a
+  /// single chord stops at the same count once it has gone around twice.
   int findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition& to, double d,
                   int forward, int mode) const;
   int findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition const& limit,
                   GxBezierCurvePosition& to, double d, int forward) const;
 
-  /// The same with the arc length walked: set, in the form without a limit, or added to consumed.
+  /// Does the same and measures the arc length walked. The form without a limit sets consumed; the
+  /// other adds to it, also where no step is found.
   int findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition& to, double d,
                   int forward, double& consumed, int mode) const;
   int findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition const& limit,
                   GxBezierCurvePosition& to, double d, double& consumed, int forward) const;
 
-  /// The same with the distance measured from the point p.
+  /// Does the same with the distance measured from the point p.
   int findNextPosFromPoint(GxCoord<double> const& p, GxBezierCurvePosition const& from,
                            GxBezierCurvePosition& to, double d, int forward) const;
   int findNextPosFromPoint(GxCoord<double> const& p, GxBezierCurvePosition const& from,
                            GxBezierCurvePosition const& limit, GxBezierCurvePosition& to, double d,
                            int forward) const;
-
- protected:
-  // ---- GxBezierCurve_measure.cpp ----------------------------------------------------------------
-
-  /// 1 when every segment is a line within 1e-9 and exactly parallel to the first.
-  int isALine() const;
-
-  // ---- GxBezierCurve_fit.cpp --------------------------------------------------------------------
-
-  /// Fits the points first..last, with unit tangents at both ends that point into the range, and
-  /// appends the segments; clears the closed flag. Nothing happens unless first < last < length.
-  void bezierPolyFit(GxList<GxCoord<double>> const* points, unsigned long first, unsigned long last,
-                     GxVector<double> const& tHat1, GxVector<double> const& tHat2, double error);
-
-  /// The least-squares segment for the points first..last at the parameters u[0..last - first].
-  void findSegment(GxList<GxCoord<double>> const* points, double const* u, unsigned long first,
-                   unsigned long last, GxVector<double> const& tHat1, GxVector<double> const& tHat2,
-                   GxBezier& result);
-
-  /// The largest squared distance between an inner point and the segment at its parameter, and the
-  /// index of that point, the last one of equals; -1 without inner points that compare.
-  double leastSquareErr(GxList<GxCoord<double>> const* points, unsigned long first,
-                        unsigned long last, double const* u, GxBezier const& segment,
-                        int& splitPoint);
-
-  /// The unit tangent at point i: forwards at the first point, backwards at all others; zero where
-  /// the neighbours coincide.
-  GxVector<double> findTangent(GxList<GxCoord<double>> const* points, unsigned long i);
-
-  /// 1 when two directions, or their opposites, differ by less than an angle in degrees; 0 when
-  /// either has no length.
-  int isCollinear(GxVector<double> const& a, GxVector<double> const& b, float angleDegrees);
 
  private:
   GxList<GxBezier> segments_;

@@ -10,19 +10,20 @@ using crv::internal::straightSegment;
 
 namespace {
 
-// Curve units: ends this close need no closing segment.
-constexpr double kEndsMeet = 0.1;
+// Curve units: ends farther apart than this get a closing segment.
+constexpr double kBridgeDistance = 0.1;
 
 // Curve units: a segment this thin encloses nothing.
 constexpr double kThin = 0.05;
 
-// Squared curve units: ends this near to the segment at the other end overlap it, ends beyond the
-// second are apart, and in between both must come this near for both to be trimmed.
+// Squared curve units, from an end to the end segment on the other side: up to the first the ends
+// overlap, beyond the second they lie apart, and in between both ends must come within the third
+// for both to be trimmed.
 constexpr double kOverlap = 100.0;
 constexpr double kApart = 200.0;
 constexpr double kBothNear = 400.0;
 
-/// The place of a segment nearest to the curve's other end.
+/// The place of an end segment nearest to the curve's other end.
 struct Approach {
   double t = 0.0;
   GxCoord<double> point;
@@ -54,7 +55,8 @@ void cutAfter(GxBezier& segment, double t) {
   segment.split(right, t);
 }
 
-/// The ends nearly touch the segment at the other end: the nearer contact is made the closure.
+/// Closes the curve at the nearer contact, where an end nearly touches the segment at the other
+/// end.
 void trimOneEnd(GxList<GxBezier>& segments, Approach const& toFirst, Approach const& toLast) {
   unsigned const n = segments.length();
   GxCoord<double> const start = segments(0)[0];
@@ -76,14 +78,14 @@ void trimOneEnd(GxList<GxBezier>& segments, Approach const& toFirst, Approach co
   }
 }
 
-/// Both ends overshoot moderately: both are trimmed, and the gap is bridged.
+/// Trims both ends, which overshoot moderately, and bridges the gap.
 void trimBothEnds(GxList<GxBezier>& segments, Approach const& toFirst, Approach const& toLast) {
-  int const last = static_cast<int>(segments.length()) - 1;
+  unsigned const last = segments.length() - 1;
   segments.add(straightSegment(toLast.point, toFirst.point));
   if (toLast.isInside()) {
-    cutAfter(segments(static_cast<unsigned>(last)), toLast.t);
+    cutAfter(segments(last), toLast.t);
   } else if (toLast.isAtStart()) {
-    segments.remove(last);
+    segments.remove(static_cast<int>(last));
   }
   if (toFirst.isInside()) {
     cutBefore(segments(0), toFirst.t);
@@ -109,7 +111,7 @@ void bridgeNicely(GxList<GxBezier>& segments) {
   }
 }
 
-/// Sets the flag and has ends that lie apart bridged.
+/// Sets the closed flag, and calls bridge for ends that lie apart.
 int close(GxBezierCurve& curve, void (*bridge)(GxList<GxBezier>&)) {
   if (curve.strictIsClosed()) return 1;
   GxList<GxBezier>& segments = curve.getSegments();
@@ -117,7 +119,7 @@ int close(GxBezierCurve& curve, void (*bridge)(GxList<GxBezier>&)) {
   if (n == 0) return 0;
   bool const enclosesNothing =
       n == 1 && (segments(0).isAPoint(kThin) || segments(0).isALine(kThin));
-  if (!isEqual(segments(n - 1)[3], segments(0)[0], kEndsMeet)) bridge(segments);
+  if (!isEqual(segments(n - 1)[3], segments(0)[0], kBridgeDistance)) bridge(segments);
   // Deliberate: closed even if it encloses nothing.
   curve.setStrictIsClosed(1);
   return !enclosesNothing;

@@ -1,17 +1,24 @@
 // Fitting a chain of segments to digitised points: least squares at chord-length parameters, better
 // parameters by Newton's method, a split at the worst point (P. J. Schneider, "An algorithm for
-// automatically fitting digitized curves", Graphics Gems, 1990). Other than there, a singular
-// matrix is mended by an addition, a handle is too short only when negative, and a good fit whose
-// worst point is next to an end is split all the same. Ranges wait on a stack of their own, and
+// automatically fitting digitized curves", Graphics Gems, 1990). Unlike the published version, this
+// one mends a singular matrix by an addition, takes a handle as too short only when it is negative,
+// and splits a good fit whose worst point is next to an end. Ranges wait on an explicit stack, and
 // runs of equal points are passed over, so that time and memory stay within bounds.
 #include "crv/curve/GxBezierCurve.h"
 
+#include "crv/curve/internal/fitError.h"
+#include "crv/curve/internal/pieceBoxes.h"
 #include "crv/foundation/tolerance.h"
 
 #include <cmath>
-#include <limits>
 #include <utility>
 #include <vector>
+
+using crv::internal::ErrorMeasure;
+using crv::internal::kNoPoint;
+using crv::internal::PieceBoxes;
+using crv::internal::WorstPoint;
+using crv::internal::worstPoint;
 
 namespace {
 
@@ -36,10 +43,7 @@ constexpr double kNoAngle = kZeroTolerance;
 // Deliberate: pi / 180 to these digits.
 constexpr double kRadiansPerDegree = 0.017453;
 
-// No inner point, or none whose distance is a number.
-constexpr int kNoPoint = -1;
-
-/// Deliberate: a vector too short to have a length is left as it is.
+/// Deliberate: a vector whose squared length is 0 is left as it is.
 GxVector<double> scaled(GxVector<double> const& v, double factor) {
   return v.squaredLength() == 0.0 ? v : v * factor;
 }
@@ -67,7 +71,7 @@ double thirdOfChord(GxCoord<double> const& p0, GxCoord<double> const& p3) {
   return p3.distance(p0) * kHandleFraction;
 }
 
-/// What is left to fit where there is nothing between the ends.
+/// The segment between two points, with handles of a third of the chord along the tangents.
 GxBezier segmentOfTwoPoints(GxCoord<double> const& p0, GxCoord<double> const& p3,
                             GxVector<double> const& tHat1, GxVector<double> const& tHat2) {
   double const dist = thirdOfChord(p0, p3);
@@ -89,7 +93,7 @@ struct LeastSquares {
   }
 };
 
-/// Points is the caller's list or an array, u the parameters of points first..last.
+/// points is the caller's list or an array; u holds the parameters of points first..last.
 template <class Points>
 LeastSquares normalEquations(Points const& points, double const* u, unsigned first, unsigned last,
                              GxVector<double> const& tHat1, GxVector<double> const& tHat2) {
@@ -135,145 +139,6 @@ GxBezier leastSquaresSegment(Points const& points, double const* u, unsigned fir
   return {p0, p0 + tHat1 * dist, p3 + tHat2 * dist, p3};
 }
 
-/// The control points of a segment without the overhead of GxBezier.
-struct Controls {
-  explicit Controls(GxBezier const& s) {
-    for (int i = 0; i < 4; ++i) {
-      x[i] = s[i].xval();
-      y[i] = s[i].yval();
-      size += std::fabs(x[i]) + std::fabs(y[i]);
-    }
-  }
-
-  double x[4];
-  double y[4];
-  double size = 0.0;  // what rounding errors are relative to
-};
-
-/// Squared distances from points to a segment's points at their parameters.
-class ErrorMeasure {
- public:
-  explicit ErrorMeasure(GxBezier const& segment)
-      : c_(segment), slack_(c_.size * kRounding + kTiny) {}
-
-  double squaredError(GxCoord<double> const& p, double t) {
-    // The points that a segment does not pass have one parameter: their powers are made once.
-    if (t != t_) {
-      double const s = 1.0 - t;
-      // Exact form: what blendValue gives; powers to 0 and 1 and factors of 1 change no bit and are
-      // left out, but the power function is not a product.
-      b_[0] = std::pow(s, 3.0);
-      b_[1] = 3.0 * std::pow(s, 2.0) * t;
-      b_[2] = 3.0 * s * std::pow(t, 2.0);
-      b_[3] = std::pow(t, 3.0);
-      t_ = t;
-    }
-    double const dx = blended(c_.x, b_) - p.xval();
-    double const dy = blended(c_.y, b_) - p.yval();
-    return dx * dx + dy * dy;
-  }
-
-  /// True only if squaredError is below d; told without the power function.
-  bool isBelow(double d, GxCoord<double> const& p, double t) const {
-    if (!(0.0 <= t && t <= 1.0)) return false;
-    double const s = 1.0 - t;
-    double const b[4] = {s * s * s, 3.0 * s * s * t, 3.0 * s * t * t, t * t * t};
-    double const dx = std::fabs(blended(c_.x, b) - p.xval()) * (1.0 + kRounding) + slack_;
-    double const dy = std::fabs(blended(c_.y, b) - p.yval()) * (1.0 + kRounding) + slack_;
-    return dx * dx + dy * dy < d;
-  }
-
- private:
-  // Relative: some hundred times what the two ways to the weights can differ by.
-  static constexpr double kRounding = 1e-13;
-  // Curve units: covers what is lost below the range of exponents.
-  static constexpr double kTiny = 1e-300;
-
-  static double blended(double const* k, double const* b) {
-    return b[0] * k[0] + b[1] * k[1] + b[2] * k[2] + b[3] * k[3];
-  }
-
-  Controls const c_;
-  double const slack_;
-  double t_ = std::numeric_limits<double>::quiet_NaN();
-  double b_[4] = {};
-};
-
-/// The inner point farthest from a segment, and its squared distance.
-struct Worst {
-  double error = 0.0;
-  int point = kNoPoint;
-
-  void offer(double d, unsigned i) {
-    // Deliberate: of equal distances the last counts, 0 included.
-    if (!(d >= error)) return;
-    error = d;
-    point = static_cast<int>(i);
-  }
-};
-
-template <class Points>
-Worst worstPoint(Points const& points, unsigned first, unsigned last, double const* u,
-                 GxBezier const& segment) {
-  Worst worst;
-  ErrorMeasure measure(segment);
-  for (unsigned i = first + 1; i < last; ++i) {
-    GxCoord<double> const& p = points[i];
-    double const t = u[i - first];
-    if (!measure.isBelow(worst.error, p, t)) worst.offer(measure.squaredError(p, t), i);
-  }
-  return worst;
-}
-
-/// Boxes around pieces of a segment: what lies in none of them is not passed by the segment.
-class Surroundings {
- public:
-  Surroundings(GxBezier const& segment, unsigned points)
-      : pieces_(points < kMost ? points : kMost) {
-    Controls const c(segment);
-    double const rounding = c.size * kRounding;
-    double const step = 1.0 / pieces_;
-    double const reachX = kPassesPoint + rounding + bend(c.x, step);
-    double const reachY = kPassesPoint + rounding + bend(c.y, step);
-    GxCoord<double> from = segment[0];
-    for (unsigned i = 0; i < pieces_; ++i) {
-      GxCoord<double> const to = segment.bValue(i + 1 == pieces_ ? 1.0 : (i + 1) * step);
-      centreX_[i] = from.xval() * 0.5 + to.xval() * 0.5;
-      centreY_[i] = from.yval() * 0.5 + to.yval() * 0.5;
-      halfX_[i] = std::fabs(to.xval() - from.xval()) * 0.5 + reachX;
-      halfY_[i] = std::fabs(to.yval() - from.yval()) * 0.5 + reachY;
-      from = to;
-    }
-  }
-
-  bool excludes(GxCoord<double> const& p) const {
-    for (unsigned i = 0; i < pieces_; ++i) {
-      bool const outside = std::fabs(p.xval() - centreX_[i]) > halfX_[i] ||
-                           std::fabs(p.yval() - centreY_[i]) > halfY_[i];
-      if (!outside) return false;
-    }
-    return true;
-  }
-
- private:
-  static constexpr unsigned kMost = 24;
-  // Relative: some hundred times the rounding errors of the segment's points.
-  static constexpr double kRounding = 1e-13;
-
-  /// The most that a piece strays from its chord: an eighth of the second derivative's maximum.
-  static double bend(double const* k, double step) {
-    double const start = std::fabs(k[0] - 2.0 * k[1] + k[2]);
-    double const end = std::fabs(k[1] - 2.0 * k[2] + k[3]);
-    return 6.0 * max(start, end) * step * step / 8.0;
-  }
-
-  unsigned const pieces_;
-  double centreX_[kMost];
-  double centreY_[kMost];
-  double halfX_[kMost];
-  double halfY_[kMost];
-};
-
 /// Fits all points of an array.
 class Fitter {
  public:
@@ -284,13 +149,17 @@ class Fitter {
   struct Range {
     unsigned first, last;
     GxVector<double> tHat1, tHat2;
+
+    bool isSecondFromAnEnd(int i) const {
+      return i != kNoPoint && (i == static_cast<int>(first) + 1 || i == static_cast<int>(last) - 1);
+    }
   };
 
   int fitRange(Range const& r);
-  Worst fitByChordLength(Range const& r);
-  bool fitByBetterParameters(Range const& r, Worst& worst);
-  void parameterise(unsigned first, unsigned last);
-  void addRun(Range const& r);
+  WorstPoint fitByChordLength(Range const& r);
+  bool fitByReparameterization(Range const& r, WorstPoint& worst);
+  void setChordLengthParameters(unsigned first, unsigned last);
+  void addSegmentPerPair(Range const& r);
 
   std::vector<GxCoord<double>> const points_;
   double const error_;
@@ -328,30 +197,28 @@ void Fitter::fit(GxVector<double> const& tHat1, GxVector<double> const& tHat2) {
   }
 }
 
-/// Adds the segments of a range, or returns the inner point at which it has to be split.
+/// Adds the segments of a range, or returns the inner point at which the range has to be split.
 int Fitter::fitRange(Range const& r) {
-  if (runStart_[r.last] <= r.first || r.last - r.first == 1) {
-    addRun(r);
+  bool const isRun = runStart_[r.last] <= r.first;
+  if (r.last - r.first == 1 || (isRun && r.last != r.first)) {
+    addSegmentPerPair(r);
     return kNoPoint;
   }
-  Worst worst = fitByChordLength(r);
-  unsigned const point = static_cast<unsigned>(worst.point);
-  if (worst.error < error_) {
-    // Deliberate: a good fit, and still split next to an end; three points always become two
-    // pieces.
-    bool const nextToAnEnd = point == r.first + 1 || point == r.last - 1;
-    if (nextToAnEnd) return worst.point;
-  } else if (!(worst.error < error_ * error_ && fitByBetterParameters(r, worst))) {
-    if (worst.point != kNoPoint) return worst.point;
-  }
+  WorstPoint worst = fitByChordLength(r);
+  bool const fits = worst.error < error_;
+  // Deliberate: a good fit is still split next to an end, so three points become two pieces.
+  if (fits && r.isSecondFromAnEnd(worst.index)) return worst.index;
+  bool const isWorthwhile = !fits && worst.error < error_ * error_;
+  bool const fitsBetter = isWorthwhile && fitByReparameterization(r, worst);
+  if (!fits && !fitsBetter && worst.index != kNoPoint) return worst.index;
   out_.add(segment_);
   return kNoPoint;
 }
 
-/// Adds one segment for every two neighbours of a range of two points, or of equal points. That is
-/// what splitting equal points comes to whatever the tolerance: they have equal parameters and so
-/// equal distances, and the last inner one is cut off, with no tangent, until two are left.
-void Fitter::addRun(Range const& r) {
+/// Adds one segment for every two neighbours of a range of two points, or of equal points. Repeated
+/// splitting gives the same result: coincident points have equal errors, so the last inner point is
+/// split off each time, with a zero tangent.
+void Fitter::addSegmentPerPair(Range const& r) {
   GxVector<double> forwards = r.tHat1;
   for (unsigned i = r.first; i < r.last; ++i) {
     GxVector<double> const backwards = i + 1 == r.last ? r.tHat2 : GxVector<double>();
@@ -360,33 +227,32 @@ void Fitter::addRun(Range const& r) {
   }
 }
 
-Worst Fitter::fitByChordLength(Range const& r) {
+WorstPoint Fitter::fitByChordLength(Range const& r) {
   // Equal points at the range's end have the parameter 1, where weights and distances are 0: all
   // but the first of them can be left out, and only the last inner one may be the worst point.
-  unsigned end = runStart_[r.last];
-  parameterise(r.first, end);
+  unsigned end = r.first == r.last ? r.last : runStart_[r.last];
+  setChordLengthParameters(r.first, end);
   if (end != r.last && u_[end - r.first] != 1.0) {
     end = r.last;
-    parameterise(r.first, end);
+    setChordLengthParameters(r.first, end);
   }
   segment_ = leastSquaresSegment(points_, u_.data(), r.first, end, r.tHat1, r.tHat2);
-  Worst worst = worstPoint(points_, r.first, end, u_.data(), segment_);
+  WorstPoint worst = worstPoint(points_, r.first, end, u_.data(), segment_);
   if (end != r.last) {
-    worst.offer(ErrorMeasure(segment_).squaredError(points_[end], u_[end - r.first]), r.last - 1);
+    worst.update(ErrorMeasure(segment_).squaredError(points_[end], u_[end - r.first]), r.last - 1);
   }
   return worst;
 }
 
-/// Replaces parameters by those of the nearest points of the segment found before; true when a
-/// segment that fits comes of it. Worst is that of the last round.
-bool Fitter::fitByBetterParameters(Range const& r, Worst& worst) {
+/// Replaces the parameters by those of the nearest points of the segment found before, and solves
+/// again, up to four times; true when a segment fits. worst is that of the last round.
+bool Fitter::fitByReparameterization(Range const& r, WorstPoint& worst) {
   for (int round = 0; round < kMaxRounds; ++round) {
-    Surroundings const surroundings(segment_, r.last - r.first + 1);
+    PieceBoxes const boxes(segment_, r.last - r.first + 1, kPassesPoint);
     for (unsigned i = r.first; i <= r.last; ++i) {
       double& u = u_[i - r.first];
       // Deliberate: -1.0, for a point that the segment does not pass, is used as a parameter.
-      u = surroundings.excludes(points_[i]) ? -1.0
-                                            : segment_.findParameter(points_[i], u, kPassesPoint);
+      u = boxes.exclude(points_[i]) ? -1.0 : segment_.findParameter(points_[i], u, kPassesPoint);
     }
     segment_ = leastSquaresSegment(points_, u_.data(), r.first, r.last, r.tHat1, r.tHat2);
     worst = worstPoint(points_, r.first, r.last, u_.data(), segment_);
@@ -395,8 +261,8 @@ bool Fitter::fitByBetterParameters(Range const& r, Worst& worst) {
   return false;
 }
 
-/// Parameters by chord length, from 0 to 1; all 0 where there is no length.
-void Fitter::parameterise(unsigned first, unsigned last) {
+/// Sets the parameters by chord length, from 0 to 1; all are 0 where there is no length.
+void Fitter::setChordLengthParameters(unsigned first, unsigned last) {
   unsigned const n = last - first;
   u_[0] = 0.0;
   for (unsigned k = 1; k <= n; ++k) u_[k] = u_[k - 1] + chords_[first + k];
@@ -416,7 +282,7 @@ void GxBezierCurve::makeBezierPolyFit(GxList<GxCoord<double>> const* points, dou
 void GxBezierCurve::bezierPolyFit(GxList<GxCoord<double>> const* points, unsigned long first,
                                   unsigned long last, GxVector<double> const& tHat1,
                                   GxVector<double> const& tHat2, double error) {
-  if (points == nullptr || first >= last || last >= points->length()) return;
+  if (points == nullptr || first > last || last >= points->length()) return;
   std::vector<GxCoord<double>> range;
   range.reserve(last - first + 1);
   for (unsigned long i = first; i <= last; ++i) {
@@ -439,9 +305,9 @@ void GxBezierCurve::findSegment(GxList<GxCoord<double>> const* points, double co
 double GxBezierCurve::leastSquareErr(GxList<GxCoord<double>> const* points, unsigned long first,
                                      unsigned long last, double const* u, GxBezier const& segment,
                                      int& splitPoint) {
-  Worst const worst =
+  WorstPoint const worst =
       worstPoint(*points, static_cast<unsigned>(first), static_cast<unsigned>(last), u, segment);
-  splitPoint = worst.point;
+  splitPoint = worst.index;
   return worst.error;
 }
 

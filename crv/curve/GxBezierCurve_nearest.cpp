@@ -1,47 +1,150 @@
-// Which segment holds a point, and the point of the curve nearest to one: segment after segment,
-// the ends of the curve first.
+// Which segment holds a point, the point of the curve nearest to one, and the least distance to
+// another curve. The ends of the curve are tried first; of the segments between them only those
+// whose boxes come near enough.
 #include "crv/curve/GxBezierCurve.h"
 
+#include "crv/curve/internal/segmentTree.h"
 #include "crv/foundation/lines.h"
 #include "crv/foundation/tolerance.h"
+
+#include <cmath>
+#include <limits>
+
+using crv::internal::Box;
+using crv::internal::BoxTree;
+using crv::internal::Point;
+using Segments = crv::internal::SegmentTree<GxBezier>;
 
 namespace {
 
 // Squared curve units: a point this near is near enough to look no further.
 constexpr double kNearEnough = 0.5;
 
-/// A point of a curve and where it lies.
+// Parameter: the curve is sampled at eleven places a segment; the last may come out just beside 1.
+constexpr double kSampleStep = 0.1;
+constexpr double kSampleLimit = 1.05;
+
+// The rounding errors of a segment's points, relative to its coordinates and, for subnormal ones,
+// in curve units: many times what they are.
+constexpr double kRounding = 0x1p-45;
+constexpr double kTiny = 1e-300;
+
+// Curve units: from here on squares may overflow, and distances may be no numbers.
+constexpr double kHuge = 1e150;
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+/// A point of a curve, and where it lies.
 struct Place {
   GxCoord<double> point;
   double t = 0.0;
-  unsigned segment = 0;
+  std::size_t segment = 0;
 };
 
-/// The best of the candidates that nearestOn gives for a segment; returns 1 when segments between
-/// the first and the last were looked at, else 0. The list is not empty.
+/// Finds the nearest place among segments; nearestOn(segment, place) finds that of one segment.
 template <class NearestOn>
-int searchNearest(GxList<GxBezier> const& segments, GxCoord<double> const& p, NearestOn nearestOn,
+class NearestSearch {
+ public:
+  NearestSearch(GxCoord<double> const& p, NearestOn const& nearestOn)
+      : p_(p), nearestOn_(nearestOn) {}
+
+  Place const& nearest() const { return nearest_; }
+  double squaredDistance() const { return best_; }
+  bool isNearEnough() const { return IS_ZERO(best_, kNearEnough); }
+
+  /// Tries segment i; a later one must be nearer than the best before.
+  void consider(GxBezier& segment, std::size_t i) {
+    Place const place = nearestPlace(segment, i);
+    double const d = p_.squaredDistance(place.point);
+    if (!isFirst_ && !(d < best_)) return;
+    isFirst_ = false;
+    best_ = d;
+    nearest_ = place;
+  }
+
+  /// Tries the segments between the first and the last in order, until one is near enough. Passes
+  /// over those that cannot win, and those at a squared distance of limit or more, which must not
+  /// be below kNearEnough.
+  void considerInner(Segments const& segments, double limit) {
+    std::size_t const last = segments.boxes().size() - 1;
+    Point const p = crv::internal::plain(p_);
+    // Beyond the distance of one segment nearby, no other can win or be near enough.
+    segments.boxes().visitNear(p, limit, [&](std::size_t i, double /*bound*/) {
+      if (i == 0 || i == last) return limit;
+      double const d = p_.squaredDistance(nearestPlace(segments[i], i).point);
+      if (d < limit) limit = max(d, kNearEnough);
+      return 0.0;
+    });
+    auto const canWin = [&](Box const& box) {
+      double const bound = crv::internal::squaredDistance(box, p);
+      return bound <= limit && bound < best_ && !isNearEnough();
+    };
+    segments.boxes().visit(canWin, [&](std::size_t i) {
+      if (i != 0 && i != last) consider(segments[i], i);
+    });
+  }
+
+ private:
+  Place nearestPlace(GxBezier& segment, std::size_t i) const {
+    Place place;
+    place.segment = i;
+    nearestOn_(segment, place);
+    return place;
+  }
+
+  GxCoord<double> p_;
+  NearestOn const& nearestOn_;
+  Place nearest_;
+  double best_ = kInfinity;
+  bool isFirst_ = true;
+};
+
+/// Whether squared distances from here cannot overflow.
+bool isModerate(double x) { return std::fabs(x) < kHuge; }
+
+/// A box that holds every point of a segment as computed.
+Box boxOfPoints(GxBezier const& segment) {
+  Box const hull = crv::internal::cubic(segment).hull();
+  double const size = max(max(std::fabs(hull.minX), std::fabs(hull.maxX)),
+                          max(std::fabs(hull.minY), std::fabs(hull.maxY)));
+  if (!isModerate(size)) return {-kInfinity, -kInfinity, kInfinity, kInfinity};
+  double const slack = size * kRounding + kTiny;
+  return {hull.minX - slack, hull.minY - slack, hull.maxX + slack, hull.maxY + slack};
+}
+
+/// The nearest place of a curve that is not empty; returns 1 when segments between the first and
+/// the last were tried, else 0.
+template <class NearestOn>
+int searchNearest(GxList<GxBezier>& segments, GxCoord<double> const& p, NearestOn const& nearestOn,
                   Place& nearest) {
   unsigned const last = segments.length() - 1;
-  double best = 0.0;
-  auto const consider = [&](unsigned i, bool always) {
-    Place candidate;
-    candidate.segment = i;
-    nearestOn(segments[i], candidate);
-    double const d = p.squaredDistance(candidate.point);
-    if (!always && !(d < best)) return;
-    best = d;
-    nearest = candidate;
-  };
-  consider(0, true);
-  if (last == 0) return 0;
+  NearestSearch<NearestOn> search(p, nearestOn);
+  search.consider(segments[0], 0);
   // Deliberate: the last segment is tried second, and wins over inner ones at the same distance.
-  consider(last, false);
-  // Deliberate: a squared distance is tested, here and below.
-  if (IS_ZERO(best, kNearEnough)) return 0;
-  segments.first();
-  for (unsigned i = 1; i < last && !IS_ZERO(best, kNearEnough); ++i) consider(i, false);
-  return 1;
+  if (last != 0) search.consider(segments[last], last);
+  // Deliberate: a squared distance is tested.
+  bool const isOver = last == 0 || search.isNearEnough();
+  if (!isOver) search.considerInner(Segments(segments, boxOfPoints), kInfinity);
+  nearest = search.nearest();
+  return !isOver;
+}
+
+/// The squared distance that findNearestPoint comes to, exact where it is below a limit of at least
+/// kNearEnough. From points that are not moderate it has no limit.
+double squaredDistance(Segments const& segments, GxCoord<double> const& p, double limit) {
+  std::size_t const last = segments.boxes().size() - 1;
+  auto const nearestOn = [&p](GxBezier& segment, Place& place) {
+    segment.findNearestPoint(p, place.point);
+  };
+  auto const isInReach = [&](std::size_t i) {
+    return !(crv::internal::squaredDistance(segments.boxes().leaf(i), crv::internal::plain(p)) >=
+             limit);
+  };
+  NearestSearch search(p, nearestOn);
+  if (isInReach(0)) search.consider(segments[0], 0);
+  if (last != 0 && isInReach(last)) search.consider(segments[last], last);
+  if (last > 1 && !search.isNearEnough()) search.considerInner(segments, limit);
+  return search.squaredDistance();
 }
 
 }  // namespace
@@ -57,9 +160,10 @@ int GxBezierCurve::whichSegment(GxCoord<double> const& p, double& t, double tole
     t = 0.0;
     return static_cast<int>(n);
   }
-  segments_.first();
-  for (unsigned i = 0; i < n; ++i) {
-    if (segments_(i).findTValue(p, t, tolerance)) return static_cast<int>(i);
+  int i = 0;
+  for (GxBezier& segment : segments_) {
+    if (segment.findTValue(p, t, tolerance)) return i;
+    ++i;
   }
   return -1;
 }
@@ -85,4 +189,19 @@ int GxBezierCurve::findNearestPointPos(GxCoord<double> const& p, GxBezierCurvePo
   int const innerTried = searchNearest(segments_, p, nearestOn, place);
   pos = GxBezierCurvePosition(static_cast<int>(place.segment), place.t);
   return innerTried;
+}
+
+double GxBezierCurve::getMinSqDistance(GxBezierCurve& other) const {
+  if (segments_.length() == 0 || other.segments_.length() == 0) return 0.0;
+  double best = segments_[0][0].squaredDistance(other.segments_(0)[0]);
+  Segments const segments(other.segments_, boxOfPoints);
+  for (GxBezier const& segment : segments_) {
+    for (double t = 0.0; t < kSampleLimit; t += kSampleStep) {
+      GxCoord<double> const sample = segment.bValue(t);
+      bool const isBounded = isModerate(sample.xval()) && isModerate(sample.yval());
+      double const limit = isBounded ? max(kNearEnough, best) : kInfinity;
+      best = min(best, squaredDistance(segments, sample, limit));
+    }
+  }
+  return best;
 }

@@ -9,11 +9,15 @@
 #include "crv/foundation/tolerance.h"
 
 #include <cmath>
+#include <cstddef>
 #include <utility>
+#include <vector>
 
 using crv::internal::straightSegment;
 
 namespace {
+
+using Pieces = std::vector<GxBezier>;
 
 // Modes of offset.
 constexpr int kCutAndOffset = 1;
@@ -22,18 +26,22 @@ constexpr int kCutOnly = 2;
 // Curve units: shorter distances are ignored.
 constexpr double kSmallDistance = 0.5;
 
-// Curve units: what is thinner is straight, what is shorter has no direction.
+// Curve units: a thinner segment is straight, a shorter vector has no direction.
 constexpr double kStraight = kZeroTolerance;
 constexpr double kNoLength = kZeroTolerance;
 
-// Cosine: a handle more inclined to the chord than this calls for a cut.
-constexpr double kBend = 0.865;
+// Cosine: a segment with a handle more inclined to the chord than this is cut.
+constexpr double kSharpHandleCosine = 0.865;
+
+// Cosine: a normal more inclined to a direction than this has no component along it.
+constexpr double kAcross = kZeroTolerance;
 
 // Parameter: only extremes strictly between are cut at.
 constexpr double kFirstCut = 0.1;
 constexpr double kLastCut = 0.9;
 
-// Curve units: a handle this short gives no end tangent; points at these parameters do instead.
+// Curve units: a handle this short gives no end tangent; the points at these parameters (of the
+// segment) give it instead.
 constexpr double kShortHandle = 0.1;
 constexpr double kNearStart = 0.05;
 constexpr double kNearEnd = 0.95;
@@ -51,21 +59,24 @@ constexpr double kSnap = 2.0;
 // Cosine: lines from here on are parallel.
 constexpr double kParallel = 0.9999;
 
-// Handles of a corner: a share of the way to where its tangents cross, or shares of the limit where
-// they do not cross ahead, or one way is more than kLopsided times the other.
-constexpr double kCornerShare = 0.56568;
+// Handles of a corner: a fraction of the distance to where its tangents cross. Fractions of the
+// limit serve where they do not cross ahead, or where one distance is more than kLopsided times the
+// other.
+constexpr double kCornerFraction = 0.56568;
 constexpr double kDefaultHandle = 0.4;
 constexpr double kShortSideHandle = 0.12;
 constexpr double kLopsided = 8.0;
 
-/// The segment with its chord laid level, if it falls: a rising one is turned further up.
-GxBezier levelled(GxBezier const& segment) {
+/// The segment turned counter-clockwise by the angle between its chord and the x axis, which lays a
+/// falling chord level and turns a rising one further up.
+GxBezier turnedByChordAngle(GxBezier const& segment) {
   GxVector<double> const chord = segment[3] - segment[0];
   double const length = chord.length();
   if (IS_ZERO(length, kNoLength)) return segment;
-  // Deliberate: the angle comes from x alone and always turns counter-clockwise.
-  Gx2DRotate const turn(std::acos(chord.xval() / length));
-  return GxBezier(turn * segment[0], turn * segment[1], turn * segment[2], turn * segment[3]);
+  // Deliberate: the angle comes from x alone, whatever the sign of y.
+  Gx2DRotate const rotation(std::acos(chord.xval() / length));
+  return GxBezier(rotation * segment[0], rotation * segment[1], rotation * segment[2],
+                  rotation * segment[3]);
 }
 
 /// The smaller cosine of the handles to the x direction.
@@ -81,27 +92,26 @@ double leastCosine(GxBezier const& segment) {
 }
 
 /// Appends a segment, cut at its extremes across its chord if it is strongly bent.
-void addCut(GxList<GxBezier>& pieces, GxBezier const& segment) {
-  GxBezier& first = pieces.add(segment);
+void addCut(Pieces& pieces, GxBezier const& segment) {
+  pieces.push_back(segment);
   if (segment.isALine(kStraight)) return;
-  GxBezier level = levelled(segment);
-  if (!(std::fabs(leastCosine(level)) < kBend)) return;
+  GxBezier turned = turnedByChordAngle(segment);
+  if (!(std::fabs(leastCosine(turned)) < kSharpHandleCosine)) return;
   GxList<double> cuts;
-  unsigned const count = static_cast<unsigned>(level.getYMinMaxTValues(cuts));
+  unsigned const count = static_cast<unsigned>(turned.getYMinMaxTValues(cuts));
   if (count > 1 && cuts(0) < cuts(1)) std::swap(cuts(0), cuts(1));
-  GxList<GxBezier> rest;
+  std::size_t const first = pieces.size() - 1;
   for (unsigned j = 0; j < count; ++j) {
     double const t = cuts(j);
     if (!(kFirstCut < t && t < kLastCut)) continue;
     GxBezier right;
-    first.split(right, t);
-    rest.insert(right, 0);
+    pieces[first].split(right, t);
+    pieces.insert(pieces.begin() + static_cast<std::ptrdiff_t>(first + 1), right);
     if (j + 1 < count) cuts(j + 1) /= t;
   }
-  pieces.join(rest);
 }
 
-/// What moves a point to the left of a direction by a distance.
+/// The displacement to the left of a direction by a distance.
 GxVector<double> shift(GxVector<double> const& direction, double distance) {
   return direction.ortho(1).normalize() * distance;
 }
@@ -112,7 +122,10 @@ struct InnerPair {
   double second;
 };
 
-/// Exact form: of the cubic from p0 to p3 that is q at the first sample and r at the second.
+/// Solves for the cubic from p0 to p3 that has the value q at the first sample and r at the second.
+/// With s = 0.3: s^3 = 0.027, 3s^2 = 0.27, 3s = 0.9 and 1 / (3s(1 - s)) = 1.587..., so that
+/// u = 0.7 P1 + 0.3 P2. With s = 0.8: s^3 = 0.512, 3s^2 = 1.92, 3s = 2.4 and 1 / (3s(1 - s)) =
+/// 2.083..., so that v = 0.2 P1 + 0.8 P2. Exact form: these constants, in this order.
 InnerPair innerThrough(double p0, double q, double r, double p3) {
   double const u = (q + 0.027 * (p0 - p3) - 0.27 * p0 + 0.9 * p0 - p0) * 1.5873015873015872;
   double const v = (r + 0.512 * (p0 - p3) - 1.92 * p0 + 2.4 * p0 - p0) * 2.0833333333333335;
@@ -120,12 +133,18 @@ InnerPair innerThrough(double p0, double q, double r, double p3) {
   return {first, (u - 0.7 * first) * 3.3333333333333335};
 }
 
+GxVector<double> startTangent(GxBezier const& s) {
+  return (isEqual(s[0], s[1], kShortHandle) ? s.bValue(kNearStart) : s[1]) - s[0];
+}
+
+GxVector<double> endTangent(GxBezier const& s) {
+  return s[3] - (isEqual(s[2], s[3], kShortHandle) ? s.bValue(kNearEnd) : s[2]);
+}
+
 /// The parallel of one segment.
 GxBezier parallelOf(GxBezier const& s, double distance) {
-  GxCoord<double> const ahead = isEqual(s[0], s[1], kShortHandle) ? s.bValue(kNearStart) : s[1];
-  GxCoord<double> const behind = isEqual(s[2], s[3], kShortHandle) ? s.bValue(kNearEnd) : s[2];
-  GxCoord<double> const start = s[0] + shift(ahead - s[0], distance);
-  GxCoord<double> const end = s[3] + shift(s[3] - behind, distance);
+  GxCoord<double> const start = s[0] + shift(startTangent(s), distance);
+  GxCoord<double> const end = s[3] + shift(endTangent(s), distance);
   if (isEqual(s[0], s[1], kNoHandle) && isEqual(s[2], s[3], kNoHandle)) {
     return straightSegment(start, end);
   }
@@ -172,7 +191,7 @@ GxBezier cornerBetween(GxBezier const& a, GxBezier const& b, double limit) {
   GxVector<double> const t2 = (b[0] - b[3]).normalize();
   double h1 = 0.0;
   double h2 = 0.0;
-  computeFilletHandles(b[0] - a[3], t1, t2, kCornerShare, limit, h1, h2);
+  computeFilletHandles(b[0] - a[3], t1, t2, kCornerFraction, limit, h1, h2);
   return GxBezier(a[3], a[3] + t1 * h1, b[0] + t2 * h2, b[0]);
 }
 
@@ -185,61 +204,117 @@ bool isCorner(GxBezier const& a, GxBezier const& b, GxBezier const& oldA, GxBezi
   return std::fabs(u * v) < kParallel;
 }
 
-/// Closes the gap from the end of a to the start of b: snaps them together, or puts a segment into
-/// bridge, with the lesser or the greater of twice the distance and the gap to limit a corner.
-void closeGap(GxBezier& a, GxBezier& b, GxBezier const& oldA, GxBezier const& oldB, double distance,
-              double (*lesserOrGreater)(double, double), GxList<GxBezier>& bridge) {
+/// Closes the gap from the end of a to the start of b: snaps them together, or adds a segment to
+/// bridge. cornerLimit bounds the handles of a corner.
+void closeGap(GxBezier& a, GxBezier& b, GxBezier const& oldA, GxBezier const& oldB,
+              double cornerLimit, GxList<GxBezier>& bridge) {
   if (isEqual(a[3], b[0], kSnap)) {
     pointsAverage(b[0], a[3]);
   } else if (isCorner(a, b, oldA, oldB)) {
-    double const gap = (b[0] - a[3]).length();
-    bridge.add(cornerBetween(a, b, lesserOrGreater(2.0 * std::fabs(distance), gap)));
+    bridge.add(cornerBetween(a, b, cornerLimit));
   } else {
     bridge.add(straightSegment(a[3], b[0]));
   }
 }
 
-/// Closes the gaps between the parallels of old segments, from the last one to the first.
-void joinParallels(GxList<GxBezier>& segments, GxList<GxBezier> const& old, double distance) {
-  unsigned const last = segments.length() - 1;
-  GxList<GxBezier> joined;
-  // Deliberate: the ends of an open curve are joined, too; only there a corner has the lesser
-  // limit.
-  closeGap(segments(last), segments(0), old[last], old[0], distance, min, joined);
-  for (unsigned k = last; k > 0; --k) {
-    GxBezier& b = segments(k);
-    GxList<GxBezier> bridge;
-    closeGap(segments(k - 1), b, old[k - 1], old[k], distance, max, bridge);
-    joined.insert(b, 0);
-    joined.inject(bridge, 0);
+/// Closes the gaps between the parallels of segments, from the last one to the first; bridges[k]
+/// comes behind parallel k.
+void closeGaps(Pieces& parallels, Pieces const& old, double distance,
+               std::vector<GxList<GxBezier>>& bridges) {
+  double const twice = 2.0 * std::fabs(distance);
+  std::size_t const n = parallels.size();
+  for (std::size_t k = n; k > 0; --k) {
+    std::size_t const next = k % n;
+    GxBezier& a = parallels[k - 1];
+    GxBezier& b = parallels[next];
+    double const gap = (b[0] - a[3]).length();
+    // Deliberate: the ends of an open curve are joined, too; only there a corner has the lesser
+    // limit.
+    double const cornerLimit = next == 0 ? min(twice, gap) : max(twice, gap);
+    closeGap(a, b, old[k - 1], old[next], cornerLimit, bridges[k - 1]);
   }
-  joined.insert(segments(0), 0);
-  segments.empty();
-  segments.join(joined);
+}
+
+/// Appends the parallels of segments, and what joins them.
+void addParallels(GxList<GxBezier>& out, Pieces const& segments, double distance) {
+  Pieces parallels;
+  parallels.reserve(segments.size());
+  for (GxBezier const& s : segments) parallels.push_back(parallelOf(s, distance));
+  std::vector<GxList<GxBezier>> bridges(segments.size());
+  if (segments.size() > 1) closeGaps(parallels, segments, distance, bridges);
+  for (std::size_t k = 0; k < segments.size(); ++k) {
+    out.add(parallels[k]);
+    out.join(bridges[k]);
+  }
+}
+
+/// The curve in a frame whose y axis is the direction, a unit vector.
+GxBezierCurve turnedUpright(GxBezierCurve const& curve, GxVector<double> const& direction) {
+  GxBezierCurve turned(curve);
+  for (GxBezier& segment : turned.getSegments()) {
+    for (int i = 0; i < 4; ++i) {
+      GxVector<double> const p(segment[i].xval(), segment[i].yval());
+      segment[i] = GxCoord<double>(p.cross(direction), p * direction);
+    }
+  }
+  return turned;
+}
+
+/// The component along a direction by which a parallel at distance 1 moves the place at t of
+/// segment k; at a joint, that of the side which moves farther.
+double shiftAlong(GxBezierCurve const& curve, int k, double t, GxVector<double> const& direction) {
+  int const n = static_cast<int>(curve.length());
+  bool const isClosed = curve.strictIsClosed() != 0;
+  GxBezier const& s = curve[k];
+  double here = 0.0;
+  double beyond = 0.0;
+  if (t == 0.0) {
+    here = shift(startTangent(s), 1.0) * direction;
+    if (k > 0 || isClosed) beyond = shift(endTangent(curve[(k + n - 1) % n]), 1.0) * direction;
+  } else if (t == 1.0) {
+    here = shift(endTangent(s), 1.0) * direction;
+    if (k + 1 < n || isClosed) beyond = shift(startTangent(curve[(k + 1) % n]), 1.0) * direction;
+  } else {
+    here = shift(s.dValue(t), 1.0) * direction;
+  }
+  return std::fabs(beyond) > std::fabs(here) ? beyond : here;
 }
 
 }  // namespace
 
 void GxBezierCurve::offset(double distance, int side, int mode) {
-  if (mode != kCutOnly && IS_ZERO(distance, kSmallDistance)) return;
-  if (segments_.length() == 0) return;
-  if (side == 0) distance = -distance;
-  if (mode > kCutOnly) return;
-  GxList<GxBezier> pieces;
-  for (unsigned i = 0; i < segments_.length(); ++i) {
-    if (mode == kCutAndOffset || mode == kCutOnly) {
-      addCut(pieces, segments_[i]);
+  bool const cuts = mode == kCutAndOffset || mode == kCutOnly;
+  bool const shifts = mode < kCutOnly;
+  if (!cuts && !shifts) return;
+  if (shifts && IS_ZERO(distance, kSmallDistance)) return;
+  Pieces pieces;
+  pieces.reserve(segments_.length());
+  for (GxBezier const& segment : segments_) {
+    if (cuts) {
+      addCut(pieces, segment);
     } else {
-      pieces.add(segments_[i]);
+      pieces.push_back(segment);
     }
   }
   GxList<GxBezier> result;
-  if (mode == kCutOnly) {
-    result.join(pieces);
+  if (shifts) {
+    addParallels(result, pieces, side == 0 ? -distance : distance);
   } else {
-    for (unsigned i = 0; i < pieces.length(); ++i) result.add(parallelOf(pieces(i), distance));
-    if (result.length() > 1) joinParallels(result, pieces, distance);
+    for (GxBezier const& piece : pieces) result.add(piece);
   }
   segments_.empty();
   segments_.join(result);
+}
+
+int GxBezierCurve::calculateOffsetValue(double& value, GxVector<double> direction, double distance,
+                                        int outwards) const {
+  if (segments_.length() == 0 || IS_ZERO(direction.length(), kNoLength)) return -1;
+  GxVector<double> const along = direction.normalize();
+  double t = 0.0;
+  int k = 0;
+  turnedUpright(*this, along).getCurveMaxY(t, k);
+  double const unit = shiftAlong(*this, k, t, along);
+  if (!(std::fabs(unit) > kAcross)) return -1;
+  value = (outwards ? distance : -distance) / unit;
+  return 0;
 }
