@@ -15,7 +15,7 @@ class CRV_API Gx2DTrans {
 class CRV_API Gx2DRotate : public Gx2DTrans {
  public:
   /// A rotation by an angle in radians, counter-clockwise positive.
-  explicit Gx2DRotate(double angle);
+  Gx2DRotate(double angle);
   ~Gx2DRotate() override;
   GxCoord<double> image(GxCoord<double> const& p) const override;
 

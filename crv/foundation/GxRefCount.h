@@ -8,7 +8,7 @@
 class CRV_API GxRefCount {
  public:
   /// A counter for the object at p (null is allowed), with a count of 1: its maker's reference.
-  explicit GxRefCount(void* p);
+  GxRefCount(void* p);
   ~GxRefCount();
   GxRefCount(GxRefCount const&) = delete;
   GxRefCount& operator=(GxRefCount const&) = delete;

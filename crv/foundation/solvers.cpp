@@ -1,19 +1,21 @@
-// Real roots of polynomials up to the third degree. A cubic is monotone between its turning points,
-// so each sign change there brackets one root, which Newton steps polish, bisection standing by
-// (Press et al., Numerical Recipes, "rtsafe"). Where a turning point nearly touches zero, values
-// are taken by the compensated Horner scheme (Graillat, Langlois, Louvet 2005), whose error is that
-// of doubled precision, so that a close pair of roots is told from a double root and from none.
+// Real roots of polynomials up to the third degree. A cubic is monotone between its stationary
+// points, so each sign change there brackets one root, which Newton's method refines, with
+// bisection as fallback (Press et al., Numerical Recipes, "rtsafe"). Where a stationary point
+// nearly touches zero, values are computed by the compensated Horner scheme (Graillat, Langlois,
+// Louvet 2005), as accurate as doubled precision, so that a close pair of roots is told from a
+// double root and from none. Coefficients of very different magnitudes are scaled for the roots of
+// one magnitude at a time, which the Newton polygon gives (Bini 1996).
 #include "crv/foundation/solvers.h"
 
 #include "crv/foundation/tolerance.h"
 
+#include <array>
 #include <cfloat>
+#include <climits>
 #include <cmath>
+#include <utility>
 
 namespace {
-
-// Relative to the other coefficients: below it a leading coefficient moves no root by a bit.
-constexpr double kVanishing = 1e-16;
 
 // Relative to the sum of a polynomial's terms: rounding can hide the sign of a value below it.
 constexpr double kDoubtful = 16 * DBL_EPSILON;
@@ -24,8 +26,18 @@ constexpr double kTouching = 16 * DBL_EPSILON * DBL_EPSILON;
 // Relative to the root: an eighth of the distance to the next double.
 constexpr double kSettled = DBL_EPSILON / 8;
 
+// Relative to the root: a longer step leaves so many roundings in it, and a further one follows.
+constexpr double kLongStep = 16.0;
+
 // Coefficients beyond this magnitude, or all below its inverse, are scaled before they are squared.
 constexpr double kSafeMagnitude = 0x1p100;
+
+// Relative to the largest coefficient: above it no product of coefficients and roots over- or
+// underflows, and below it a coefficient has no influence on the roots near 1.
+constexpr double kSmallest = 0x1p-300;
+
+// In powers of two: roots that differ by more are found apart, roots that differ by less together.
+constexpr double kSeparateRoots = 64.0;
 
 // Guard: Newton or bisection steps for one root, more than halvings over the range of doubles.
 // Trials with coefficients of all magnitudes took 600 at most.
@@ -60,7 +72,7 @@ struct Cubic {
   bool careful;  // values by the compensated scheme
 
   double slope(double t) const { return (3.0 * a * t + 2.0 * b) * t + c; }
-  double bend(double t) const { return 6.0 * a * t + 2.0 * b; }
+  double secondDerivative(double t) const { return 6.0 * a * t + 2.0 * b; }
   double plainValue(double t) const { return ((a * t + b) * t + c) * t + d; }
 
   /// The sum of the magnitudes of the terms at t, to which rounding errors are relative.
@@ -85,22 +97,28 @@ struct Cubic {
   double value(double t) const { return careful ? compensatedValue(t) : plainValue(t); }
 };
 
-/// True when the error that a Newton step from x leaves at next is below rounding: step^2 f''/2f',
-/// and step^3 f'''/3f' where that vanishes.
+/// True when the error that remains after a Newton step from x to next is below rounding:
+/// step^2 f''/2f', step^3 f'''/3f' where the former vanishes, and the rounding of x itself.
 bool isLastStep(Cubic const& f, double x, double next, double slope) {
   double const step = std::fabs(next - x);
-  double const bend = std::fabs(f.bend(x)) + step * std::fabs(6.0 * f.a);
-  return step * step * bend < kSettled * std::fabs(next * slope);
+  double const curvature = std::fabs(f.secondDerivative(x)) + step * std::fabs(6.0 * f.a);
+  return step <= kLongStep * std::fabs(next) &&
+         step * step * curvature < kSettled * std::fabs(next * slope);
 }
 
-/// The root between lo and hi, at which the cubic has opposite signs; rising tells which.
-double polishedRoot(Cubic const& f, double lo, double hi, bool rising, double start) {
+/// The root between lo and hi, where the cubic has opposite signs: negative at lo if it is rising.
+double refinedRoot(Cubic const& f, double lo, double hi, bool rising, double start) {
   double x = start > lo && start < hi ? start : lo + 0.5 * (hi - lo);
   double lastStep = hi - lo;
   for (int i = 0; i < kMaxSteps; ++i) {
     double const v = f.value(x);
     if (v == 0.0) return x;
-    ((v > 0.0) == rising ? hi : lo) = x;
+    bool const isBeyondRoot = (v > 0.0) == rising;
+    if (isBeyondRoot) {
+      hi = x;
+    } else {
+      lo = x;
+    }
     double const slope = f.slope(x);
     double next = x - v / slope;
     if (next == x) return x;
@@ -125,7 +143,7 @@ int linearRoots(double c, double d, double* roots) {
 
 /// The distinct real roots of b t^2 + c t + d, ascending; a zero root is +0.
 int quadraticRoots(double b, double c, double d, double* roots) {
-  if (std::fabs(b) <= kVanishing * max(std::fabs(c), std::fabs(d))) return linearRoots(c, d, roots);
+  if (b == 0.0) return linearRoots(c, d, roots);
   Exact const square = exactProduct(c, c);
   Exact const product = exactProduct(4.0 * b, d);
   double const discriminant = (square.value - product.value) + (square.error - product.error);
@@ -142,19 +160,25 @@ int quadraticRoots(double b, double c, double d, double* roots) {
   return 2;
 }
 
-/// The roots of a cubic without a constant term: 0, and those of the quadratic that is left.
-int rootsWithZero(double a, double b, double c, double* roots) {
-  int n = quadraticRoots(a, b, c, roots);
+/// Puts a root in its place among n ascending ones and returns how many there are then. A root that
+/// is there already, or that would be a fourth one, is left out.
+int insertRoot(double* roots, int n, double root) {
   int at = 0;
-  while (at < n && roots[at] < 0.0) ++at;
-  if (at < n && roots[at] == 0.0) return n;
+  while (at < n && roots[at] < root) ++at;
+  if (n == 3 || (at < n && roots[at] == root)) return n;
   for (int i = n; i > at; --i) roots[i] = roots[i - 1];
-  roots[at] = 0.0;
+  roots[at] = root;
   return n + 1;
 }
 
-/// -1, 0 or 1: where the cubic stands at a turning point; 0 is a double root.
-int signAtTurn(Cubic& f, double t) {
+/// The roots of a cubic without a constant term: 0, and those of the quadratic that is left.
+int rootsWithZero(double a, double b, double c, double* roots) {
+  int const n = quadraticRoots(a, b, c, roots);
+  return insertRoot(roots, n, 0.0);
+}
+
+/// The sign of the cubic at its stationary point t; 0 means that t is a double root.
+int signAtStationaryPoint(Cubic& f, double t) {
   double v = f.plainValue(t);
   double const terms = f.magnitude(t);
   if (std::fabs(v) < kDoubtful * terms) {
@@ -165,8 +189,8 @@ int signAtTurn(Cubic& f, double t) {
   return (v > 0.0) - (v < 0.0);
 }
 
-/// Where Newton steps start for the roots around two turning points at +-1: the roots of
-/// u^3 - 3u + 2k, ascending, to 2e-4 where there are three of them, |k| <= 1.
+/// The starting values of Newton's method for a cubic with stationary points at -1 and 1: the roots
+/// of u^3 - 3u + 2k, ascending, to 2e-4 where there are three of them, |k| <= 1.
 struct Starts {
   double u[3];
 
@@ -182,61 +206,151 @@ struct Starts {
   }
 };
 
-/// The roots of a cubic with two turning points, whose outer roots lie beyond them.
-int rootsAroundTurns(Cubic& f, double const turns[2], double bound, double* roots) {
+/// The roots of a cubic with two stationary points, each of them between two neighbouring roots.
+int rootsAroundStationaryPoints(Cubic& f, double const stationary[2], double bound, double* roots) {
   double const inflection = -f.b / (3.0 * f.a);
   bool const rising = f.a > 0.0;
   int const end = rising ? 1 : -1;
-  int const s0 = signAtTurn(f, turns[0]);
-  int const s1 = signAtTurn(f, turns[1]);
+  int const s0 = signAtStationaryPoint(f, stationary[0]);
+  int const s1 = signAtStationaryPoint(f, stationary[1]);
   if (s0 == 0 && s1 == 0) {
     roots[0] = inflection;
     return 1;
   }
-  double const r = 0.5 * (turns[1] - turns[0]);
+  double const r = 0.5 * (stationary[1] - stationary[0]);
   Starts const starts(f.plainValue(inflection) / (2.0 * f.a * r * r * r));
   int n = 0;
   if (s0 == end) {
-    roots[n++] = polishedRoot(f, -bound, turns[0], rising, inflection + starts.u[0] * r);
+    roots[n++] = refinedRoot(f, -bound, stationary[0], rising, inflection + starts.u[0] * r);
   }
-  if (s0 == 0) roots[n++] = turns[0];
+  if (s0 == 0) roots[n++] = stationary[0];
   if (s0 * s1 < 0) {
-    roots[n++] = polishedRoot(f, turns[0], turns[1], !rising, inflection + starts.u[1] * r);
+    roots[n++] =
+        refinedRoot(f, stationary[0], stationary[1], !rising, inflection + starts.u[1] * r);
   }
-  if (s1 == 0) roots[n++] = turns[1];
+  if (s1 == 0) roots[n++] = stationary[1];
   if (s1 == -end) {
-    roots[n++] = polishedRoot(f, turns[1], bound, rising, inflection + starts.u[2] * r);
+    roots[n++] = refinedRoot(f, stationary[1], bound, rising, inflection + starts.u[2] * r);
   }
   return n;
 }
 
 int rootsOfCubic(Cubic& f, double* roots) {
-  double turns[2];
+  double stationary[2];
   double const bound =
       1.0 + max(max(std::fabs(f.b), std::fabs(f.c)), std::fabs(f.d)) / std::fabs(f.a);
-  if (quadraticRoots(3.0 * f.a, 2.0 * f.b, f.c, turns) == 2) {
-    return rootsAroundTurns(f, turns, bound, roots);
+  if (quadraticRoots(3.0 * f.a, 2.0 * f.b, f.c, stationary) == 2) {
+    return rootsAroundStationaryPoints(f, stationary, bound, roots);
   }
-  roots[0] = polishedRoot(f, -bound, bound, f.a > 0.0, -f.b / (3.0 * f.a));
+  roots[0] = refinedRoot(f, -bound, bound, f.a > 0.0, -f.b / (3.0 * f.a));
   return 1;
+}
+
+/// The roots where all coefficients that are not 0 are of similar magnitude (see kSmallest).
+int rootsAtOneScale(double a, double b, double c, double d, double* roots) {
+  if (a == 0.0) return quadraticRoots(b, c, d, roots);
+  if (d == 0.0) return rootsWithZero(a, b, c, roots);
+  Cubic f{a, b, c, d, false};
+  return rootsOfCubic(f, roots);
+}
+
+/// Solves a polynomial whose coefficients differ too much for one scale, given the constant term
+/// first. Magnitudes are powers of two.
+class WideRangeSolver {
+ public:
+  explicit WideRangeSolver(std::array<double, 4> const& coefficients) : k_(coefficients) {}
+
+  int solve(double* roots) {
+    unsigned from = 0;
+    while (k_[from] == 0.0) ++from;
+    if (from > 0) roots[count_++] = 0.0;
+    double low = -HUGE_VAL;
+    for (Edge edge = edgeFrom(from); edge.end != from;) {
+      double const first = edge.magnitude;
+      double last = first;
+      do {
+        last = edge.magnitude;
+        from = edge.end;
+        edge = edgeFrom(from);
+      } while (edge.magnitude - last <= kSeparateRoots);
+      double const high = 0.5 * (last + edge.magnitude);
+      addRootsBetween(low, high, static_cast<int>(std::floor(0.5 * (first + last))), roots);
+      low = high;
+    }
+    return count_;
+  }
+
+ private:
+  /// An edge of the upper Newton polygon: the coefficient where it ends, and the magnitude of the
+  /// roots that it stands for.
+  struct Edge {
+    unsigned end;
+    double magnitude;
+  };
+
+  /// The edge that starts at the coefficient from. Behind the last one: none, of infinite
+  /// magnitude.
+  Edge edgeFrom(unsigned from) const {
+    Edge edge{from, HUGE_VAL};
+    for (unsigned to = from + 1; to <= 3; ++to) {
+      if (k_[to] == 0.0) continue;
+      double const magnitude = static_cast<double>(exponent(from) - exponent(to)) / (to - from);
+      if (magnitude <= edge.magnitude) edge = {to, magnitude};
+    }
+    return edge;
+  }
+
+  /// Adds the roots t with low <= log2 |t| < high; the equation is solved for t / 2^scale. Roots
+  /// beyond the range of doubles are left out.
+  void addRootsBetween(double low, double high, int scale, double* roots) {
+    int largest = INT_MIN;
+    int shift = 0;
+    for (unsigned i = 0; i <= 3; ++i, shift += scale) {
+      if (k_[i] != 0.0) largest = max(largest, exponent(i) + shift);
+    }
+    std::array<double, 4> k;
+    shift = -largest;
+    for (unsigned i = 0; i <= 3; ++i, shift += scale) {
+      k[i] = std::scalbn(k_[i], shift);
+      if (std::fabs(k[i]) < kSmallest) k[i] = 0.0;
+    }
+    double scaled[3];
+    int const n = rootsAtOneScale(k[3], k[2], k[1], k[0], scaled);
+    for (int i = 0; i < n; ++i) {
+      if (scaled[i] == 0.0) continue;
+      int const magnitude = std::ilogb(scaled[i]) + scale;
+      double const root = std::scalbn(scaled[i], scale) + 0.0;
+      bool const isWanted = low <= magnitude && magnitude < high && std::isfinite(root);
+      if (isWanted) count_ = insertRoot(roots, count_, root);
+    }
+  }
+
+  int exponent(unsigned i) const { return std::ilogb(k_[i]); }
+
+  std::array<double, 4> k_;
+  int count_ = 0;
+};
+
+double orLargest(double magnitude, double largest) {
+  return magnitude == 0.0 ? largest : magnitude;
 }
 
 }  // namespace
 
 int cubicRoots(double a, double b, double c, double d, double* roots) {
-  double const others = max(max(std::fabs(b), std::fabs(c)), std::fabs(d));
-  double const largest = max(std::fabs(a), others);
+  double const size[4] = {std::fabs(a), std::fabs(b), std::fabs(c), std::fabs(d)};
+  double const largest = max(size[0], max(max(size[1], size[2]), size[3]));
   bool const finite = std::isfinite(a) && std::isfinite(b) && std::isfinite(c) && std::isfinite(d);
   if (!finite || largest == 0.0) return 0;
+  double const least = min(min(orLargest(size[0], largest), orLargest(size[1], largest)),
+                           min(orLargest(size[2], largest), orLargest(size[3], largest)));
+  if (least < kSmallest * largest) return WideRangeSolver({d, c, b, a}).solve(roots);
   if (largest > kSafeMagnitude || largest < 1.0 / kSafeMagnitude) {
     int const scale = -std::ilogb(largest);
-    return cubicRoots(std::scalbn(a, scale), std::scalbn(b, scale), std::scalbn(c, scale),
-                      std::scalbn(d, scale), roots);
+    return rootsAtOneScale(std::scalbn(a, scale), std::scalbn(b, scale), std::scalbn(c, scale),
+                           std::scalbn(d, scale), roots);
   }
-  if (std::fabs(a) <= kVanishing * others) return quadraticRoots(b, c, d, roots);
-  if (d == 0.0) return rootsWithZero(a, b, c, roots);
-  Cubic f{a, b, c, d, false};
-  return rootsOfCubic(f, roots);
+  return rootsAtOneScale(a, b, c, d, roots);
 }
 
 void GxQuadraticSolver::quadraticSolve(int* count, double* r1, double* r2, double a, double b,
@@ -260,8 +374,6 @@ void GxQuadraticSolver::quadraticSolve(int* count, double* r1, double* r2, doubl
   *r1 = q / a;
   *r2 = c / q;
   if (*r2 < *r1) {
-    double const larger = *r1;
-    *r1 = *r2;
-    *r2 = larger;
+    std::swap(*r1, *r2);
   }
 }

@@ -9,16 +9,19 @@
 /// Shared ownership of one object of class T, or of none. Handles to one object may be copied,
 /// assigned, compared and destroyed from several threads at once, each handle by one thread at a
 /// time: every change of a counter is made under the one lock of lockRefCount. Objects are deleted
-/// after that lock is released. A handle for whose counter there was no memory is a null one.
+/// after that lock is released. If the counter cannot be allocated, the
+/// handle is null.
 template <class T>
 class GxHandle {
  public:
   /// A null handle.
   GxHandle() : GxHandle(nullptr) {}
 
-  /// Takes ownership of an object made with new; null is allowed. Give each object to one handle
-  /// only and copy that. Without memory for a counter the object is deleted at once.
-  explicit GxHandle(T* object) : counter_(new (std::nothrow) GxRefCount(object)) {
+  /// Takes ownership of an object made with new; null is allowed. The conversion is implicit, so a
+  /// plain pointer must not be passed where a handle is expected, unless it is to be owned. Give
+  /// each object to one handle only and copy that handle. Without memory for a counter the object
+  /// is deleted at once.
+  GxHandle(T* object) : counter_(new (std::nothrow) GxRefCount(object)) {
     if (counter_ == nullptr) delete object;
   }
 
