@@ -1,8 +1,9 @@
-// The first crossing of two segments, fast and approximate: both are flattened, the chords crossed
-// in order, and the crossing traced back to a parameter on each segment.
+// The first crossing of two segments, fast and approximate: both are flattened, their chords are
+// crossed in order, and the crossing point is traced back to a parameter on each segment.
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/cubic.h"
+#include "crv/bezier/internal/polyline.h"
 #include "crv/foundation/lines.h"
 #include "crv/foundation/tolerance.h"
 
@@ -13,16 +14,20 @@ using Points = std::vector<GxCoord<double>>;
 
 namespace {
 
-// Curve units: how far from the lines of its chords a crossing may lie, and how far from a segment
-// it still has a parameter there.
+// Curve units: how far a crossing point may lie from the lines of both chords, and from a segment
+// on which it still has a parameter.
 constexpr double kOnChord = 0.5;
 constexpr double kOnSegment = 0.708;
 
-// Guard: chords and runs of them looked at. So many pairs come only of polylines of 65,000 chords
-// that lie across each other all along.
+// Guard: pieces looked at in one polyline. Only tolerances below the resolution of the coordinates
+// need more.
+constexpr long kMaxPieces = 1L << 22;
+
+// Guard: boxes of chords, or of runs of chords, that are compared. Only two polylines of 65,000
+// chords each, overlapping throughout, need more.
 constexpr long long kMaxLooks = 1LL << 32;
 
-// Chords to a run, and runs to a longer one: few boxes to make, and few to look at.
+// Fan-out of the box tree over the chords. A wide one has few boxes to make and to compare.
 constexpr std::size_t kRun = 16;
 
 Box chordBox(GxCoord<double> const& a, GxCoord<double> const& b) {
@@ -30,12 +35,13 @@ Box chordBox(GxCoord<double> const& a, GxCoord<double> const& b) {
           max(a.yval(), b.yval())};
 }
 
+/// Boxes that only touch overlap; a box with a NaN bound overlaps nothing.
 bool chordBoxesOverlap(Box const& a, Box const& b) {
   return a.minX <= b.maxX && a.minY <= b.maxY && b.minX <= a.maxX && b.minY <= a.maxY;
 }
 
-/// The chords of a polyline, with boxes around runs of them, so that a whole run that lies apart
-/// from another chord is passed at once.
+/// The chords of a polyline, and a tree of boxes around runs of them, so that a search skips a
+/// whole run that lies apart from another chord.
 class Chords {
  public:
   explicit Chords(Points const& points) : points_(points) {
@@ -50,7 +56,8 @@ class Chords {
   std::size_t count() const { return points_.size() - 1; }
   Box box(std::size_t i) const { return chordBox(points_[i], points_[i + 1]); }
 
-  /// The first chord from i on whose box overlaps another one, or the count; adds to looks.
+  /// The first chord from i on whose box overlaps the other one, or count() if there is none. Adds
+  /// the number of boxes compared to looks.
   std::size_t nextOverlapping(Box const& other, std::size_t i, long long& looks) const {
     while (i < count()) {
       ++looks;
@@ -71,14 +78,14 @@ class Chords {
     for (std::size_t i = 0; i < n; ++i) {
       Box& run = runs[i / kRun];
       Box const box = boxAt(i);
-      // A bound that is not a number is passed over: its chord overlaps nothing.
+      // min and max ignore a NaN bound, whose chord overlaps nothing.
       run = {min(run.minX, box.minX), min(run.minY, box.minY), max(run.maxX, box.maxX),
              max(run.maxY, box.maxY)};
     }
     return runs;
   }
 
-  /// The length of the longest run that starts at chord i and lies apart from another box.
+  /// The length of the longest run that starts at chord i and lies apart from the other box.
   std::size_t runApart(Box const& other, std::size_t i) const {
     if (chordBoxesOverlap(other, box(i))) return 0;
     std::size_t apart = 1;
@@ -98,11 +105,11 @@ bool isEnd(double t) {
   return IS_EQUAL(t, 0.0, kZeroTolerance) || IS_EQUAL(t, 1.0, kZeroTolerance);
 }
 
-/// The parameters of the crossing of two chords; false if they do not cross, or where the segments
-/// meet with their ends.
+/// Stores the parameters at which two chords cross on their segments. Returns false if they do not
+/// cross, or if the segments meet there end to end.
 bool crossingParameters(GxBezier& a, GxCoord<double> const* aChord, GxBezier& b,
                         GxCoord<double> const* bChord, double& ta, double& tb) {
-  // Deliberate: parallel chords leave the origin, which is then judged like any crossing.
+  // Deliberate: parallel chords leave the point at the origin, which is judged like any other.
   GxCoord<double> crossing;
   intersect(crossing, aChord[0], aChord[1], bChord[0], bChord[1]);
   if (!quickCheckPointOnLine(crossing, aChord[0], aChord[1], kOnChord)) return false;
@@ -119,9 +126,9 @@ int GxBezier::findFirstIntersection(GxBezier& other, std::pair<double, double>& 
   if (!isIntersect(other)) return 0;
   Points a;
   Points b;
-  getPolyline(tol, a);
+  crv::internal::appendPolyline(*this, tol, kMaxPieces, a);
   if (a.size() < 2) return 0;
-  other.getPolyline(tol, b);
+  crv::internal::appendPolyline(other, tol, kMaxPieces, b);
   if (b.size() < 2) return 0;
 
   Chords const bChords(b);

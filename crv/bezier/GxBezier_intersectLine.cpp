@@ -1,5 +1,6 @@
-// Crossings with a straight line: the roots of the segment's distance from the line, a cubic in t;
-// for a segment that is itself straight, two lines, which may overlap.
+// Crossings with a straight line. In general they are the roots of the segment's distance from the
+// line, which is a cubic in t. For a segment that is itself straight, two lines are crossed, which
+// may overlap.
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/powerForm.h"
@@ -16,15 +17,15 @@ namespace {
 // Curve units: inner control points no farther from the chord make a straight segment.
 constexpr double kStraight = 1e-9;
 
-// Squared curve units: a line or a chord whose squared length is smaller has no direction, and a
-// smaller cross product of two of them is that of parallels.
+// Squared curve units: a line or a chord whose squared length is smaller has no direction, and two
+// of them whose cross product is smaller are parallel.
 constexpr double kNoDirection = 1e-9;
 constexpr double kParallel = 1e-9;
 
-// Parameter: as close to an end as this is the end.
+// Parameter: values this close to 0 or 1 become 0 or 1.
 constexpr double kAtEnd = kZeroTolerance;
 
-// Any of the four coefficients that is no larger counts as 0 where a cubic may lie on the axis.
+// Curve units: a cubic lies on the axis when all four coefficients are smaller.
 constexpr double kOnAxis = kZeroTolerance;
 
 double snapped(double t) {
@@ -36,13 +37,13 @@ bool isInRange(double t) { return 0.0 <= t && t <= 1.0; }
 
 double clamped(double t) { return t <= 0.0 ? 0.0 : min(t, 1.0); }
 
-/// The position along the line that starts at a and has direction v.
+/// The position of p along the line from a to a + v: 0 at a, 1 at a + v.
 double positionOn(GxCoord<double> const& a, Vector const& v, GxCoord<double> const& p) {
   return ((p - a) * v) / (v * v);
 }
 
-/// The parameter of a straight segment for a position along its chord, at which p lies; inside the
-/// chord it need not be parametrised evenly.
+/// The parameter of a straight segment at p, which lies at this position along its chord. Between
+/// the ends the nearest point is searched, since the segment need not be parametrised evenly.
 double chordToParameter(GxBezier const& s, double position, GxCoord<double> const& p) {
   if (position == 0.0 || position == 1.0) return position;
   double t = position;
@@ -55,56 +56,63 @@ void append(GxList<double>& segmentParams, GxList<double>& lineParams, double t,
   lineParams.add(position);
 }
 
-/// The one crossing of a straight segment, chord w, with the line from a, direction u.
-int crossStraight(GxBezier const& s, Vector const& w, GxCoord<double> const& a, Vector const& u,
+/// A line segment from a to b, with direction u = b - a.
+struct Line {
+  GxCoord<double> a;
+  GxCoord<double> b;
+  Vector u;
+};
+
+/// Appends the one crossing of a straight segment, with chord w, and a line.
+int crossStraight(GxBezier const& s, Vector const& w, Line const& line,
                   GxList<double>& segmentParams, GxList<double>& lineParams) {
-  Vector const nu = u.ortho(1);
-  Vector const nw = w.ortho(1);
-  double const onChord = snapped((nu * (a - s[0])) / (nu * w));
+  Vector const lineNormal = line.u.ortho(1);
+  Vector const chordNormal = w.ortho(1);
+  double const onChord = snapped((lineNormal * (line.a - s[0])) / (lineNormal * w));
   if (!isInRange(onChord)) return 0;
   // Deliberate: the position along the line is not snapped.
-  double const onLine = (nw * (s[0] - a)) / (nw * u);
+  double const onLine = (chordNormal * (s[0] - line.a)) / (chordNormal * line.u);
   if (!isInRange(onLine)) return 0;
-  append(segmentParams, lineParams, chordToParameter(s, onChord, a + u * onLine), onLine);
+  append(segmentParams, lineParams, chordToParameter(s, onChord, line.a + line.u * onLine), onLine);
   return 1;
 }
 
-/// The ends of the overlap of a straight segment with a parallel line.
-int overlapStraight(GxBezier const& s, Vector const& w, GxCoord<double> const& a,
-                    GxCoord<double> const& b, Vector const& u, double cross,
+/// Appends the two ends of the overlap of a straight segment, with chord w, and a parallel line.
+int overlapStraight(GxBezier const& s, Vector const& w, Line const& line,
                     GxList<double>& segmentParams, GxList<double>& lineParams) {
-  if (!IS_ZERO(w.cross(s[0] - a), kParallel)) return 0;
-  double first = snapped(positionOn(s[0], w, a));
-  double second = snapped(positionOn(s[0], w, b));
-  double onLine0 = positionOn(a, u, s[0]);
-  double onLine3 = positionOn(a, u, s[3]);
-  if (!isInRange(first) && !isInRange(second) && !isInRange(onLine0) && !isInRange(onLine3)) {
+  if (!IS_ZERO(w.cross(s[0] - line.a), kParallel)) return 0;
+  double chordAtA = snapped(positionOn(s[0], w, line.a));
+  double chordAtB = snapped(positionOn(s[0], w, line.b));
+  double const lineAtStart = positionOn(line.a, line.u, s[0]);
+  double const lineAtEnd = positionOn(line.a, line.u, s[3]);
+  if (!isInRange(chordAtA) && !isInRange(chordAtB) && !isInRange(lineAtStart) &&
+      !isInRange(lineAtEnd)) {
     return 0;
   }
-  onLine0 = clamped(onLine0);
-  onLine3 = clamped(onLine3);
-  first = clamped(first);
-  second = clamped(second);
-  // Deliberate: the order of the ends hangs on the sign of a cross product that is nearly zero.
-  if (cross < 0.0) std::swap(first, second);
-  append(segmentParams, lineParams, chordToParameter(s, first, a + u * onLine0), onLine0);
-  append(segmentParams, lineParams, chordToParameter(s, second, a + u * onLine3), onLine3);
+  // Deliberate: the sign of a cross product that is nearly zero decides the order of the ends.
+  if (w.cross(line.u) < 0.0) std::swap(chordAtA, chordAtB);
+  auto const appendEnd = [&](double onChord, double onLine) {
+    double const position = clamped(onLine);
+    double const t = chordToParameter(s, clamped(onChord), line.a + line.u * position);
+    append(segmentParams, lineParams, t, position);
+  };
+  appendEnd(chordAtA, lineAtStart);
+  appendEnd(chordAtB, lineAtEnd);
   return 1;
 }
 
-/// What linearProcessing does with a segment that is known to be a line.
+/// Does what linearProcessing does with a segment that is known to be a line.
 int meetStraight(GxBezier const& s, GxCoord<double> const& a, GxCoord<double> const& b,
                  GxList<double>& segmentParams, GxList<double>& lineParams) {
   if (s.isAPoint(kStraight)) return 0;
-  Vector const u = b - a;
+  Line const line{a, b, b - a};
   Vector const w = s[3] - s[0];
-  if (IS_ZERO(w.squaredLength(), kNoDirection) || IS_ZERO(u.squaredLength(), kNoDirection)) {
+  if (IS_ZERO(w.squaredLength(), kNoDirection) || IS_ZERO(line.u.squaredLength(), kNoDirection)) {
     return 0;
   }
-  double const cross = w.cross(u);
-  return IS_ZERO(cross, kParallel)
-             ? overlapStraight(s, w, a, b, u, cross, segmentParams, lineParams)
-             : crossStraight(s, w, a, u, segmentParams, lineParams);
+  return IS_ZERO(w.cross(line.u), kParallel)
+             ? overlapStraight(s, w, line, segmentParams, lineParams)
+             : crossStraight(s, w, line, segmentParams, lineParams);
 }
 
 }  // namespace
@@ -156,7 +164,7 @@ void intersectBezierWithXAxis(GxCoord<double> const& p0, GxCoord<double> const& 
     roots[1] = 1.0;
     found = 2;
   }
-  // The roots come in ascending order, which the snapping keeps.
+  // The roots are in ascending order, and snapping keeps it.
   double* const outputs[3] = {&r1, &r2, &r3};
   count = 0;
   for (int i = 0; i < found; ++i) {

@@ -3,6 +3,7 @@
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/GxBezierPolylineCondition.h"
+#include "crv/bezier/internal/polyline.h"
 
 #include <cmath>
 
@@ -45,8 +46,12 @@ struct CallersCondition {
 template <class Condition, class Emit>
 class Halving {
  public:
-  Halving(Condition const& condition, double tol, Emit emit)
-      : condition_(condition), tol_(tol), canEnd_(Condition::canHold(tol)), emit_(emit) {}
+  Halving(Condition const& condition, double tol, long maxPieces, Emit emit)
+      : condition_(condition),
+        tol_(tol),
+        canEnd_(Condition::canHold(tol)),
+        maxPieces_(maxPieces),
+        emit_(emit) {}
 
   /// The piece starts at t and covers 1/n of the whole segment; it is used up.
   void run(GxBezier& piece, double t, double n, int depth) {
@@ -69,28 +74,36 @@ class Halving {
 
  private:
   bool mustEnd(GxBezier const& piece, int depth) const {
-    return !canEnd_ || depth >= Condition::kDepth || pieces_ >= kMaxPieces || !isFinite(piece);
+    return !canEnd_ || depth >= Condition::kDepth || pieces_ >= maxPieces_ || !isFinite(piece);
   }
 
   Condition const& condition_;
   double tol_;
   bool canEnd_;
+  long maxPieces_;
   Emit emit_;
   long pieces_ = 0;
 };
 
 template <class Condition, class Emit>
-void halve(GxBezier piece, double tol, double t, double n, Condition const& condition, Emit emit) {
-  Halving<Condition, Emit>(condition, tol, emit).run(piece, t, n, 0);
+void halve(GxBezier piece, double tol, double t, double n, Condition const& condition,
+           long maxPieces, Emit emit) {
+  Halving<Condition, Emit>(condition, tol, maxPieces, emit).run(piece, t, n, 0);
 }
 
 template <class Points>
-void halveInto(Points& out, GxBezier const& segment, double tol) {
-  halve(segment, tol, 0.0, 1.0, OwnCondition(),
+void halveInto(Points& out, GxBezier const& segment, double tol, long maxPieces = kMaxPieces) {
+  halve(segment, tol, 0.0, 1.0, OwnCondition(), maxPieces,
         [&out](GxCoord<double> const& p, double) { out.push_back(p); });
 }
 
 }  // namespace
+
+void crv::internal::appendPolyline(GxBezier const& segment, double tol, long maxPieces,
+                                   std::vector<GxCoord<double>>& out) {
+  out.push_back(segment[0]);
+  halveInto(out, segment, tol, maxPieces);
+}
 
 void GxBezier::getPolyline(double tol, std::list<GxCoord<double>>& out) const {
   out.push_back(points_[0]);
@@ -120,7 +133,7 @@ void GxBezier::makePolyline(double tol, std::vector<GxCoord<double>>& out) const
 void GxBezier::makePolyline(double tol, double startT, int n, std::list<GxCoord<double>>& out,
                             std::list<double>& tValues,
                             GxBezierPolylineCondition const& condition) const {
-  halve(*this, tol, startT, n, CallersCondition{condition},
+  halve(*this, tol, startT, n, CallersCondition{condition}, kMaxPieces,
         [&](GxCoord<double> const& p, double t) {
           out.push_back(p);
           tValues.push_back(t);

@@ -1,5 +1,5 @@
-// Parameters at which a segment reaches a height, passes a point or changes its sense of turning,
-// from the power form of its coordinates.
+// Parameters at which a segment reaches a height, passes a point or has its inflection. All are
+// roots of polynomials made from the power form of its coordinates.
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/powerForm.h"
@@ -11,16 +11,17 @@ using crv::internal::PowerForm;
 
 namespace {
 
-// Curve units: how far outside the box of the control points a point is still looked for, and the
-// extent below which the box tells nothing about a coordinate.
+// Curve units: how far outside the box of the control points a point is still searched for, and the
+// extent of the box below which the roots of a coordinate are not used.
 constexpr double kBoxMargin = 0.1;
 constexpr double kNoExtent = 0.1;
 
-// Curve units to the fourth: turns whose product is smaller count as none.
+// Curve units to the fourth: the product of the cross products at both inner control points, below
+// which the control polygon hardly turns.
 constexpr double kNoTurn = 1e-9;
 
-// Curve units to the fourth, and to the eighth: what the leading coefficient of the inflection
-// equation and its discriminant must exceed to count.
+// Squared curve units, and to the fourth: a leading coefficient of the inflection equation up to
+// this is zero, and so is a discriminant.
 constexpr double kLeading = 1e-20;
 constexpr double kDiscriminant = 1e-9;
 
@@ -28,8 +29,8 @@ double valueAt(PowerForm const& f, double t) { return ((f.a * t + f.b) * t + f.c
 
 int rootsOf(PowerForm const& f, double* roots) { return cubicRoots(f.a, f.b, f.c, f.d, roots); }
 
-/// Tries the roots of one coordinate until the other one is zero, too, within tol; every root tried
-/// is left in t.
+/// Stores one root of a coordinate after another in t, until the other coordinate is zero there,
+/// too, within tol. Returns false if it never is.
 bool findCommonRoot(double const* roots, int count, PowerForm const& other, double tol, double& t) {
   for (int i = 0; i < count; ++i) {
     t = roots[i];

@@ -1,6 +1,6 @@
-// Is a segment, run from left to right, a graph over the x axis, and how much of its direction lies
-// in x. Both look at the derivative through differences of control points (Farin, Curves and
-// Surfaces for CAGD).
+// Whether a segment, taken from left to right, is a graph over the x axis, and how much of its
+// direction lies in x. Both examine the derivative through differences of control points (Farin,
+// Curves and Surfaces for CAGD).
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/foundation/tolerance.h"
@@ -9,15 +9,25 @@
 
 namespace {
 
-// Curve units, per unit of t where speeds are meant: a difference smaller than this is none.
+using Vector = GxVector<double>;
+
+// Curve units, per unit of t where speeds are meant: a difference below this counts as zero.
 constexpr double kNoDifference = kZeroTolerance;
 
-// Squared curve units: a direction shorter than this is none, and so is a sum of squared speeds.
+// Squared curve units: a vector whose squared length is below this has no direction; a sum of
+// squared speeds below this is zero.
 constexpr double kNoDirection = kZeroTolerance;
 
-// The modes of findRatio.
+// The modes of findRatio; any other one asks for the average.
 constexpr int kMinimum = 1;
 constexpr int kMaximum = 2;
+
+// What findRatio returns; for a minimum, where it lies.
+constexpr int kNoRatio = -1;
+constexpr int kDone = 0;
+constexpr int kAtStart = 1;
+constexpr int kAtEnd = 2;
+constexpr int kInside = 3;
 
 // The weights of products of first differences in the averaged ratio. Deliberate: 0.9, where the
 // integral of the product of the first two quadratic Bernstein polynomials is 0.1.
@@ -26,48 +36,108 @@ constexpr double kWeights[3][3] = {
 
 bool isZero(double d) { return IS_ZERO(d, kNoDifference); }
 
-bool isZero(GxVector<double> const& v) { return IS_ZERO(v.squaredLength(), kNoDirection); }
+bool isZero(Vector const& v) { return IS_ZERO(v.squaredLength(), kNoDirection); }
 
-/// The segment run from left to right.
+/// The segment taken from left to right.
 GxBezier rightwards(GxBezier const& s) {
   GxBezier copy(s);
   if (copy[3].xval() < copy[0].xval()) copy.reverse();
   return copy;
 }
 
-/// The x speed starts and ends forwards: p and q are its end values, m and n its changes there.
-bool runsForwardAtEnds(double p, double q, double m, double n) {
-  if (p < 0.0 || q < 0.0) return false;
-  if (p > 0.0 && q > 0.0) return true;
-  if (isZero(p) && q > 0.0 && (m > 0.0 || (isZero(m) && n > 0.0))) return true;
-  if (p > 0.0 && isZero(q) && (n < 0.0 || (isZero(n) && m < 0.0))) return true;
-  return isZero(p) && m > 0.0 && isZero(q) && n < 0.0;
+/// Returns true when the x speed is positive next to both ends. Where the speed at an end is zero,
+/// its change there decides, and where that is zero, too, the change at the other end.
+bool runsForwardAtEnds(double startSpeed, double endSpeed, double startChange, double endChange) {
+  if (startSpeed < 0.0 || endSpeed < 0.0) return false;
+  bool const startsForward = startSpeed > 0.0;
+  bool const endsForward = endSpeed > 0.0;
+  bool const speedsUp = startChange > 0.0 || (isZero(startChange) && endChange > 0.0);
+  bool const slowsDown = endChange < 0.0 || (isZero(endChange) && startChange < 0.0);
+  if (startsForward && endsForward) return true;
+  if (isZero(startSpeed) && endsForward && speedsUp) return true;
+  if (startsForward && isZero(endSpeed) && slowsDown) return true;
+  // Deliberate: where both speeds are zero, only the change at the end itself counts.
+  return isZero(startSpeed) && startChange > 0.0 && isZero(endSpeed) && endChange < 0.0;
 }
 
 /// The three first differences of the control points.
 struct Differences {
   explicit Differences(GxBezier const& s) : d{s[1] - s[0], s[2] - s[1], s[3] - s[2]} {}
 
-  /// The weighted sum of the products of one coordinate's differences.
-  static double weightedSquare(double d0, double d1, double d2) {
-    double const e[3] = {d0, d1, d2};
-    double sum = 0.0;
-    for (int i = 0; i < 3; ++i) {
-      for (int j = 0; j < 3; ++j) sum += e[i] * e[j] * kWeights[i][j];
-    }
-    return sum;
-  }
-
-  double squareOfX() const { return weightedSquare(d[0].xval(), d[1].xval(), d[2].xval()); }
-  double squareOfY() const { return weightedSquare(d[0].yval(), d[1].yval(), d[2].yval()); }
-
-  GxVector<double> d[3];
+  Vector d[3];
 };
 
-double averageRatio(Differences const& differences, double a, double b) {
-  double const x = std::fabs(differences.squareOfX());
-  double const both = x + std::fabs(differences.squareOfY());
-  if (IS_ZERO(both, kNoDirection)) return (a + b) * 0.5;
+/// The x components of the unit tangents at both ends.
+struct EndRatios {
+  double start;
+  double end;
+};
+
+/// Stores the x components of the first and of the last difference that has a direction, as unit
+/// vectors. Returns false if none has.
+bool findEndRatios(Differences const& differences, EndRatios& ratios) {
+  Vector const* const d = differences.d;
+  int first = 0;
+  int last = 2;
+  while (first < 3 && isZero(d[first])) ++first;
+  if (first == 3) return false;
+  while (isZero(d[last])) --last;
+  ratios = {d[first].normalize().xval(), d[last].normalize().xval()};
+  return true;
+}
+
+/// Stores the x component of the unit tangent where the x speed has its extreme. Returns false if
+/// the extreme does not lie inside the segment or is not of the wanted kind.
+bool findInnerRatio(GxBezier const& s, Differences const& differences, bool wantsMinimum,
+                    double& ratio) {
+  Vector const* const d = differences.d;
+  double const secondDifference = d[1].xval() - d[0].xval();
+  double const thirdDifference = (d[2].xval() - d[1].xval()) - secondDifference;
+  if (isZero(thirdDifference)) return false;
+  bool const isMinimum = thirdDifference > 0.0;
+  double const t = -(secondDifference / thirdDifference);
+  bool const isInside = 0.0 < t && t < 1.0;
+  if (!isInside || isMinimum != wantsMinimum) return false;
+  Vector const tangent = s.dValue(t);
+  ratio = isZero(tangent) ? tangent.xval() : tangent.normalize().xval();
+  return true;
+}
+
+int minimumRatio(GxBezier const& s, Differences const& differences, EndRatios const& ends,
+                 double& ratio) {
+  double inner;
+  if (findInnerRatio(s, differences, true, inner) && min(ends.start, ends.end) > inner) {
+    ratio = inner;
+    return kInside;
+  }
+  bool const isAtStart = ends.start <= ends.end;
+  ratio = isAtStart ? ends.start : ends.end;
+  return isAtStart ? kAtStart : kAtEnd;
+}
+
+double maximumRatio(GxBezier const& s, Differences const& differences, EndRatios const& ends) {
+  double const outer = max(ends.start, ends.end);
+  double inner;
+  return findInnerRatio(s, differences, false, inner) && outer < inner ? inner : outer;
+}
+
+/// The sum of the weighted products of one coordinate's differences.
+double weightedSquare(double d0, double d1, double d2) {
+  double const d[3] = {d0, d1, d2};
+  double sum = 0.0;
+  for (int i = 0; i < 3; ++i) {
+    for (int j = 0; j < 3; ++j) sum += d[i] * d[j] * kWeights[i][j];
+  }
+  return sum;
+}
+
+/// The share of x in the squared speed of the whole segment, as a ratio of lengths.
+double averageRatio(Differences const& differences, EndRatios const& ends) {
+  Vector const* const d = differences.d;
+  double const x = std::fabs(weightedSquare(d[0].xval(), d[1].xval(), d[2].xval()));
+  double const y = std::fabs(weightedSquare(d[0].yval(), d[1].yval(), d[2].yval()));
+  double const both = x + y;
+  if (IS_ZERO(both, kNoDirection)) return (ends.start + ends.end) * 0.5;
   return std::sqrt(x) / std::sqrt(both);
 }
 
@@ -79,51 +149,25 @@ int GxBezier::isWellDefined() const {
   double const x1 = s[1].xval();
   double const x2 = s[2].xval();
   double const x3 = s[3].xval();
-  double const m = x2 - 2.0 * x1 + x0;
-  double const n = x3 - 2.0 * x2 + x1;
-  if (!runsForwardAtEnds(x1 - x0, x3 - x2, m, n)) return 0;
-  double const k = n - m;
-  if (isZero(k)) return 1;
-  double const slowest = -(m / k);
-  bool const isInside = 0.0 < slowest && slowest < 1.0;
-  return !(isInside && s.dValue(slowest).xval() <= 0.0);
+  double const startChange = x2 - 2.0 * x1 + x0;
+  double const endChange = x3 - 2.0 * x2 + x1;
+  if (!runsForwardAtEnds(x1 - x0, x3 - x2, startChange, endChange)) return 0;
+  double const thirdDifference = endChange - startChange;
+  if (isZero(thirdDifference)) return 1;
+  double const extreme = -(startChange / thirdDifference);
+  bool const isInside = 0.0 < extreme && extreme < 1.0;
+  return !(isInside && s.dValue(extreme).xval() <= 0.0);
 }
 
 int GxBezier::findRatio(double /*ignored*/, int mode, double& ratio) const {
-  if (isAPoint(kZeroTolerance)) return -1;
+  if (isAPoint(kZeroTolerance)) return kNoRatio;
   GxBezier const s = rightwards(*this);
   Differences const differences(s);
-  GxVector<double> const* const d = differences.d;
-  int first = 0;
-  int last = 2;
-  while (first < 3 && isZero(d[first])) ++first;
-  if (first == 3) return -1;
-  while (isZero(d[last])) --last;
-  double const a = d[first].normalize().xval();
-  double const b = d[last].normalize().xval();
-
-  if (mode != kMinimum && mode != kMaximum) {
-    ratio = averageRatio(differences, a, b);
-    return 0;
+  EndRatios ends;
+  if (!findEndRatios(differences, ends)) return kNoRatio;
+  switch (mode) {
+    case kMinimum: return minimumRatio(s, differences, ends, ratio);
+    case kMaximum: ratio = maximumRatio(s, differences, ends); return kDone;
+    default: ratio = averageRatio(differences, ends); return kDone;
   }
-  int code = 0;
-  if (mode == kMinimum) {
-    ratio = a <= b ? a : b;
-    code = a <= b ? 1 : 2;
-  } else {
-    ratio = max(a, b);
-  }
-  double const change = d[1].xval() - d[0].xval();
-  double const bend = (d[2].xval() - d[1].xval()) - change;
-  if (isZero(bend)) return code;
-  double const t = -(change / bend);
-  if (!(0.0 < t && t < 1.0)) return code;
-  GxVector<double> const tangent = s.dValue(t);
-  double const inside = isZero(tangent) ? tangent.xval() : tangent.normalize().xval();
-  if (bend > 0.0 && mode == kMinimum && min(a, b) > inside) {
-    ratio = inside;
-    return 3;
-  }
-  if (bend < 0.0 && mode == kMaximum && max(a, b) < inside) ratio = inside;
-  return code;
 }

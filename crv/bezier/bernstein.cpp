@@ -1,5 +1,5 @@
-// Binomials through the log-gamma function (Lanczos 1964, as in Press et al., Numerical Recipes,
-// section 6.1), and the Bernstein weights made of them.
+// Binomial coefficients by the log-gamma function (Lanczos 1964, as in Press et al., Numerical
+// Recipes, section 6.1), and the Bernstein weights.
 #include "crv/bezier/bernstein.h"
 
 #include "crv/foundation/tolerance.h"
@@ -11,7 +11,7 @@
 
 double factln(int n) {
   if (n <= 1) return 0.0;
-  // Deliberate: the series and the factor below carry only these digits.
+  // Deliberate: the coefficients of the series, and the factor below, have only these digits.
   constexpr double kSeries[] = {76.18009, -86.50532, 24.0141, -1.23174, 0.0012087, -5.3952e-06};
   double const x = n + 1.0;
   double tmp = x + 5.5;
@@ -26,7 +26,7 @@ double factln(int n) {
 }
 
 double bico(int n, int k) {
-  // Held in the range of int; only numbers without a meaning lie beyond it.
+  // The difference is clamped to the range of int; beyond it the result is meaningless anyway.
   using Range = std::numeric_limits<int>;
   long long const rest =
       std::clamp<long long>(static_cast<long long>(n) - k, Range::min(), Range::max());
@@ -46,7 +46,7 @@ double** initBlendArray(unsigned short n) {
   // Deliberate: an int counts the rows, since n + 1 does not fit its type for the largest n.
   for (int i = 0; i <= n; ++i) {
     table[i] = new (std::nothrow) double[4];
-    // Deliberate: out of memory there is no table, and the rows so far are not taken back.
+    // Deliberate: when memory runs out, the rows made so far are not freed.
     if (table[i] == nullptr) return nullptr;  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
     for (int k = 0; k < 4; ++k) table[i][k] = blendValue(t, k, 3);
     t += step;

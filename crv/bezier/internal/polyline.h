@@ -1,0 +1,15 @@
+// The polyline of a segment by halving, for operations that set their own limit of pieces.
+#pragma once
+
+#include "crv/bezier/GxBezier.h"
+
+#include <vector>
+
+namespace crv::internal {
+
+/// Appends the points of GxBezier::getPolyline. After maxPieces pieces the remaining ones are taken
+/// as lines.
+void appendPolyline(GxBezier const& segment, double tol, long maxPieces,
+                    std::vector<GxCoord<double>>& out);
+
+}  // namespace crv::internal
