@@ -1,4 +1,4 @@
-// Steps and inflections on the edge of what counts, with answers known by hand.
+// Steps, inflections and first crossings at the edge of their tolerances and limits.
 #include "tests/support/data.h"
 
 namespace {
@@ -33,6 +33,19 @@ TEST(GxBezierRoots, TurnsWhoseProductIsBelowTheToleranceMakeNoInflection) {
   EXPECT_EQ(0, bezier(0, 0, 1, 1.0e-5, 2, -1.0e-5, 3, 0).findInflectionPoint(t));
   EXPECT_EQ(1, bezier(0, 0, 1, 1.1e-5, 2, -1.1e-5, 3, 0).findInflectionPoint(t));
   EXPECT_NEAR(t, 0.5, 1e-12);
+}
+
+TEST(GxBezierIntersectFirst, TwoToTheTwentySecondPiecesAreThePolylineOfANeedlessTolerance) {
+  // They reach t = 0.005 of this segment; the chords beyond pass its bends by.
+  GxBezier s = bezier(0, 0, 3e4, 9e4, 6e4, -9e4, 1e5, 0);
+  for (double const t : {0.0035, 0.011}) {
+    Vector const across = s.dValue(t).normalize().ortho(1) * 5.0;
+    GxBezier line(s.bValue(t) + across, s.bValue(t) + across, s.bValue(t) + across * -1.0,
+                  s.bValue(t) + across * -1.0);
+    std::pair<double, double> found(-7.0, -7.0);
+    EXPECT_EQ(t < 0.005, s.findFirstIntersection(line, found, 0.0));
+    EXPECT_NEAR(found.first, t < 0.005 ? t : -7.0, 1e-5);
+  }
 }
 
 }  // namespace
