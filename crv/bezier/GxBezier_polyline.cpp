@@ -99,11 +99,15 @@ void halveInto(Points& out, GxBezier const& segment, double tol, long maxPieces 
 
 }  // namespace
 
-void crv::internal::appendPolyline(GxBezier const& segment, double tol, long maxPieces,
-                                   std::vector<GxCoord<double>>& out) {
+namespace crv::internal {
+
+void appendPolyline(GxBezier const& segment, double tol, long maxPieces,
+                    std::vector<GxCoord<double>>& out) {
   out.push_back(segment[0]);
   halveInto(out, segment, tol, maxPieces);
 }
+
+}  // namespace crv::internal
 
 void GxBezier::getPolyline(double tol, std::list<GxCoord<double>>& out) const {
   out.push_back(points_[0]);

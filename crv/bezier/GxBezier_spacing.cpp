@@ -1,5 +1,6 @@
-// Polylines by equal parameter steps, by chords of one length, and by chords of two lengths, the
-// long one where the curve stays close to it. The chords come from the searches at fixed distance.
+// Polylines by equal parameter steps, by chords of one length, and by chords of two lengths, of
+// which the long one is taken where the curve stays close to it. The end of each chord is found by
+// the bisection for a fixed distance.
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/cubic.h"
@@ -13,11 +14,11 @@ using crv::internal::Point;
 
 namespace {
 
-// Curve units: an arc shorter than this is nothing left to divide.
+// Curve units: an arc shorter than this is not divided.
 constexpr double kNoLength = kZeroTolerance;
 
-/// The parameter one chord after t; fallback(narrowed) where the search made no headway from the
-/// lower end of its bracket, which it narrows.
+/// The parameter one chord after t. Where the search returns the lower end of its bracket, which it
+/// narrows to lo, it made no headway, and the parameter is fallback(lo).
 template <class Fallback>
 double oneChordAfter(GxBezier const& s, double chord, double t, Fallback fallback) {
   double lo = t;
@@ -26,7 +27,7 @@ double oneChordAfter(GxBezier const& s, double chord, double t, Fallback fallbac
   return next == lo ? fallback(lo) : next;
 }
 
-/// Appends points up to the end, or as long as the parameter grows.
+/// Appends points up to the end of the segment, as long as the parameter grows.
 template <class Next>
 void appendWhileAdvancing(GxBezier const& s, GxList<GxCoord<double>>& out, double t,
                           Next nextAfter) {
@@ -59,14 +60,14 @@ void GxBezier::makeSegment(double chord, GxList<GxCoord<double>>& out, double st
   double const rest = length(startT);
   if (rest < kNoLength) return;
   double const step = (1.0 - startT) * chord / rest;
-  if (std::isnan(step)) return;  // a length or a chord that is no number leads nowhere
-  // Deliberate: compared with the whole range, not with what is left of it.
+  if (std::isnan(step)) return;  // Guard: the length or the chord is NaN.
+  // Deliberate: the step is compared with the whole range, not with the rest from startT on.
   if (step >= 1.0) {
     out.add(points_[3]);
     return;
   }
   appendWhileAdvancing(*this, out, startT, [&](double t) {
-    // Deliberate: the increment is taken from where the search narrowed its bracket to.
+    // Deliberate: the increment starts at the narrowed end of the bracket, not at t.
     return oneChordAfter(*this, chord, t, [step](double lo) { return min(lo + step, 1.0); });
   });
 }
@@ -102,7 +103,7 @@ int GxBezier::checkChordGapDist(double ta, double tb, double gap) const {
   GxBezier piece;
   GxBezier after;
   split(before, piece, ta);
-  // Deliberate: tb is not rescaled into the piece, which so reaches to ta + tb * (1 - ta).
+  // Deliberate: tb is not rescaled into the piece, which therefore reaches to ta + tb * (1 - ta).
   piece.split(after, tb);
 
   GxCoord<double> const start = piece[0];

@@ -50,7 +50,7 @@ struct Weights {
 };
 
 // Exact form: the polynomials in these spellings, and P0 added last.
-inline Weights pointWeights(double t) {
+constexpr Weights pointWeights(double t) {
   double const s = t * t;
   return {(3.0 - t) * s - 3.0 * t + 1.0, ((t - 2.0) * s + t) * 3.0, (1.0 - t) * s * 3.0, s * t};
 }

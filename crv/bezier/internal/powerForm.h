@@ -15,7 +15,7 @@ struct Derivative {
   double a, b, c;
 };
 
-// Exact form, here and below: 3*k0 - 6*k1 + 3*k2 is not 3*(k0 - 2*k1 + k2) where rounding counts.
+// Exact form, here and below: 3*k0 - 6*k1 + 3*k2 and 3*(k0 - 2*k1 + k2) round differently.
 inline PowerForm powerForm(double k0, double k1, double k2, double k3) {
   return {-k0 + 3.0 * k1 - 3.0 * k2 + k3, 3.0 * k0 - 6.0 * k1 + 3.0 * k2, 3.0 * k1 - 3.0 * k0, k0};
 }
