@@ -2,6 +2,7 @@
 #pragma once
 
 #include "crv/accurate/arcLength.h"
+#include "crv/accurate/contacts.h"
 #include "crv/accurate/direction.h"
 #include "crv/accurate/nearest.h"
 #include "crv/accurate/types.h"

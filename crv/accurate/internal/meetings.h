@@ -1,0 +1,37 @@
+// Where two cubic segments come together: the search beneath all contacts.
+#pragma once
+
+#include "crv/bezier/internal/cubic.h"
+
+#include <vector>
+
+namespace crv::internal {
+
+/// One place where two segments meet, at t of the first and u of the second.
+struct Meeting {
+  double t, u;
+  bool crosses;  // both parameters lie inside, and each segment changes the other's side
+};
+
+/// A stretch that two segments share: t0 < t1; u0 > u1 where they run against each other.
+struct SharedStretch {
+  double t0, t1, u0, u1;
+};
+
+struct Meetings {
+  std::vector<Meeting> points;           // ascending in t, then in u
+  std::vector<SharedStretch> stretches;  // ascending in t0
+};
+
+/// All meetings of two segments whose coordinates have a magnitude S of at most 1, places nearer
+/// than the resolution being one place. Two segments meet once for each connected set of pairs
+/// (t, u) with |A(t) - B(u)| <= resolution. A set longer than 2^-16 S is a shared stretch, unless
+/// the segments move apart at an end of it and meet in one place of it only.
+/// Method: pairs of parts are halved until both turn little; then both are graphs over one axis,
+/// and the difference of the graphs is bounded by differences of control points, as fat lines do
+/// (T. W. Sederberg and T. Nishita, "Curve intersection using Bezier clipping", 1990); Newton's
+/// method on both parameters ends it.
+void findMeetings(Cubic const& a, Cubic const& b, double magnitude, double resolution,
+                  Meetings& found);
+
+}  // namespace crv::internal

@@ -1,0 +1,105 @@
+// Newton's methods on two segments.
+#include "crv/accurate/internal/segmentPair.h"
+
+#include "crv/foundation/tolerance.h"
+
+#include <cmath>
+
+namespace crv::internal {
+
+namespace {
+
+// Newton steps: quadratic convergence from a start that is 10 % off takes five; a start near a
+// singular place may take all of these and is then given up.
+constexpr int kMaxSteps = 14;
+
+// Parameter: a step shorter than this has converged.
+constexpr double kConverged = 0x1p-44;
+
+// Parameter: steps below this that grow are rounding, magnified by a small angle.
+constexpr double kSettled = 0x1p-16;
+
+// Parameter: how far beyond [0, 1] an iterate may lie.
+constexpr double kSlack = 0.25;
+
+/// Whether the steps of an iteration have become as short as they will.
+class Convergence {
+ public:
+  bool isReached(double step) {
+    bool const isStill = step <= kConverged || (step < kSettled && step >= last_);
+    last_ = step;
+    return isStill;
+  }
+
+ private:
+  double last_ = 1.0;
+};
+
+bool isNear(double t) { return t >= -kSlack && t <= 1.0 + kSlack; }
+
+/// The foot of p on c near u, held to [0, 1].
+double footOn(Cubic const& c, Point const& p, double u) {
+  for (int i = 0; i < kMaxSteps; ++i) {
+    Point const away = pointAt(c, u) - p, d = derivativeAt(c, u);
+    double const slope = dot(away, d), squaredSpeed = dot(d, d);
+    double const curvature = squaredSpeed + dot(away, secondDerivativeAt(c, u));
+    // Where the distance is not convex, the step of Gauss and Newton still goes downhill.
+    double const second = curvature > 0.5 * squaredSpeed ? curvature : squaredSpeed;
+    if (!(second > 0.0)) return u;
+    double const next = min(1.0, max(0.0, u - slope / second));
+    double const step = std::fabs(next - u);
+    u = next;
+    if (step <= kConverged) break;
+  }
+  return u;
+}
+
+}  // namespace
+
+bool SegmentPair::findCrossing(double& t, double& u) const {
+  Convergence convergence;
+  for (int i = 0; i < kMaxSteps; ++i) {
+    Point const gap = pointAt(a, t) - pointAt(b, u);
+    Point const da = derivativeAt(a, t), db = derivativeAt(b, u);
+    double const det = cross(da, db);
+    if (det == 0.0) return gap.x == 0.0 && gap.y == 0.0;
+    double const dt = -cross(gap, db) / det, du = -cross(gap, da) / det;
+    t += dt;
+    u += du;
+    if (!(isNear(t) && isNear(u))) return false;
+    if (convergence.isReached(std::fabs(dt) + std::fabs(du))) return true;
+  }
+  return false;
+}
+
+bool SegmentPair::findTangency(double& t, double& u) const {
+  Convergence convergence;
+  for (int i = 0; i < kMaxSteps; ++i) {
+    Point const gap = pointAt(a, t) - pointAt(b, u);
+    Point const da = derivativeAt(a, t), db = derivativeAt(b, u);
+    Point const dda = secondDerivativeAt(a, t), ddb = secondDerivativeAt(b, u);
+    // The directions are parallel, and the gap stands upright on them.
+    double const f = cross(da, db), ft = cross(dda, db), fu = cross(da, ddb);
+    double const g = dot(gap, da), gt = dot(da, da) + dot(gap, dda), gu = -dot(db, da);
+    double const det = ft * gu - fu * gt;
+    if (det == 0.0) return false;
+    double const dt = (fu * g - f * gu) / det, du = (f * gt - ft * g) / det;
+    t += dt;
+    u += du;
+    if (!(isNear(t) && isNear(u))) return false;
+    if (convergence.isReached(std::fabs(dt) + std::fabs(du))) return true;
+  }
+  return false;
+}
+
+Foot SegmentPair::footOnB(double t, double u) const {
+  double const foot = footOn(b, pointAt(a, t), u);
+  return {t, foot, distanceAt(t, foot)};
+}
+
+Foot SegmentPair::footOnA(double t, double u) const {
+  double const foot = footOn(a, pointAt(b, u), t);
+  return {foot, u, distanceAt(foot, u)};
+}
+
+}  // namespace crv::internal

@@ -1,0 +1,329 @@
+// Halving pairs of parts until both are graphs over one axis, then halving the axis.
+//
+// What is bounded is the difference of the two graphs. With both parts over the same stretch of
+// the axis, the differences of control points bound it far more tightly than two fat lines do:
+// parallel curves that are close to each other part at once, coinciding ones are seen as a whole.
+#include "crv/accurate/internal/segmentSearch.h"
+
+#include "crv/accurate/internal/graph.h"
+#include "crv/foundation/tolerance.h"
+
+#include <cmath>
+
+namespace crv::internal {
+
+namespace {
+
+// Pairs looked at: two segments with nine crossings take some hundred, tangency twice as many.
+// Beyond this the search ends with what it has found.
+constexpr int kMostPairs = 1 << 15;
+
+// Tangent of the greatest angle between a gentle part and its chord, 31 degrees: two gentle parts
+// with chords less than 90 degrees apart are graphs over the bisector, with slopes up to 4.1.
+constexpr double kGentle = 0.6;
+constexpr double kSteepest = 4.1;
+
+// The length of a vector (1, slope) at the steepest slope: vertical distances are at most this many
+// times the true ones.
+constexpr double kVertical = 4.3;
+
+// Units of the largest coordinate: rounding of differences of control points.
+constexpr double kNoise = 0x1p-46;
+
+// Sine of an angle: Newton's method finds a crossing at this angle and more with all its digits.
+constexpr double kSteepCrossing = 0x1p-20;
+
+// Parameter: the shortest part that is halved.
+constexpr double kShortestPart = 0x1p-51;
+
+struct Range {
+  double lo, hi;
+  void add(double x) {
+    lo = min(lo, x);
+    hi = max(hi, x);
+  }
+};
+
+/// The offsets of b's control points from a's chord, times the chord's length, against those of a.
+bool isBesideChord(Cubic const& a, Cubic const& b, double resolution) {
+  Point const chord = a.p[3] - a.p[0];
+  Range own = {0.0, 0.0};
+  own.add(cross(chord, a.p[1] - a.p[0]));
+  own.add(cross(chord, a.p[2] - a.p[0]));
+  double const margin = resolution * (std::fabs(chord.x) + std::fabs(chord.y));
+  double const first = cross(chord, b.p[0] - a.p[0]);
+  Range other = {first, first};
+  for (int i = 1; i < 4; ++i) other.add(cross(chord, b.p[i] - a.p[0]));
+  return other.lo > own.hi + margin || other.hi < own.lo - margin;
+}
+
+double sizeOf(Box const& box) { return max(box.maxX - box.minX, box.maxY - box.minY); }
+
+/// Whether a part keeps within 31 degrees of its chord's direction.
+bool isGentle(Cubic const& c) {
+  Point const chord = c.p[3] - c.p[0];
+  double const slack = kNoise * (std::fabs(chord.x) + std::fabs(chord.y));
+  for (int i = 0; i < 3; ++i) {
+    Point const d = c.p[i + 1] - c.p[i];
+    double const along = dot(chord, d);
+    if (!(std::fabs(cross(chord, d)) <= kGentle * along + slack)) return false;
+    if (!(along > 0.0) && std::fabs(d.x) + std::fabs(d.y) > kNoise) return false;
+  }
+  return true;
+}
+
+/// Whether every direction of a lies clearly on one side of every direction of b.
+bool runAcross(Cubic const& a, Cubic const& b) {
+  Point da[3], db[3];
+  for (int i = 0; i < 3; ++i) {
+    da[i] = a.p[i + 1] - a.p[i];
+    db[i] = b.p[i + 1] - b.p[i];
+  }
+  double const first = cross(da[0], db[0]);
+  Range crosses = {first, first};
+  for (Point const& p : da) {
+    for (Point const& q : db) crosses.add(cross(p, q));
+  }
+  if (crosses.lo < 0.0 && crosses.hi > 0.0) return false;
+  Point const chordA = a.p[3] - a.p[0], chordB = b.p[3] - b.p[0];
+  double const sine = cross(chordA, chordB);
+  double const squaredLeast = kSteepCrossing * kSteepCrossing;
+  return sine * sine > squaredLeast * dot(chordA, chordA) * dot(chordB, chordB);
+}
+
+Point unit(Point const& v) {
+  double const length = std::sqrt(dot(v, v));
+  return length > 0.0 ? v * (1.0 / length) : Point{1.0, 0.0};
+}
+
+class Search {
+ public:
+  Search(SegmentPair const& pair, double resolution, std::vector<Approach>& found)
+      : pair_(pair), resolution_(resolution), found_(found) {}
+
+  void search(Part const& a, Part const& b);
+
+ private:
+  void searchGraphs(Part const& a, Part const& b);
+  void searchNode(Part const& a, Part const& b);
+  bool addClearCrossing(Part const& a, Part const& b);
+  void addRoot(Part const& a, Part const& b);
+  void addIfNear(double t, double u);
+  void add(Approach const& approach) { found_.push_back(approach); }
+  void addStretch(double t0, double t1, double u0, double u1) {
+    if (t0 > t1) return add({t1, t0, u1, u0, false});
+    add({t0, t1, u0, u1, false});
+  }
+
+  SegmentPair const& pair_;
+  double const resolution_;
+  std::vector<Approach>& found_;
+  int pairs_ = 0;
+};
+
+void Search::search(Part const& a, Part const& b) {
+  if (++pairs_ > kMostPairs) return;
+  Box const boxA = a.c.hull(), boxB = b.c.hull();
+  double const r = resolution_;
+  if (!overlap({boxA.minX - r, boxA.minY - r, boxA.maxX + r, boxA.maxY + r}, boxB)) return;
+  double const pointSize = 0.25 * resolution_;
+  bool const isPointA = sizeOf(boxA) <= pointSize || std::fabs(a.t1 - a.t0) < kShortestPart;
+  bool const isPointB = sizeOf(boxB) <= pointSize || std::fabs(b.t1 - b.t0) < kShortestPart;
+  if (isPointA && isPointB) return addIfNear(a.t0, b.t0);
+  if (isBesideChord(a.c, b.c, r) || isBesideChord(b.c, a.c, r)) return;
+
+  bool const halveA = !isPointA && (isPointB || !isGentle(a.c));
+  bool const halveB = !isPointB && (isPointA || !isGentle(b.c));
+  if (!halveA && !halveB) return searchGraphs(a, b);
+  Part partsA[2] = {a, a}, partsB[2] = {b, b};
+  if (halveA) a.split(0.5, partsA[0], partsA[1]);
+  if (halveB) b.split(0.5, partsB[0], partsB[1]);
+  for (int i = 0; i <= int(halveA); ++i) {
+    for (int k = 0; k <= int(halveB); ++k) search(partsA[i], partsB[k]);
+  }
+}
+
+/// Adds the only crossing of two parts that run across each other, if Newton's method finds it
+/// inside both.
+bool Search::addClearCrossing(Part const& a, Part const& b) {
+  Point const chordA = a.c.p[3] - a.c.p[0], chordB = b.c.p[3] - b.c.p[0];
+  Point const gap = b.c.p[0] - a.c.p[0];
+  double const det = cross(chordA, chordB);
+  double const s = cross(gap, chordB) / det, w = cross(gap, chordA) / det;
+  double t = a.parameter(min(1.0, max(0.0, s))), u = b.parameter(min(1.0, max(0.0, w)));
+  if (!pair_.findCrossing(t, u)) return false;
+  bool const isInside =
+      t >= min(a.t0, a.t1) && t <= max(a.t0, a.t1) && u >= min(b.t0, b.t1) && u <= max(b.t0, b.t1);
+  if (isInside) add({t, t, u, u, true});
+  return isInside;
+}
+
+/// Two gentle parts: they are turned onto the bisector of their chords, the second one the way of
+/// the first.
+void Search::searchGraphs(Part const& a, Part const& b) {
+  if (runAcross(a.c, b.c) && addClearCrossing(a, b)) return;
+  Point const directionA = unit(a.c.p[3] - a.c.p[0]), directionB = unit(b.c.p[3] - b.c.p[0]);
+  bool const sameWay = dot(directionA, directionB) >= 0.0;
+  Point const axis = unit(sameWay ? directionA + directionB : directionA - directionB);
+  Point const origin = a.c.p[0];
+  Part const seenA = a.along(axis, origin);
+  Part const seenB = (sameWay ? b : b.reversed()).along(axis, origin);
+  double const lo = max(seenA.c.p[0].x, seenB.c.p[0].x);
+  double const hi = min(seenA.c.p[3].x, seenB.c.p[3].x);
+  if (lo > hi) {
+    // They follow one another along the axis: only the ends that face each other can be near.
+    if (lo > hi + resolution_) return;
+    bool const isFirstA = seenA.c.p[3].x <= seenB.c.p[0].x;
+    return isFirstA ? addIfNear(seenA.t1, seenB.t0) : addIfNear(seenA.t0, seenB.t1);
+  }
+  searchNode(trimmed(seenA, lo, hi), trimmed(seenB, lo, hi));
+}
+
+/// The range of slopes of the control polygon; nothing where x does not rise.
+struct Slopes {
+  Range range;
+  bool areBounded;
+};
+
+Slopes slopesOf(Cubic const& c) {
+  Slopes slopes = {{kSteepest, -kSteepest}, true};
+  for (int i = 0; i < 3; ++i) {
+    Point const d = c.p[i + 1] - c.p[i];
+    if (std::fabs(d.x) <= kNoise && std::fabs(d.y) <= kNoise) continue;
+    if (!(d.x > 0.0)) return {{-kSteepest, kSteepest}, false};
+    slopes.range.add(d.y / d.x);
+  }
+  return slopes;
+}
+
+/// Two graphs over the same stretch of the axis.
+void Search::searchNode(Part const& a, Part const& b) {
+  if (++pairs_ > kMostPairs) return;
+  double const lo = a.c.p[0].x, length = a.c.p[3].x - lo;
+  double const before = b.c.p[0].y - a.c.p[0].y, after = b.c.p[3].y - a.c.p[3].y;
+  double const far = kVertical * resolution_;
+
+  // Both are sheared so that their mean chord is level.
+  double const rise = (a.c.p[3].y - a.c.p[0].y) + (b.c.p[3].y - b.c.p[0].y);
+  double const mean = length > 0.0 ? 0.5 * rise / length : 0.0;
+  Slopes const slopesA = slopesOf(a.c), slopesB = slopesOf(b.c);
+  Range gapX = {0.0, 0.0}, gapY = {before, before};
+  for (int i = 0; i < 4; ++i) {
+    Point const gap = b.c.p[i] - a.c.p[i];
+    gapX.add(gap.x);
+    gapY.add(gap.y - mean * gap.x);
+  }
+  double const steepest = max(max(slopesA.range.hi, slopesB.range.hi) - mean,
+                              mean - min(slopesA.range.lo, slopesB.range.lo));
+  double const slip = steepest * max(gapX.hi, -gapX.lo);
+  if (gapY.lo - slip > far || gapY.hi + slip < -far) return;
+  if (gapY.hi + slip <= resolution_ && gapY.lo - slip >= -resolution_) {
+    return addStretch(a.t0, a.t1, b.t0, b.t1);
+  }
+
+  bool const areBounded = slopesA.areBounded && slopesB.areBounded;
+  bool const isMonotone =
+      areBounded && (slopesA.range.hi < slopesB.range.lo || slopesB.range.hi < slopesA.range.lo);
+  bool const isShort = length <= 0.5 * resolution_;
+  if (isMonotone || isShort) {
+    if ((before < 0.0 && after > 0.0) || (before > 0.0 && after < 0.0)) addRoot(a, b);
+    if (std::fabs(before) <= far) addIfNear(a.t0, b.t0);
+    if (std::fabs(after) <= far) addIfNear(a.t1, b.t1);
+    return;
+  }
+  double const middle = lo + 0.5 * length;
+  Part leftA, rightA, leftB, rightB;
+  a.split(whereXIs(a.c, middle), leftA, rightA);
+  b.split(whereXIs(b.c, middle), leftB, rightB);
+  searchNode(leftA, leftB);
+  searchNode(rightA, rightB);
+}
+
+/// The crossing of two graphs that change sides between their ends.
+void Search::addRoot(Part const& a, Part const& b) {
+  double const before = b.c.p[0].y - a.c.p[0].y, after = b.c.p[3].y - a.c.p[3].y;
+  double const share = before / (before - after);
+  double t = a.parameter(share), u = b.parameter(share);
+  bool const found = pair_.findCrossing(t, u) && t >= min(a.t0, a.t1) && t <= max(a.t0, a.t1) &&
+                     u >= min(b.t0, b.t1) && u <= max(b.t0, b.t1);
+  if (found) return add({t, t, u, u, true});
+  double lo = a.c.p[0].x, hi = a.c.p[3].x, x = lo + (hi - lo) * share;
+  for (int i = 0; i < 60; ++i) {
+    double const s = whereXIs(a.c, x), w = whereXIs(b.c, x);
+    t = a.parameter(s);
+    u = b.parameter(w);
+    double const gap = pointAt(b.c, w).y - pointAt(a.c, s).y;
+    if (gap == 0.0) break;
+    if ((gap < 0.0) == (before < 0.0)) {
+      lo = x;
+    } else {
+      hi = x;
+    }
+    double const next = 0.5 * (lo + hi);
+    if (next == x) break;
+    x = next;
+  }
+  add({t, t, u, u, true});
+}
+
+/// Adds a pair of parameters if the segments are within the resolution there: the parameter that is
+/// an end of its segment stays, the other moves to the foot.
+void Search::addIfNear(double t, double u) {
+  bool const isEndT = t == 0.0 || t == 1.0, isEndU = u == 0.0 || u == 1.0;
+  if (isEndT && isEndU) {
+    if (pair_.distanceAt(t, u) <= resolution_) return add({t, t, u, u, false});
+  }
+  Foot const foot = isEndU && !isEndT ? pair_.footOnA(t, u) : pair_.footOnB(t, u);
+  if (foot.distance <= resolution_) add({foot.t, foot.t, foot.u, foot.u, false});
+  if (isEndT && isEndU) {
+    Foot const other = pair_.footOnA(t, u);
+    if (other.distance <= resolution_) add({other.t, other.t, other.u, other.u, false});
+  }
+}
+
+/// The parts that a segment is searched in: one that is straight within the resolution is cut where
+/// it turns back.
+int monotoneParts(Cubic const& c, double resolution, Part parts[3]) {
+  parts[0] = {c, 0.0, 1.0};
+  int farthest = 1;
+  for (int i = 2; i < 4; ++i) {
+    if (squaredDistance(c.p[0], c.p[i]) > squaredDistance(c.p[0], c.p[farthest])) farthest = i;
+  }
+  Point const axis = c.p[farthest] - c.p[0];
+  double const width = resolution * (std::fabs(axis.x) + std::fabs(axis.y));
+  for (Point const& p : c.p) {
+    if (std::fabs(cross(axis, p - c.p[0])) > width) return 1;
+  }
+  double const d0 = dot(axis, c.p[1] - c.p[0]), d1 = dot(axis, c.p[2] - c.p[1]);
+  double const d2 = dot(axis, c.p[3] - c.p[2]);
+  // The derivative is d0 (1 - s)^2 + 2 d1 s (1 - s) + d2 s^2.
+  double const discriminant = d1 * d1 - d0 * d2;
+  if (!(discriminant > 0.0)) return 1;
+  double const root = std::sqrt(discriminant);
+  double const q = d0 - d1 + ((d0 - d1) < 0.0 ? -root : root);
+  double first = d0 / q, second = q / (d0 - 2.0 * d1 + d2);
+  if (!(first <= second)) std::swap(first, second);
+  int count = 1;
+  for (double const t : {first, second}) {
+    Part const last = parts[count - 1];
+    if (!(t > last.t0 && t < 1.0)) continue;
+    last.split((t - last.t0) / (1.0 - last.t0), parts[count - 1], parts[count]);
+    parts[count - 1].t1 = parts[count].t0 = t;
+    ++count;
+  }
+  return count;
+}
+
+}  // namespace
+
+void findApproaches(SegmentPair const& pair, double resolution, std::vector<Approach>& found) {
+  Part partsA[3], partsB[3];
+  int const countA = monotoneParts(pair.a, resolution, partsA);
+  int const countB = monotoneParts(pair.b, resolution, partsB);
+  Search search(pair, resolution, found);
+  for (int i = 0; i < countA; ++i) {
+    for (int k = 0; k < countB; ++k) search.search(partsA[i], partsB[k]);
+  }
+}
+
+}  // namespace crv::internal

@@ -1,0 +1,23 @@
+// The places where two cubic segments come within the resolution of each other, in raw pieces.
+#pragma once
+
+#include "crv/accurate/internal/segmentPair.h"
+#include "crv/bezier/internal/cubic.h"
+
+#include <vector>
+
+namespace crv::internal {
+
+/// A pair of parameters, or stretches of them, at which two segments are within the resolution.
+/// The same place may be found as several approaches.
+struct Approach {
+  double t0, t1, u0, u1;  // t0 <= t1; u0 > u1 where the segments run against each other
+  bool isRoot;            // the segments change sides here; t0 == t1, u0 == u1
+};
+
+/// Appends all approaches of two segments whose coordinates have a magnitude of at most 1: at
+/// least one in each connected set of pairs (t, u) with |A(t) - B(u)| <= resolution, and every
+/// place within it where the segments change sides, or an approach that covers it.
+void findApproaches(SegmentPair const& pair, double resolution, std::vector<Approach>& found);
+
+}  // namespace crv::internal

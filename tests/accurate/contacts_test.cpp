@@ -1,0 +1,192 @@
+// Contacts of two segments: known answers, and that the order and sense of the arguments, their
+// place and their size make no difference.
+#include "crv/accurate/contacts.h"
+
+#include "tests/support/data.h"
+#include "tests/support/expect.h"
+#include "tests/support/shapes.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using crv::ContactKind;
+using crv::contacts;
+using crv::Segment;
+using crv::SegmentContacts;
+using support::Numbers;
+
+// Parameter: the answers are known to eight digits.
+constexpr double kNearParameter = 1e-8;
+
+struct Case {
+  std::string name;
+  Segment a, b;
+  Numbers expected;  // pairs of parameters
+};
+
+/// The line segment from (n0, n1) to (n2, n3), or the cubic with these eight coordinates.
+Segment segmentFrom(Numbers const& n) {
+  if (n.size() == 8) return support::segmentOf(n);
+  auto const at = [&](std::size_t i, double s) { return n[i] + (n[i + 2] - n[i]) * s; };
+  double const third = 1.0 / 3.0;
+  return support::segmentOf(
+      {n[0], n[1], at(0, third), at(1, third), at(0, 2.0 * third), at(1, 2.0 * third), n[2], n[3]});
+}
+
+std::vector<Case> casesOf(std::string const& file) {
+  std::vector<Case> cases;
+  for (std::string const& line : support::linesOf("hard_cases/" + file)) {
+    if (line.empty() || line[0] == '#') continue;
+    auto const parts = support::partsOf(std::istringstream(line + "| "), '|');
+    auto const n = support::numbersIn({parts.begin() + 1, parts.end()});
+    cases.push_back({parts[0], segmentFrom(n[0]), segmentFrom(n[1]), n[2]});
+  }
+  return cases;
+}
+
+void expectParameters(SegmentContacts const& found, Numbers expected) {
+  ASSERT_EQ(found.points.size(), expected.size() / 2);
+  for (auto const& contact : found.points) {
+    auto const isContact = [&](std::size_t i) {
+      return std::fabs(contact.t - expected[i]) + std::fabs(contact.u - expected[i + 1]) <
+             kNearParameter;
+    };
+    std::size_t i = 0;
+    while (i < expected.size() && !isContact(i)) i += 2;
+    ASSERT_LT(i, expected.size()) << contact.t << " " << contact.u << " is unexpected";
+    expected.erase(expected.begin() + long(i), expected.begin() + long(i) + 2);
+  }
+}
+
+Segment reversed(Segment const& s) { return Segment(s[3], s[2], s[1], s[0]); }
+
+/// s times a power of two, moved by whole multiples of the last place of its coordinates.
+Segment changed(Segment const& s, double factor, double dx = 0.0, double dy = 0.0) {
+  Segment result = s;
+  for (int i = 0; i < 4; ++i) {
+    result[i] = crv::Point(s[i].xval() * factor + dx, s[i].yval() * factor + dy);
+  }
+  return result;
+}
+
+/// All arrangements of two segments have the same contacts.
+void expectInAllArrangements(Segment const& a, Segment const& b, Numbers const& expected) {
+  Numbers swapped, turned;
+  for (std::size_t i = 0; i < expected.size(); i += 2) {
+    swapped.insert(swapped.end(), {expected[i + 1], expected[i]});
+    turned.insert(turned.end(), {1.0 - expected[i], expected[i + 1]});
+  }
+  SegmentContacts const plain = contacts(a, b);
+  expectParameters(plain, expected);
+  expectParameters(contacts(b, a), swapped);
+  expectParameters(contacts(reversed(a), b), turned);
+  for (double const factor : {0x1p-480, 0x1p30, 0x1p480}) {
+    SegmentContacts const scaled = contacts(changed(a, factor), changed(b, factor));
+    ASSERT_EQ(scaled.points.size(), plain.points.size());
+    for (std::size_t i = 0; i < plain.points.size(); ++i) {
+      EXPECT_EQ(scaled.points[i].t, plain.points[i].t);
+      EXPECT_EQ(scaled.points[i].u, plain.points[i].u);
+      EXPECT_EQ(scaled.points[i].kind, plain.points[i].kind);
+      EXPECT_EQ(scaled.points[i].point.xval(), plain.points[i].point.xval() * factor);
+    }
+  }
+}
+
+TEST(SegmentContacts, AreThoseOfTheHardCases) {
+  for (std::string const file : {"segments", "lines"}) {
+    for (Case const& c : casesOf(file)) {
+      SCOPED_TRACE(c.name);
+      // The ends differ by a rounding: exact arithmetic sees no contact, users see one.
+      bool const isRounded = c.name.find("1284a") != std::string::npos;
+      expectInAllArrangements(c.a, c.b, isRounded ? Numbers{0.0, 0.0} : c.expected);
+    }
+  }
+}
+
+TEST(SegmentContacts, TellCrossingTouchingAndEndApart) {
+  struct {
+    char const* name;
+    Segment a, b;
+    ContactKind kind;
+  } const rows[] = {
+      {"diagonals", segmentFrom({0, 0, 4, 4}), segmentFrom({0, 4, 4, 0}), ContactKind::crossing},
+      {"arches tip to tip", segmentFrom({0, 0, 0, 8, 10, 8, 10, 0}),
+       segmentFrom({0, 12, 0, 4, 10, 4, 10, 12}), ContactKind::touching},
+      {"an arch on a line", segmentFrom({0, 0, 0, 8, 10, 8, 10, 0}), segmentFrom({-3, 6, 14, 6}),
+       ContactKind::touching},
+      {"an inflection along its tangent", segmentFrom({-1, -1, 0, 1, 0, -1, 1, 1}),
+       segmentFrom({-1, 1, 1, -1}), ContactKind::crossing},
+      {"an end on a line", segmentFrom({0, 0, 4, 4}), segmentFrom({0, 8, 8, 0}), ContactKind::end},
+  };
+  for (auto const& row : rows) {
+    SCOPED_TRACE(row.name);
+    SegmentContacts const found = contacts(row.a, row.b);
+    EXPECT_EQ(found.overlaps.size(), 0u);
+    ASSERT_GE(found.points.size(), 1u);
+    EXPECT_EQ(found.points[0].kind, row.kind);
+  }
+}
+
+TEST(SegmentContacts, GiveSharedStretchesAsIntervals) {
+  Segment const arch = segmentFrom({0, 0, 1, 4, 5, 3, 6, 0});
+  Segment head = arch, middle = arch;
+  Segment rest;
+  head.split(rest, 0.75);
+  middle = head;
+  middle.split(rest, 1.0 / 3.0);
+  Segment const tail = rest;  // [0.25, 0.75] of the arch
+  struct {
+    char const* name;
+    Segment a, b;
+    std::vector<Numbers> overlaps;
+  } const rows[] = {
+      {"itself", arch, arch, {{0, 1, 0, 1}}},
+      {"itself reversed", arch, reversed(arch), {{0, 1, 1, 0}}},
+      {"a part", arch, tail, {{0.25, 0.75, 0, 1}}},
+      {"two parts", head, reversed(tail), {{1.0 / 3.0, 1, 1, 0}}},
+      {"lines at other speeds",
+       segmentFrom({0, 0, 3, 6}),
+       segmentFrom({1, 2, 1, 2, 4, 8, 4, 8}),
+       {{1.0 / 3.0, 1, 0, 0.61303685689}}},
+      {"a line that turns back",
+       segmentFrom({0, 0, 6, 0}),
+       segmentFrom({1, 0, 5, 0, 5, 0, 1, 0}),
+       {{1.0 / 6.0, 4.0 / 6.0, 0, 0.5}, {1.0 / 6.0, 4.0 / 6.0, 1, 0.5}}},
+  };
+  for (auto const& row : rows) {
+    SCOPED_TRACE(row.name);
+    SegmentContacts const found = contacts(row.a, row.b);
+    EXPECT_EQ(found.points.size(), 0u);
+    ASSERT_EQ(found.overlaps.size(), row.overlaps.size());
+    for (std::size_t i = 0; i < row.overlaps.size(); ++i) {
+      EXPECT_NEAR(found.overlaps[i].t0, row.overlaps[i][0], kNearParameter);
+      EXPECT_NEAR(found.overlaps[i].t1, row.overlaps[i][1], kNearParameter);
+      EXPECT_NEAR(found.overlaps[i].u0, row.overlaps[i][2], kNearParameter);
+      EXPECT_NEAR(found.overlaps[i].u1, row.overlaps[i][3], kNearParameter);
+    }
+  }
+}
+
+TEST(SegmentContacts, AnswerAnyInput) {
+  double const inf = std::numeric_limits<double>::infinity();
+  Segment const line = segmentFrom({0, 0, 3, 6}), origin = segmentFrom({0, 0, 0, 0, 0, 0, 0, 0});
+  for (double const bad : {inf, -inf, inf - inf, 1e300, 1e-310}) {
+    SegmentContacts const found = contacts(segmentFrom({bad, 0, 0, bad}), origin);
+    EXPECT_TRUE(found.points.empty() && found.overlaps.empty()) << bad;
+  }
+  expectParameters(contacts(origin, origin), {0, 0});
+  expectParameters(contacts(line, origin), {0, 0});
+  expectParameters(contacts(segmentFrom({1, 2, 1, 2}), line), {0, 1.0 / 3.0});
+  for (double const resolution : {-1.0, inf - inf, inf, 1e-300, 1.0}) {
+    EXPECT_EQ(contacts(line, segmentFrom({0, 6, 6, 0}), resolution).points.size(), 1u);
+  }
+}
+
+}  // namespace
