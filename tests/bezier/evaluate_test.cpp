@@ -1,5 +1,5 @@
 // Evaluation, subdivision, flatness, control polygons, the run of x, and the Bernstein helpers.
-#include "tests/support/data.h"
+#include "tests/support/expect.h"
 #include "tests/support/open.h"
 
 #include <memory>

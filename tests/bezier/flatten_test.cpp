@@ -1,5 +1,5 @@
 // Polylines by halving, by equal steps and by chords; steps of a given distance.
-#include "tests/support/data.h"
+#include "tests/support/expect.h"
 #include "tests/support/open.h"
 
 #include <list>

@@ -1,5 +1,5 @@
 // Crossings of segments with segments and with lines, the first crossing, loops.
-#include "tests/support/data.h"
+#include "tests/support/expect.h"
 #include "tests/support/open.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // Extremes, roots, lengths; the nearest point, the parameter of a point, the closest samples.
-#include "tests/support/data.h"
+#include "tests/support/expect.h"
 #include "tests/support/open.h"
 
 namespace {

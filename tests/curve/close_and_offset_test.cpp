@@ -1,5 +1,5 @@
 // Orientation, closing, the parallel curve, and the curve against an interval of x.
-#include "tests/support/data.h"
+#include "tests/support/expect.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Positions, and the curve as a container: values, whole-curve operations, measures.
-#include "tests/support/data.h"
+#include "tests/support/expect.h"
 #include "tests/support/open.h"
 #include "tests/support/positions.h"
 

@@ -1,5 +1,5 @@
 // Fitting segments to digitised points.
-#include "tests/support/data.h"
+#include "tests/support/expect.h"
 #include "tests/support/open.h"
 
 namespace {

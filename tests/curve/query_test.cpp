@@ -1,5 +1,5 @@
 // The nearest point, crossings with curves and lines, and directions on both sides of a position.
-#include "tests/support/data.h"
+#include "tests/support/expect.h"
 #include "tests/support/positions.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // Walking along a curve, and polylines of whole curves.
-#include "tests/support/data.h"
+#include "tests/support/expect.h"
 #include "tests/support/positions.h"
 #include "tests/support/shapes.h"
 

@@ -1,4 +1,4 @@
-#include "tests/support/data.h"
+#include "tests/support/expect.h"
 
 #include <algorithm>
 

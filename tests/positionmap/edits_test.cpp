@@ -1,5 +1,5 @@
 // Copying, reversing and splitting curves, and the maps that come of it.
-#include "tests/support/data.h"
+#include "tests/support/expect.h"
 #include "tests/support/positions.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // What maps do with single positions, odd rules and all.
-#include "tests/support/data.h"
+#include "tests/support/expect.h"
 #include "tests/support/positions.h"
 
 #include <list>

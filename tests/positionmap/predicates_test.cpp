@@ -1,5 +1,5 @@
 // Positions compared on a curve, moved and counted; and a curve turned to start at one.
-#include "tests/support/data.h"
+#include "tests/support/expect.h"
 #include "tests/support/positions.h"
 
 namespace {

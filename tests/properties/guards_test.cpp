@@ -2,7 +2,7 @@
 // nearest ones that end without it, whose bits are those of the plain steps: written out here, or
 // taken once by hand before the operation goes on with the halves, out of reach of its guards.
 // Those of positions, maps, splitting and the blend table are, for the most part, with their rooms.
-#include "tests/support/data.h"
+#include "tests/support/expect.h"
 #include "tests/support/open.h"
 #include "tests/support/positions.h"
 #include "tests/support/shapes.h"

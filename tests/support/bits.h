@@ -22,8 +22,8 @@ inline bool sameBits(GxBezierCurvePosition const& p, GxBezierCurvePosition const
 bool sameBits(GxBezier const& a, GxBezier const& b);
 
 /// The first n of two chains of control points, or of segments.
-template <class Chain>
-bool sameBits(Chain const& a, Chain const& b, int n) {
+template <class A, class B>
+bool sameBits(A const& a, B const& b, int n) {
   for (int i = 0; i < n; ++i) {
     if (!sameBits(a[i], b[i])) return false;
   }
