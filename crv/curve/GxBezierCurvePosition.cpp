@@ -1,6 +1,5 @@
 #include "crv/curve/GxBezierCurvePosition.h"
 
-#include "crv/curve/GxBezierCurvePositionConstructor.h"
 #include "crv/foundation/tolerance.h"
 
 #include <cmath>
@@ -11,7 +10,7 @@ namespace {
 // From this parameter on, adding 1 need not change it: nothing is carried.
 constexpr double kCarryLimit = 0x1p53;
 
-/// segment + carry, held at the ends of the range of long.
+/// segment + carry, or the nearer end of the range of long.
 long saturatedSum(long segment, double carry) {
   constexpr long kLowest = std::numeric_limits<long>::min();
   constexpr long kHighest = std::numeric_limits<long>::max();
@@ -21,8 +20,8 @@ long saturatedSum(long segment, double carry) {
   return segment + static_cast<long>(carry);
 }
 
-/// A position as one number.
-double flattened(GxBezierCurvePosition const& p) {
+/// The position as one number, segment + t.
+double globalParameter(GxBezierCurvePosition const& p) {
   return static_cast<double>(p.getSegmentNumber()) + p.getTValue();
 }
 
@@ -33,7 +32,8 @@ GxBezierCurvePosition::GxBezierCurvePosition() : segment_(-1), t_(0.0) {}
 GxBezierCurvePosition::GxBezierCurvePosition(int segment, double t) : segment_(segment), t_(t) {
   if (!(std::fabs(t) < kCarryLimit)) return;
   if (t_ < 0.0) {
-    // Exact form: every step but the last is exact, so the carry is taken at once, the last alone.
+    // Exact form: carrying 1 at a time is exact in every step but the last, so all but the last are
+    // carried at once.
     double const steps = std::floor(-t_);
     t_ += steps;
     segment_ = saturatedSum(segment_, -steps);
@@ -74,7 +74,7 @@ int GxBezierCurvePosition::operator>=(GxBezierCurvePosition const& p) const {
 }
 
 int GxBezierCurvePosition::isEqual(GxBezierCurvePosition const& p, double tol) const {
-  return IS_EQUAL(flattened(*this), flattened(p), std::fabs(tol));
+  return IS_EQUAL(globalParameter(*this), globalParameter(p), std::fabs(tol));
 }
 
 int GxBezierCurvePosition::reverseSense(int sense) {
@@ -86,20 +86,7 @@ int GxBezierCurvePosition::reverseSense(int sense) {
 int GxBezierCurvePosition::isCompatibleSense(int a, int b) { return a == b || a == 0 || b == 0; }
 
 int isEqual(GxBezierCurvePosition const& a, GxBezierCurvePosition const& b, double tol) {
-  return IS_EQUAL(flattened(a), flattened(b), tol);
-}
-
-GxBezierCurvePosition GxBezierCurvePositionConstructor::constructPosition(int segment,
-                                                                          double t) const {
-  return GxBezierCurvePosition(segment, t);
-}
-
-GxBezierCurvePosition GxBezierCurvePositionConstructor::constructDirectPosition(int segment,
-                                                                                double t) const {
-  GxBezierCurvePosition position;
-  position.segment_ = segment;
-  position.t_ = t;
-  return position;
+  return IS_EQUAL(globalParameter(a), globalParameter(b), tol);
 }
 
 template class GxList<GxBezierCurvePosition>;

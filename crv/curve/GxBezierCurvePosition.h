@@ -1,16 +1,16 @@
-// A place on a curve: the number of the segment and the parameter inside it.
+// A position on a curve: the number of the segment and the parameter inside it.
 #pragma once
 
 #include "crv/export.h"
 #include "crv/foundation/GxList.h"
 
-/// A place on a composite curve. Normalised positions have 0 <= t < 1, so that the end of a curve
-/// of n segments is (n, 0.0); comparisons work on the fields as they are. A value type.
+/// A position on a composite curve. Normalised positions have 0 <= t < 1, so the end of a curve of
+/// n segments is (n, 0.0). Comparisons work on the fields as they are. A value type.
 ///
-/// The sense between two positions is an int: 0 none (they coincide), 1 forward, 2 backward.
+/// The sense from one position to another is an int: 0 none (they coincide), 1 forward, 2 backward.
 class CRV_API GxBezierCurvePosition {
  public:
-  /// No position: segment -1, t 0.0.
+  /// Makes no position: segment -1, t 0.0.
   GxBezierCurvePosition();
 
   /// Normalises: whole numbers are carried from t to the segment number, which is not checked
@@ -20,24 +20,25 @@ class CRV_API GxBezierCurvePosition {
   long getSegmentNumber() const { return segment_; }
   double getTValue() const { return t_; }
 
-  /// 1 when both fields are equal, exactly.
+  /// Returns 1 when both fields are equal, exactly.
   int operator==(GxBezierCurvePosition const& p) const;
   int operator!=(GxBezierCurvePosition const& p) const;
 
-  /// The order of the fields, segment first, exact: (n - 1, 1.0) comes before (n, 0.0), although
+  /// Compare the fields exactly, the segment first: (n - 1, 1.0) comes before (n, 0.0), although
   /// both name one place.
   int operator<(GxBezierCurvePosition const& p) const;
   int operator<=(GxBezierCurvePosition const& p) const;
   int operator>(GxBezierCurvePosition const& p) const;
   int operator>=(GxBezierCurvePosition const& p) const;
 
-  /// 1 when segment + t of both differ by less than |tol|, strictly: at 0 nothing is equal.
+  /// Returns 1 when segment + t of both differ by less than |tol|. The test is strict: at a
+  /// tolerance of 0 nothing is equal.
   int isEqual(GxBezierCurvePosition const& p, double tol) const;
 
-  /// The opposite sense; any value but 1 and 2 is returned as it is.
+  /// Returns the opposite sense; any value but 1 and 2 is returned as it is.
   static int reverseSense(int sense);
 
-  /// 1 when two senses are equal or one of them is 0.
+  /// Returns 1 when two senses are equal or one of them is 0.
   static int isCompatibleSense(int a, int b);
 
  private:
@@ -47,8 +48,9 @@ class CRV_API GxBezierCurvePosition {
   double t_;
 };
 
-/// 1 when segment + t of both differ by less than tol, strictly. The overload for positions on one
-/// given curve, which knows the seam of a closed one, is in positionPredicates.h.
+/// Returns 1 when segment + t of both differ by less than tol, strictly; a negative tol gives 0.
+/// The overload for two positions on a given curve, which takes the seam of a closed curve into
+/// account, is in positionPredicates.h.
 CRV_API int isEqual(GxBezierCurvePosition const& a, GxBezierCurvePosition const& b, double tol);
 
 extern template class CRV_API GxList<GxBezierCurvePosition>;

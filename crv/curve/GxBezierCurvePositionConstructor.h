@@ -4,12 +4,12 @@
 #include "crv/curve/GxBezierCurvePosition.h"
 #include "crv/export.h"
 
-/// A stateless maker of positions.
+/// Makes positions; it has no state.
 class CRV_API GxBezierCurvePositionConstructor {
  public:
-  /// The position made by the normalising constructor.
+  /// Returns the position made by the normalising constructor.
   GxBezierCurvePosition constructPosition(int segment, double t) const;
 
-  /// A position with exactly these fields, normalised or not.
+  /// Returns a position with exactly these fields, normalised or not.
   GxBezierCurvePosition constructDirectPosition(int segment, double t) const;
 };

@@ -1,5 +1,5 @@
-// The first crossing with a line, walking from a position: each segment is carried into the frame
-// of the line, where its crossings are the roots of its height.
+// The first crossing with a line on a walk from a position. Each segment is carried into the frame
+// of the line, where the roots of its height are its crossings.
 #include "crv/curve/GxBezierCurve.h"
 
 #include "crv/foundation/Gx2DMatrix.h"
@@ -9,10 +9,10 @@
 
 namespace {
 
-// Squared length of a direction: a shorter one is taken as the x direction.
-constexpr double kNoDirection = 1e-9;
+// Squared length of a direction: a shorter direction is taken as the x direction.
+constexpr double kNoSquaredLength = 1e-9;
 
-// Parameter: what the end point check allows a crossing to lie outside its segment.
+// Parameter: how far outside its segment a crossing may lie in the search with the end point check.
 constexpr double kEndpointRootTolerance = 1e-8;
 
 // Curve units: the end of a curve this close to the line lies on it.
@@ -27,7 +27,7 @@ struct HeightFrame {
   HeightFrame(GxCoord<double> const& origin, GxVector<double> const& v) : p(origin) {
     GxVector<double> const w = v.ortho(1);
     double const det = w.yval() * v.xval() - w.xval() * v.yval();
-    bool const none = IS_ZERO(det, kNoDirection);
+    bool const none = IS_ZERO(det, kNoSquaredLength);
     a = none ? 0.0 : -v.yval() / det;
     b = none ? 1.0 : v.xval() / det;
   }
@@ -37,7 +37,7 @@ struct HeightFrame {
   }
 };
 
-/// Coordinates along v and across it, from p on; where v has no direction at all, along x and y.
+/// Coordinates along v and across it, from p on; along x and y where v has no direction.
 struct MatrixFrame {
   GxCoord<double> p;
   Gx2DMatrix<double> toLine;
@@ -71,7 +71,7 @@ struct Crossings {
                              t[2], tolerance);
   }
 
-  /// The first one met at or beyond a parameter, or null.
+  /// The first crossing met at or beyond a parameter, or null.
   double const* firstFrom(double start, bool forward) const {
     for (int i = 0; i < count; ++i) {
       double const* const r = &t[forward ? i : count - 1 - i];

@@ -1,26 +1,19 @@
-// Length, boxes and extreme places of a curve, put together from those of its segments.
+// The length, the boxes and the extreme places of a curve, combined from its segments.
 #include "crv/curve/GxBezierCurve.h"
 
+#include "crv/curve/internal/boxTree.h"
 #include "crv/foundation/tolerance.h"
 
 #include <functional>
 #include <limits>
 
+using crv::internal::Box;
+using crv::internal::united;
+
 namespace {
 
-// Curve units: what lies closer than this to its chord is straight.
+// Curve units: a segment that deviates less than this from its chord is straight.
 constexpr double kStraight = kZeroTolerance;
-
-struct Box {
-  double minX, minY, maxX, maxY;
-
-  void widen(Box const& other) {
-    minX = min(minX, other.minX);
-    minY = min(minY, other.minY);
-    maxX = max(maxX, other.maxX);
-    maxY = max(maxY, other.maxY);
-  }
-};
 
 using SegmentBox = void (GxBezier::*)(double&, double&, double&, double&) const;
 
@@ -33,28 +26,31 @@ Box boxOf(GxBezier const& segment, SegmentBox segmentBox) {
 /// The box of a curve, four zeros if it is empty.
 Box boxOf(GxList<GxBezier> const& segments, SegmentBox segmentBox) {
   if (segments.length() == 0) return {};
-  Box box = boxOf(segments[0], segmentBox);
-  for (unsigned i = 1; i < segments.length(); ++i) box.widen(boxOf(segments[i], segmentBox));
+  auto segment = segments.begin();
+  Box box = boxOf(*segment, segmentBox);
+  while (++segment != segments.end()) box = united(box, boxOf(*segment, segmentBox));
   return box;
 }
 
 using SegmentExtreme = void (GxBezier::*)(double&, double&) const;
 
-/// The highest or lowest place of a curve, the first of equals; returns 0, or -1 if it is empty.
+/// Finds the highest or lowest place of a curve, the first of equals. Returns 0, or -1 if the curve
+/// is empty.
 template <class IsBeyond>
 int findExtreme(GxList<GxBezier> const& segments, SegmentExtreme extremeOf, IsBeyond isBeyond,
                 double& t, int& segment) {
   if (segments.length() == 0) return -1;
   double best = 0.0;
   segment = 0;
-  (segments[0].*extremeOf)(t, best);
-  for (unsigned i = 1; i < segments.length(); ++i) {
+  auto s = segments.begin();
+  ((*s).*extremeOf)(t, best);
+  for (int i = 1; ++s != segments.end(); ++i) {
     double otherT = 0.0;
     double y = 0.0;
-    (segments[i].*extremeOf)(otherT, y);
+    ((*s).*extremeOf)(otherT, y);
     if (!isBeyond(y, best)) continue;
     t = otherT;
-    segment = static_cast<int>(i);
+    segment = i;
     best = y;
   }
   return 0;
@@ -64,7 +60,7 @@ int findExtreme(GxList<GxBezier> const& segments, SegmentExtreme extremeOf, IsBe
 
 double GxBezierCurve::curveLength() {
   double sum = 0.0;
-  for (unsigned i = 0; i < segments_.length(); ++i) sum += segments_[i].length(0.0);
+  for (GxBezier const& segment : segments_) sum += segment.length(0.0);
   return sum;
 }
 
@@ -88,8 +84,8 @@ int GxBezierCurve::getMinMax(GxCoord<double>& min, GxCoord<double>& max) const {
   if (segments_.length() == 0) return -1;
   constexpr double kLargest = std::numeric_limits<double>::max();
   Box box = {kLargest, kLargest, -kLargest, -kLargest};
-  for (unsigned i = 0; i < segments_.length(); ++i) {
-    box.widen(boxOf(segments_[i], &GxBezier::localMinMax));
+  for (GxBezier const& segment : segments_) {
+    box = united(box, boxOf(segment, &GxBezier::localMinMax));
   }
   min = GxCoord<double>(box.minX, box.minY);
   max = GxCoord<double>(box.maxX, box.maxY);
@@ -105,12 +101,14 @@ int GxBezierCurve::getCurveMinY(double& t, int& segment) const {
 }
 
 int GxBezierCurve::isALine() const {
-  if (segments_.length() == 0 || !segments_[0].isALine(kStraight)) return 0;
-  GxVector<double> const direction = segments_[0].dValue(0.5);
-  for (unsigned i = 1; i < segments_.length(); ++i) {
-    if (!segments_[i].isALine(kStraight)) return 0;
+  if (segments_.length() == 0) return 0;
+  GxBezier const& first = *segments_.begin();
+  GxVector<double> const direction = first.dValue(0.5);
+  for (GxBezier const& segment : segments_) {
+    if (!segment.isALine(kStraight)) return 0;
     // Deliberate: an exact comparison, and always with the first segment.
-    if (direction.cross(segments_[i].dValue(0.5)) != 0.0) return 0;
+    bool const isFirst = &segment == &first;
+    if (!isFirst && direction.cross(segment.dValue(0.5)) != 0.0) return 0;
   }
   return 1;
 }

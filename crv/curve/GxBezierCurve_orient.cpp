@@ -1,5 +1,5 @@
-// The orientation of an outline, read at its highest point from the turn between a neighbour on
-// either side, and reversal.
+// The orientation of an outline, which is the sign of the turn at its highest point between a
+// neighbour on either side, and its reversal.
 #include "crv/curve/GxBezierCurve.h"
 
 #include "crv/foundation/lines.h"
@@ -10,16 +10,16 @@ namespace {
 // Parameter: a step away from the highest point.
 constexpr double kStep = 0.1;
 
-// Curve units: what is straight, or a point, is passed in one step.
+// Curve units: a segment that is straight or a point within this is passed in one step.
 constexpr double kStraight = kZeroTolerance;
 
 // Curve units: a neighbour this close in height to the top is level with it.
 constexpr double kLevel = kZeroTolerance;
 
-// A guard: steps for each segment and one more; a full turn takes about eleven a segment.
+// A guard: steps for each segment and one more; a whole lap takes about eleven a segment.
 constexpr unsigned long kStepsPerSegment = 64;
 
-/// A place that walks around a closed outline in steps.
+/// A position that moves around a closed outline in steps.
 struct Walker {
   GxList<GxBezier> const& segments;
   unsigned k;
@@ -49,17 +49,17 @@ struct Walker {
   }
 };
 
-/// Steps away from the top until a point lies low enough or the turn is full; the guard may end the
-/// walk first, then the result is false.
-template <class Step, class IsLowEnough, class IsFullTurn>
-bool walkFromTop(Walker walker, Step step, IsLowEnough isLowEnough, IsFullTurn isFullTurn,
+/// Steps away from the top until a point lies low enough or the lap is complete. Returns false when
+/// the guard ends the walk before.
+template <class Step, class IsLowEnough, class IsWholeLap>
+bool walkFromTop(Walker walker, Step step, IsLowEnough isLowEnough, IsWholeLap isWholeLap,
                  GxCoord<double>& point) {
   unsigned long const most = kStepsPerSegment * (walker.segments.length() + 1ul);
   unsigned const top = walker.k;
   for (unsigned long i = 0; i < most; ++i) {
     (walker.*step)();
     point = walker.point();
-    if (isLowEnough(point.yval()) || (walker.k == top && isFullTurn(walker.t))) return true;
+    if (isLowEnough(point.yval()) || (walker.k == top && isWholeLap(walker.t))) return true;
   }
   return false;
 }
@@ -86,7 +86,7 @@ int GxBezierCurve::isClockwise(int& valid) const {
           [topT](double t) { return t >= topT; }, before)) {
     return 0;
   }
-  // Deliberate: only the way forward walks along a flat top until the outline drops.
+  // Deliberate: only the walk forward goes along a flat top until the outline drops.
   bool const level = IS_EQUAL(before.yval(), height, kLevel);
   GxCoord<double> after;
   if (!walkFromTop(
@@ -95,9 +95,9 @@ int GxBezierCurve::isClockwise(int& valid) const {
           [topT](double t) { return t <= topT; }, after)) {
     return 0;
   }
-  int const turn = Are3PointsCCW(before, top, after);
-  valid = turn != 0;
-  return turn < 0;
+  int const orientation = Are3PointsCCW(before, top, after);
+  valid = orientation != 0;
+  return orientation < 0;
 }
 
 int GxBezierCurve::changeOrientation(int clockwise) {
@@ -110,7 +110,7 @@ int GxBezierCurve::changeOrientation(int clockwise) {
 
 void GxBezierCurve::reverse() {
   GxList<GxBezier> reversed;
-  for (unsigned i = segments_.length(); i > 0; --i) reversed.add(segments_[i - 1]).reverse();
+  for (GxBezier const& segment : segments_) reversed.insert(segment, 0).reverse();
   segments_.empty();
   segments_.join(reversed);
 }

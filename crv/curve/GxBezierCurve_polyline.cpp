@@ -1,5 +1,5 @@
-// Polylines of a whole curve: those of its segments, and what concerns the joins between them, the
-// point that neighbours share and the part of a step that is left over.
+// Polylines of a whole curve: the polylines of its segments, without the points that neighbours
+// share, and with the part of a step that is left over carried across the joint.
 #include "crv/curve/GxBezierCurve.h"
 
 #include "crv/bezier/GxBezierPolylineCondition.h"
@@ -11,42 +11,38 @@
 
 namespace {
 
-// Curve units: a last interval that lacks no more counts as a whole step.
+// Curve units: a last interval that is shorter than a step by no more than this counts as one.
 constexpr double kShortfall = 0.1;
 
-// Curve units: the end of a segment and the start of the next, no farther apart, are one point.
-constexpr double kJoin = 0.1;
+// Curve units: the end of a segment and the start of the next are one point up to this distance.
+constexpr double kSamePoint = 0.1;
 
 // Curve units, mode 1: a last interval shorter than this is merged with the one before it, and one
 // within this of the step is left as it is.
 constexpr double kUneven = 1.0;
 
-// Curve units: a segment shorter than this has no length to divide by.
-constexpr double kNoLength = kZeroTolerance;
-
 using Points = GxList<GxCoord<double>>;
 
 /// Samples one segment after another; sample(segment, t) appends a segment's points from t on.
 template <class Sample>
-void sampleAcrossJoins(GxList<GxBezier> const& segments, double step, Points& out,
-                       Sample const& sample) {
-  if (segments.length() == 0) return;
-  sample(segments[0], 0.0);
-  for (unsigned i = 1; i < segments.length(); ++i) {
-    GxBezier const& segment = segments[i];
+void sampleAcrossJoints(GxList<GxBezier> const& segments, double step, Points& out,
+                        Sample const& sample) {
+  auto next = segments.begin();
+  if (next == segments.end()) return;
+  sample(*next, 0.0);
+  while (++next != segments.end()) {
+    GxBezier const& segment = *next;
     unsigned const k = out.length();
-    double const d = out[k - 2].distance(out[k - 1]);  // a single point wraps to itself
+    double const d = out[k < 2 ? 0 : k - 2].distance(out[k - 1]);
     double const missing = step - d;
     if (d >= step || missing <= kShortfall) {
       sample(segment, 0.0);
-      if (out[k - 1].distance(out[k]) <= kJoin) out.remove(static_cast<int>(k - 1));
+      if (out[k - 1].distance(out[k]) <= kSamePoint) out.remove(static_cast<int>(k - 1));
       continue;
     }
     out.remove(static_cast<int>(k - 1));
-    double const length = segment.length(0.0);
-    // Deliberate: without a length, the missing length itself is compared with 1.
-    double const ratio = IS_ZERO(length, kNoLength) ? missing : missing / length;
-    if (ratio < 1.0) {
+    // Exact form: a quotient is compared with 1.
+    if (missing / segment.length(0.0) < 1.0) {
       double low = 0.0;
       double high = 1.0;
       sample(segment, segment.splitAtFixedLengthAfter(missing, 0, low, high, 0.0));
@@ -56,7 +52,7 @@ void sampleAcrossJoins(GxList<GxBezier> const& segments, double step, Points& ou
   }
 }
 
-/// Appends the points of one segment on its own, but its end.
+/// Appends the points of one segment on its own, without its end.
 void sampleAlone(GxBezier const& segment, double step, Points& out) {
   Points points;
   segment.makeSegment(step, points, 0.0);
@@ -70,12 +66,15 @@ void sampleAlone(GxBezier const& segment, double step, Points& out) {
       segment.makeSegment(((k - 2) * step + d) / (k - 1), points, 0.0);
     }
   }
-  for (unsigned i = 0; i + 1 < points.length(); ++i) out.add(points[i]);
+  if (points.length() == 0) return;
+  points.remove(static_cast<int>(points.length() - 1));
+  out.join(points);
 }
 
-/// Removes the first of the points that a segment appended to the size points before, if it did.
+/// Removes the first of the points that a segment appended to size points, if there were any before
+/// and it appended any: neighbours share it.
 template <class Container>
-void removeJoin(Container& out, std::size_t size) {
+void removeSharedPoint(Container& out, std::size_t size) {
   if (size == 0 || out.size() == size) return;
   out.erase(std::prev(out.end(), static_cast<std::ptrdiff_t>(out.size() - size)));
 }
@@ -83,10 +82,10 @@ void removeJoin(Container& out, std::size_t size) {
 template <class Container>
 void flatten(GxList<GxBezier> const& segments, double tolerance, Container& out) {
   out.clear();
-  for (unsigned i = 0; i < segments.length(); ++i) {
+  for (GxBezier const& segment : segments) {
     std::size_t const size = out.size();
-    segments[i].getPolyline(tolerance, out);
-    removeJoin(out, size);
+    segment.getPolyline(tolerance, out);
+    removeSharedPoint(out, size);
   }
 }
 
@@ -94,26 +93,26 @@ void flatten(GxList<GxBezier> const& segments, double tolerance, Container& out)
 
 void GxBezierCurve::makeCurve(double step, GxList<GxCoord<double>>& out, int mode) {
   if (mode == 1) {
-    for (unsigned i = 0; i < segments_.length(); ++i) sampleAlone(segments_[i], step, out);
+    for (GxBezier const& segment : segments_) sampleAlone(segment, step, out);
     return;
   }
-  sampleAcrossJoins(segments_, step, out, [step, &out](GxBezier const& segment, double startT) {
+  sampleAcrossJoints(segments_, step, out, [step, &out](GxBezier const& segment, double startT) {
     segment.makeSegment(step, out, startT);
   });
 }
 
 void GxBezierCurve::makeCurveEx(double step, double shortStep, double gap,
                                 GxList<GxCoord<double>>& out) {
-  sampleAcrossJoins(segments_, step, out, [=, &out](GxBezier const& segment, double startT) {
+  sampleAcrossJoints(segments_, step, out, [=, &out](GxBezier const& segment, double startT) {
     segment.makeSegmentEx(step, shortStep, gap, out, startT);
   });
 }
 
 void GxBezierCurve::makeSegments(unsigned short count, std::list<GxCoord<double>>& out) {
-  for (unsigned i = 0; i < segments_.length(); ++i) {
+  for (GxBezier const& segment : segments_) {
     // Deliberate: before the first segment, too, a list that is not empty loses its last point.
     if (!out.empty()) out.pop_back();
-    segments_[i].makeSegment(count, out);
+    segment.makeSegment(count, out);
   }
 }
 
@@ -130,12 +129,14 @@ void GxBezierCurve::getPolyline(double tolerance, std::list<GxCoord<double>>& ou
                                 GxBezierPolylineCondition const& condition) {
   out.clear();
   positions.clear();
-  for (unsigned i = 0; i < segments_.length(); ++i) {
+  int i = 0;
+  for (GxBezier const& segment : segments_) {
     std::size_t const size = out.size();
     std::list<double> tValues;
-    segments_[i].getPolyline(tolerance, out, tValues, condition);
-    removeJoin(out, size);
+    segment.getPolyline(tolerance, out, tValues, condition);
+    removeSharedPoint(out, size);
     if (size != 0 && !tValues.empty()) tValues.pop_front();
-    for (double const t : tValues) positions.emplace_back(static_cast<int>(i), t);
+    for (double const t : tValues) positions.emplace_back(i, t);
+    ++i;
   }
 }

@@ -1,13 +1,13 @@
-// Handles, velocities and accelerations on both sides of a position: a segment and a parameter are
-// chosen for the side that arrives and for the side that leaves, then evaluated.
+// Handles, velocities and accelerations on both sides of a position. A segment and a parameter are
+// chosen for the side that arrives and for the side that leaves, and then evaluated.
 #include "crv/curve/GxBezierCurve.h"
 
 #include "crv/foundation/tolerance.h"
 
 namespace {
 
-// Parameter: a position this close to a join, or to an end of the curve, lies on it.
-constexpr double kAtJoin = 0.0005;
+// Parameter: a position this close to a joint, or to an end of the curve, lies on it.
+constexpr double kAtJoint = 0.0005;
 
 // Squared curve units: control points this close coincide, a derivative this short vanishes.
 constexpr double kVanishing = 1e-9;
@@ -28,36 +28,30 @@ struct Sides {
   Side out;
 };
 
-// Deliberate: velocities are read with a tolerance at joins and ends, accelerations are not.
-struct Tolerantly {
-  static bool isAt(GxBezierCurvePosition const& p, GxBezierCurvePosition const& place) {
-    return isEqual(p, place, kAtJoin);
-  }
-  static bool isJoinFromTheLeft(double t) { return IS_EQUAL(t, 0.0, kAtJoin); }
-  static bool isJoinFromTheRight(double t) { return IS_EQUAL(t, 1.0, kAtJoin); }
-};
-struct Exactly {
-  static bool isAt(GxBezierCurvePosition const& p, GxBezierCurvePosition const& place) {
-    return p == place;
-  }
-  static bool isJoinFromTheLeft(double t) { return t == 0.0; }
-  static bool isJoinFromTheRight(double /*t*/) { return false; }
-};
+// Deliberate: velocities compare positions with joints and ends within a tolerance, accelerations
+// compare them exactly, and then t is never taken for a segment's end.
+bool isAt(GxBezierCurvePosition const& p, GxBezierCurvePosition const& end, bool tolerant) {
+  return tolerant ? isEqual(p, end, kAtJoint) : p == end;
+}
+bool isSegmentStart(double t, bool tolerant) {
+  return tolerant ? IS_EQUAL(t, 0.0, kAtJoint) : t == 0.0;
+}
+bool isSegmentEnd(double t, bool tolerant) { return tolerant && IS_EQUAL(t, 1.0, kAtJoint); }
 
-/// Chooses both sides; false for a position outside the curve.
-template <class Comparison>
-bool chooseSides(GxBezierCurve const& curve, GxBezierCurvePosition const& pos, Sides& sides) {
+/// Chooses both sides. Returns false for a position outside the curve.
+bool chooseSides(GxBezierCurve const& curve, GxBezierCurvePosition const& pos, bool tolerant,
+                 Sides& sides) {
   int const n = static_cast<int>(curve.length());
   if (n == 0) return false;
   int const last = n - 1;
   bool const closed = curve.strictIsClosed() != 0;
   auto const side = [&curve](int segment, double t) { return Side{&curve[segment], t}; };
 
-  if (Comparison::isAt(pos, curve.firstPos())) {
+  if (isAt(pos, curve.firstPos(), tolerant)) {
     sides = {closed ? side(last, 1.0) : side(0, 0.0), side(0, 0.0)};
     return true;
   }
-  if (Comparison::isAt(pos, curve.lastPos())) {
+  if (isAt(pos, curve.lastPos(), tolerant)) {
     sides = {side(last, 1.0), closed ? side(0, 0.0) : side(last, 1.0)};
     return true;
   }
@@ -65,11 +59,11 @@ bool chooseSides(GxBezierCurve const& curve, GxBezierCurvePosition const& pos, S
 
   int const s = static_cast<int>(pos.getSegmentNumber());
   double const t = pos.getTValue();
-  if (Comparison::isJoinFromTheLeft(t)) {
+  if (isSegmentStart(t, tolerant)) {
     sides = {side(s - 1, 1.0), side(s, 0.0)};
-  } else if (Comparison::isJoinFromTheRight(t)) {
-    // Deliberate: just below a join the way out is that of the same segment's start, not the
-    // next's.
+  } else if (isSegmentEnd(t, tolerant)) {
+    // Deliberate: just below a joint the curve is taken to leave along the start of the same
+    // segment, not of the next.
     sides = {side(s, 1.0), side(s == last ? 0 : s, 0.0)};
   } else {
     sides = {side(s, t), side(s, t)};
@@ -87,43 +81,43 @@ bool vanishes(GxVector<double> const& v) { return IS_ZERO(v.squaredLength(), kVa
 
 int GxBezierCurve::getTriple(GxBezierCurvePosition const& pos, GxCoord<double>& point,
                              GxCoord<double>& before, GxCoord<double>& after) const {
-  GxBezierCurvePosition const place(pos);
-  point = locateCurvePosition(place);
+  GxBezierCurvePosition const position(pos);
+  point = locateCurvePosition(position);
   int const n = static_cast<int>(segments_.length());
   if (n == 0) return -1;
   GxBezierCurve const& curve = *this;
-  if (place == lastPos()) {
+  if (position == lastPos()) {
     before = curve[n - 1][2];
     after = closed_ ? curve[0][1] : point;
     return 0;
   }
-  if (place == firstPos()) {
+  if (position == firstPos()) {
     // Deliberate: at the start of an open curve before stays as the caller passed it.
     if (closed_) before = curve[n - 1][2];
     after = curve[0][1];
     return 0;
   }
-  if (place.getSegmentNumber() < 0 || place.getSegmentNumber() >= n) return -1;
-  int const s = static_cast<int>(place.getSegmentNumber());
-  if (place.getTValue() == 0.0) {
+  if (position.getSegmentNumber() < 0 || position.getSegmentNumber() >= n) return -1;
+  int const s = static_cast<int>(position.getSegmentNumber());
+  if (position.getTValue() == 0.0) {
     before = curve[s - 1][2];
     after = curve[s][1];
     return 0;
   }
   GxBezier left;
   GxBezier right;
-  curve[s].split(left, right, place.getTValue());
+  curve[s].split(left, right, position.getTValue());
   before = left[2];
   after = right[1];
   return 0;
 }
 
-// Deliberate: the two queries below differ in the sense of in, in how they compare control points,
-// and in the chords they fall back on.
+// Deliberate: the two queries below differ in the sense of the vector in, in how they compare
+// control points, and in the chords they fall back on.
 int GxBezierCurve::getVelocityVectors(GxBezierCurvePosition const& pos, GxVector<double>& in,
                                       GxVector<double>& out) const {
   Sides sides;
-  if (!chooseSides<Tolerantly>(*this, pos, sides)) return -1;
+  if (!chooseSides(*this, pos, true, sides)) return -1;
   Side const& a = sides.in;
   if (a.point(2) != a.point(3)) {
     in = a.velocity() * -1.0;
@@ -143,7 +137,7 @@ int GxBezierCurve::findVelocityVectors(GxBezierCurvePosition const& pos, GxVecto
                                        GxVector<double>& out) const {
   in = out = GxVector<double>(0.0, 0.0);
   Sides sides;
-  if (!chooseSides<Tolerantly>(*this, pos, sides)) return -1;
+  if (!chooseSides(*this, pos, true, sides)) return -1;
   Side const& a = sides.in;
   if (!coincide(a.point(2), a.point(3))) in = a.velocity();
   if (vanishes(in)) in = a.point(3) - a.point(coincide(a.point(1), a.point(3)) ? 0 : 1);
@@ -157,7 +151,7 @@ int GxBezierCurve::getAccelerationVectors(GxBezierCurvePosition const& pos, GxVe
                                           GxVector<double>& out) const {
   GxVector<double> const none(0.0, 0.0);
   Sides sides;
-  if (!chooseSides<Exactly>(*this, pos, sides)) return -1;
+  if (!chooseSides(*this, pos, false, sides)) return -1;
   in = sides.in.hasHandles() ? sides.in.acceleration() * -1.0 : none;
   out = sides.out.hasHandles() ? sides.out.acceleration() : none;
   return 0;

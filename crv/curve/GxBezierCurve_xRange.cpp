@@ -1,4 +1,4 @@
-// The curve against an interval of x, and its start prolonged to a given x.
+// How a curve lies against an interval of x, and its start prolonged to a given x.
 #include "crv/curve/GxBezierCurve.h"
 
 #include "crv/foundation/tolerance.h"
@@ -8,14 +8,15 @@ namespace {
 // Squared curve units: control points this close coincide.
 constexpr double kCoincident = kZeroTolerance;
 
-// What wellDefinedDetection answers.
+// The results of wellDefinedDetection.
 constexpr int kNotWellDefined = 0;
 constexpr int kCovers = 1;
 constexpr int kStartsInside = 2;
 constexpr int kEndsInside = 4;
 constexpr int kInside = 7;
 
-// Deliberate: process-wide, set while a reversed curve is checked, and left set where that fails.
+// Deliberate: process-wide, set while a reversed curve is checked, and left set where that check
+// fails.
 int reversedPass = 0;
 
 int classify(double x0, double xe, double lo, double hi) {
@@ -38,8 +39,8 @@ int GxBezierCurve::extendLine(GxCoord<double>& out, double x, double tol) const 
   GxVector<double> direction = (s[towards] - s[0]).normalize();
   if (IS_ZERO(direction.xval(), tol)) direction = GxVector<double>(-1.0, 0.0);
   double const start = s[0].xval();
-  double const way = (x - start) / direction.xval();
-  out = GxCoord<double>(x, s[0].yval() + way * direction.yval());
+  double const distance = (x - start) / direction.xval();
+  out = GxCoord<double>(x, s[0].yval() + distance * direction.yval());
   return x <= start && start <= s[3].xval() ? 0 : 1;
 }
 
@@ -56,11 +57,11 @@ int GxBezierCurve::wellDefinedDetection(double lo, double hi) const {
     return reversed.wellDefinedDetection(lo, hi);
   }
   int const code = classify(x0, xe, lo, hi);
-  for (unsigned i = 0; i < n; ++i) {
-    GxBezier const& s = segments_[i];
+  GxBezier const* const first = &segments_[0];
+  for (GxBezier const& s : segments_) {
     if (!s.isWellDefined()) return kNotWellDefined;
     // Deliberate: the first segment may run backwards.
-    if (i > 0 && s[3].xval() < s[0].xval()) return kNotWellDefined;
+    if (&s != first && s[3].xval() < s[0].xval()) return kNotWellDefined;
   }
   reversedPass = 0;
   return code;
