@@ -8,8 +8,8 @@ namespace crv {
 
 /// Unit vectors in the direction of travel.
 struct Directions {
-  Vector in;
-  Vector out;
+  Vector in;   ///< The direction of arrival.
+  Vector out;  ///< The direction of departure.
 };
 
 /// The directions in which the curve arrives at a position and leaves it, as limits: the handles

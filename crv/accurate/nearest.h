@@ -8,16 +8,18 @@
 
 namespace crv {
 
+/// The place of a segment that is nearest to a point.
 struct NearestOnSegment {
-  double t;
-  Point point;
-  double distance;
+  double t;         ///< The parameter, in [0, 1].
+  Point point;      ///< The point at t.
+  double distance;  ///< The distance of the point.
 };
 
+/// The place of a curve that is nearest to a point.
 struct NearestOnCurve {
-  Position position;
-  Point point;
-  double distance;
+  Position position;  ///< The position, normalised.
+  Point point;        ///< The point at the position.
+  double distance;    ///< The distance of the point.
 };
 
 /// The place of the segment that is nearest to p. distance is within 8 u S of the least distance,

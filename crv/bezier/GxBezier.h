@@ -26,16 +26,20 @@ class CRV_API GxBezier {
  public:
   /// Places all four points at the origin.
   GxBezier() = default;
+  /// The start point, the inner control points and the end point.
   GxBezier(GxCoord<double> const& p0, GxCoord<double> const& p1, GxCoord<double> const& p2,
            GxCoord<double> const& p3);
 
   /// Copies points[0..3].
   GxBezier(GxCoord<double> const* points);
+  /// A copy.
   GxBezier(GxBezier const& other) = default;
+  /// Copies the control points.
   GxBezier& operator=(GxBezier const& other) = default;
 
   /// Returns 1 when the control points are pairwise equal, exactly.
   int operator==(GxBezier const& other) const;
+  /// The opposite of ==.
   int operator!=(GxBezier const& other) const;
 
   /// Control point i, which can be changed even in a const segment. Precondition: 0 <= i <= 3.
@@ -43,6 +47,7 @@ class CRV_API GxBezier {
     assert(0 <= i && i <= 3);
     return points_[i];
   }
+  /// Control point i, as by operator().
   GxCoord<double>& operator[](int i) const {
     assert(0 <= i && i <= 3);
     return points_[i];
@@ -61,7 +66,9 @@ class CRV_API GxBezier {
   /// unspecified. The vector must outlive the functor and contain every index that is compared.
   class CRV_API Comperator {
    public:
+    /// Refers to the values.
     Comperator(std::vector<double>& values);
+    /// True when value i is greater than value j.
     bool operator()(int i, int j) const;
 
    private:
@@ -285,6 +292,7 @@ class CRV_API GxBezier {
   /// tolerances below the resolution of the coordinates take, and coordinates above 1e154, whose
   /// squares overflow.
   void getPolyline(double tol, std::list<GxCoord<double>>& out) const;
+  /// Appends to a vector.
   void getPolyline(double tol, std::vector<GxCoord<double>>& out) const;
 
   /// Does the same with the caller's condition, which alone judges the tolerance, and appends the
@@ -296,7 +304,9 @@ class CRV_API GxBezier {
   /// Appends the points of getPolyline without P0. In the last form this segment is a piece that
   /// starts at startT and covers 1/n of the whole segment.
   void makePolyline(double tol, std::list<GxCoord<double>>& out) const;
+  /// Appends to a vector.
   void makePolyline(double tol, std::vector<GxCoord<double>>& out) const;
+  /// Asks the condition, and appends the parameters, too.
   void makePolyline(double tol, double startT, int n, std::list<GxCoord<double>>& out,
                     std::list<double>& tValues, GxBezierPolylineCondition const& condition) const;
 
@@ -313,6 +323,7 @@ class CRV_API GxBezier {
   /// The length left is that up to the segment's end, not to farT. A farT that lies against the
   /// direction can lead to a parameter on the wrong side of startT.
   int findNextPos(double& t, double startT, double squaredDistance, int forward) const;
+  /// Searches as far as farT.
   int findNextPos(double& t, double startT, double farT, double squaredDistance, int forward) const;
 
   /// Does the same and adds the arc length from startT to t to consumed; it is negative where t
@@ -321,6 +332,7 @@ class CRV_API GxBezier {
   /// end before it met the distance at t.
   int findNextPos(double& t, double startT, double squaredDistance, int forward,
                   double& consumed) const;
+  /// Searches as far as farT.
   int findNextPos(double& t, double startT, double farT, double squaredDistance, int forward,
                   double& consumed) const;
 
@@ -328,6 +340,7 @@ class CRV_API GxBezier {
   /// only coinciding startT and farT leave t untouched.
   int findNextPosFromPoint(double& t, double startT, GxCoord<double> const& p,
                            double squaredDistance, int forward) const;
+  /// Searches as far as farT.
   int findNextPosFromPoint(double& t, double startT, double farT, GxCoord<double> const& p,
                            double squaredDistance, int forward) const;
 

@@ -10,6 +10,7 @@ class GxBezier;
 class CRV_API GxBezierPolylineCondition {
  public:
   GxBezierPolylineCondition();
+  /// A copy.
   GxBezierPolylineCondition(GxBezierPolylineCondition const& other);
 
   /// Changes nothing: a condition has no state.

@@ -31,23 +31,34 @@ class CRV_API GxBezierCurve {
   /// Fits an open curve to two or more points with a squared tolerance, see makeBezierPolyFit. For
   /// fewer points, or null, the curve is empty.
   GxBezierCurve(GxList<GxCoord<double>> const* points, double error);
+  /// Copies the segments and the closed flag.
   GxBezierCurve(GxBezierCurve const& other);
+  /// Destroys the segments.
   ~GxBezierCurve();
+  /// Copies the segments and the closed flag.
   GxBezierCurve& operator=(GxBezierCurve const& other);
 
   /// Returns 1 when the segments are equal pairwise, exactly; the closed flag is not compared. The
   /// overloads that take a modifiable curve keep mixed comparisons unambiguous from C++20 on.
   int operator==(GxBezierCurve const& other);
+  /// 1 when the segments are equal, exactly; the closed flag is not compared.
   int operator==(GxBezierCurve const& other) const;
+  /// 1 when the segments are equal, exactly; the closed flag is not compared.
   int operator==(GxBezierCurve& other) const;
+  /// 1 when the segments are equal, exactly; the closed flag is not compared.
   int operator==(GxBezierCurve& other);
+  /// The opposite of ==.
   int operator!=(GxBezierCurve const& other);
+  /// The opposite of ==.
   int operator!=(GxBezierCurve const& other) const;
+  /// The opposite of ==.
   int operator!=(GxBezierCurve& other) const;
+  /// The opposite of ==.
   int operator!=(GxBezierCurve& other);
 
   /// Always returns 0: curves have no order; the operators let standard containers hold them.
   int operator<(GxBezierCurve const& other) const;
+  /// Always 0, too.
   int operator>(GxBezierCurve const& other) const;
 
   /// Returns the list of segments itself, which the caller may change.
@@ -63,6 +74,7 @@ class CRV_API GxBezierCurve {
   /// Returns segment i modulo the number of segments, modifiable also in a const curve.
   /// Precondition: the curve is not empty.
   GxBezier& operator()(int i);
+  /// Segment i, as by operator().
   GxBezier& operator[](int i) const;
 
   /// Returns (0, 0.0), also for an empty curve.
@@ -73,6 +85,7 @@ class CRV_API GxBezierCurve {
 
   /// Returns the closed flag as it was set. Whether the ends meet is isClose's question.
   int strictIsClosed() const;
+  /// Sets the closed flag.
   void setStrictIsClosed(int closed);
 
   /// Returns the sense from a to b: 1 forward, 2 backward, 0 when they coincide (same segment, t
@@ -182,6 +195,7 @@ class CRV_API GxBezierCurve {
 
   /// Replaces out by the polyline made by halving, every piece of which is a line within tolerance.
   void getPolyline(double tolerance, std::list<GxCoord<double>>& out);
+  /// The same into a vector.
   void getPolyline(double tolerance, std::vector<GxCoord<double>>& out);
 
   /// Does the same with the caller's own tests for a line and a point. positions is replaced as
@@ -364,6 +378,7 @@ class CRV_API GxBezierCurve {
   /// single chord stops at the same count once it has gone around twice.
   int findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition& to, double d,
                   int forward, int mode) const;
+  /// Takes one chord, up to the limit.
   int findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition const& limit,
                   GxBezierCurvePosition& to, double d, int forward) const;
 
@@ -371,12 +386,14 @@ class CRV_API GxBezierCurve {
   /// other adds to it, also where no step is found.
   int findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition& to, double d,
                   int forward, double& consumed, int mode) const;
+  /// Takes one chord, up to the limit.
   int findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition const& limit,
                   GxBezierCurvePosition& to, double d, double& consumed, int forward) const;
 
   /// Does the same with the distance measured from the point p.
   int findNextPosFromPoint(GxCoord<double> const& p, GxBezierCurvePosition const& from,
                            GxBezierCurvePosition& to, double d, int forward) const;
+  /// Takes one chord.
   int findNextPosFromPoint(GxCoord<double> const& p, GxBezierCurvePosition const& from,
                            GxBezierCurvePosition const& limit, GxBezierCurvePosition& to, double d,
                            int forward) const;

@@ -17,18 +17,24 @@ class CRV_API GxBezierCurvePosition {
   /// against any curve. A t that is NaN, infinite or at least 2^53 in magnitude is stored as given.
   GxBezierCurvePosition(int segment, double t);
 
+  /// The number of the segment.
   long getSegmentNumber() const { return segment_; }
+  /// The parameter on the segment.
   double getTValue() const { return t_; }
 
   /// Returns 1 when both fields are equal, exactly.
   int operator==(GxBezierCurvePosition const& p) const;
+  /// The opposite of ==.
   int operator!=(GxBezierCurvePosition const& p) const;
 
   /// Compare the fields exactly, the segment first: (n - 1, 1.0) comes before (n, 0.0), although
   /// both name one place.
   int operator<(GxBezierCurvePosition const& p) const;
+  /// Before or equal.
   int operator<=(GxBezierCurvePosition const& p) const;
+  /// After.
   int operator>(GxBezierCurvePosition const& p) const;
+  /// After or equal.
   int operator>=(GxBezierCurvePosition const& p) const;
 
   /// Returns 1 when segment + t of both differ by less than |tol|. The test is strict: at a

@@ -18,8 +18,11 @@ class GxMatrix {
   }
 
  protected:
+  /// For derived matrices.
   GxMatrix() = default;
+  /// For derived matrices.
   GxMatrix(GxMatrix const&) = default;
+  /// For derived matrices.
   GxMatrix& operator=(GxMatrix const&) = default;
 
   /// The element, or null when it lies outside the matrix.

@@ -8,6 +8,7 @@
 class CRV_API Gx2DTrans {
  public:
   virtual ~Gx2DTrans();
+  /// The image of p under the transform.
   virtual GxCoord<double> image(GxCoord<double> const& p) const = 0;
 };
 
@@ -17,6 +18,7 @@ class CRV_API Gx2DRotate : public Gx2DTrans {
   /// A rotation by an angle in radians, counter-clockwise positive.
   Gx2DRotate(double angle);
   ~Gx2DRotate() override;
+  /// The point p turned about the origin.
   GxCoord<double> image(GxCoord<double> const& p) const override;
 
  private:

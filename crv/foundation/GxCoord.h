@@ -13,29 +13,40 @@ class GxCoord {
  public:
   /// The origin.
   GxCoord() : x_(), y_() {}
+  /// The point (x, y).
   GxCoord(T const& x, T const& y) : x_(x), y_(y) {}
+  /// A copy.
   GxCoord(GxCoord const& p) = default;
+  /// Copies both coordinates.
   GxCoord& operator=(GxCoord const& p) = default;
   virtual ~GxCoord() = default;
 
+  /// The x coordinate.
   T xval() const { return x_; }
+  /// The y coordinate.
   T yval() const { return y_; }
+  /// The x coordinate, modifiable.
   T& xval() { return x_; }
+  /// The y coordinate, modifiable.
   T& yval() { return y_; }
 
   /// 1 when both coordinates are equal, exactly; isEqual (lines.h) takes a tolerance.
   int operator==(GxCoord const& p) const { return x_ == p.x_ && y_ == p.y_; }
+  /// The opposite of ==.
   int operator!=(GxCoord const& p) const { return !(*this == p); }
 
   /// The vector from p to this point.
   GxVector<T> operator-(GxCoord const& p) const { return GxVector<T>(x_ - p.x_, y_ - p.y_); }
+  /// The point moved by v.
   GxCoord operator+(GxVector<T> const& v) const { return GxCoord(x_ + v.xval(), y_ + v.yval()); }
+  /// Moves this point by v.
   GxCoord& operator+=(GxVector<T> const& v) {
     x_ += v.xval();
     y_ += v.yval();
     return *this;
   }
 
+  /// The distance between two points.
   T distance(GxCoord const& p) const { return std::sqrt(squaredDistance(p)); }
 
   /// The square of the distance, dx*dx + dy*dy: what comparisons need, without the root.

@@ -26,7 +26,9 @@ class GxList {
   /// Forward iterators from the first element to the last. An iterator stays valid until its
   /// element is removed or moved into another list; elements added behind it are still visited.
   using iterator = NodeIterator<T>;
+  /// The same, for elements that may not be changed.
   using const_iterator = NodeIterator<T const>;
+  /// The type of the elements.
   using value_type = T;
 
   GxList() = default;
@@ -42,11 +44,16 @@ class GxList {
   /// Removes every element; the list stays usable.
   void empty();
 
+  /// The number of elements.
   unsigned length() const { return count_; }
 
+  /// The first element, or end() of an empty list.
   iterator begin() { return iterator(*this, head_); }
+  /// The place after the last element.
   iterator end() { return iterator(*this, nullptr); }
+  /// The first element, or end() of an empty list.
   const_iterator begin() const { return const_iterator(*this, head_); }
+  /// The place after the last element.
   const_iterator end() const { return const_iterator(*this, nullptr); }
 
   /// Moves the cursor to the first element; returns 1 when there is one, else 0.
@@ -96,6 +103,7 @@ class GxList {
     moveTo(i);
     return curElement();
   }
+  /// The same element as operator().
   T& operator[](unsigned i) const {
     moveTo(i);
     return curElement();
@@ -130,6 +138,7 @@ class GxList {
   /// from a wrong place: every index then names the next element after the one it should, until the
   /// cursor has been set to the first or the last.
   void remove(int index) { removeByIndex(index); }
+  /// Does what remove does.
   void removeByIndex(int index);
 
   /// Moves the element at from so that it ends up at index to; returns 1 when done, 0 (and nothing
@@ -148,6 +157,7 @@ class GxList {
 
   /// 1 when both lists hold equal elements in the same order, wherever their cursors are.
   int operator==(GxList const& other) const;
+  /// The opposite of ==.
   int operator!=(GxList const& other) const { return !(*this == other); }
 
   /// Replaces all elements by copies of other's. A list assigned to itself ends up empty.
@@ -162,6 +172,7 @@ class GxList {
   /// Moves all elements of other, without copying, to the end; other ends up empty. A list joined
   /// to itself stays as it is.
   void join(GxList& other);
+  /// Does what join does, and returns this list.
   GxList& operator+=(GxList& other) {
     join(other);
     return *this;
@@ -181,6 +192,7 @@ class GxList {
   class NodeIterator {
    public:
     using iterator_category = std::forward_iterator_tag;
+    /// The type of the elements.
     using value_type = T;
     using difference_type = std::ptrdiff_t;
     using pointer = Value*;

@@ -13,11 +13,14 @@ class CRV_API GxRefCount {
   GxRefCount(GxRefCount const&) = delete;
   GxRefCount& operator=(GxRefCount const&) = delete;
 
+  /// Adds one to the count.
   GxRefCount& operator++();
 
   /// Takes one off the count and returns the new count.
   int decrement();
+  /// The count.
   int value() const;
+  /// The object.
   void* pointer() const;
 
  private:

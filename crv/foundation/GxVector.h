@@ -12,16 +12,25 @@ class GxVector {
  public:
   /// The zero vector.
   GxVector() : x_(), y_() {}
+  /// The vector (x, y).
   GxVector(T const& x, T const& y) : x_(x), y_(y) {}
 
+  /// The x component.
   T xval() const { return x_; }
+  /// The y component.
   T yval() const { return y_; }
+  /// The x component, modifiable.
   T& xval() { return x_; }
+  /// The y component, modifiable.
   T& yval() { return y_; }
 
+  /// The sum.
   GxVector operator+(GxVector const& v) const { return GxVector(x_ + v.x_, y_ + v.y_); }
+  /// The difference.
   GxVector operator-(GxVector const& v) const { return GxVector(x_ - v.x_, y_ - v.y_); }
+  /// The opposite vector.
   GxVector operator-() const { return GxVector(-x_, -y_); }
+  /// Adds v to this vector.
   GxVector& operator+=(GxVector const& v) {
     x_ += v.x_;
     y_ += v.y_;
@@ -37,7 +46,9 @@ class GxVector {
   /// The z component of the cross product, x1*y2 - y1*x2: positive when v lies to the left.
   T cross(GxVector const& v) const { return x_ * v.y_ - y_ * v.x_; }
 
+  /// The length.
   T length() const { return std::sqrt(squaredLength()); }
+  /// The square of the length.
   T squaredLength() const { return x_ * x_ + y_ * y_; }
 
   /// The unit vector of the same direction, each component divided by the length; a vector whose

@@ -25,20 +25,25 @@ class GxHandle {
     if (counter_ == nullptr) delete object;
   }
 
+  /// Shares the object of the other handle.
   GxHandle(GxHandle const& other) : counter_(nullptr) { unlinkAndLink(other.counter_); }
 
   virtual ~GxHandle() { unlinkAndLink(nullptr); }
 
+  /// Lets go of the object and shares the other handle's.
   GxHandle& operator=(GxHandle const& other) {
     if (this != &other) unlinkAndLink(other.counter_);
     return *this;
   }
 
+  /// 1 when there is no object.
   int isNull() const { return objectOf(counter_) == nullptr; }
+  /// 1 when there is an object.
   int isValid() const { return !isNull(); }
 
   /// The object, or null; both operators give the pointer.
   T* operator*() const { return lockedObject(); }
+  /// The object, or null.
   T* operator->() const { return lockedObject(); }
 
   /// 1 when both handles refer to one object, or both to none.
@@ -46,6 +51,7 @@ class GxHandle {
     Lock const lock;
     return objectOf(counter_) == objectOf(other.counter_);
   }
+  /// The opposite of ==.
   int operator!=(GxHandle const& other) const { return !(*this == other); }
 
   /// The order of the counters, for containers: arbitrary, and it tells null handles apart.
@@ -53,6 +59,7 @@ class GxHandle {
     Lock const lock;
     return std::less<GxRefCount*>()(counter_, other.counter_);
   }
+  /// The order of <, reversed.
   int operator>(GxHandle const& other) const { return other < *this; }
 
   /// Hands the object over to the caller and leaves this handle null; does nothing and returns null

@@ -9,6 +9,7 @@
 /// A distance along a curve, counted in segments: first whole ones and the fraction second of one,
 /// in [0, 1) where diff made it of normalised positions.
 struct CRV_API PosDiff : std::pair<int, double> {
+  /// Whole segments, and a fraction of one.
   PosDiff(int first, double second);
 
   /// 1 when the whole segments are equal and the fractions within 1e-9.
