@@ -13,18 +13,12 @@ namespace {
 using Notes = std::map<std::string, double>;
 
 /// Google Benchmark runs each function several times: the figures are computed the first time.
-void noteOnce(benchmark::State& state, std::string const& key, std::function<Notes()> const& make) {
+void noteOnce(benchmark::State& state, std::function<Notes()> const& make) {
   static std::map<std::string, Notes> all;
-  auto const at = all.find(key);
-  for (auto const& [name, value] : at == all.end() ? all[key] = make() : at->second) {
+  auto const at = all.find(running());
+  for (auto const& [name, value] : at == all.end() ? all[running()] = make() : at->second) {
     state.counters[name] = value;
   }
-}
-
-/// Who asks: the type of a closure is its own, so its address in the program's code tells it apart.
-template <class Function>
-std::string keyOf(std::string const& set, Function const& function) {
-  return set + function.target_type().name();
 }
 
 double distanceAt(Row const& row, double t) { return row.segment.bValue(t).distance(row.query); }
@@ -98,7 +92,7 @@ double crossingsOfDense(GxBezier const& a, GxBezier const& b) {
 
 void noteNearest(benchmark::State& state, std::string const& set,
                  std::function<double(std::size_t)> const& parameterOf) {
-  noteOnce(state, "nearest " + keyOf(set, parameterOf), [&] {
+  noteOnce(state, [&] {
     static std::map<std::string, std::vector<double>> references;
     std::vector<double>& least = references[set];
     if (least.empty()) {
@@ -114,7 +108,7 @@ void noteNearest(benchmark::State& state, std::string const& set,
 
 void noteLength(benchmark::State& state, std::string const& set,
                 std::function<double(std::size_t)> const& lengthOf) {
-  noteOnce(state, "length " + keyOf(set, lengthOf), [&] {
+  noteOnce(state, [&] {
     double worst = 0.0;
     for (std::size_t i = 0; i < rows(set).size(); ++i) {
       worst = std::max(worst, std::fabs(lengthOf(i) - referenceLength(rows(set)[i].segment)));
@@ -125,7 +119,7 @@ void noteLength(benchmark::State& state, std::string const& set,
 
 void notePolyline(benchmark::State& state, std::string const& set,
                   std::function<std::vector<Point>(std::size_t)> const& polylineOf) {
-  noteOnce(state, "polyline " + keyOf(set, polylineOf), [&] {
+  noteOnce(state, [&] {
     double worst = 0.0, points = 0.0;
     for (std::size_t i = 0; i < rows(set).size(); ++i) {
       std::vector<Point> const polyline = polylineOf(i);
@@ -141,7 +135,7 @@ void notePolyline(benchmark::State& state, std::string const& set,
 void noteCrossings(
     benchmark::State& state, std::string const& set,
     std::function<std::vector<std::pair<double, double>>(unsigned, unsigned)> const& crossingsOf) {
-  noteOnce(state, "crossings " + keyOf(set, crossingsOf), [&] {
+  noteOnce(state, [&] {
     static std::map<std::string, double> references;
     bool const isNew = references.find(set) == references.end();
     double found = 0.0, widest = 0.0;
@@ -158,9 +152,9 @@ void noteCrossings(
   });
 }
 
-void noteFit(benchmark::State& state, GxList<Point> const& samples, std::string const& name,
+void noteFit(benchmark::State& state, GxList<Point> const& samples,
              std::function<std::vector<GxBezier>()> const& fit) {
-  noteOnce(state, keyOf("fit " + name, fit), [&] {
+  noteOnce(state, [&] {
     std::vector<GxBezier> const chain = fit();
     std::vector<Point> dense;
     for (GxBezier const& s : chain) {

@@ -27,7 +27,7 @@ void noteCrossings(
     std::function<std::vector<std::pair<double, double>>(unsigned, unsigned)> const& crossingsOf);
 
 /// The number of segments of a fit to a coastline, and the distance of the farthest sample.
-void noteFit(benchmark::State& state, GxList<Point> const& samples, std::string const& name,
+void noteFit(benchmark::State& state, GxList<Point> const& samples,
              std::function<std::vector<GxBezier>()> const& fit);
 
 }  // namespace bench

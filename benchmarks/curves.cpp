@@ -26,7 +26,7 @@ void fit(benchmark::State& state, double error) {
   overAll(state, coasts(),
           [error](GxList<Point> const& coast) { return GxBezierCurve(&coast, error).length(); });
   perIteration(state, points);
-  noteFit(state, coasts()[0], std::to_string(error), [error] {
+  noteFit(state, coasts()[0], [error] {
     GxBezierCurve const curve(&coasts()[0], error);
     std::vector<GxBezier> chain;
     for (int i = 0; i < static_cast<int>(curve.length()); ++i) chain.push_back(curve[i]);

@@ -2,10 +2,10 @@
 // and in other libraries that do the same work in the same run; and how the cost grows with the
 // input.
 //
-// A benchmark's name is work/data/who. Who is "CRV" where it is left out, "floor" for the barest
-// code that takes the required steps, or the name of another library. A name that begins with
-// "growth" ends with a size. All times are multiples of y, the time of 16 points of a cubic in a
-// plain loop over doubles, which is measured in every run.
+// A benchmark's name is work/data/who. Who is "CRV", "accurate" for the operation with a stated
+// accuracy, "floor" for the barest code that takes the required steps, or another library. A name
+// that begins with "growth" ends with a size. All times are multiples of y, the time of 16 points
+// of a cubic in a plain loop over doubles, which is measured in every run.
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
@@ -89,7 +89,8 @@ class Tables : public benchmark::BenchmarkReporter {
     std::vector<std::string> peers;
     for (auto const& [key, figures] : found_) {
       std::string const& who = key.second;
-      bool const isPeer = who != "CRV" && who != "floor" && key.first.rfind("growth", 0) != 0;
+      bool const isPeer =
+          who != "CRV" && who != "accurate" && who != "floor" && key.first.rfind("growth", 0) != 0;
       if (isPeer && std::find(peers.begin(), peers.end(), who) == peers.end()) peers.push_back(who);
     }
     printCosts(peers);
@@ -130,16 +131,20 @@ class Tables : public benchmark::BenchmarkReporter {
 
   void printCosts(std::vector<std::string> const& peers) {
     std::printf("| %-50s | %8s | %-10s | %-10s |", "work", "ns", "CRV", "floor");
+    std::printf(" %-10s |", "accurate");
     for (std::string const& peer : peers) std::printf(" %-10s |", peer.c_str());
-    std::printf(" %-9s | accuracy |\n|---|---|---|---|", "best peer");
+    std::printf(" %-9s | accuracy |\n|---|---|---|---|---|", "best peer");
     for (std::size_t i = 0; i < peers.size(); ++i) std::printf("---|");
     std::printf("---|---|\n");
     for (std::string const& work : works(false)) {
       Figures* const ours = figuresOf(work, "CRV");
       std::printf("| %-50s | %8.4g | %-10s | %-10s |", work.c_str(), ours->median(),
                   cell(ours).c_str(), cell(figuresOf(work, "floor")).c_str());
+      Figures* const accurate = figuresOf(work, "accurate");
+      std::printf(" %-10s |", cell(accurate).c_str());
       double best = 0.0;
       std::string accuracy = notesOf("", ours);
+      if (accurate) accuracy += notesOf("; accurate ", accurate);
       for (std::string const& peer : peers) {
         Figures* const figures = figuresOf(work, peer);
         std::printf(" %-10s |", cell(figures).c_str());
@@ -207,6 +212,7 @@ int main(int argc, char** argv) {
   bench::enterLists();
   bench::enterGrowths();
   bench::enterFloors();
+  bench::enterAccurate();
 #ifdef CRV_HAS_2GEOM
   bench::enterLib2geom();
 #endif

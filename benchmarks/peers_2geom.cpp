@@ -108,7 +108,7 @@ void fit(benchmark::State& state, double error) {
   overAll(state, all,
           [error](std::vector<Geom::Point> const& coast) { return fitted(coast, error).size(); });
   perIteration(state, points);
-  noteFit(state, coasts()[0], std::to_string(error), [&] {
+  noteFit(state, coasts()[0], [&] {
     std::vector<GxBezier> chain;
     std::vector<Geom::Point> const p = fitted(all[0], error);
     auto const back = [&p](std::size_t i) { return Point(p[i].x(), p[i].y()); };

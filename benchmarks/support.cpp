@@ -89,6 +89,11 @@ std::vector<GxBezierCurve> readLetters() {
   return found;
 }
 
+std::string& nameOfRunning() {
+  static std::string name;
+  return name;
+}
+
 std::vector<std::string>& names() {
   static std::vector<std::string> all;
   return all;
@@ -98,10 +103,15 @@ std::vector<std::string>& names() {
 
 void enter(std::string const& name, std::function<void(benchmark::State&)> const& run) {
   names().push_back(name);
-  benchmark::RegisterBenchmark(name.c_str(), run);
+  benchmark::RegisterBenchmark(name.c_str(), [=](benchmark::State& state) {
+    nameOfRunning() = name;
+    run(state);
+  });
 }
 
 std::vector<std::string> const& entered() { return names(); }
+
+std::string const& running() { return nameOfRunning(); }
 
 std::vector<GxBezierCurve> const& letters() {
   static std::vector<GxBezierCurve> const all = readLetters();

@@ -44,6 +44,9 @@ std::vector<GxBezierCurve> const& letters();
 void enter(std::string const& name, std::function<void(benchmark::State&)> const& run);
 std::vector<std::string> const& entered();
 
+/// The name of the benchmark that is running.
+std::string const& running();
+
 /// Enters run(state, set) for both sets of rows.
 template <class Run>
 void enterSets(std::string const& work, std::string const& who, Run run) {
@@ -71,6 +74,7 @@ void enterEdits();
 void enterLists();
 void enterGrowths();
 void enterFloors();
+void enterAccurate();
 void enterLib2geom();
 void enterAgg();
 
