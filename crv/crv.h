@@ -3,6 +3,7 @@
 
 #include "crv/accurate/arcLength.h"
 #include "crv/accurate/contacts.h"
+#include "crv/accurate/curveContacts.h"
 #include "crv/accurate/direction.h"
 #include "crv/accurate/nearest.h"
 #include "crv/accurate/types.h"

@@ -18,7 +18,7 @@ SegmentContacts contacts(Segment const& a, Segment const& b, double resolution) 
   UnitScale const scale(magnitude.value(), resolution);
   Meetings found;
   findMeetings(scale.scaled(givenA), scale.scaled(givenB), scale.magnitude, scale.resolution,
-               found);
+               Stretches::onlyLong, found);
   result.points.reserve(found.points.size());
   for (Meeting const& m : found.points) {
     bool const isEndA = m.t == 0.0 || m.t == 1.0, isEndB = m.u == 0.0 || m.u == 1.0;

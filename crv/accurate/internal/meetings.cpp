@@ -13,12 +13,12 @@ namespace crv::internal {
 
 namespace {
 
-// Relative to the largest coordinate: stretches longer than this are shared, shorter ones are
-// single places. Two circles that touch are within the default resolution for 2^-19.
-constexpr double kLongStretch = 0x1p-16;
-
 // Relative to the largest coordinate: two curves this near touch up to rounding.
 constexpr double kExact = 0x1p-48;
+
+// Relative to the largest coordinate: segments this near where they are parallel touch there, and
+// roots near by are rounding.
+constexpr double kRounded = 0x1p-51;
 
 // Relative to the largest coordinate: approaches farther apart than this are asked no further
 // whether they are connected.
@@ -57,12 +57,14 @@ struct Cluster {
 
 class Clusters {
  public:
-  Clusters(SegmentPair const& pair, double magnitude, double resolution)
-      : pair_(pair), magnitude_(magnitude), resolution_(resolution) {}
+  Clusters(SegmentPair const& pair, double magnitude, double resolution, Stretches told)
+      : pair_(pair), magnitude_(magnitude), resolution_(resolution), told_(told) {}
 
   std::vector<Cluster> collect(std::vector<Approach>& approaches) const;
   void judge(Cluster const& cluster, Meetings& found) const;
   bool keepNear(double t0, double u0, double t1, double u1) const;
+  Foot snapped(Foot place) const;
+  bool crosses(Foot const& place) const;
 
  private:
   int senseOf(Approach const& approach) const;
@@ -73,15 +75,14 @@ class Clusters {
   double whereSideIs(double level, double lo, double hi, double u) const;
   bool findOnlyPlace(Cluster const& cluster, Foot& place) const;
   Foot placeOf(Cluster const& cluster) const;
-  Foot snapped(Foot place) const;
   double snappedParameter(Cubic const& c, double t) const;
   bool isClear(Foot const& place) const;
-  bool crosses(Foot const& place) const;
   double sideBeyond(Foot const& place, double direction) const;
 
   SegmentPair const& pair_;
   double const magnitude_;
   double const resolution_;
+  Stretches const told_;
 };
 
 /// Stretches no longer than the resolution have no sense of their own.
@@ -206,6 +207,14 @@ bool Clusters::findOnlyPlace(Cluster const& c, Foot& place) const {
   if (lastSide == 0 || changes > 1) return false;
   if (changes == 0) {
     if (least > kTouching * resolution_) return false;
+    for (Foot const& end : {snapped({c.t0, c.u0, 0.0}), snapped({c.t1, c.u1, 0.0})}) {
+      bool const isExactEnd =
+          (isEnd(end.t) || isEnd(end.u)) && end.t >= zeroFrom && end.t <= zeroTo;
+      if (isExactEnd) {
+        place = end;
+        return true;
+      }
+    }
     if (zeroTo > zeroFrom) place = pair_.footOnB(0.5 * (zeroFrom + zeroTo), place.u);
     return true;
   }
@@ -231,9 +240,14 @@ double Clusters::whereSideIs(double level, double lo, double hi, double u) const
   return lo;
 }
 
+/// The end of a segment that is one place with t: the segment stays near it in between, too.
 double Clusters::snappedParameter(Cubic const& c, double t) const {
   double const end = t < 0.5 ? 0.0 : 1.0;
-  return distance(pointAt(c, t), t < 0.5 ? c.p[0] : c.p[3]) <= resolution_ ? end : t;
+  Point const place = t < 0.5 ? c.p[0] : c.p[3];
+  for (double const s : {t, between(t, end, 0.5)}) {
+    if (distance(pointAt(c, s), place) > resolution_) return t;
+  }
+  return end;
 }
 
 /// A place within the resolution of an end of a segment is that end.
@@ -280,7 +294,7 @@ Foot Clusters::placeOf(Cluster const& c) const {
   double t = 0.5 * (c.t0 + c.t1), u = 0.5 * (c.u0 + c.u1);
   bool const isTangent = pair_.findTangency(t, u) && belongs(t, u);
   Foot const tangency = {t, u, pair_.distanceAt(t, u)};
-  if (isTangent && tangency.distance <= kExact * magnitude_) return snapped(tangency);
+  if (isTangent && tangency.distance <= kRounded * magnitude_) return snapped(tangency);
   if (roots.size() % 2 == 1) return snapped(roots[roots.size() / 2]);
   t = 0.5 * (c.t0 + c.t1);
   u = 0.5 * (c.u0 + c.u1);
@@ -296,7 +310,7 @@ Foot Clusters::placeOf(Cluster const& c) const {
 double Clusters::sideBeyond(Foot const& place, double direction) const {
   double side = 0.0, u = place.u;
   double const room = direction > 0.0 ? 1.0 - place.t : place.t;
-  for (double share = 0x1p-24; share <= 0.5; share *= 2.0) {
+  for (double share = 0x1p-24; share <= 1.0; share *= 2.0) {
     side = sideAt(place.t + direction * room * share, u);
     if (std::fabs(side) > 4.0 * resolution_) break;
   }
@@ -317,21 +331,21 @@ bool Clusters::crosses(Foot const& place) const {
 }
 
 void Clusters::judge(Cluster const& cluster, Meetings& found) const {
+  double const length = lengthOf(cluster);
+  bool const isLong = length > max(kLongStretch * magnitude_, 4.0 * resolution_);
+  bool const mayBeShort = told_ == Stretches::all && cluster.sense != 0;
   Foot place;
-  bool isLong = lengthOf(cluster) > max(kLongStretch * magnitude_, 4.0 * resolution_);
-  if (isLong) {
+  if (isLong || mayBeShort) {
     Foot const first = snapped({cluster.t0, cluster.u0, 0.0});
     Foot const last = snapped({cluster.t1, cluster.u1, 0.0});
-    bool const isBounded = isBound(first.t, first.u) && isBound(last.t, last.u);
-    isLong = isBounded || !findOnlyPlace(cluster, place);
-    if (isLong) {
+    bool const isBounded = isBound(first.t, first.u) && isBound(last.t, last.u) &&
+                           first.t < last.t && first.u != last.u;
+    if (isBounded || (isLong && !findOnlyPlace(cluster, place))) {
       found.stretches.push_back({first.t, last.t, first.u, last.u});
       return;
     }
-    place = snapped(place);
-  } else {
-    place = placeOf(cluster);
   }
+  place = isLong ? snapped(place) : placeOf(cluster);
   found.points.push_back({place.t, place.u, crosses(place)});
 }
 
@@ -347,16 +361,9 @@ bool isCovered(SegmentPair const& pair, Meeting const& m, SharedStretch const& s
          isWithin(pair.b, m.u, min(s.u0, s.u1), max(s.u0, s.u1));
 }
 
-}  // namespace
-
-void findMeetings(Cubic const& a, Cubic const& b, double magnitude, double resolution,
-                  Meetings& found) {
-  SegmentPair const pair = {a, b};
-  std::vector<Approach> approaches;
-  findApproaches(pair, resolution, approaches);
-  if (approaches.empty()) return;
-  Clusters const clusters(pair, magnitude, resolution);
-  for (Cluster const& cluster : clusters.collect(approaches)) clusters.judge(cluster, found);
+/// What is left to be done when all clusters are judged: order, and meetings in stretches or at one
+/// place with others are dropped.
+void tidy(Clusters const& clusters, SegmentPair const& pair, double resolution, Meetings& found) {
   auto const covered = [&](Meeting const& m) {
     return std::any_of(found.stretches.begin(), found.stretches.end(),
                        [&](SharedStretch const& s) { return isCovered(pair, m, s, resolution); });
@@ -380,6 +387,68 @@ void findMeetings(Cubic const& a, Cubic const& b, double magnitude, double resol
             [](SharedStretch const& s, SharedStretch const& w) {
               return s.t0 != w.t0 ? s.t0 < w.t0 : s.t1 < w.t1;
             });
+}
+
+void judgeAll(SegmentPair const& pair, std::vector<Approach>& approaches, double magnitude,
+              double resolution, Stretches told, Meetings& found) {
+  if (approaches.empty()) return;
+  Clusters const clusters(pair, magnitude, resolution, told);
+  for (Cluster const& cluster : clusters.collect(approaches)) clusters.judge(cluster, found);
+  tidy(clusters, pair, resolution, found);
+}
+
+/// The pair of parameters in [0, 1] at which a segment passes through its double point, if it does:
+/// with P(t) = a t^3 + b t^2 + c t + p0 and p = t + u, q = t u, P(t) = P(u) says that
+/// a (p^2 - q) + b p + c is zero.
+bool findDoublePoint(Cubic const& s, double resolution, double& t, double& u) {
+  Point const c = (s.p[1] - s.p[0]) * 3.0;
+  Point const b = (s.p[2] - s.p[1] * 2.0 + s.p[0]) * 3.0;
+  Point const a = (s.p[3] - s.p[0]) - (s.p[2] - s.p[1]) * 3.0;
+  double const ab = cross(a, b);
+  double const p = -cross(a, c) / ab;
+  Point const rest = b * p + c;
+  double const q = p * p + dot(rest, a) / dot(a, a);
+  double const discriminant = p * p - 4.0 * q;
+  if (!(discriminant > 0.0) || !(std::fabs(p) <= 4.0)) return false;
+  double const root = std::sqrt(discriminant);
+  t = 0.5 * (p - root);
+  u = 0.5 * (p + root);
+  SegmentPair const pair = {s, s};
+  double polishedT = t, polishedU = u;
+  if (pair.findCrossing(polishedT, polishedU) && polishedT < polishedU) {
+    t = polishedT;
+    u = polishedU;
+  }
+  // An end that stops short of the double point may still be within the resolution.
+  double const heldT = min(1.0, max(0.0, t)), heldU = min(1.0, max(0.0, u));
+  if (heldT == t && heldU == u) return true;
+  Foot const foot = heldT != t ? pair.footOnB(heldT, heldU) : pair.footOnA(heldT, heldU);
+  t = foot.t;
+  u = foot.u;
+  return foot.distance <= resolution && t < u;
+}
+
+}  // namespace
+
+void findMeetings(Cubic const& a, Cubic const& b, double magnitude, double resolution,
+                  Stretches told, Meetings& found) {
+  SegmentPair const pair = {a, b};
+  std::vector<Approach> approaches;
+  findApproaches(pair, resolution, approaches);
+  judgeAll(pair, approaches, magnitude, resolution, told, found);
+}
+
+void findOwnMeetings(Cubic const& c, double magnitude, double resolution, Meetings& found) {
+  SegmentPair const pair = {c, c};
+  std::vector<Approach> approaches;
+  if (findOwnApproaches(pair, resolution, approaches)) {
+    return judgeAll(pair, approaches, magnitude, resolution, Stretches::all, found);
+  }
+  double t = 0.0, u = 1.0;
+  if (!findDoublePoint(c, resolution, t, u)) return;
+  Clusters const clusters(pair, magnitude, resolution, Stretches::all);
+  Foot const place = clusters.snapped({t, u, 0.0});
+  found.points.push_back({place.t, place.u, clusters.crosses(place)});
 }
 
 }  // namespace crv::internal

@@ -23,6 +23,14 @@ struct Meetings {
   std::vector<SharedStretch> stretches;  // ascending in t0
 };
 
+// Relative to the largest coordinate: stretches longer than this are shared, shorter ones are
+// single places. Two circles that touch are within the default resolution for 2^-19.
+constexpr double kLongStretch = 0x1p-16;
+
+/// Which shared stretches are told: only those longer than 2^-16 S, or also shorter ones that the
+/// ends of the segments bound, as parts of what two curves may share.
+enum class Stretches { onlyLong, all };
+
 /// All meetings of two segments whose coordinates have a magnitude S of at most 1, places nearer
 /// than the resolution being one place. Two segments meet once for each connected set of pairs
 /// (t, u) with |A(t) - B(u)| <= resolution. A set longer than 2^-16 S is a shared stretch, unless
@@ -32,6 +40,11 @@ struct Meetings {
 /// (T. W. Sederberg and T. Nishita, "Curve intersection using Bezier clipping", 1990); Newton's
 /// method on both parameters ends it.
 void findMeetings(Cubic const& a, Cubic const& b, double magnitude, double resolution,
-                  Meetings& found);
+                  Stretches told, Meetings& found);
+
+/// The meetings of a segment with itself, t before u: the double point of a loop, or the stretches
+/// that a straight segment shares with itself where it turns back, long or short. A loop may be as
+/// small as rounding.
+void findOwnMeetings(Cubic const& c, double magnitude, double resolution, Meetings& found);
 
 }  // namespace crv::internal

@@ -37,7 +37,8 @@ class Convergence {
 
 bool isNear(double t) { return t >= -kSlack && t <= 1.0 + kSlack; }
 
-/// The foot of p on c near u, held to [0, 1].
+}  // namespace
+
 double footOn(Cubic const& c, Point const& p, double u) {
   for (int i = 0; i < kMaxSteps; ++i) {
     Point const away = pointAt(c, u) - p, d = derivativeAt(c, u);
@@ -53,8 +54,6 @@ double footOn(Cubic const& c, Point const& p, double u) {
   }
   return u;
 }
-
-}  // namespace
 
 bool SegmentPair::findCrossing(double& t, double& u) const {
   Convergence convergence;

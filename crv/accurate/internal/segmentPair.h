@@ -26,6 +26,9 @@ inline Point secondDerivativeAt(Cubic const& c, double t) {
   return (first * (1.0 - t) + last * t) * 6.0;
 }
 
+/// The u in [0, 1] near the given one whose point is nearest to p, by Newton's method.
+double footOn(Cubic const& c, Point const& p, double u);
+
 /// A pair of parameters with the distance of its two points.
 struct Foot {
   double t, u, distance;

@@ -9,6 +9,7 @@
 #include "crv/foundation/tolerance.h"
 
 #include <cmath>
+#include <utility>
 
 namespace crv::internal {
 
@@ -282,8 +283,8 @@ void Search::addIfNear(double t, double u) {
 }
 
 /// The parts that a segment is searched in: one that is straight within the resolution is cut where
-/// it turns back.
-int monotoneParts(Cubic const& c, double resolution, Part parts[3]) {
+/// it turns back. No parts if it is not straight.
+int straightParts(Cubic const& c, double resolution, Part parts[3]) {
   parts[0] = {c, 0.0, 1.0};
   int farthest = 1;
   for (int i = 2; i < 4; ++i) {
@@ -292,7 +293,7 @@ int monotoneParts(Cubic const& c, double resolution, Part parts[3]) {
   Point const axis = c.p[farthest] - c.p[0];
   double const width = resolution * (std::fabs(axis.x) + std::fabs(axis.y));
   for (Point const& p : c.p) {
-    if (std::fabs(cross(axis, p - c.p[0])) > width) return 1;
+    if (std::fabs(cross(axis, p - c.p[0])) > width) return 0;
   }
   double const d0 = dot(axis, c.p[1] - c.p[0]), d1 = dot(axis, c.p[2] - c.p[1]);
   double const d2 = dot(axis, c.p[3] - c.p[2]);
@@ -318,12 +319,22 @@ int monotoneParts(Cubic const& c, double resolution, Part parts[3]) {
 
 void findApproaches(SegmentPair const& pair, double resolution, std::vector<Approach>& found) {
   Part partsA[3], partsB[3];
-  int const countA = monotoneParts(pair.a, resolution, partsA);
-  int const countB = monotoneParts(pair.b, resolution, partsB);
+  int const countA = max(1, straightParts(pair.a, resolution, partsA));
+  int const countB = max(1, straightParts(pair.b, resolution, partsB));
   Search search(pair, resolution, found);
   for (int i = 0; i < countA; ++i) {
     for (int k = 0; k < countB; ++k) search.search(partsA[i], partsB[k]);
   }
+}
+
+bool findOwnApproaches(SegmentPair const& pair, double resolution, std::vector<Approach>& found) {
+  Part parts[3];
+  int const count = straightParts(pair.a, resolution, parts);
+  Search search(pair, resolution, found);
+  for (int i = 0; i < count; ++i) {
+    for (int k = i + 1; k < count; ++k) search.search(parts[i], parts[k]);
+  }
+  return count > 0;
 }
 
 }  // namespace crv::internal

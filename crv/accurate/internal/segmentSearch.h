@@ -20,4 +20,8 @@ struct Approach {
 /// place within it where the segments change sides, or an approach that covers it.
 void findApproaches(SegmentPair const& pair, double resolution, std::vector<Approach>& found);
 
+/// For a pair of one segment with itself: false unless the segment is straight within the
+/// resolution; then the approaches of its runs between the places where it turns back, t before u.
+bool findOwnApproaches(SegmentPair const& pair, double resolution, std::vector<Approach>& found);
+
 }  // namespace crv::internal

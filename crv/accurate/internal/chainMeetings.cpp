@@ -1,0 +1,367 @@
+// Meetings of curves: found segment by segment, then one for each place, stretches chained.
+#include "crv/accurate/internal/chainMeetings.h"
+
+#include "crv/accurate/internal/meetings.h"
+#include "crv/accurate/internal/route.h"
+#include "crv/accurate/internal/segmentPair.h"
+#include "crv/foundation/tolerance.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <numeric>
+#include <utility>
+
+namespace crv::internal {
+
+namespace {
+
+// Relative to the largest coordinate: meetings farther apart than this are not one.
+constexpr double kFarApart = 0x1p-14;
+
+// Relative to the largest coordinate: curves this near meet up to rounding.
+constexpr double kExact = 0x1p-48;
+
+// Meetings that come next in order and may be one with another.
+constexpr std::size_t kNeighbours = 12;
+
+bool isBefore(Place const& p, Place const& q) {
+  return p.segment != q.segment ? p.segment < q.segment : p.t < q.t;
+}
+bool areEqual(Place const& p, Place const& q) { return p.segment == q.segment && p.t == q.t; }
+
+/// A stretch on one segment of either curve.
+struct Link {
+  Place from, to, otherFrom, otherTo;
+  bool isSameSense() const { return otherFrom.t < otherTo.t; }
+};
+
+class Assembly {
+ public:
+  Assembly(Chain const& a, Chain const& b, bool isSelf, UnitScale const& scale)
+      : a_(a, scale), b_(b, scale), isSelf_(isSelf), scale_(scale) {}
+
+  void addPair(std::size_t i, std::size_t k);
+  void addOwn(std::size_t i);
+  ChainMeetings assemble();
+
+ private:
+  void add(Meetings const& found, std::size_t i, std::size_t k);
+  void addPoint(Place const& first, Place const& second, bool crosses);
+  ChainMeetings chainedLinks();
+  std::size_t linkBehind(Link const& link) const;
+  bool areJoined(Link const& link, Link const& next) const;
+  double lengthOf(Link const& link) const;
+  bool isInLink(ChainMeeting const& m, Link const& link) const;
+  bool isInLinks(ChainMeeting const& m) const;
+  bool isOn(Route const& route, Place const& place, Place const& from, Place const& to) const;
+  bool areOne(ChainMeeting const& m, ChainMeeting const& n) const;
+  bool keepTogether(Route const& way, Place const& p, Place const& q, Route const& other,
+                    Place const& otherP, Place const& otherQ) const;
+  bool standsFor(ChainMeeting const& m, ChainMeeting const& n) const;
+  void mergePoints();
+  void judgeKinds();
+
+  Route const a_, b_;
+  bool const isSelf_;
+  UnitScale const& scale_;
+  std::vector<ChainMeeting> points_;
+  std::vector<Link> links_;  // ascending in the segment of the first curve
+};
+
+void Assembly::addPoint(Place const& first, Place const& second, bool crosses) {
+  Place p = a_.normalised(first), q = b_.normalised(second);
+  if (isSelf_ && isBefore(q, p)) std::swap(p, q);
+  if (isSelf_ && areEqual(p, q)) return;
+  points_.push_back({p, q, crosses});
+}
+
+void Assembly::add(Meetings const& found, std::size_t i, std::size_t k) {
+  for (Meeting const& m : found.points) addPoint({i, m.t}, {k, m.u}, m.crosses);
+  for (SharedStretch const& s : found.stretches) {
+    links_.push_back({{i, s.t0}, {i, s.t1}, {k, s.u0}, {k, s.u1}});
+  }
+}
+
+void Assembly::addPair(std::size_t i, std::size_t k) {
+  Meetings found;
+  findMeetings(a_[i], b_[k], scale_.magnitude, scale_.resolution, Stretches::all, found);
+  add(found, i, k);
+}
+
+void Assembly::addOwn(std::size_t i) {
+  Meetings found;
+  findOwnMeetings(a_[i], scale_.magnitude, scale_.resolution, found);
+  add(found, i, i);
+}
+
+double Assembly::lengthOf(Link const& link) const {
+  Cubic const c = a_[link.from.segment];
+  double length = 0.0;
+  for (int i = 0; i < 4; ++i) {
+    double const step = 0.25 * (link.to.t - link.from.t);
+    length +=
+        distance(pointAt(c, link.from.t + step * i), pointAt(c, link.from.t + step * (i + 1)));
+  }
+  return length;
+}
+
+bool Assembly::areJoined(Link const& link, Link const& next) const {
+  if (link.isSameSense() != next.isSameSense()) return false;
+  double const reach = 2.0 * scale_.resolution;
+  Place const end = a_.normalised(link.to), start = a_.normalised(next.from);
+  Place const otherEnd = b_.normalised(link.otherTo), otherStart = b_.normalised(next.otherFrom);
+  return a_.staysNear(a_.at(end), reach, end, start) &&
+         b_.staysNear(b_.at(otherEnd), reach, otherEnd, otherStart);
+}
+
+/// The number of the link that goes on where one ends; the number of links if none does.
+std::size_t Assembly::linkBehind(Link const& link) const {
+  Place const end = a_.normalised(link.to);
+  auto const onSegment = [](Link const& l, std::size_t segment) {
+    return l.from.segment < segment;
+  };
+  auto const first = std::lower_bound(links_.begin(), links_.end(), end.segment, onSegment);
+  for (auto next = first; next != links_.end() && next->from.segment == end.segment; ++next) {
+    if (&*next != &link && areJoined(link, *next)) return std::size_t(next - links_.begin());
+  }
+  return links_.size();
+}
+
+/// The stretches as long as can be. Those too short to be stretches become points.
+ChainMeetings Assembly::chainedLinks() {
+  std::size_t const n = links_.size();
+  std::vector<std::size_t> next(n);
+  std::vector<char> hasPrevious(n + 1, 0), isDone(n + 1, 0);
+  for (std::size_t i = 0; i < n; ++i) {
+    next[i] = linkBehind(links_[i]);
+    if (hasPrevious[next[i]]) next[i] = n;
+    hasPrevious[next[i]] = 1;
+  }
+  ChainMeetings result;
+  isDone[n] = 1;
+  auto const follow = [&](std::size_t start) {
+    std::size_t last = start;
+    double length = 0.0;
+    for (std::size_t i = start; !isDone[i]; i = next[i]) {
+      isDone[i] = 1;
+      last = i;
+      length += lengthOf(links_[i]);
+    }
+    Link const& head = links_[start];
+    Link const& tail = links_[last];
+    if (length > max(kLongStretch * scale_.magnitude, 4.0 * scale_.resolution)) {
+      result.stretches.push_back(
+          {head.from, tail.to, head.otherFrom, tail.otherTo, head.isSameSense()});
+    } else {
+      addPoint(head.from, head.otherFrom, false);
+    }
+  };
+  for (std::size_t i = 0; i < n; ++i) {
+    if (!hasPrevious[i]) follow(i);
+  }
+  // The rest goes around; links are in order, so each round begins at the lowest place.
+  for (std::size_t i = 0; i < n; ++i) {
+    if (!isDone[i]) follow(i);
+  }
+  return result;
+}
+
+bool Assembly::isOn(Route const& route, Place const& place, Place const& from,
+                    Place const& to) const {
+  double const lo = min(from.t, to.t), hi = max(from.t, to.t);
+  if (place.segment == from.segment && place.t >= lo && place.t <= hi) return true;
+  Point const centre = route.at(place);
+  double const reach = 2.0 * scale_.resolution;
+  return route.staysNear(centre, reach, place, route.normalised(from)) ||
+         route.staysNear(centre, reach, place, route.normalised(to));
+}
+
+bool Assembly::isInLink(ChainMeeting const& m, Link const& l) const {
+  if (isOn(a_, m.first, l.from, l.to) && isOn(b_, m.second, l.otherFrom, l.otherTo)) return true;
+  ChainMeeting const ends[] = {{a_.normalised(l.from), b_.normalised(l.otherFrom), false},
+                               {a_.normalised(l.to), b_.normalised(l.otherTo), false}};
+  return areOne(m, ends[0]) || areOne(m, ends[1]);
+}
+
+/// Whether a meeting lies in a stretch, or is one place with an end of it.
+bool Assembly::isInLinks(ChainMeeting const& m) const {
+  std::size_t const n = a_.size(), middle = m.first.segment;
+  std::size_t const segments[] = {middle == 0 ? n - 1 : middle - 1, middle,
+                                  middle + 1 == n ? 0 : middle + 1};
+  auto const onSegment = [](Link const& l, std::size_t segment) {
+    return l.from.segment < segment;
+  };
+  ChainMeeting const turned = {m.second, m.first, false};
+  for (std::size_t const segment : segments) {
+    auto link = std::lower_bound(links_.begin(), links_.end(), segment, onSegment);
+    for (; link != links_.end() && link->from.segment == segment; ++link) {
+      if (isInLink(m, *link) || (isSelf_ && isInLink(turned, *link))) return true;
+    }
+  }
+  return false;
+}
+
+/// Whether `other` keeps within the resolution of `way` between two places on the same or on
+/// neighbouring segments.
+bool Assembly::keepTogether(Route const& way, Place const& p, Place const& q, Route const& other,
+                            Place const& otherP, Place const& otherQ) const {
+  Place samples[3];
+  if (p.segment == q.segment) {
+    for (int i = 0; i < 3; ++i) samples[i] = {p.segment, p.t + (q.t - p.t) * 0.25 * (i + 1)};
+  } else {
+    bool const isForward = areEqual(way.normalised({p.segment, 1.0}), {q.segment, 0.0});
+    bool const isBackward = areEqual(way.normalised({q.segment, 1.0}), {p.segment, 0.0});
+    if (!isForward && !isBackward) return false;
+    double const endP = isForward ? 1.0 : 0.0, endQ = 1.0 - endP;
+    samples[0] = {p.segment, 0.5 * (p.t + endP)};
+    samples[1] = {p.segment, endP};
+    samples[2] = {q.segment, 0.5 * (q.t + endQ)};
+  }
+  double const reach = 1.0625 * scale_.resolution;
+  for (Place const& sample : samples) {
+    Point const point = way.at(sample);
+    bool isNear = false;
+    for (Place const& guess : {otherP, otherQ}) {
+      Cubic const c = other[guess.segment];
+      isNear = isNear || distance(pointAt(c, footOn(c, point, guess.t)), point) <= reach;
+    }
+    if (!isNear) return false;
+  }
+  return true;
+}
+
+bool Assembly::areOne(ChainMeeting const& m, ChainMeeting const& n) const {
+  if (areEqual(m.first, n.first) && areEqual(m.second, n.second)) return true;
+  Point const place = a_.at(m.first);
+  double const apart = distance(place, a_.at(n.first));
+  if (apart > kFarApart * scale_.magnitude) return false;
+  double const reach = 1.0625 * scale_.resolution;
+  if (a_.staysNear(place, reach, m.first, n.first) &&
+      b_.staysNear(place, reach, m.second, n.second)) {
+    return true;
+  }
+  return keepTogether(a_, m.first, n.first, b_, m.second, n.second) &&
+         keepTogether(b_, m.second, n.second, a_, m.first, n.first);
+}
+
+/// Which of two meetings at one place stands for it: the exact one, else that at more joints, else
+/// the nearer one.
+bool Assembly::standsFor(ChainMeeting const& m, ChainMeeting const& n) const {
+  double const exact = kExact * scale_.magnitude;
+  double const gapM = distance(a_.at(m.first), b_.at(m.second));
+  double const gapN = distance(a_.at(n.first), b_.at(n.second));
+  if ((gapM <= exact) != (gapN <= exact)) return gapM <= exact;
+  int const jointsM = int(a_.isJoint(m.first)) + int(b_.isJoint(m.second));
+  int const jointsN = int(a_.isJoint(n.first)) + int(b_.isJoint(n.second));
+  return jointsM != jointsN ? jointsM > jointsN : gapM < gapN;
+}
+
+void Assembly::mergePoints() {
+  std::sort(points_.begin(), points_.end(), [](ChainMeeting const& m, ChainMeeting const& n) {
+    return areEqual(m.first, n.first) ? isBefore(m.second, n.second) : isBefore(m.first, n.first);
+  });
+  auto const same = [](ChainMeeting const& m, ChainMeeting const& n) {
+    return areEqual(m.first, n.first) && areEqual(m.second, n.second);
+  };
+  points_.erase(std::unique(points_.begin(), points_.end(), same), points_.end());
+
+  std::size_t const n = points_.size();
+  std::vector<std::size_t> home(n);  // the meeting that stands for this one, or leads to it
+  std::iota(home.begin(), home.end(), std::size_t{0});
+  auto const homeOf = [&](std::size_t i) {
+    while (home[i] != i) i = home[i] = home[home[i]];
+    return i;
+  };
+  for (std::size_t i = 0; i < n; ++i) {
+    for (std::size_t step = 1; step <= kNeighbours && step < n; ++step) {
+      std::size_t const k = (i + step) % n;  // around the seam, too
+      std::size_t const p = homeOf(i), q = homeOf(k);
+      if (p == q || !areOne(points_[i], points_[k])) continue;
+      if (standsFor(points_[p], points_[q])) {
+        home[q] = p;
+      } else {
+        home[p] = q;
+      }
+    }
+  }
+  std::vector<ChainMeeting> merged;
+  for (std::size_t i = 0; i < n; ++i) {
+    if (home[i] == i) merged.push_back(points_[i]);
+  }
+  points_ = std::move(merged);
+}
+
+/// At joints the segments alone cannot tell whether the curves cross.
+void Assembly::judgeKinds() {
+  for (ChainMeeting& m : points_) {
+    if (!a_.isJoint(m.first) && !b_.isJoint(m.second)) continue;
+    bool const isEnd = a_.isEnd(m.first) || b_.isEnd(m.second);
+    m.crosses = !isEnd && routesCross(a_, m.first, b_, m.second, scale_.resolution);
+  }
+}
+
+ChainMeetings Assembly::assemble() {
+  std::sort(links_.begin(), links_.end(), [](Link const& l, Link const& m) {
+    return areEqual(l.from, m.from) ? isBefore(l.otherFrom, m.otherFrom) : isBefore(l.from, m.from);
+  });
+  ChainMeetings result = chainedLinks();
+  mergePoints();
+  // A place that the curve does not leave in between is no contact of a curve with itself.
+  double const reach = 1.0625 * scale_.resolution;
+  auto const isNone = [&](ChainMeeting const& m) {
+    return (isSelf_ && a_.staysNear(a_.at(m.first), reach, m.first, m.second)) || isInLinks(m);
+  };
+  points_.erase(std::remove_if(points_.begin(), points_.end(), isNone), points_.end());
+  judgeKinds();
+  result.points = std::move(points_);
+  std::sort(result.stretches.begin(), result.stretches.end(),
+            [](ChainStretch const& s, ChainStretch const& w) {
+              return areEqual(s.from, w.from) ? isBefore(s.otherFrom, w.otherFrom)
+                                              : isBefore(s.from, w.from);
+            });
+  return result;
+}
+
+}  // namespace
+
+BoxTree boxTree(Chain const& chain, double margin) {
+  std::vector<Box> boxes;
+  boxes.reserve(chain.size());
+  for (Cubic const& c : chain.segments) {
+    Box const hull = c.hull();
+    boxes.push_back(
+        {hull.minX - margin, hull.minY - margin, hull.maxX + margin, hull.maxY + margin});
+  }
+  return BoxTree(std::move(boxes));
+}
+
+ChainMeetings findMeetings(Chain const& a, BoxTree const& treeOfA, Chain const& b,
+                           BoxTree const& treeOfB, UnitScale const& scale) {
+  Assembly assembly(a, b, false, scale);
+  BoxTree::visitOverlaps(treeOfA, treeOfB,
+                         [&](std::size_t i, std::size_t k) { assembly.addPair(i, k); });
+  return assembly.assemble();
+}
+
+ChainMeetings findLineMeetings(Chain const& a, BoxTree const& treeOfA, Chain const& line,
+                               UnitScale const& scale) {
+  Assembly assembly(a, line, false, scale);
+  Box const hull = line.segments[0].hull();
+  double const margin = scale.resolution / scale.factor;
+  Box const wide = {hull.minX - margin, hull.minY - margin, hull.maxX + margin, hull.maxY + margin};
+  treeOfA.visit([&](Box const& box) { return overlap(box, wide); },
+                [&](std::size_t i) { assembly.addPair(i, 0); });
+  return assembly.assemble();
+}
+
+ChainMeetings findSelfMeetings(Chain const& chain, BoxTree const& wideTree, BoxTree const& tree,
+                               UnitScale const& scale) {
+  Assembly assembly(chain, chain, true, scale);
+  BoxTree::visitOverlaps(wideTree, tree, [&](std::size_t i, std::size_t k) {
+    if (i == k) assembly.addOwn(i);
+    if (i < k) assembly.addPair(i, k);
+  });
+  return assembly.assemble();
+}
+
+}  // namespace crv::internal

@@ -1,0 +1,132 @@
+// Walks along a curve, and the order of branches around a place where two curves meet.
+#include "crv/accurate/internal/route.h"
+
+#include "crv/accurate/internal/graph.h"
+
+#include <cmath>
+#include <utility>
+
+namespace crv::internal {
+
+namespace {
+
+// Halvings until the exit from a circle is known to a double's precision.
+constexpr int kMostHalvings = 50;
+
+// Share of the unit scale: branches are followed no farther than this.
+constexpr double kFarthest = 0x1p-6;
+
+bool isNear(Cubic const& c, Point const& centre, double reach) {
+  for (Point const& p : c.p) {
+    if (!(squaredDistance(p, centre) <= reach * reach)) return false;
+  }
+  return true;
+}
+
+/// The stretch of c from t0 to t1, turned where t0 > t1.
+Cubic stretchOf(Cubic const& c, double t0, double t1) {
+  Part const whole = {c, 0.0, 1.0};
+  double const lo = t0 < t1 ? t0 : t1, hi = t0 < t1 ? t1 : t0;
+  Part before, kept, behind;
+  whole.split(hi, kept, behind);
+  Part result = kept;
+  if (lo > 0.0) kept.split(hi > 0.0 ? lo / hi : 0.0, before, result);
+  return t0 < t1 ? result.c : result.reversed().c;
+}
+
+/// Where a cubic leaves a circle first, if it does.
+std::optional<Point> exitOf(Cubic const& c, Point const& centre, double radius, int halvings) {
+  if (isNear(c, centre, radius)) return std::nullopt;
+  if (halvings == 0) return c.p[0];
+  Cubic left, right;
+  c.split(0.5, left, right);
+  auto const exit = exitOf(left, centre, radius, halvings - 1);
+  return exit ? exit : exitOf(right, centre, radius, halvings - 1);
+}
+
+}  // namespace
+
+bool Route::staysNearForwards(Point const& centre, double reach, Place const& p,
+                              Place const& q) const {
+  std::size_t segment = p.segment;
+  double from = p.t;
+  for (std::size_t passed = 0; passed <= size(); ++passed) {
+    bool const isLast = segment == q.segment && from <= q.t;
+    if (!isNear(stretchOf((*this)[segment], from, isLast ? q.t : 1.0), centre, reach)) return false;
+    if (isLast) return true;
+    if (segment + 1 == size() && !chain_.closed) return false;
+    segment = segment + 1 == size() ? 0 : segment + 1;
+    from = 0.0;
+  }
+  return false;
+}
+
+bool Route::staysNear(Point const& centre, double reach, Place const& p, Place const& q) const {
+  if (p.segment == q.segment && p.t == q.t) return true;
+  return staysNearForwards(centre, reach, p, q) || staysNearForwards(centre, reach, q, p);
+}
+
+std::optional<Point> Route::exit(Point const& centre, double radius, Place const& from,
+                                 bool forward) const {
+  std::size_t segment = from.segment;
+  double t = from.t;
+  for (std::size_t passed = 0; passed <= size(); ++passed) {
+    bool const isPassed = forward ? t == 1.0 : t == 0.0;
+    if (!isPassed) {
+      Cubic const rest = stretchOf((*this)[segment], t, forward ? 1.0 : 0.0);
+      if (auto const exit = exitOf(rest, centre, radius, kMostHalvings)) return exit;
+    }
+    bool const isOver = forward ? segment + 1 == size() : segment == 0;
+    if (isOver && !chain_.closed) return std::nullopt;
+    if (forward) {
+      segment = isOver ? 0 : segment + 1;
+    } else {
+      segment = isOver ? size() - 1 : segment - 1;
+    }
+    t = forward ? 0.0 : 1.0;
+  }
+  return std::nullopt;
+}
+
+namespace {
+
+/// Whether v lies in the sector that is swept counter-clockwise from `from` to `to`.
+bool isInSector(Point const& from, Point const& to, Point const& v) {
+  bool const isReflex = cross(from, to) < 0.0 || (cross(from, to) == 0.0 && dot(from, to) < 0.0);
+  bool const isLeftOfFrom = cross(from, v) > 0.0, isRightOfTo = cross(v, to) > 0.0;
+  return isReflex ? isLeftOfFrom || isRightOfTo : isLeftOfFrom && isRightOfTo;
+}
+
+/// How far apart two directions are on a circle of the given radius, where they point the same way.
+double gapOnCircle(Point const& v, Point const& w, double radius) {
+  return dot(v, w) > 0.0 ? std::fabs(cross(v, w)) / radius : radius;
+}
+
+}  // namespace
+
+bool routesCross(Route const& a, Place const& atA, Route const& b, Place const& atB,
+                 double resolution) {
+  Point const centre = a.at(atA);
+  bool doCross = false;
+  for (double radius = 16.0 * resolution; radius <= max(kFarthest, 64.0 * resolution);
+       radius *= 4.0) {
+    Point branches[4];  // in and out of a, in and out of b
+    for (int i = 0; i < 4; ++i) {
+      auto const exit =
+          i < 2 ? a.exit(centre, radius, atA, i == 1) : b.exit(centre, radius, atB, i == 3);
+      if (!exit) return doCross;
+      branches[i] = *exit - centre;
+    }
+    bool const isInLeft = isInSector(branches[1], branches[0], branches[2]);
+    bool const isOutLeft = isInSector(branches[1], branches[0], branches[3]);
+    doCross = isInLeft != isOutLeft;
+    double gap = radius;
+    for (int i = 0; i < 2; ++i) {
+      for (int k = 2; k < 4; ++k) gap = min(gap, gapOnCircle(branches[i], branches[k], radius));
+    }
+    if (gap > 4.0 * resolution) return doCross;
+  }
+  return doCross;
+}
+
+}  // namespace crv::internal

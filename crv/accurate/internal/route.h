@@ -1,0 +1,62 @@
+// Walks along a curve over its joints and its seam, for the questions that contacts of curves
+// raise.
+#pragma once
+
+#include "crv/accurate/internal/chain.h"
+#include "crv/accurate/internal/unitScale.h"
+#include "crv/bezier/internal/cubic.h"
+
+#include <cstddef>
+#include <optional>
+
+namespace crv::internal {
+
+/// The segments of a curve, scaled when they are asked for, with walks along them.
+class Route {
+ public:
+  Route(Chain const& chain, UnitScale const& scale) : chain_(chain), scale_(scale) {}
+
+  Chain const& chain() const { return chain_; }
+  std::size_t size() const { return chain_.size(); }
+  Cubic operator[](std::size_t i) const { return scale_.scaled(chain_.segments[i]); }
+  Point at(Place const& place) const { return pointAt((*this)[place.segment], place.t); }
+
+  /// The place with t below 1: a joint is the start of the segment behind it, the seam that of the
+  /// first. Only the end of an open curve keeps t = 1.
+  Place normalised(Place const& place) const {
+    if (place.t != 1.0) return place;
+    if (place.segment + 1 < size()) return {place.segment + 1, 0.0};
+    return chain_.closed ? Place{0, 0.0} : place;
+  }
+
+  bool isJoint(Place const& place) const { return place.t == 0.0 || place.t == 1.0; }
+
+  /// Whether a normalised place is an end of an open curve.
+  bool isEnd(Place const& place) const {
+    if (chain_.closed) return false;
+    return (place.segment == 0 && place.t == 0.0) || place.t == 1.0;
+  }
+
+  /// Whether the curve keeps within a distance of a point all the way between two normalised
+  /// places, one way around or, if it is closed, the other.
+  bool staysNear(Point const& centre, double reach, Place const& p, Place const& q) const;
+
+  /// Where the curve leaves the circle of a radius about a point first, forwards or backwards from
+  /// a normalised place; nothing where it ends before.
+  std::optional<Point> exit(Point const& centre, double radius, Place const& from,
+                            bool forward) const;
+
+ private:
+  bool staysNearForwards(Point const& centre, double reach, Place const& p, Place const& q) const;
+
+  Chain const& chain_;
+  UnitScale const& scale_;
+};
+
+/// Whether two curves cross at a place where both have it, neither being at an end: whether the
+/// branches of the second leave to different sides of the first. They are followed until all of
+/// them are farther apart than the resolution.
+bool routesCross(Route const& a, Place const& atA, Route const& b, Place const& atB,
+                 double resolution);
+
+}  // namespace crv::internal

@@ -1,0 +1,244 @@
+// Contacts of curves: joints and seams are places like any other, shared stretches run over them.
+#include "crv/accurate/curveContacts.h"
+
+#include "tests/support/data.h"
+#include "tests/support/expect.h"
+#include "tests/support/shapes.h"
+
+#include <cmath>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using crv::ContactKind;
+using crv::contacts;
+using crv::Curve;
+using crv::CurveContacts;
+using crv::Point;
+using crv::Position;
+using crv::Segment;
+using crv::selfContacts;
+using support::Numbers;
+
+constexpr double kNearParameter = 1e-8;
+
+Curve curveOf(std::vector<Segment> const& segments, bool closed) {
+  Curve curve;
+  for (Segment const& s : segments) curve.getSegments().add(s);
+  curve.setStrictIsClosed(closed);
+  return curve;
+}
+
+/// The curves A and B of a hard case; closed where their ends meet, unless told otherwise.
+struct Case {
+  Curve a, b;
+};
+
+Case caseOf(std::string const& name, bool canBeClosed = true) {
+  auto const curve = [&](std::string const& column) {
+    auto const segments = support::segmentsOf(support::numbersIn({column})[0]);
+    bool const meets = segments.size() > 1 && segments.front()[0] == segments.back()[3];
+    return curveOf(segments, canBeClosed && meets);
+  };
+  for (std::string const& line : support::linesOf("hard_cases/curves")) {
+    auto const parts = support::partsOf(std::istringstream(line + "| "), '|');
+    if (parts[0] == name + " ") return {curve(parts[1]), curve(parts[2])};
+  }
+  ADD_FAILURE() << name << " is missing";
+  return {};
+}
+
+double globalOf(Position const& p) { return double(p.getSegmentNumber()) + p.getTValue(); }
+
+/// Rows of: first, second, kind; positions as segment number plus t.
+void expectPoints(CurveContacts const& found, std::vector<Numbers> const& rows) {
+  ASSERT_EQ(found.points.size(), rows.size());
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    EXPECT_NEAR(globalOf(found.points[i].first), rows[i][0], kNearParameter);
+    EXPECT_NEAR(globalOf(found.points[i].second), rows[i][1], kNearParameter);
+    EXPECT_EQ(int(found.points[i].kind), int(rows[i][2]));
+  }
+}
+
+/// Rows of: from, to, otherFrom, otherTo; the sense follows from the last.
+void expectOverlaps(CurveContacts const& found, std::vector<Numbers> const& rows) {
+  ASSERT_EQ(found.overlaps.size(), rows.size());
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    auto const& o = found.overlaps[i];
+    EXPECT_NEAR(globalOf(o.from), rows[i][0], kNearParameter);
+    EXPECT_NEAR(globalOf(o.to), rows[i][1], kNearParameter);
+    EXPECT_NEAR(globalOf(o.otherFrom), rows[i][2], kNearParameter);
+    EXPECT_NEAR(globalOf(o.otherTo), rows[i][3], kNearParameter);
+    EXPECT_EQ(o.sameSense, rows[i][4] != 0.0);
+  }
+}
+
+Segment line(double x0, double y0, double x1, double y1) {
+  return support::segmentOf({x0, y0, x0 + (x1 - x0) / 3, y0 + (y1 - y0) / 3, x1 - (x1 - x0) / 3,
+                             y1 - (y1 - y0) / 3, x1, y1});
+}
+
+/// A closed polygon, or an open polyline.
+Curve polygon(Numbers const& xy, bool closed = true) {
+  std::vector<Segment> sides;
+  for (std::size_t i = 0; i + 3 < xy.size(); i += 2) {
+    sides.push_back(line(xy[i], xy[i + 1], xy[i + 2], xy[i + 3]));
+  }
+  if (closed) sides.push_back(line(xy[xy.size() - 2], xy[xy.size() - 1], xy[0], xy[1]));
+  return curveOf(sides, closed);
+}
+
+TEST(CurveContacts, AreThoseOfTheHardCases) {
+  double const crossing = 0, touching = 1, end = 2;
+  struct {
+    char const* name;
+    std::vector<Numbers> points, overlaps;
+  } const rows[] = {
+      {"paperjs/paper.js#1262", {{0, 0, end}, {1, 1, end}}, {}},
+      {"paperjs/paper.js#1074", {{0, 0, crossing}, {4, 2, crossing}}, {}},
+      {"paperjs/paper.js#648", {}, {{0, 4, 0, 4, 1}}},
+      {"paperjs/paper.js overlapping circles", {{0, 3, crossing}, {1, 2, crossing}}, {}},
+      {"hfutrell/BezierKit coincident", {}, {{0, 0.8, 1.0 / 3.0, 1, 1}}},
+      {"hfutrell/BezierKit coincident, reversed", {}, {{0, 1, 1, 0, 0}}},
+      {"hfutrell/BezierKit nearly coincident",
+       {{0.7320382269, 0.372681927, crossing}, {1, 0, end}},
+       {}},
+      {"nical/lyon point on curve", {{0.123456789, 0, end}}, {}},
+      {"google/skia same curve", {}, {{0, 1, 0, 1, 1}}},
+      {"google/skia n0 overlapping arcs", {{1, 0, end}}, {}},
+      {"google/skia coin1",
+       {{0.5166976971, 0.1808970543, crossing},
+        {0.5515764993, 0.5587797213, crossing},
+        {0.5816679964, 0.8847910949, crossing}},
+       {}},
+      {"FlorisSteenkamp/FloBezier near miss", {}, {}},
+      {"FlorisSteenkamp/FloBezier self-overlap", {{0, 0.5, end}, {1, 0, end}}, {}},
+      {"dhermes/bezier curve_intersections.json #11", {{2.0 / 3.0, 1.0 / 3.0, touching}}, {}},
+      {"dhermes/bezier curve_intersections.json #31", {{1.0 / 3.0, 0.5, touching}}, {}},
+      {"dhermes/bezier curve_intersections.json #35", {{1, 0, end}}, {}},
+      {"dhermes/bezier curve_intersections.json #44", {{0.25, 0, end}}, {}},
+      {"Logicalshift/flo_curves#30", {}, {{2.0 / 3.0, 1, 1, 2.0 / 3.0, 0}}},
+  };
+  for (auto const& row : rows) {
+    SCOPED_TRACE(row.name);
+    Case const c = caseOf(row.name);
+    CurveContacts const found = contacts(c.a, c.b);
+    expectPoints(found, row.points);
+    expectOverlaps(found, row.overlaps);
+  }
+}
+
+TEST(CurveContacts, OfACurveWithItselfAreThoseOfTheHardCases) {
+  struct {
+    char const* name;
+    std::vector<Numbers> points;
+  } const rows[] = {
+      // Exact arithmetic finds these three.
+      {"paperjs/paper.js#1233, 100 times as large",
+       {{1.000273859, 3.999726171, 0}, {1.000569352, 4.003997938, 0}, {1.30837836, 5.44128041, 0}}},
+      {"inkscape/lib2geom #46 missing",
+       {{0.02292809296, 2.9405570146, 0}, {0.3513473514, 1.3833717773, 0}}},
+      {"inkscape/lib2geom two kinks",
+       {{0.04915609252, 1.9633440928, 0},
+        {0.3072782894, 0.6961718168, 0},
+        {1.255614594, 1.7032895156, 0}}},
+      {"inkscape/lib2geom spider",
+       {{0.1722209921, 1.5824402603, 0},
+        {0.1992562765, 1.7632838701, 0},
+        {0.3942682668, 1.7811730492, 0},
+        {0.4411193916, 1.548269371, 0}}},
+      {"inkscape/lib2geom cusp node", {}},
+      {"inkscape/lib2geom node bowtie", {{2, 5, 0}}},
+      {"inkscape/lib2geom lens", {}},
+  };
+  for (auto const& row : rows) {
+    SCOPED_TRACE(row.name);
+    CurveContacts const found = selfContacts(caseOf(row.name).a);
+    expectPoints(found, row.points);
+    expectOverlaps(found, {});
+  }
+  expectPoints(selfContacts(caseOf("paperjs/paper.js#1263", false).a), {{0, 2, 2}});
+  expectPoints(selfContacts(caseOf("paperjs/paper.js#1263").a), {});
+  expectOverlaps(
+      selfContacts(caseOf("HTD/FastBezier#2").a),
+      {{0.125, 0.25, 0.5, 0.25, 0}, {0.125, 0.25, 0.5, 0.625, 1}, {0.25, 0.5, 0.625, 0.5, 0}});
+  for (std::string const& row : support::linesOf("hard_cases/loops")) {
+    if (row.empty() || row[0] == '#') continue;
+    SCOPED_TRACE(row);
+    auto const parts = support::partsOf(std::istringstream(row + "| "), '|');
+    auto const n = support::numbersIn({parts.begin() + 1, parts.end()});
+    std::vector<Numbers> expected;
+    if (!n[2].empty()) expected.push_back({n[2][0], n[2][1], 0});
+    expectPoints(selfContacts(curveOf({support::segmentOf(n[0])}, false)), expected);
+  }
+}
+
+TEST(CurveContacts, RunOverJointsAndTheSeam) {
+  Curve const square = polygon({0, 0, 4, 0, 4, 4, 0, 4});
+  struct {
+    char const* name;
+    Curve other;
+    std::vector<Numbers> points, overlaps;
+  } const rows[] = {
+      {"itself, begun elsewhere", polygon({4, 4, 0, 4, 0, 0, 4, 0}), {}, {{0, 4, 2, 2, 1}}},
+      {"itself, reversed", polygon({0, 0, 0, 4, 4, 4, 4, 0}), {}, {{0, 4, 4, 0, 0}}},
+      {"a path over the seam", polygon({0, 2, 0, 0, 2, 0}, false), {}, {{3.5, 0.5, 0, 2, 1}}},
+      {"a neighbour with a longer side",
+       polygon({4, -1, 6, -1, 6, 5, 4, 5}),
+       {},
+       {{1, 2, 3.0 + 5.0 / 6.0, 3.0 + 1.0 / 6.0, 0}}},
+      {"through two corners",
+       polygon({-1, -1, 5, 5}, false),
+       {{0, 1.0 / 6.0, 0}, {2, 5.0 / 6.0, 0}},
+       {}},
+      {"a corner on a side", polygon({6, 1, 4, 2, 6, 3}, false), {{1.5, 1, 1}}, {}},
+      {"corner to corner", polygon({4, 4, 6, 4, 6, 6}), {{2, 0, 1}}, {}},
+      {"an end in a corner", polygon({4, 4, 6, 6}, false), {{2, 0, 2}}, {}},
+  };
+  for (auto const& row : rows) {
+    SCOPED_TRACE(row.name);
+    CurveContacts const found = contacts(square, row.other);
+    expectPoints(found, row.points);
+    expectOverlaps(found, row.overlaps);
+  }
+  CurveContacts const spike = selfContacts(polygon({0, 0, 4, 0, 1, 0, 1, 3}, false));
+  expectPoints(spike, {});
+  expectOverlaps(spike, {{0.25, 1, 2, 1, 0}});
+}
+
+TEST(CurveContacts, WithALineAreInOrderAlongIt) {
+  Curve const square = polygon({0, 0, 4, 0, 4, 4, 0, 4});
+  auto const found = contacts(square, Point(6, 6), Point(-2, -2));
+  ASSERT_EQ(found.size(), 2u);
+  EXPECT_EQ(found[0].along, 0.25);
+  EXPECT_EQ(globalOf(found[0].position), 2.0);
+  EXPECT_EQ(globalOf(found[1].position), 0.0);
+  EXPECT_EQ(found[1].kind, ContactKind::crossing);
+  auto const along = contacts(square, Point(-1, 0), Point(3, 0));
+  ASSERT_EQ(along.size(), 2u);
+  EXPECT_EQ(along[0].along, 0.25);
+  EXPECT_EQ(along[1].along, 1.0);
+  EXPECT_EQ(along[1].kind, ContactKind::touching);
+  auto const tip = contacts(square, Point(2, 2), Point(2, 4));
+  ASSERT_EQ(tip.size(), 1u);
+  EXPECT_EQ(tip[0].kind, ContactKind::end);
+}
+
+TEST(CurveContacts, AnswerAnyInput) {
+  Curve const empty, square = polygon({0, 0, 4, 0, 4, 4, 0, 4});
+  double const nan = std::numeric_limits<double>::quiet_NaN();
+  for (Curve const& other : {empty, polygon({nan, 0, 1, 1}), polygon({1e300, 0, 1, 1})}) {
+    EXPECT_TRUE(contacts(square, other).points.empty());
+    EXPECT_TRUE(contacts(other, square).points.empty());
+    EXPECT_TRUE(selfContacts(other).points.empty());
+    EXPECT_TRUE(contacts(other, Point(1, -1), Point(1, 1)).empty());
+  }
+  EXPECT_TRUE(contacts(square, Point(nan, -1), Point(1, 1)).empty());
+  EXPECT_EQ(contacts(square, Point(2, 0), Point(2, 0)).size(), 1u);
+}
+
+}  // namespace
