@@ -7,7 +7,7 @@
 #include <cmath>
 
 /// A 2D point with coordinates of type T, x to the right and y up, compiled once for double. No
-/// operation fails; coordinates that are not finite give coordinates that are not finite.
+/// operation fails; NaN and infinity propagate.
 template <class T>
 class GxCoord {
  public:
@@ -49,7 +49,7 @@ class GxCoord {
   /// The distance between two points.
   T distance(GxCoord const& p) const { return std::sqrt(squaredDistance(p)); }
 
-  /// The square of the distance, dx*dx + dy*dy: what comparisons need, without the root.
+  /// The square of the distance, dx*dx + dy*dy, which suffices for comparisons.
   T squaredDistance(GxCoord const& p) const {
     T const dx = x_ - p.x_;
     T const dy = y_ - p.y_;
@@ -64,8 +64,8 @@ class GxCoord {
     T const dy = y_ - centre.y_;
     T const cx = centre.x_;
     T const cy = centre.y_;
-    // Exact form: a sum with -s has the bits of a difference, but gcc pairs a difference and a sum
-    // into one fused instruction where the target has one, contraction off or not.
+    // Exact form: adding dy * -s gives the bits of subtracting dy * s and keeps gcc from emitting a
+    // fused add-subtract, which -ffp-contract=off does not prevent.
     x_ = cx + (dx * c + dy * -s);
     y_ = cy + (dx * s + dy * c);
   }

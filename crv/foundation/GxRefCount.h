@@ -7,7 +7,7 @@
 /// it takes no lock itself: callers bracket every change with lockRefCount and unlockRefCount.
 class CRV_API GxRefCount {
  public:
-  /// A counter for the object at p (null is allowed), with a count of 1: its maker's reference.
+  /// A counter for the object at p (null is allowed). The count starts at 1, for its maker.
   GxRefCount(void* p);
   ~GxRefCount();
   GxRefCount(GxRefCount const&) = delete;
@@ -16,7 +16,7 @@ class CRV_API GxRefCount {
   /// Adds one to the count.
   GxRefCount& operator++();
 
-  /// Takes one off the count and returns the new count.
+  /// Decrements the count and returns it.
   int decrement();
   /// The count.
   int value() const;
@@ -31,5 +31,5 @@ class CRV_API GxRefCount {
 /// Takes the process-wide mutex that guards every counter; it is not recursive.
 CRV_API void lockRefCount();
 
-/// Releases what lockRefCount took.
+/// Releases that mutex.
 CRV_API void unlockRefCount();

@@ -5,12 +5,11 @@
 
 #include <cmath>
 
-/// A 2D vector with components of type T, compiled once for double. No operation fails; components
-/// that are not finite give components that are not finite.
+/// A 2D vector with components of type T, compiled once for double. No operation fails; NaN and
+/// infinity propagate.
 template <class T>
 class GxVector {
  public:
-  /// The zero vector.
   GxVector() : x_(), y_() {}
   /// The vector (x, y).
   GxVector(T const& x, T const& y) : x_(x), y_(y) {}
@@ -37,7 +36,6 @@ class GxVector {
     return *this;
   }
 
-  /// The scalar multiple.
   GxVector operator*(T const& s) const { return GxVector(x_ * s, y_ * s); }
 
   /// The dot product, x1*x2 + y1*y2.

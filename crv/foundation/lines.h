@@ -52,11 +52,11 @@ CRV_API int isPointInBox(GxCoord<double> const& p, double minX, double minY, dou
 /// Moves both points onto their midpoint.
 CRV_API void pointsAverage(GxCoord<double>& p, GxCoord<double>& q);
 
-// ---- Inline, for the loops that live on them --------------------------------------------------
+// ---- Inline, because inner loops call them ------------------------------------------------------
 
 inline int isEqual(GxCoord<double> const& p, GxCoord<double> const& q, double tol) {
-  // Squares of anything above this do not underflow, and then no distance is less than |dx| or
-  // |dy|.
+  // Curve units. Above this, squaring cannot underflow, so the distance is never below |dx| or |dy|
+  // and the quick test is exact.
   constexpr double kSquareIsSafe = 1e-150;
   if (tol > kSquareIsSafe) {
     if (std::fabs(p.xval() - q.xval()) > tol || std::fabs(p.yval() - q.yval()) > tol) return 0;

@@ -7,7 +7,7 @@
 
 namespace {
 
-// Parameter: a start this close to a joint is moved onto it, so that no sliver is split off.
+// Parameter: a start closer to a joint than this is moved onto it, so that no sliver is split off.
 constexpr double kSnapToJointBefore = 0.1;
 constexpr double kSnapToJointAfter = 0.9;
 

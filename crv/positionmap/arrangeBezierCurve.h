@@ -1,4 +1,4 @@
-// Turns a curve to run from one place to another.
+// Makes a curve run from one place to another.
 #pragma once
 
 #include "crv/curve/GxBezierCurve.h"
@@ -6,9 +6,13 @@
 #include "crv/export.h"
 #include "crv/foundation/GxCoord.h"
 
-/// Turns a curve round so that it runs the right way between a and b.
+/// Makes a curve run the right way between a and b.
 ///   ends that meet (GxBezierCurve::isClose, which moves them together): the curve is made to start
-///   and end at b, and to reach a by the shorter way, counted in segments
+///   and end at b, then reversed when the way from a forwards to b is shorter than the way from b
+///   forwards to a. Both ways are counted in segments: the positions as numbered before the new
+///   start was made, the number of segments as it is after it. Where b's segment was split, the
+///   way chosen may therefore be the longer one: a closed square with a = (0, 0.2), b = (2, 0.5)
+///   is reversed and reaches a after 2.8 sides instead of 2.2
 ///   other ends: the curve is reversed when b lies before a
 /// The new start is the joint before b when b's t is at most 0.1, the joint after it from 0.9 on;
 /// in between, b's segment is split and the curve gains one.

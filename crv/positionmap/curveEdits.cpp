@@ -49,8 +49,8 @@ void addPiece(Segments& pieces, GxBezier const& piece, int forward) {
   }
 }
 
-/// Takes the stretch of src that runs forwards from a to b, across the seam where b is not after a,
-/// and turns it round if forward is 0. Both lie on src.
+/// Copies the stretch of src that runs forwards from a to b, across the seam where b is not after
+/// a, and reverses the copy if forward is 0. Both positions lie on src.
 void takeStretch(GxBezierCurve& src, Position const& a, Position const& b, int forward,
                  Segments& pieces) {
   double const aT = a.getTValue();
@@ -68,7 +68,7 @@ void takeStretch(GxBezierCurve& src, Position const& a, Position const& b, int f
   if (bT != 0.0) addPiece(pieces, partBefore(src(last), bT), forward);
 }
 
-/// Gives a curve other segments, by moving them: nothing is allocated, so nothing can fail.
+/// Replaces the segments of a curve by moving others into it; nothing is allocated or can fail.
 void replace(GxBezierCurve& curve, Segments& segments) {
   curve.getSegments().empty();
   curve.getSegments().join(segments);
@@ -76,20 +76,35 @@ void replace(GxBezierCurve& curve, Segments& segments) {
 
 void removeLast(Segments& segments) { segments.remove(static_cast<int>(segments.length()) - 1); }
 
+/// Adds the parts of a segment split at t to both sides, at t = 0 only the part after it.
+void addParts(GxBezier const& segment, double t, Segments& before, Segments& after) {
+  after.add(partAfter(segment, t));
+  if (t != 0.0) before.add(partBefore(segment, t));
+}
+
+void cutPlainly(Segments const& old, unsigned k, double t, Segments& before, Segments& after) {
+  for (unsigned i = 0; i < k; ++i) before.add(old[i]);
+  addParts(old[k], t, before, after);
+  for (unsigned i = k + 1; i < old.length(); ++i) after.add(old[i]);
+}
+
+/// Deliberate: the segment before the cut is lost, and the part behind the cut, which starts one
+/// segment early, takes the first segment in its place.
+void cutOneEarly(Segments const& old, unsigned k, double t, Segments& before, Segments& after) {
+  for (unsigned i = 1; i + 1 < k; ++i) before.add(old[i]);
+  addParts(old[k], t, before, after);
+  for (unsigned i = k; i < old.length(); ++i) after.add(old[i]);
+  after.add(old[0]);
+}
+
 /// Cuts first at pos, which is on it and neither its start nor its end.
 void cut(Position const& pos, GxBezierCurve& first, GxBezierCurve& second) {
   unsigned const k = static_cast<unsigned>(pos.getSegmentNumber());
-  // Deliberate: from segment 2 on, the segment before the cut is lost, and second, which starts one
-  // segment early, takes the first in its place.
-  bool const isPlain = k < 2;
-  Segments const& old = first.getSegments();
+  // Deliberate: only a cut at segment 0 or 1 is a plain one.
+  auto const cutAt = k < 2 ? cutPlainly : cutOneEarly;
   Segments before;
   Segments after;
-  for (unsigned i = isPlain ? 0 : 1; i < (isPlain ? k : k - 1); ++i) before.add(old[i]);
-  after.add(partAfter(old[k], pos.getTValue()));
-  if (pos.getTValue() != 0.0) before.add(partBefore(old[k], pos.getTValue()));
-  for (unsigned i = isPlain ? k + 1 : k; i < old.length(); ++i) after.add(old[i]);
-  if (!isPlain) after.add(old[0]);
+  cutAt(first.getSegments(), k, pos.getTValue(), before, after);
   replace(first, before);
   replace(second, after);
 }

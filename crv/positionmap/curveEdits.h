@@ -13,10 +13,12 @@
 /// Appends a copy of the stretch of src from start to end to dst, cutting the segments that hold
 /// them; with forward 0 the stretch is run backwards, from start back to end, and so is its copy.
 /// Where end does not come after start in that direction, the stretch runs across the seam, also
-/// on an open curve. dst keeps its closed flag; dst may be src.
+/// on an open curve. dst keeps its closed flag. dst may be src, but the map of a stretch across the
+/// seam or read backwards then takes the number of segments after the append for the number before.
 ///    0  copied; map is that of constructRangePositionMap, base being dst's segments before
 ///   -1  start and end coincide (one segment, t within 1e-9): dst is unchanged, map is the one of
-///       constructSingletonPositionMap, which takes start to dst's end
+///       constructSingletonPositionMap, which takes start, as translate reads it, to dst's end:
+///       (3, 0.0) of 3 closed segments is read as (0, 0.0)
 ///   -1  start or end is not on src: dst and map are unchanged
 /// The map of a stretch of a strictly closed src refers to src, which must outlive it and keep its
 /// number of segments.

@@ -1,8 +1,8 @@
 // Makes position maps. Each function stands under the file that holds it and its map.
 //
-// Without memory for a map, the handle is a null one; what is made of several maps, a composite or
-// a stretch read backwards, may throw std::bad_alloc. "Outside" below means: the map returns -1 and
-// stores the position named.
+// If memory for a map cannot be allocated, the handle is null; composites and stretches read
+// backwards may throw std::bad_alloc. "Outside" below means that the map returns -1 and stores the
+// position named there.
 #pragma once
 
 #include "crv/curve/GxBezierCurve.h"
@@ -21,8 +21,8 @@ CRV_API GxHandle<GxBezierCurvePositionMapBase> constructIdentityPositionMap();
 // ---- positionMaps_composite.cpp: one map after another ------------------------------------------
 
 /// Applies first, then second; the inverse undoes second, then first. A map that returns other than
-/// 0 ends the walk: its code is returned, and what it stored is left. A null handle is such a map,
-/// with -1.
+/// 0 stops the chain; its code is returned and out keeps what it stored. A null handle stops the
+/// chain with -1.
 CRV_API GxHandle<GxBezierCurvePositionMapBase> constructCompositePositionMap(
     GxHandle<GxBezierCurvePositionMapBase> const& first,
     GxHandle<GxBezierCurvePositionMapBase> const& second);
@@ -69,7 +69,12 @@ CRV_API GxHandle<GxBezierCurvePositionMapBase> constructSingletonPositionMap(
 /// gap that a stretch across the seam leaves out: its end when nearer in segments to start, else
 /// its start. The inverse covers everything from base on and carries positions beyond the stretch
 /// on with 0; before base it gives start with -1. A map of a closed curve refers to the curve,
-/// which must outlive it and keep its number of segments; with closed 0 the map is free of it.
+/// which must outlive it and keep its number of segments; with closed 0 the map does not refer to
+/// it.
+/// With forward 0 the map is a composite of the reversal and of such a map of the reversed curve. A
+/// position off the curve then stores what the reversal stores, (0, 0.0) or (n, 0.0), without base;
+/// the inverse of a position before base stores start in the reversed numbering, and an inverse
+/// beyond the reversed curve gives -1 with (0, 0.0) or (n, 0.0).
 CRV_API GxHandle<GxBezierCurvePositionMapBase> constructRangePositionMap(
     GxBezierCurve& curve, int closed, int base, int forward, GxBezierCurvePosition const& start,
     GxBezierCurvePosition const& end, GxBezierCurvePosition const& curveEnd);

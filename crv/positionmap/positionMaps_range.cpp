@@ -16,10 +16,10 @@ namespace {
 using Position = GxBezierCurvePosition;
 using MapHandle = GxHandle<GxBezierCurvePositionMapBase>;
 
-// Parameter: pieces shorter than this have no inside, and positions this close to an end are on it.
+// Parameter: pieces shorter than this have no inside, and positions closer to an end are at it.
 constexpr double kPiece = 1e-9;
 
-/// The new parameter of a place that lies part into a piece of the length whole.
+/// The parameter on the new segment of a place at the length part of a piece of the length whole.
 double share(double part, double whole) { return IS_ZERO(whole, kPiece) ? 0.0 : part / whole; }
 
 /// A stretch and the curve it was taken from; for closed 0 the curve is never looked at.
@@ -31,12 +31,14 @@ struct Stretch {
   Position start;
   Position end;
 
-  Position read(Position const& in) const {
+  /// The position, with the seam as translate reads it.
+  Position seamResolved(Position const& in) const {
     return closed ? translate(*curve, closed, in, forward) : in;
   }
 
-  /// The same stretch with its ends as they are read.
-  Stretch asRead() const { return {curve, closed, forward, base, read(start), read(end)}; }
+  Stretch withSeamResolved() const {
+    return {curve, closed, forward, base, seamResolved(start), seamResolved(end)};
+  }
 
   long long segmentSpan() const {
     return segmentOf(end) - segmentOf(start) + (end.getTValue() != 0.0 ? 1 : 0);
@@ -46,13 +48,16 @@ struct Stretch {
 /// What both maps of a stretch share.
 class StretchMap : public GxBezierCurvePositionMapBase {
  protected:
-  /// Deliberate: the segments are counted on the stretch as given, not as read.
-  StretchMap(Stretch const& given, long long turn)
-      : stretch_(given.asRead()), count_(clampedInt(given.segmentSpan() + turn)) {}
+  /// Across the seam, the span is negative, and the segments of one lap are added to it.
+  /// Deliberate: the segments are counted before the seam is resolved. For a reversed stretch,
+  /// which comes with its ends in the reversed numbering, this makes a difference.
+  StretchMap(Stretch const& stretch, long long segmentsPerLap)
+      : stretch_(stretch.withSeamResolved()),
+        count_(clampedInt(stretch.segmentSpan() + segmentsPerLap)) {}
 
   Position const& start() const { return stretch_.start; }
   Position const& end() const { return stretch_.end; }
-  Position read(Position const& in) const { return stretch_.read(in); }
+  Position seamResolved(Position const& in) const { return stretch_.seamResolved(in); }
   long long count() const { return count_; }
 
   bool inStartSegment(Position const& p) const {
@@ -95,10 +100,10 @@ class StretchMap : public GxBezierCurvePositionMapBase {
 /// A stretch that runs from S forwards to a later E.
 class GxRangePositionMap : public StretchMap {
  public:
-  explicit GxRangePositionMap(Stretch const& given) : StretchMap(given, 0) {}
+  explicit GxRangePositionMap(Stretch const& stretch) : StretchMap(stretch, 0) {}
 
   int mapPosition(Position& out, Position const& in) const override {
-    Position const p = read(in);
+    Position const p = seamResolved(in);
     if (p < start()) {
       out = newStart();
       return -1;
@@ -155,13 +160,13 @@ class GxRangePositionMap : public StretchMap {
 /// A stretch that runs from S past the end of a closed curve to E, which is not after S.
 class GxWrappedRangePositionMap : public StretchMap {
  public:
-  GxWrappedRangePositionMap(Stretch const& given, Position const& curveEnd)
-      : StretchMap(given, segmentOf(curveEnd)),
+  GxWrappedRangePositionMap(Stretch const& stretch, Position const& curveEnd)
+      : StretchMap(stretch, segmentOf(curveEnd)),
         n_(segmentOf(curveEnd)),
         beforeSeam_(n_ - segmentOf(start())) {}
 
   int mapPosition(Position& out, Position const& in) const override {
-    Position const p = read(in);
+    Position const p = seamResolved(in);
     if (end() < p && p < start()) {
       // Deliberate: near the end gives the start, near the start gives the end.
       bool const nearEnd = segmentOf(p) - segmentOf(end()) <= segmentOf(start()) - segmentOf(p);
@@ -229,12 +234,12 @@ class GxWrappedRangePositionMap : public StretchMap {
   long long beforeSeam_;  // the new segments that the part from S to the seam fills
 };
 
-MapHandle plainMap(Stretch const& given) {
-  return MapHandle(new (std::nothrow) GxRangePositionMap(given));
+MapHandle plainMap(Stretch const& stretch) {
+  return MapHandle(new (std::nothrow) GxRangePositionMap(stretch));
 }
 
-MapHandle wrappedMap(Stretch const& given, Position const& curveEnd) {
-  return MapHandle(new (std::nothrow) GxWrappedRangePositionMap(given, curveEnd));
+MapHandle wrappedMap(Stretch const& stretch, Position const& curveEnd) {
+  return MapHandle(new (std::nothrow) GxWrappedRangePositionMap(stretch, curveEnd));
 }
 
 }  // namespace
@@ -242,7 +247,7 @@ MapHandle wrappedMap(Stretch const& given, Position const& curveEnd) {
 MapHandle constructRangePositionMap(GxBezierCurve& curve, int closed, int base, int forward,
                                     Position const& start, Position const& end,
                                     Position const& curveEnd) {
-  Stretch stretch = Stretch{&curve, closed, forward, base, start, end}.asRead();
+  Stretch stretch = Stretch{&curve, closed, forward, base, start, end}.withSeamResolved();
   if (forward) {
     return stretch.start < stretch.end ? plainMap(stretch) : wrappedMap(stretch, curveEnd);
   }
@@ -258,7 +263,7 @@ MapHandle constructRangePositionMap(GxBezierCurve& curve, int closed, int base, 
     return constructCompositePositionMap(reversal, plainMap(stretch));
   }
   if (stretch.start == curveEnd) {
-    // Read from the start of the curve backwards: the whole way lies behind the seam.
+    // The stretch is read backwards from the start of the curve, so all of it lies behind the seam.
     stretch.start = GxBezierCurvePosition(0, 0.0);
     return constructCompositePositionMap(reversal, plainMap(stretch));
   }

@@ -12,7 +12,7 @@ namespace {
 
 using Position = GxBezierCurvePosition;
 
-// Parameter: two positions of one segment this close coincide.
+// Parameter: two positions on one segment coincide when they are closer than this.
 constexpr double kCoincidence = 1e-9;
 
 bool coincide(Position const& p, Position const& q) {
@@ -20,8 +20,8 @@ bool coincide(Position const& p, Position const& q) {
          IS_EQUAL(p.getTValue(), q.getTValue(), kCoincidence);
 }
 
-/// A position as one number, moved on by some segments.
-double flattened(Position const& p, double segments) {
+/// The position, moved on by a number of segments, as one parameter of the whole curve.
+double globalParameter(Position const& p, double segments) {
   return static_cast<double>(p.getSegmentNumber()) + segments + p.getTValue();
 }
 
@@ -31,8 +31,8 @@ int isEqual(GxBezierCurve const& curve, Position const& a, Position const& b, do
   if (isEqual(a, b, tol)) return 1;
   if (!curve.strictIsClosed()) return 0;
   double const n = static_cast<double>(curve.length());
-  return IS_EQUAL(flattened(a, n), flattened(b, 0.0), tol) ||
-         IS_EQUAL(flattened(a, 0.0), flattened(b, n), tol);
+  return IS_EQUAL(globalParameter(a, n), globalParameter(b, 0.0), tol) ||
+         IS_EQUAL(globalParameter(a, 0.0), globalParameter(b, n), tol);
 }
 
 int isStrictBetweenPosition(Position const& p, Position const& a, Position const& b, int closed) {

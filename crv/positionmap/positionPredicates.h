@@ -4,15 +4,16 @@
 // and on from its start; on an open one a stretch with b before a holds nothing. Positions need not
 // lie on a curve: they are compared as they are. Two positions coincide, below, when they have the
 // same segment number and t within 1e-9: (2, 1.0) and (3, 0.0) do not, although they name one
-// place.
+// place. A position whose t is NaN coincides with none; segment numbers are compared first, so that
+// it can lie strictly inside a stretch that covers its whole segment.
 #pragma once
 
 #include "crv/curve/GxBezierCurve.h"
 #include "crv/curve/GxBezierCurvePosition.h"
 #include "crv/export.h"
 
-/// 1 when segment + t of both differ by less than tol, strictly; on a strictly closed curve also
-/// when they do after one of them is moved on by one turn: its end is its start.
+/// 1 when segment + t of both differ by less than tol, strictly; on a strictly closed curve, whose
+/// end is its start, also when they do after one of them is moved on by one lap.
 CRV_API int isEqual(GxBezierCurve const& curve, GxBezierCurvePosition const& a,
                     GxBezierCurvePosition const& b, double tol);
 
@@ -52,7 +53,8 @@ CRV_API GxBezierCurvePosition snapToAnchor(GxBezierCurvePosition const& pos, dou
 
 /// Stores from moved on by dt, at most 1 in magnitude, in t. On an open curve it stops at the ends;
 /// on a strictly closed one it goes on across the seam, from which the end (n, 0.0) is still a
-/// position of its own. On an empty curve, or with a larger dt, result is untouched.
+/// position of its own. On an empty curve, or with a larger dt, result is untouched; a dt of NaN
+/// stores a position whose t is NaN.
 CRV_API void adjustBezierCurvePosition(GxBezierCurvePosition& result,
                                        GxBezierCurvePosition const& from,
                                        GxBezierCurve const& curve, double dt);
