@@ -5,6 +5,7 @@
 #include "crv/accurate/contacts.h"
 #include "crv/accurate/curveContacts.h"
 #include "crv/accurate/direction.h"
+#include "crv/accurate/fit.h"
 #include "crv/accurate/nearest.h"
 #include "crv/accurate/types.h"
 #include "crv/bezier/GxBezier.h"

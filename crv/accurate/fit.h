@@ -1,0 +1,52 @@
+// A chain of few segments through digitised samples.
+#pragma once
+
+#include "crv/accurate/types.h"
+#include "crv/export.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace crv {
+
+/// What a fit may do.
+struct FitOptions {
+  double tolerance = 0.5;    ///< Curve units: how far a sample may lie from the curve.
+  bool closed = false;       ///< Whether the samples run around a closed stroke.
+  double cornerAngle = 0.0;  ///< Radians of turn, up to pi, that make a corner; 0: no corners.
+};
+
+/// A fitted curve and what was measured of it.
+struct Fit {
+  Curve curve;
+  double worstDistance = 0.0;        ///< Of a sample from its foot; at most the tolerance.
+  std::size_t worstSample = 0;       ///< The index of a sample that far away, the first of them.
+  std::vector<std::size_t> corners;  ///< The indices of samples at corners, ascending.
+  std::vector<Position> positions;   ///< The foot of every sample; feet never run back.
+};
+
+/// Fits a chain of cubic segments to samples in their order, with few segments.
+///
+/// Every sample lies within the tolerance of its foot. The curve starts at the first sample and, if
+/// open, ends at the last, bit for bit; a closed one ends where it starts and has its closed flag
+/// set. A last sample equal to the first of a closed stroke adds nothing and has its foot at the
+/// seam, (0, 0.0). At every joint that is no corner, and at the seam of a closed curve unless the
+/// first sample is a corner, the directions on both sides agree within 1e-6 radians, as long as the
+/// samples there are more than 2^-26 S apart. No handle is longer than twice the diagonal of the
+/// box of the samples.
+///
+/// A sample is a corner where the chords to the nearest samples before and after it that are a
+/// tolerance away along the path, or farther, turn by cornerAngle or more; of several such samples
+/// within one tolerance the sharpest counts. The curve passes corners exactly, with a direction of
+/// its own on each side. The ends of an open stroke are no corners.
+///
+/// Samples may repeat, run back and cross; equal ones share a foot. Samples that are all equal give
+/// one segment that is a point. No samples, a tolerance that is not above 0, samples that are not
+/// finite or beyond the bounds of types.h give an empty result.
+///
+/// Cost: n log n for n samples; about 20 evaluations of a cubic each.
+/// Method: from each joint the longest run of samples that one segment can follow, found by
+/// galloping and bisection (see internal/segmentFit.h); its end direction starts the next one.
+[[nodiscard]] CRV_API Fit fit(std::vector<Point> const& samples, FitOptions const& options);
+
+}  // namespace crv

@@ -1,0 +1,34 @@
+// A cubic in power form from its start, for loops that need derivatives, too.
+#pragma once
+
+#include "crv/bezier/internal/cubic.h"
+
+namespace crv::internal {
+
+/// The motion along a cubic, t being the time: places relative to the start point.
+struct Motion {
+  Point c1, c2, c3;
+
+  /// Of the cubic with these control points relative to its start.
+  Motion(Point const& p1, Point const& p2, Point const& p3)
+      : c1(p1 * 3.0), c2((p2 - p1 * 2.0) * 3.0), c3(p3 - (p2 - p1) * 3.0) {}
+
+  Point place(double t) const { return (c1 + (c2 + c3 * t) * t) * t; }
+  Point velocity(double t) const { return c1 + (c2 * 2.0 + c3 * (3.0 * t)) * t; }
+  Point acceleration(double t) const { return c2 * 2.0 + c3 * (6.0 * t); }
+};
+
+/// How far to go back in t for the foot of the point from which the motion is an error away, by
+/// Newton's method for the nearest point; by its first-order form where the curvature would lead
+/// away.
+inline double footStep(Point const& error, Point const& velocity, Point const& acceleration) {
+  // The part of the first-order denominator that the curvature must leave.
+  constexpr double kMinDenominator = 0.2;
+  double const along = dot(error, velocity);
+  double const squaredSpeed = dot(velocity, velocity);
+  double denominator = squaredSpeed + dot(error, acceleration);
+  if (!(denominator > kMinDenominator * squaredSpeed)) denominator = squaredSpeed;
+  return denominator > 0.0 ? along / denominator : 0.0;
+}
+
+}  // namespace crv::internal
