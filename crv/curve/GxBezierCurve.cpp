@@ -42,14 +42,6 @@ int GxBezierCurve::operator==(GxBezierCurve const& other) { return segments_ == 
 
 int GxBezierCurve::operator!=(GxBezierCurve const& other) { return segments_ != other.segments_; }
 
-int GxBezierCurve::operator==(GxBezierCurve& other) const { return segments_ == other.segments_; }
-
-int GxBezierCurve::operator!=(GxBezierCurve& other) const { return segments_ != other.segments_; }
-
-int GxBezierCurve::operator==(GxBezierCurve& other) { return segments_ == other.segments_; }
-
-int GxBezierCurve::operator!=(GxBezierCurve& other) { return segments_ != other.segments_; }
-
 int GxBezierCurve::operator<(GxBezierCurve const& /*other*/) const { return 0; }
 
 int GxBezierCurve::operator>(GxBezierCurve const& /*other*/) const { return 0; }

@@ -39,22 +39,19 @@ class CRV_API GxBezierCurve {
   GxBezierCurve& operator=(GxBezierCurve const& other);
 
   /// Returns 1 when the segments are equal pairwise, exactly; the closed flag is not compared. The
-  /// overloads that take a modifiable curve keep mixed comparisons unambiguous from C++20 on.
+  /// inline overloads keep every mix of operands unambiguous from C++20 on.
   int operator==(GxBezierCurve const& other);
-  /// 1 when the segments are equal, exactly; the closed flag is not compared.
   int operator==(GxBezierCurve const& other) const;
-  /// 1 when the segments are equal, exactly; the closed flag is not compared.
-  int operator==(GxBezierCurve& other) const;
-  /// 1 when the segments are equal, exactly; the closed flag is not compared.
-  int operator==(GxBezierCurve& other);
-  /// The opposite of ==.
+  int operator==(GxBezierCurve& other) const { return segments_ == other.segments_; }
+  int operator==(GxBezierCurve& other) { return segments_ == other.segments_; }
+  int operator==(GxBezierCurve&& other) const { return segments_ == other.segments_; }
+  int operator==(GxBezierCurve&& other) { return segments_ == other.segments_; }
   int operator!=(GxBezierCurve const& other);
-  /// The opposite of ==.
   int operator!=(GxBezierCurve const& other) const;
-  /// The opposite of ==.
-  int operator!=(GxBezierCurve& other) const;
-  /// The opposite of ==.
-  int operator!=(GxBezierCurve& other);
+  int operator!=(GxBezierCurve& other) const { return segments_ != other.segments_; }
+  int operator!=(GxBezierCurve& other) { return segments_ != other.segments_; }
+  int operator!=(GxBezierCurve&& other) const { return segments_ != other.segments_; }
+  int operator!=(GxBezierCurve&& other) { return segments_ != other.segments_; }
 
   /// Always returns 0: curves have no order; the operators let standard containers hold them.
   int operator<(GxBezierCurve const& other) const;

@@ -12,8 +12,9 @@ TEST(GxBezierCurveComparison, IsUnambiguousInNewerStandards) {
   GxBezierCurve const same(curve);
   EXPECT_TRUE(same == curve && curve == same && curve == curve && same == same);
   EXPECT_FALSE(same != curve || curve != same || curve != curve || same != same);
-  EXPECT_TRUE(same != other && other != same && curve != other &&
-              GxBezierCurve() == GxBezierCurve());
+  EXPECT_TRUE(same != other && other != same && curve != other && GxBezierCurve() != same);
+  EXPECT_TRUE(same != GxBezierCurve() && curve != GxBezierCurve() && GxBezierCurve() != curve);
+  EXPECT_FALSE(same == GxBezierCurve() || curve == GxBezierCurve() || GxBezierCurve() == curve);
 }
 
 }  // namespace
