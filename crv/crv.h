@@ -4,6 +4,7 @@
 #include "crv/accurate/arcLength.h"
 #include "crv/accurate/contacts.h"
 #include "crv/accurate/curveContacts.h"
+#include "crv/accurate/cut.h"
 #include "crv/accurate/direction.h"
 #include "crv/accurate/fit.h"
 #include "crv/accurate/nearest.h"

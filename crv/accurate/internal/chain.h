@@ -18,6 +18,23 @@ struct Place {
   double t;
 };
 
+/// The place of a position on a curve of so many segments, with t below 1 except at the curve's
+/// end, which is 1.0 on the last segment also where the curve is closed; nothing for a position
+/// that is not on the curve.
+inline std::optional<Place> placeAmong(std::size_t segments,
+                                       GxBezierCurvePosition const& position) {
+  long const n = static_cast<long>(segments);
+  long const given = position.getSegmentNumber();
+  if (given < -1 || given > n) return std::nullopt;
+  GxBezierCurvePosition const p(static_cast<int>(given), position.getTValue());
+  long const segment = p.getSegmentNumber();
+  double const t = p.getTValue();
+  if (n == 0 || segment < 0 || segment > n || !(t < 1.0)) return std::nullopt;
+  if (segment < n) return Place{static_cast<std::size_t>(segment), t};
+  if (t > 0.0) return std::nullopt;
+  return Place{segments - 1, 1.0};
+}
+
 /// The segments of a curve and its closed flag, copied: reading a curve moves its list's cursor.
 struct Chain {
   std::vector<Cubic> segments;
@@ -50,19 +67,9 @@ struct Chain {
     return GxBezierCurvePosition(static_cast<int>(segment), t);
   }
 
-  /// The place of a position, with t below 1 except at the curve's end, which is 1.0 on the last
-  /// segment also where the curve is closed; nothing for a position that is not on the curve.
+  /// The place of a position on this curve; see placeAmong.
   std::optional<Place> placeOf(GxBezierCurvePosition const& position) const {
-    long const n = static_cast<long>(size());
-    long const given = position.getSegmentNumber();
-    if (given < -1 || given > n) return std::nullopt;
-    GxBezierCurvePosition const p(static_cast<int>(given), position.getTValue());
-    long const segment = p.getSegmentNumber();
-    double const t = p.getTValue();
-    if (n == 0 || segment < 0 || segment > n || !(t < 1.0)) return std::nullopt;
-    if (segment < n) return Place{static_cast<std::size_t>(segment), t};
-    if (t > 0.0) return std::nullopt;
-    return Place{size() - 1, 1.0};
+    return placeAmong(size(), position);
   }
 };
 
