@@ -3,12 +3,17 @@
 // may overlap.
 #include "crv/bezier/GxBezier.h"
 
+#include "crv/bezier/internal/cubic.h"
 #include "crv/bezier/internal/powerForm.h"
+#include "crv/foundation/internal/solvers.h"
 #include "crv/foundation/solvers.h"
 #include "crv/foundation/tolerance.h"
 
 #include <utility>
 
+using crv::internal::Cubic;
+using crv::internal::dot;
+using crv::internal::Point;
 using crv::internal::PowerForm;
 using Vector = GxVector<double>;
 
@@ -27,6 +32,9 @@ constexpr double kAtEnd = kZeroTolerance;
 
 // Curve units: a cubic lies on the axis when all four coefficients are smaller.
 constexpr double kOnAxis = kZeroTolerance;
+
+// Parameters that lie in [0, 1] once they are snapped.
+constexpr crv::internal::Interval kSnappedRange = {-kAtEnd, 1.0 + kAtEnd};
 
 double snapped(double t) {
   if (IS_ZERO(t, kAtEnd)) return 0.0;
@@ -120,20 +128,24 @@ int meetStraight(GxBezier const& s, GxCoord<double> const& a, GxCoord<double> co
 int GxBezier::findYCStrongIntersection(GxCoord<double> a, GxCoord<double> b,
                                        GxList<double>& segmentParams,
                                        GxList<double>& lineParams) const {
-  Vector const v = b - a;
-  if (IS_ZERO(v.squaredLength(), kNoDirection)) return 0;
+  Point const start = crv::internal::plain(a);
+  Point const v = crv::internal::plain(b) - start;
+  double const squaredLength = dot(v, v);
+  if (IS_ZERO(squaredLength, kNoDirection)) return 0;
   if (isALine(kStraight)) return meetStraight(*this, a, b, segmentParams, lineParams);
 
-  Vector const n = v.ortho(1);
+  Cubic const s = crv::internal::cubic(*this);
+  Point const normal = {-v.y, v.x};
   PowerForm const x = crv::internal::powerFormOfX(*this);
   PowerForm const y = crv::internal::powerFormOfY(*this);
   double roots[3];
-  int const count = cubicRoots(n * Vector(x.a, y.a), n * Vector(x.b, y.b), n * Vector(x.c, y.c),
-                               n * Vector(x.d - a.xval(), y.d - a.yval()), roots);
+  int const count = crv::internal::cubicRootsIn(kSnappedRange, dot(normal, {x.a, y.a}),
+                                                dot(normal, {x.b, y.b}), dot(normal, {x.c, y.c}),
+                                                dot(normal, {x.d - start.x, y.d - start.y}), roots);
   for (int i = 0; i < count; ++i) {
     double const t = snapped(roots[i]);
     if (!isInRange(t)) continue;
-    double const position = positionOn(a, v, bValue(t));
+    double const position = dot(s.point(t) - start, v) / squaredLength;
     if (isInRange(position)) append(segmentParams, lineParams, t, position);
   }
   return static_cast<int>(lineParams.length());

@@ -7,6 +7,7 @@
 // one magnitude at a time, which the Newton polygon gives (Bini 1996).
 #include "crv/foundation/solvers.h"
 
+#include "crv/foundation/internal/solvers.h"
 #include "crv/foundation/tolerance.h"
 
 #include <array>
@@ -15,7 +16,11 @@
 #include <cmath>
 #include <utility>
 
+using crv::internal::Interval;
+
 namespace {
+
+constexpr Interval kEverywhere = {-HUGE_VAL, HUGE_VAL};
 
 // Relative to the sum of a polynomial's terms: rounding can hide the sign of a value below it.
 constexpr double kDoubtful = 16 * DBL_EPSILON;
@@ -70,6 +75,7 @@ Exact exactSum(double a, double b) {
 struct Cubic {
   double a, b, c, d;
   bool careful;  // values by the compensated scheme
+  Interval wanted;
 
   double slope(double t) const { return (3.0 * a * t + 2.0 * b) * t + c; }
   double secondDerivative(double t) const { return 6.0 * a * t + 2.0 * b; }
@@ -95,6 +101,12 @@ struct Cubic {
   }
 
   double value(double t) const { return careful ? compensatedValue(t) : plainValue(t); }
+
+  /// The sign at t, or 0 where rounding can hide it.
+  int certainSign(double t) const {
+    double const v = plainValue(t);
+    return std::fabs(v) < kDoubtful * magnitude(t) ? 0 : (v > 0.0) - (v < 0.0);
+  }
 };
 
 /// True when the error that remains after a Newton step from x to next is below rounding:
@@ -133,6 +145,24 @@ double refinedRoot(Cubic const& f, double lo, double hi, bool rising, double sta
     x = next;
   }
   return x;
+}
+
+/// Returns false if the root between lo and hi certainly lies outside the wanted interval: the
+/// bracket does, or the sign at an end of the interval tells that the root lies beyond.
+bool mayBeWanted(Cubic const& f, double lo, double hi, bool rising) {
+  Interval const& wanted = f.wanted;
+  int const signBelow = rising ? -1 : 1;
+  if (hi < wanted.lo || wanted.hi < lo) return false;
+  if (lo < wanted.lo && f.certainSign(wanted.lo) == -signBelow) return false;
+  return !(wanted.hi < hi && f.certainSign(wanted.hi) == signBelow);
+}
+
+/// Appends the root between lo and hi to n others, if it may be wanted, and returns their number.
+int appendRoot(Cubic const& f, double lo, double hi, bool rising, double start, double* roots,
+               int n) {
+  if (!mayBeWanted(f, lo, hi, rising)) return n;
+  roots[n] = refinedRoot(f, lo, hi, rising, start);
+  return n + 1;
 }
 
 int linearRoots(double c, double d, double* roots) {
@@ -221,16 +251,16 @@ int rootsAroundStationaryPoints(Cubic& f, double const stationary[2], double bou
   Starts const starts(f.plainValue(inflection) / (2.0 * f.a * r * r * r));
   int n = 0;
   if (s0 == end) {
-    roots[n++] = refinedRoot(f, -bound, stationary[0], rising, inflection + starts.u[0] * r);
+    n = appendRoot(f, -bound, stationary[0], rising, inflection + starts.u[0] * r, roots, n);
   }
   if (s0 == 0) roots[n++] = stationary[0];
   if (s0 * s1 < 0) {
-    roots[n++] =
-        refinedRoot(f, stationary[0], stationary[1], !rising, inflection + starts.u[1] * r);
+    double const start = inflection + starts.u[1] * r;
+    n = appendRoot(f, stationary[0], stationary[1], !rising, start, roots, n);
   }
   if (s1 == 0) roots[n++] = stationary[1];
   if (s1 == -end) {
-    roots[n++] = refinedRoot(f, stationary[1], bound, rising, inflection + starts.u[2] * r);
+    n = appendRoot(f, stationary[1], bound, rising, inflection + starts.u[2] * r, roots, n);
   }
   return n;
 }
@@ -242,15 +272,15 @@ int rootsOfCubic(Cubic& f, double* roots) {
   if (quadraticRoots(3.0 * f.a, 2.0 * f.b, f.c, stationary) == 2) {
     return rootsAroundStationaryPoints(f, stationary, bound, roots);
   }
-  roots[0] = refinedRoot(f, -bound, bound, f.a > 0.0, -f.b / (3.0 * f.a));
-  return 1;
+  return appendRoot(f, -bound, bound, f.a > 0.0, -f.b / (3.0 * f.a), roots, 0);
 }
 
 /// The roots where all coefficients that are not 0 are of similar magnitude (see kSmallest).
-int rootsAtOneScale(double a, double b, double c, double d, double* roots) {
+int rootsAtOneScale(double a, double b, double c, double d, double* roots,
+                    Interval const& wanted = kEverywhere) {
   if (a == 0.0) return quadraticRoots(b, c, d, roots);
   if (d == 0.0) return rootsWithZero(a, b, c, roots);
-  Cubic f{a, b, c, d, false};
+  Cubic f{a, b, c, d, false, wanted};
   return rootsOfCubic(f, roots);
 }
 
@@ -338,6 +368,11 @@ double orLargest(double magnitude, double largest) {
 }  // namespace
 
 int cubicRoots(double a, double b, double c, double d, double* roots) {
+  return crv::internal::cubicRootsIn(kEverywhere, a, b, c, d, roots);
+}
+
+int crv::internal::cubicRootsIn(Interval const& wanted, double a, double b, double c, double d,
+                                double* roots) {
   double const size[4] = {std::fabs(a), std::fabs(b), std::fabs(c), std::fabs(d)};
   double const largest = max(size[0], max(max(size[1], size[2]), size[3]));
   bool const finite = std::isfinite(a) && std::isfinite(b) && std::isfinite(c) && std::isfinite(d);
@@ -350,7 +385,7 @@ int cubicRoots(double a, double b, double c, double d, double* roots) {
     return rootsAtOneScale(std::scalbn(a, scale), std::scalbn(b, scale), std::scalbn(c, scale),
                            std::scalbn(d, scale), roots);
   }
-  return rootsAtOneScale(a, b, c, d, roots);
+  return rootsAtOneScale(a, b, c, d, roots, wanted);
 }
 
 void GxQuadraticSolver::quadraticSolve(int* count, double* r1, double* r2, double a, double b,
