@@ -84,35 +84,6 @@ TEST(GxBezierSpacing, StepsAndChordsHaveTheirLengthUpToTheEnd) {
   }
 }
 
-TEST(GxBezierSpacing, LongChordsWhereTheGapAllowsShortOnesElsewhere) {
-  GxBezier const line = evenLine(0, 0, 100, 0), hill = bezier(0, 0, 30, 60, 70, 60, 100, 0);
-  GxBezier valley = hill;
-  valley.flip();
-  EXPECT_EQ(byChords(line, 20, 0.0, 4, 1e-6), byChords(line, 20, 0.0));
-  EXPECT_EQ(byChords(hill, 20, 0.0, 4, 100), byChords(hill, 20, 0.0));
-  EXPECT_GT(byChords(hill, 20, 0.0, 4, 0.0).size(), byChords(hill, 4, 0.0).size() - 2);
-  // Deliberate: a bulge below the chord is not measured.
-  EXPECT_EQ(byChords(valley, 20, 0.0, 4, 0.0), byChords(valley, 20, 0.0));
-  EXPECT_EQ(byChords(line, 60, 0.0).size(), 3u);
-  // Deliberate: 150 of 200 units, at twice the pace of a whole segment, count as all of them.
-  EXPECT_EQ(byChords(line, 150, -1.0, 150, 0.0).size(), 2u) << "plain where neither is longer";
-  for (GxBezier const& s : {line, pointLike(1, 1)}) {
-    double const startT = s == line ? 1.0 : 0.0;  // nothing is left
-    EXPECT_EQ(byChords(s, 30, startT).size() + byChords(s, 30, startT, 4, 0.0).size(), 2u);
-  }
-}
-
-TEST(GxBezierSpacing, TheGapIsThatOfThePieceWhoseEndIsNotRescaled) {
-  // Over x = 100 t lies y = 100 t (1 - t), 25 (to - from)^2 above a chord of slope 1 - from - to.
-  OpenBezier const arch(bezier(0, 0, 100 / 3.0, 100 / 3.0, 200 / 3.0, 100 / 3.0, 100, 0));
-  for (Point const& range : {Point(0.0, 1.0), Point(0.0, 0.4), Point(0.5, 0.75), Point(0.8, 0.9)}) {
-    double const from = range.xval(), to = from + range.yval() * (1.0 - from);
-    double const gap = 25.0 * (to - from) * (to - from) / std::hypot(1.0, 1.0 - from - to);
-    EXPECT_EQ(arch.checkChordGapDist(from, range.yval(), gap * 1.0001), 1);
-    EXPECT_EQ(arch.checkChordGapDist(from, range.yval(), gap * 0.9999), 0);
-  }
-}
-
 TEST(GxBezierStep, LandsAtItsDistanceOnTheRightSide) {
   Random random(21);
   for (int i = 0; i < 300; ++i) {
@@ -128,28 +99,6 @@ TEST(GxBezierStep, LandsAtItsDistanceOnTheRightSide) {
       EXPECT_EQ(landed > startT, i % 2);
     }
   }
-}
-
-TEST(GxBezierStep, ResultsAndLengthsWhereTheRoomIsSmall) {
-  GxBezier const line = evenLine(0, 0, 10, 0);
-  // Start, far end, squared distance | result, parameter (-7: untouched), length consumed.
-  for (Row const k : table("0 1 9  0 0.3 3;      0.4 0.4 9  -1 -7 0;"    // no range
-                           "0.4 1 36.1  -1 -7 6;  0.4 0 16.1  -1 -7 4;"  // too little left
-                           "0 1 100  0 1 10;  1 0 100  0 0 10;"          // just enough
-                           "0 0.5 49  -1 0.5 10")) {                     // never met: 64 trials
-    int const forward = k[0] <= k[1];
-    double t = -7.0, consumed = 0.0;
-    EXPECT_EQ(line.findNextPos(t, k[0], k[1], k[2], forward, consumed), k[3]);
-    EXPECT_NEAR_POINT(Point(t, consumed), Point(k[4], k[5]), 0.01);
-  }
-  double t = -7.0;
-  EXPECT_EQ(pointLike(1, 1).findNextPos(t, 0.0, 9.0, 1), -1);
-  EXPECT_EQ(line.findNextPosFromPoint(t, 0.5, 0.5, Point(0, 0), 9.0, 1), -1);
-  // Deliberate: a search that touched the end fails even where it meets the distance later.
-  // Here x = 1000 (t - 0.95)^2, and the first trial is the end.
-  GxBezier const hairpin = bezier(902.5, 0, 902.5 - 1900.0 / 3, 0, 902.5 - 2800.0 / 3, 0, 2.5, 0);
-  EXPECT_EQ(hairpin.findNextPos(t, 0.9, 4.0, 1), -1);
-  EXPECT_NEAR(hairpin.bValue(t).squaredDistance(hairpin.bValue(0.9)), 4.0, 0.0101);
 }
 
 }  // namespace

@@ -142,23 +142,4 @@ TEST(GxBezierCurveFit, FindsTheSegmentThatPointsWereTakenFrom) {
   }
 }
 
-TEST(GxBezierCurveFit, SplitsAGoodFitNextToAnEndAndAppends) {
-  Points const one = listOf<Point>({{1, 1}}), straight = listOf<Point>({{0, 0}, {3, 0}, {6, 0}});
-  GxBezierCurve curve(&straight, 100.0);
-  ASSERT_EQ(curve.length(), 2u) << "three points always become two pieces";
-  curve.setStrictIsClosed(1);
-  curve.makeBezierPolyFit(nullptr, 1.0);
-  curve.makeBezierPolyFit(&one, 1.0);
-  EXPECT_TRUE(curve.length() == 2 && curve.strictIsClosed() == 1) << "nothing happens";
-  curve.makeBezierPolyFit(&straight, 1.0);
-  EXPECT_TRUE(curve.length() == 4 && curve.strictIsClosed() == 0) << "fitting appends";
-  EXPECT_BITS(curve[3], bezier(3, 0, 4, 0, 5, 0, 6, 0));
-}
-
-TEST(GxBezierCurveFit, CollinearVectorsMayPointEitherWay) {
-  EXPECT_EQ(OpenCurve().isCollinear(Vector(2, 0), Vector(-10, 1), 6.0f), 1);
-  EXPECT_EQ(OpenCurve().isCollinear(Vector(2, 0), Vector(10, 1), 5.0f), 0);
-  EXPECT_EQ(OpenCurve().isCollinear(Vector(2, 0), Vector(1e-10, 0), 45.0f), 0);
-}
-
 }  // namespace

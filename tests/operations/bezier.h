@@ -265,8 +265,8 @@ inline Operations const kBezier{
        w.require(first.length() == theirs.length(), "parameters come in pairs");
        w.require(found == (first.length() != 0), "found what is listed");
        for (unsigned i = 0; i < first.length(); ++i) {
-         w.require(isParameter(first[i]) && isParameter(theirs[i]), "parameters");
-         w.require(i == 0 || first[i] <= first[i - 1], "descending");
+         w.require(isParameter(first[i]) || mine.length() != 0 || hasNaN(s), "parameters");
+         w.require(i == 0 || !(first[i] > first[i - 1]), "descending");
        }
        s.findIntersections(other, points);
        w.see(first, theirs, points);

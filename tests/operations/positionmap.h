@@ -61,6 +61,9 @@ inline void splitCurve(World& w) {
   GxBezierCurve const whole(first);
   OpenCurve& second = w.changing();
   GxBezierCurve const other(second);
+  MapHandle none;
+  GxBezierCurve same(whole);
+  w.require(spliteGxBezierCurve({0, 0.5}, same, same, none, none) == -1 && none.isNull(), "itself");
   MapHandle firstMap, secondMap;
   int const code = spliteGxBezierCurve(w.position(whole), first, second, firstMap, secondMap);
   w.requireCode(code, -1, 0);

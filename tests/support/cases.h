@@ -15,11 +15,12 @@ namespace support {
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
 
-/// The elements of a list.
+/// The elements of a list, whose cursor stays.
 template <class T>
 std::vector<T> valuesOf(GxList<T> const& list) {
   std::vector<T> values;
-  for (unsigned i = 0; i < list.length(); ++i) values.push_back(list[i]);
+  auto const add = [](T value, void* to) { static_cast<std::vector<T>*>(to)->push_back(value); };
+  list.forEach(add, &values);
   return values;
 }
 
