@@ -88,6 +88,13 @@ class CRV_API GxBezier {
   /// The first derivative with respect to t, at any t.
   GxVector<double> dValue(double t) const;
 
+  /// Stores the points at t[0..count-1] and, unless derivatives is null, the first derivatives
+  /// there, bit for bit as bValue and dValue return them, in less time than a call for each. Each
+  /// array has room for count elements and overlaps neither the others nor this segment; a count
+  /// below 1 stores nothing.
+  void bValues(double const* t, int count, GxCoord<double>* points,
+               GxVector<double>* derivatives = nullptr) const;
+
   /// The second derivative with respect to t, at any t.
   GxVector<double> ddValue(double t) const;
 

@@ -5,6 +5,9 @@
 #include "crv/bezier/internal/cubic.h"
 #include "crv/foundation/tolerance.h"
 
+using crv::internal::Cubic;
+using crv::internal::Point;
+
 namespace {
 
 // Curve units per unit of t: slower than this in x, the tangent counts as vertical.
@@ -29,10 +32,21 @@ GxCoord<double> GxBezier::bValue(double t) const {
 }
 
 GxVector<double> GxBezier::dValue(double t) const {
-  double const s = t * t;
-  // Exact form: the derivatives of the weights, in these spellings.
-  return blendedVector(
-      {(2.0 * t - s - 1.0) * 3.0, 9.0 * s - 12.0 * t + 3.0, 6.0 * t - 9.0 * s, 3.0 * s}, points_);
+  return blendedVector(crv::internal::derivativeWeights(t), points_);
+}
+
+void GxBezier::bValues(double const* t, int count, GxCoord<double>* points,
+                       GxVector<double>* derivatives) const {
+  // The copy cannot be changed by what is written: the compiler need not load it again.
+  Cubic const segment = crv::internal::cubic(*this);
+  for (int i = 0; i < count; ++i) {
+    double const at = t[i];
+    Point const p = segment.point(at);
+    points[i] = GxCoord<double>(p.x, p.y);
+    if (derivatives == nullptr) continue;
+    Point const d = segment.derivative(at);
+    derivatives[i] = GxVector<double>(d.x, d.y);
+  }
 }
 
 GxVector<double> GxBezier::ddValue(double t) const {
@@ -49,8 +63,8 @@ GxCoord<double> GxBezier::curvatureValue(double t) const {
 GxCoord<double> GxBezier::value(GxCoord<double> const* points, double t,
                                 unsigned short degree) const {
   if (degree > kMaxDegree) return {};
-  crv::internal::Point p[kMaxDegree + 1];
+  Point p[kMaxDegree + 1];
   for (int i = 0; i <= degree; ++i) p[i] = crv::internal::plain(points[i]);
-  crv::internal::Point const q = crv::internal::deCasteljau(p, t, degree);
+  Point const q = crv::internal::deCasteljau(p, t, degree);
   return {q.x, q.y};
 }

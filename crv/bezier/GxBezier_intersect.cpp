@@ -1,6 +1,7 @@
 // All crossings of two segments: both are halved while their boxes overlap, to a depth known from
 // their second differences, at which a chord may stand for its piece (Wang, 1984; Lane and
-// Riesenfeld, 1980); then chords are crossed.
+// Riesenfeld, 1980); then the chords are intersected. Pieces that lie beside each other's chord are
+// passed over (Sederberg and Nishita, "Curve intersection using Bezier clipping", 1990).
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/cubic.h"
@@ -12,7 +13,9 @@
 #include <utility>
 #include <vector>
 
+using crv::internal::Box;
 using crv::internal::Cubic;
+using crv::internal::overlap;
 using crv::internal::Point;
 
 namespace {
@@ -28,24 +31,30 @@ constexpr double kDeviationOverTolerance = 17377.85622528;
 constexpr long kMaxPairs = 1L << 26;
 constexpr int kMaxDepth = 1100;
 
-// Halved pieces kept at hand, 36 kilobytes: enough for four ordinary crossings.
+// Halved pieces that one search keeps, 36 kilobytes: enough for four ordinary crossings.
 constexpr int kMaxKept = 128;
+
+// How far apart two pieces must lie to be passed over. In curve units: beyond what the boxes of two
+// pieces at their last halving exceed their chords by, twice 2^-14. Relative to the coordinates:
+// beyond the rounding of all halvings. Squares of larger coordinates overflow, and then nothing is
+// passed over.
+constexpr double kApart = 0x1p-12;
+constexpr double kRoundingMargin = 0x1p-36;
+constexpr double kLargestCoordinate = 1e150;
+constexpr double kPassNothingOver = std::numeric_limits<double>::infinity();
 
 struct Halves;
 
 /// The part [lo, hi] of a segment, still to be halved depth times; its halves once they are made.
 struct Piece {
   Cubic cubic;
-  crv::internal::Box box;
+  Box box;
   double lo, hi;
   int depth;
   Halves* halves;
-};
 
-Piece pieceOf(GxBezier const& s, double lo, double hi, int depth) {
-  Cubic const cubic = crv::internal::cubic(s);
-  return {cubic, cubic.hull(), lo, hi, min(depth, kMaxDepth), nullptr};
-}
+  bool isLeaf() const { return depth < 1; }
+};
 
 struct Halves {
   Piece left, right;
@@ -62,12 +71,27 @@ struct Halves {
   }
 };
 
-/// Crosses the segments p0-p1 and q0-q1, ends included: the fractions along both.
-bool crossChords(Point const& p0, Point const& p1, Point const& q0, Point const& q1, double& s,
-                 double& v) {
-  Point const d1 = {p1.x - p0.x, p1.y - p0.y};
-  Point const d2 = {q1.x - q0.x, q1.y - q0.y};
-  Point const w = {q0.x - p0.x, q0.y - p0.y};
+/// Whether a and b lie more than margin apart, seen along a's chord.
+bool isBeside(Cubic const& a, Cubic const& b, double margin) {
+  Point const chord = a.end() - a.start();
+  double const a0 = cross(chord, a.p[0]);
+  double const a1 = cross(chord, a.p[1]);
+  double const a2 = cross(chord, a.p[2]);
+  double const b0 = cross(chord, b.p[0]);
+  double const b1 = cross(chord, b.p[1]);
+  double const b2 = cross(chord, b.p[2]);
+  double const b3 = cross(chord, b.p[3]);
+  double const gap = margin * (std::fabs(chord.x) + std::fabs(chord.y));
+  return min(min(b0, b1), min(b2, b3)) - max(a0, max(a1, a2)) > gap ||
+         min(a0, min(a1, a2)) - max(max(b0, b1), max(b2, b3)) > gap;
+}
+
+/// Intersects the lines p0-p1 and q0-q1, ends included: the fractions along both.
+bool intersectChords(Point const& p0, Point const& p1, Point const& q0, Point const& q1, double& s,
+                     double& v) {
+  Point const d1 = p1 - p0;
+  Point const d2 = q1 - q0;
+  Point const w = q0 - p0;
   double const det = d2.x * d1.y - d2.y * d1.x;
   // Deliberate: negligible beside 1, whatever the size of the chords.
   if (det + 1.0 == 1.0) return false;
@@ -84,46 +108,49 @@ struct Crossing {
 
 using Crossings = std::vector<Crossing>;
 
-/// Appends the crossings of pairs of pieces whose boxes overlap.
+/// Appends the crossings of two pieces, and of their halves whose boxes overlap.
 class Search {
  public:
-  explicit Search(Crossings& crossings) : crossings_(crossings) {}
+  Search(Crossings& crossings, double margin) : crossings_(crossings), margin_(margin) {}
 
-  void meet(Piece& a, Piece& b) {
+  void intersectPieces(Piece& a, Piece& b) {
     if (pairs_ == kMaxPairs) return;
     ++pairs_;
-    if (a.depth < 1 && b.depth < 1) {
-      meetChords(a, b);
-    } else if (a.depth < 1) {
+    if (a.isLeaf() && b.isLeaf()) {
+      intersectLeaves(a, b);
+    } else if (isBeside(a.cubic, b.cubic, margin_) || isBeside(b.cubic, a.cubic, margin_)) {
+      return;
+    } else if (a.isLeaf()) {
       Halves scratch;
       Halves& bHalves = halvesOf(b, scratch);
-      meetIfOverlapping(a, bHalves.left);
-      meetIfOverlapping(a, bHalves.right);
-    } else if (b.depth < 1) {
+      intersectIfOverlapping(a, bHalves.left);
+      intersectIfOverlapping(a, bHalves.right);
+    } else if (b.isLeaf()) {
       Halves scratch;
       Halves& aHalves = halvesOf(a, scratch);
-      meetIfOverlapping(aHalves.left, b);
-      meetIfOverlapping(aHalves.right, b);
+      intersectIfOverlapping(aHalves.left, b);
+      intersectIfOverlapping(aHalves.right, b);
     } else {
-      meetHalves(a, b);
+      intersectHalves(a, b);
     }
   }
 
  private:
-  void meetHalves(Piece& a, Piece& b) {
+  void intersectHalves(Piece& a, Piece& b) {
     Halves aScratch;
     Halves bScratch;
     Halves& aHalves = halvesOf(a, aScratch);
     Halves& bHalves = halvesOf(b, bScratch);
+    // Every pair is stored, but kept only if the count grows: a branch would be mispredicted.
     std::pair<Piece*, Piece*> overlapping[4];
     int count = 0;
     for (Piece* const bHalf : {&bHalves.left, &bHalves.right}) {
       for (Piece* const aHalf : {&aHalves.left, &aHalves.right}) {
         overlapping[count] = {aHalf, bHalf};
-        count += crv::internal::overlap(aHalf->box, bHalf->box);
+        count += overlap(aHalf->box, bHalf->box);
       }
     }
-    for (int i = 0; i < count; ++i) meet(*overlapping[i].first, *overlapping[i].second);
+    for (int i = 0; i < count; ++i) intersectPieces(*overlapping[i].first, *overlapping[i].second);
   }
 
   /// The halves of a piece, made once and kept for the other pairs it is in; when there are too
@@ -139,49 +166,74 @@ class Search {
     return *piece.halves;
   }
 
-  void meetIfOverlapping(Piece& a, Piece& b) {
-    if (crv::internal::overlap(a.box, b.box)) meet(a, b);
+  void intersectIfOverlapping(Piece& a, Piece& b) {
+    if (overlap(a.box, b.box)) intersectPieces(a, b);
   }
 
-  void meetChords(Piece const& a, Piece const& b) {
+  void intersectLeaves(Piece const& a, Piece const& b) {
     double s, v;
-    if (!crossChords(a.cubic.start(), a.cubic.end(), b.cubic.start(), b.cubic.end(), s, v)) return;
-    crossings_.push_back({a.lo + (a.hi - a.lo) * s, b.lo + (b.hi - b.lo) * v});
+    if (intersectChords(a.cubic.start(), a.cubic.end(), b.cubic.start(), b.cubic.end(), s, v)) {
+      crossings_.push_back({a.lo + (a.hi - a.lo) * s, b.lo + (b.hi - b.lo) * v});
+    }
   }
 
   Crossings& crossings_;
+  double margin_;
   long pairs_ = 0;
   Halves kept_[kMaxKept];
   int keptCount_ = 0;
 };
 
-/// The number of halvings after which every piece is as flat as wanted.
-int subdivisionDepth(GxBezier const& s) {
-  GxVector<double> const first = (s[0] - s[1]) - (s[1] - s[2]);
-  GxVector<double> const second = (s[1] - s[2]) - (s[2] - s[3]);
-  double const largest = max(max(std::fabs(first.xval()), std::fabs(second.xval())),
-                             max(std::fabs(first.yval()), std::fabs(second.yval())));
+Piece pieceOf(Cubic const& cubic, double lo, double hi, int depth) {
+  return {cubic, cubic.hull(), lo, hi, min(depth, kMaxDepth), nullptr};
+}
+
+/// The number of halvings after which every piece is as flat as wanted; none if below 1.
+int subdivisionDepth(Cubic const& s) {
+  Point const first = (s.p[0] - s.p[1]) - (s.p[1] - s.p[2]);
+  Point const second = (s.p[1] - s.p[2]) - (s.p[2] - s.p[3]);
+  double const largest = max(max(std::fabs(first.x), std::fabs(second.x)),
+                             max(std::fabs(first.y), std::fabs(second.y)));
   if (largest * kDeviation + 1.0 == 1.0) return 0;
-  double const depth = std::ceil(std::log(largest * kDeviationOverTolerance) / std::log(2.0) * 0.5);
+  double const ratio = largest * kDeviationOverTolerance;
+  // The logarithm to base 4, rounded up, is half the exponent to base 2, rounded up, unless the
+  // ratio is so near to a power of 2 that the logarithm's rounding decides, or not finite.
+  int exponent;
+  double const mantissa = std::frexp(ratio, &exponent);
+  if (0.5 + 0x1p-30 < mantissa && mantissa < 1.0 - 0x1p-30) return (exponent + 1) / 2;
+  double const depth = std::ceil(std::log(ratio) / std::log(2.0) * 0.5);
   return std::isfinite(depth) ? static_cast<int>(depth) : 0;
 }
 
-/// The crossings of two parts of segments, in the order in which the search meets them.
-Crossings crossingsOf(Piece a, Piece b) {
-  Crossings crossings;
-  Search(crossings).meet(a, b);
-  return crossings;
+/// The margin of a search that halves both segments as often as their depths say.
+double marginOf(Cubic const& a, Cubic const& b) {
+  double largest = 0.0;
+  for (Cubic const* const s : {&a, &b}) {
+    for (Point const& p : s->p) {
+      double const coordinate = max(std::fabs(p.x), std::fabs(p.y));
+      if (!(coordinate < kLargestCoordinate) || std::isnan(p.y)) return kPassNothingOver;
+      largest = max(largest, coordinate);
+    }
+  }
+  return kApart + largest * kRoundingMargin;
 }
 
-/// All crossings of two segments.
+/// All crossings of two segments, in the order in which the search finds them.
 Crossings crossingsOf(GxBezier const& a, GxBezier const& b) {
-  return crossingsOf(pieceOf(a, 0.0, 1.0, subdivisionDepth(a)),
-                     pieceOf(b, 0.0, 1.0, subdivisionDepth(b)));
+  Crossings crossings;
+  Cubic const aCubic = crv::internal::cubic(a);
+  Cubic const bCubic = crv::internal::cubic(b);
+  Piece aPiece = pieceOf(aCubic, 0.0, 1.0, subdivisionDepth(aCubic));
+  Piece bPiece = pieceOf(bCubic, 0.0, 1.0, subdivisionDepth(bCubic));
+  if (overlap(aPiece.box, bPiece.box)) {
+    Search(crossings, marginOf(aCubic, bCubic)).intersectPieces(aPiece, bPiece);
+  }
+  return crossings;
 }
 
 /// Sorts by descending parameters on the first segment.
 void sortDescending(Crossings& crossings) {
-  // What is not a number, which only a caller can have put there, goes to the end.
+  // NaN entries, which only the caller can have added, sort last.
   auto const key = [](double t) {
     return std::isnan(t) ? -std::numeric_limits<double>::infinity() : t;
   };
@@ -189,7 +241,7 @@ void sortDescending(Crossings& crossings) {
             [key](Crossing const& x, Crossing const& y) { return key(y.a) < key(x.a); });
 }
 
-/// The lists may be one.
+/// Appends to both lists, which may be one.
 void append(Crossings const& crossings, GxList<double>& first, GxList<double>& second) {
   for (Crossing const& c : crossings) {
     first.add(c.a);
@@ -206,6 +258,8 @@ void sortDescending(GxList<double>& first, GxList<double>& second) {
   GxList<double> sortedFirst;
   GxList<double> sortedSecond;
   append(crossings, sortedFirst, sortedSecond);
+  // Deliberate: removed in pairs, at the cursors, so that a longer second list keeps as many
+  // entries as it is longer, whichever they are.
   while (first.length() != 0) {
     first.remove(-1);
     second.remove(-1);
@@ -217,8 +271,7 @@ void sortDescending(GxList<double>& first, GxList<double>& second) {
 }  // namespace
 
 int GxBezier::isIntersect(GxBezier const& other) {
-  return crv::internal::overlap(crv::internal::cubic(*this).hull(),
-                                crv::internal::cubic(other).hull());
+  return overlap(crv::internal::cubic(*this).hull(), crv::internal::cubic(other).hull());
 }
 
 int GxBezier::findIntersections(GxBezier const& other, GxList<double>& thisParams,
@@ -227,10 +280,9 @@ int GxBezier::findIntersections(GxBezier const& other, GxList<double>& thisParam
 }
 
 int GxBezier::findIntersections(GxBezier const& other, GxList<GxCoord<double>>& points) {
-  if (!isIntersect(other)) return 0;
+  Cubic const s = crv::internal::cubic(*this);
   Crossings crossings = crossingsOf(*this, other);
   sortDescending(crossings);
-  Cubic const s = crv::internal::cubic(*this);
   for (Crossing const& c : crossings) {
     Point const p = s.point(c.a);
     points.add(GxCoord<double>(p.x, p.y));
@@ -241,18 +293,21 @@ int GxBezier::findIntersections(GxBezier const& other, GxList<GxCoord<double>>& 
 void GxBezier::recursivelyIntersect(GxBezier const& a, double a0, double a1, int aDepth,
                                     GxBezier const& b, double b0, double b1, int bDepth,
                                     GxList<double>& aParams, GxList<double>& bParams) {
-  append(crossingsOf(pieceOf(a, a0, a1, aDepth), pieceOf(b, b0, b1, bDepth)), aParams, bParams);
+  Crossings crossings;
+  Piece aPiece = pieceOf(crv::internal::cubic(a), a0, a1, aDepth);
+  Piece bPiece = pieceOf(crv::internal::cubic(b), b0, b1, bDepth);
+  // The depths are the caller's, and tell nothing about the chords.
+  Search(crossings, kPassNothingOver).intersectPieces(aPiece, bPiece);
+  append(crossings, aParams, bParams);
 }
 
 int GxBezier::findCIntersectionParameters(GxBezier const& other, GxList<double>& thisParams,
                                           GxList<double>& otherParams) {
   bool const areFresh =
       thisParams.length() == 0 && otherParams.length() == 0 && &thisParams != &otherParams;
-  if (isIntersect(other)) {
-    Crossings crossings = crossingsOf(*this, other);
-    if (areFresh) sortDescending(crossings);
-    append(crossings, thisParams, otherParams);
-  }
+  Crossings crossings = crossingsOf(*this, other);
+  if (areFresh) sortDescending(crossings);
+  append(crossings, thisParams, otherParams);
   if (thisParams.length() == 0) return 0;
   if (!areFresh && otherParams.length() != 0) sortDescending(thisParams, otherParams);
   return 1;

@@ -72,6 +72,42 @@ TEST(GxBezierNearest, RootsAreFoundForDegreesOneToFiveAndAtAnyDepth) {
   }
 }
 
+TEST(GxBezierValue, ManyParametersGiveTheBitsOfOne) {
+  GxBezier const s = sShape();
+  Numbers const t = {0.0, -0.0, 0.3, 0.5, 1.0, -0.5, 1.5, kNaN, kInf};
+  int const count = static_cast<int>(t.size());
+  std::vector<Point> points(t.size()), alone(t.size());
+  std::vector<Vector> derivatives(t.size());
+  s.bValues(t.data(), count, points.data(), derivatives.data());
+  s.bValues(t.data(), count, alone.data());
+  for (std::size_t i = 0; i < t.size(); ++i) {
+    SCOPED_TRACE(t[i]);
+    Vector const d = s.dValue(t[i]);
+    EXPECT_BITS(points[i], s.bValue(t[i]));
+    EXPECT_BITS(alone[i], s.bValue(t[i]));
+    EXPECT_BITS(Point(derivatives[i].xval(), derivatives[i].yval()), Point(d.xval(), d.yval()));
+  }
+  points[0] = Point(7, 7);
+  s.bValues(t.data(), -1, points.data(), derivatives.data());
+  EXPECT_BITS(points[0], Point(7, 7));
+}
+
+// What the plain search finds, where pieces are passed over: dashes of one line, with and without a
+// gap, segments beside each other, and sizes at which nothing is passed over.
+TEST(GxBezierIntersections, PiecesArePassedOverOnlyWithoutCrossings) {
+  // Two segments | their crossings.
+  for (Row const k : table("0 0 1 1 2 2 3 3  3 3 4 4 5 5 6 6  1;"
+                           "0 0 1 1 2 2 3 3  3.0001 3.0001 4 4 5 5 6 6  0;"
+                           "0 0 30 60 70 60 100 0  0 0.001 30 60.001 70 60.001 100 0.001  0;"
+                           "0 0 30 60 70 -60 100 0  0 1 30 -59 70 61 100 1  2;"
+                           "0 0 30 60 70 -60 100 0  100 0 130 60 170 -60 200 0  1")) {
+    GxBezier a = segmentOf(k);
+    GxList<double> t, u;
+    a.findIntersections(segmentOf({k.begin() + 8, k.end()}), t, u);
+    EXPECT_EQ(t.length(), k[16]);
+  }
+}
+
 TEST(GxBezierValue, PointersBecomeSegmentsAndVectorsComparators) {
   Point const points[] = {{0, 0}, {1, 2}, {3, 4}, {5, 6}};
   GxBezier const fromPointer = points;

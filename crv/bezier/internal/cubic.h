@@ -44,15 +44,23 @@ inline bool overlap(Box const& a, Box const& b) {
   return ((isRight | isAbove | isLeft) == 0) & reachesUp;
 }
 
-/// The Bernstein weights of P0..P3 at t.
+/// Weights of P0..P3.
 struct Weights {
   double w0, w1, w2, w3;
 };
 
-// Exact form: the polynomials in these spellings, and P0 added last.
+// Exact form, here and below: the polynomials in these spellings, and P0 added last.
+
+/// The Bernstein weights at t.
 constexpr Weights pointWeights(double t) {
   double const s = t * t;
   return {(3.0 - t) * s - 3.0 * t + 1.0, ((t - 2.0) * s + t) * 3.0, (1.0 - t) * s * 3.0, s * t};
+}
+
+/// The derivatives of the weights.
+inline Weights derivativeWeights(double t) {
+  double const s = t * t;
+  return {(2.0 * t - s - 1.0) * 3.0, 9.0 * s - 12.0 * t + 3.0, 6.0 * t - 9.0 * s, 3.0 * s};
 }
 
 inline double blended(Weights const& w, double k0, double k1, double k2, double k3) {
@@ -70,7 +78,13 @@ struct Cubic {
   Point point(double t) const {
     if (t == 0.0) return p[0];
     if (t == 1.0) return p[3];
-    Weights const w = pointWeights(t);
+    return blend(pointWeights(t));
+  }
+
+  /// The same vector as GxBezier::dValue.
+  Point derivative(double t) const { return blend(derivativeWeights(t)); }
+
+  Point blend(Weights const& w) const {
     return {blended(w, p[0].x, p[1].x, p[2].x, p[3].x), blended(w, p[0].y, p[1].y, p[2].y, p[3].y)};
   }
 
