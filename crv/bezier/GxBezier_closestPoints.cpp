@@ -1,4 +1,5 @@
-// The closest pair of samples of two segments: every sample of one against every one of the other.
+// The closest pair of samples of two segments: every sample of one is compared with every sample of
+// the other.
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/cubic.h"
@@ -8,15 +9,16 @@ using crv::internal::Point;
 
 namespace {
 
-// Curve units: a segment no larger is sampled at its start alone.
+// Curve units: a segment that is a point within this tolerance is sampled at its start alone.
 constexpr double kPointSize = 0.5;
 
-// Parameter: the spacing of the samples, and where they end, past rounding.
+// Parameter: the spacing of the samples and the limits below which they lie, of a segment and of a
+// point. The limit of a segment exceeds 1 so that rounding does not lose the last sample.
 constexpr double kSpacing = 0.1;
 constexpr double kSampledRange = 1.001;
 constexpr double kSampledPoint = 0.001;
 
-// Squared curve units: pairs of samples from here on do not count. The largest 32-bit integer.
+// Squared curve units, the largest 32-bit integer: only pairs of samples that are closer count.
 constexpr double kFarthest = 2147483647.0;
 
 /// The samples of one segment, at most 11.

@@ -1,5 +1,5 @@
-// Evaluation by Bernstein weights written out as polynomials in t, and by de Casteljau's triangle
-// for the derivative polygons of lower degree (Farin, Curves and Surfaces for CAGD).
+// Evaluation by Bernstein weights written out as polynomials in t, and by de Casteljau's algorithm
+// for polynomials of degree up to 3 (Farin, Curves and Surfaces for CAGD).
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/cubic.h"
@@ -10,10 +10,10 @@ using crv::internal::Point;
 
 namespace {
 
-// Curve units per unit of t: slower than this in x, the tangent counts as vertical.
+// Curve units per unit of t: below this derivative of x the tangent counts as vertical.
 constexpr double kVerticalTangent = 1e-9;
 
-// The working array of value holds a cubic.
+// The highest degree for which value has room.
 constexpr unsigned short kMaxDegree = 3;
 
 GxVector<double> blendedVector(crv::internal::Weights const& w, GxCoord<double> const* p) {

@@ -1,5 +1,5 @@
-// Lowest and highest points through the roots of the derivative, and the boxes of the curve and of
-// its control points (Farin, Curves and Surfaces for CAGD).
+// The lowest and highest points, at roots of the derivative, and the boxes of the curve and of its
+// control points (Farin, Curves and Surfaces for CAGD).
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/cubic.h"
@@ -9,33 +9,29 @@
 
 #include <cmath>
 #include <functional>
+#include <utility>
+
+using crv::internal::Box;
+using crv::internal::Cubic;
+using crv::internal::Derivative;
+using crv::internal::Point;
 
 namespace {
 
-// Squared curve units per unit of t: what the leading coefficient of the derivative and its
-// discriminant must exceed to count.
+// Below these the solver takes the derivative as linear, or its roots as one. The leading
+// coefficient is in curve units, the discriminant in squared ones.
 constexpr double kLeading = 1e-20;
 constexpr double kDiscriminant = 1e-9;
 
-/// The box of the points seen so far.
-struct Box {
-  double& minX;
-  double& minY;
-  double& maxX;
-  double& maxY;
+void widen(Box& box, Point const& p) {
+  box = {min(box.minX, p.x), min(box.minY, p.y), max(box.maxX, p.x), max(box.maxY, p.y)};
+}
 
-  void widen(GxCoord<double> const& p) {
-    minX = min(minX, p.xval());
-    minY = min(minY, p.yval());
-    maxX = max(maxX, p.xval());
-    maxY = max(maxY, p.yval());
-  }
-};
-
-/// Widens the box by the points at which one coordinate turns, strictly inside the segment.
-void widenAtTurns(Box box, GxBezier const& s, crv::internal::Derivative const& d) {
+/// Widens the box by the points strictly inside the segment at which the derivative d of one
+/// coordinate is zero.
+void widenAtRoots(Box& box, Cubic const& s, Derivative const& d) {
   auto const widenAt = [&](double t) {
-    if (0.0 < t && t < 1.0) box.widen(s.bValue(t));
+    if (0.0 < t && t < 1.0) widen(box, s.point(t));
   };
   if (IS_ZERO(d.a, kZeroTolerance)) {
     if (!IS_ZERO(d.b, kZeroTolerance)) widenAt(-(d.c / d.b));
@@ -48,7 +44,7 @@ void widenAtTurns(Box box, GxBezier const& s, crv::internal::Derivative const& d
   widenAt((-d.b - root) / (2.0 * d.a));
 }
 
-/// The highest or lowest point, as beyond(h, y) asks whether h goes beyond y.
+/// The highest or lowest point; beyond(h, y) tells whether height h goes beyond y.
 template <class Beyond>
 void findExtremeHeight(GxBezier const& s, Beyond beyond, double& t, double& y) {
   t = 0.0;
@@ -64,10 +60,10 @@ void findExtremeHeight(GxBezier const& s, Beyond beyond, double& t, double& y) {
   if (within(s[1].yval()) && within(s[2].yval())) return;
   GxList<double> extremes;
   GxBezier(s).getYMinMaxTValues(extremes);
-  for (unsigned i = 0; i < extremes.length(); ++i) {
-    double const h = s.bValue(extremes(i)).yval();
+  for (double const extreme : extremes) {
+    double const h = s.bValue(extreme).yval();
     if (beyond(h, y)) {
-      t = extremes(i);
+      t = extreme;
       y = h;
       return;
     }
@@ -87,15 +83,12 @@ int GxBezier::getYMinMaxTValues(GxList<double>& list) {
   double low = y0;
   double high = y3;
   if (y0 > y3) {
-    low = y3;
-    high = y0;
-    double const first = list(0);
-    list(0) = list(1);
-    list(1) = first;
+    std::swap(low, high);
+    std::swap(list(0), list(1));
   }
   if (IS_EQUAL(y0, y1, kZeroTolerance) && IS_EQUAL(y2, y3, kZeroTolerance)) return 2;
 
-  crv::internal::Derivative const d = crv::internal::derivative(y0, y1, y2, y3);
+  Derivative const d = crv::internal::derivative(y0, y1, y2, y3);
   int count = 0;
   double roots[2] = {};
   GxQuadraticSolver().quadraticSolve(&count, &roots[0], &roots[1], d.a, d.b, d.c, kLeading,
@@ -123,16 +116,19 @@ void GxBezier::getMinYTValue(double& t, double& y) const {
 }
 
 void GxBezier::localMinMax(double& minX, double& minY, double& maxX, double& maxY) const {
-  minX = maxX = points_[0].xval();
-  minY = maxY = points_[0].yval();
-  Box box{minX, minY, maxX, maxY};
-  box.widen(points_[3]);
-  widenAtTurns(box, *this, crv::internal::derivativeOfX(*this));
-  widenAtTurns(box, *this, crv::internal::derivativeOfY(*this));
+  Cubic const s = crv::internal::cubic(*this);
+  Box box = {s.start().x, s.start().y, s.start().x, s.start().y};
+  widen(box, s.end());
+  widenAtRoots(box, s, crv::internal::derivativeOfX(*this));
+  widenAtRoots(box, s, crv::internal::derivativeOfY(*this));
+  minX = box.minX;
+  minY = box.minY;
+  maxX = box.maxX;
+  maxY = box.maxY;
 }
 
 void GxBezier::getConvexHull(double& minX, double& minY, double& maxX, double& maxY) const {
-  crv::internal::Box const box = crv::internal::cubic(*this).hull();
+  Box const box = crv::internal::cubic(*this).hull();
   minX = box.minX;
   minY = box.minY;
   maxX = box.maxX;

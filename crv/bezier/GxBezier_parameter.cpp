@@ -1,5 +1,5 @@
-// The parameter of a point, by Newton steps on (B(t) - p) . B'(t) (P. J. Schneider, "An algorithm
-// for automatically fitting digitized curves", Graphics Gems, 1990), always started in the middle.
+// The parameter of a point, by Newton's method on (B(t) - p) . B'(t) (P. J. Schneider, "An
+// algorithm for automatically fitting digitized curves", Graphics Gems, 1990).
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/cubic.h"
@@ -7,16 +7,19 @@
 
 #include <cmath>
 
+using crv::internal::Cubic;
 using crv::internal::Point;
 
 namespace {
 
-// Parameter: where the search starts, whatever the caller's guess; and the Newton steps it may
-// take.
+// Parameter: the starting value. Deliberate: the caller's guess is ignored.
 constexpr double kStart = 0.5;
+
+// Newton steps after which the point counts as not on the segment.
 constexpr int kMaxSteps = 15;
 
-/// 2 or 3 times the difference of consecutive control points: the derivative's control points.
+/// Stores the control points of the derivative: the degree times the differences of consecutive
+/// control points.
 void hodograph(Point const* p, int degree, Point* out) {
   for (int i = 0; i < degree; ++i) {
     out[i] = {degree * (p[i + 1].x - p[i].x), degree * (p[i + 1].y - p[i].y)};
@@ -25,24 +28,26 @@ void hodograph(Point const* p, int degree, Point* out) {
 
 /// A segment and the control points of its derivatives.
 struct Newton {
-  explicit Newton(GxBezier const& s) {
-    for (int i = 0; i < 4; ++i) points[i] = crv::internal::plain(s[i]);
-    hodograph(points, 3, first);
+  explicit Newton(GxBezier const& s) : segment(crv::internal::cubic(s)) {
+    hodograph(segment.p, 3, first);
     hodograph(first, 2, second);
   }
 
+  Point point(double t) const { return crv::internal::deCasteljau(segment.p, t, 3); }
+
+  /// One step from u towards the parameter of the point nearest to p.
   double step(Point const& p, double u) const {
-    Point const q = crv::internal::deCasteljau(points, u, 3);
+    Point const q = point(u);
     Point const q1 = crv::internal::deCasteljau(first, u, 2);
     Point const q2 = crv::internal::deCasteljau(second, u, 1);
-    double const dx = q.x - p.x;
-    double const dy = q.y - p.y;
-    double const numerator = dx * q1.x + dy * q1.y;
-    double const denominator = (dx * q2.x + dy * q2.y) + q1.x * q1.x + q1.y * q1.y;
+    Point const offset = q - p;
+    double const numerator = dot(offset, q1);
+    // Exact form: dot(q1, q1) is not added as one sum.
+    double const denominator = dot(offset, q2) + q1.x * q1.x + q1.y * q1.y;
     return IS_ZERO(denominator, kZeroTolerance) ? u : u - numerator / denominator;
   }
 
-  Point points[4];
+  Cubic segment;
   Point first[3];
   Point second[2];
 };
@@ -60,7 +65,7 @@ double GxBezier::findParameter(GxCoord<double> const& p, double /*ignored*/, dou
   for (int i = 0; i < kMaxSteps; ++i) {
     t = newton.step(target, t);
     if (!(0.0 <= t && t <= 1.0)) continue;
-    Point const q = crv::internal::deCasteljau(newton.points, t, 3);
+    Point const q = newton.point(t);
     if (std::fabs(q.x - target.x) < tol && std::fabs(q.y - target.y) < tol) return t;
   }
   return -1.0;

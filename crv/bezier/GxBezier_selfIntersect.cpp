@@ -1,5 +1,5 @@
-// Loops: where a cubic crosses itself, both parameters are the roots of one quadratic, formed from
-// the power form of its coordinates.
+// Self-intersection: the two parameters at which a cubic crosses itself are the roots of one
+// quadratic, whose coefficients come from the power forms of the coordinates.
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/powerForm.h"
@@ -12,7 +12,8 @@ using crv::internal::PowerForm;
 
 namespace {
 
-// Curve units: handles no longer make no loop, and ends no farther apart meet.
+// Curve units: a handle up to this length rules a loop out, and ends up to this distance apart
+// make one.
 constexpr double kShortHandle = 0.1;
 constexpr double kClosed = 0.1;
 

@@ -1,5 +1,5 @@
-// Subdivision by de Casteljau's triangle (Farin, Curves and Surfaces for CAGD): written out for the
-// cubic, and for a control polygon of any degree.
+// Subdivision by de Casteljau's algorithm (Farin, Curves and Surfaces for CAGD), of the segment and
+// of a control polygon of any degree.
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/controlPolygon.h"
@@ -27,7 +27,7 @@ GxBezier& GxBezier::split(GxBezier& right, double t) {
   Cubic rightPart;
   crv::internal::cubic(*this).split(t, leftPart, rightPart);
   for (int i = 0; i < 4; ++i) assign(points_[i], leftPart.p[i]);
-  // Deliberate: written last, so that a segment split into itself ends as its right part.
+  // Deliberate: right is written last, so that a segment split into itself becomes its right part.
   for (int i = 0; i < 4; ++i) assign(right.points_[i], rightPart.p[i]);
   return *this;
 }

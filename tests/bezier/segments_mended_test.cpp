@@ -92,15 +92,14 @@ TEST(GxBezierValue, ManyParametersGiveTheBitsOfOne) {
   EXPECT_BITS(points[0], Point(7, 7));
 }
 
-// What the plain search finds, where pieces are passed over: dashes of one line, with and without a
-// gap, segments beside each other, and sizes at which nothing is passed over.
+// Pieces are passed over where the segments lie beside each other, not where they cross or meet.
 TEST(GxBezierIntersections, PiecesArePassedOverOnlyWithoutCrossings) {
-  // Two segments | their crossings.
-  for (Row const k : table("0 0 1 1 2 2 3 3  3 3 4 4 5 5 6 6  1;"
+  // Two segments | how many times their crossing is found; at a joint of pieces more than once.
+  for (Row const k : table("0 0 1 1 2 2 3 3  3 0 3 1 3 5 3 6  2;"  // at an end and a middle
                            "0 0 1 1 2 2 3 3  3.0001 3.0001 4 4 5 5 6 6  0;"
                            "0 0 30 60 70 60 100 0  0 0.001 30 60.001 70 60.001 100 0.001  0;"
                            "0 0 30 60 70 -60 100 0  0 1 30 -59 70 61 100 1  2;"
-                           "0 0 30 60 70 -60 100 0  100 0 130 60 170 -60 200 0  1")) {
+                           "0 0 30 60 70 -60 100 0  100 0 70 60 130 60 200 0  1")) {
     GxBezier a = segmentOf(k);
     GxList<double> t, u;
     a.findIntersections(segmentOf({k.begin() + 8, k.end()}), t, u);

@@ -1,5 +1,5 @@
-// Splitting a control polygon, and the flatness of its course about the x axis, for any degree and
-// any kind of point with xval and yval.
+// The steps of the root search on a control polygon: subdivision, and the test whether the chord
+// crosses the x axis where the polygon does.
 #pragma once
 
 #include "crv/bezier/internal/cubic.h"
@@ -9,12 +9,12 @@
 
 namespace crv::internal {
 
-/// Deliberate: a coordinate that is zero up to rounding is made exactly zero, lest a signed
-/// distance change its sign by it. In units of the polygon.
+/// Deliberate: a coordinate within 1e-9 of zero becomes exactly zero, so that rounding does not
+/// change the sign of a signed distance.
 inline double snappedToZero(double x) { return IS_ZERO(x, kZeroTolerance) ? 0.0 : x; }
 
-/// De Casteljau's triangle at t, in place: w[0..degree] becomes the right part, left[0..degree]
-/// receives the left one.
+/// Subdivides w[0..degree] at t by de Casteljau's algorithm: w becomes the right part, and left
+/// receives the left part.
 inline void splitPolygon(Point* w, int degree, double t, Point* left) {
   double const s = 1.0 - t;
   left[0] = w[0];
@@ -27,14 +27,15 @@ inline void splitPolygon(Point* w, int degree, double t, Point* left) {
   }
 }
 
-/// 1 when the chord of w[0..degree] crosses the x axis where the polygon does.
+/// Returns 1 when the chord of w[0..degree] crosses the x axis where the polygon does. Point is any
+/// type with xval and yval.
 template <class Point>
 int isFlatPolygon(Point const* w, int degree) {
   // Squared units of the polygon: keeps a chord without length from dividing by zero.
   constexpr double kNoSquaredLength = 1e-12;
   // Units of the polygon: a chord that rises by less is level.
   constexpr double kLevel = 1e-12;
-  // Parameter: half the width of the crossing that is left.
+  // Parameter: half the width of the interval in which the crossing may lie.
   constexpr double kFlat = 0x1p-65;
 
   Point const& first = w[0];
@@ -48,8 +49,9 @@ int isFlatPolygon(Point const* w, int degree) {
   double const c = first.xval() * last.yval() - first.yval() * last.xval();
   if (std::fabs(a) < kLevel) return 1;
   double const squaredLength = b * b + a * a + kNoSquaredLength;
-  // A squared distance from the chord above this widens the crossing by 2^-63, and by more than the
-  // quotients below are rounded, so that most polygons are rejected without a division.
+  // Where a squared distance from the chord, times the squared length, exceeds this limit, the
+  // interval is wider than 2^-63 and than the rounding of its ends. Most polygons are rejected
+  // here, without a division.
   double const limit = (std::fabs(c) * 0x1p-48 + std::fabs(a) * 0x1p-62) * squaredLength;
   double farthest = 0.0;
   for (int i = 1; i < degree; ++i) {

@@ -1,4 +1,4 @@
-// Plain points, boxes and cubics, and what is computed of them in loops.
+// Points, boxes and cubics as plain values, for inner loops.
 #pragma once
 
 #include "crv/bezier/GxBezier.h"

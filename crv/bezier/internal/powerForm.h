@@ -1,4 +1,4 @@
-// One coordinate of a segment as a polynomial in t, and its derivative.
+// One coordinate of a segment as a polynomial in powers of t, and its derivative.
 #pragma once
 
 #include "crv/bezier/GxBezier.h"
