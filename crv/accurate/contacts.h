@@ -25,6 +25,7 @@ struct SegmentOverlap {
   double t0, t1, u0, u1;
 };
 
+/// All contacts of two segments.
 struct SegmentContacts {
   std::vector<SegmentContact> points;    // ascending in t, then in u
   std::vector<SegmentOverlap> overlaps;  // ascending in t0

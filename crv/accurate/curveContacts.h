@@ -33,6 +33,7 @@ struct CurveOverlap {
   bool sameSense;
 };
 
+/// All contacts of two curves, or of one with itself.
 struct CurveContacts {
   std::vector<CurveContact> points;    // ascending in first, then in second
   std::vector<CurveOverlap> overlaps;  // ascending in from

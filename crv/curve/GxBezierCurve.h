@@ -41,16 +41,27 @@ class CRV_API GxBezierCurve {
   /// Returns 1 when the segments are equal pairwise, exactly; the closed flag is not compared. The
   /// inline overloads keep every mix of operands unambiguous from C++20 on.
   int operator==(GxBezierCurve const& other);
+  /// 1 when the segments are equal, exactly; the closed flag is not compared.
   int operator==(GxBezierCurve const& other) const;
+  /// 1 when the segments are equal, exactly; the closed flag is not compared.
   int operator==(GxBezierCurve& other) const { return segments_ == other.segments_; }
+  /// 1 when the segments are equal, exactly; the closed flag is not compared.
   int operator==(GxBezierCurve& other) { return segments_ == other.segments_; }
+  /// 1 when the segments are equal, exactly; the closed flag is not compared.
   int operator==(GxBezierCurve&& other) const { return segments_ == other.segments_; }
+  /// 1 when the segments are equal, exactly; the closed flag is not compared.
   int operator==(GxBezierCurve&& other) { return segments_ == other.segments_; }
+  /// The opposite of ==.
   int operator!=(GxBezierCurve const& other);
+  /// The opposite of ==.
   int operator!=(GxBezierCurve const& other) const;
+  /// The opposite of ==.
   int operator!=(GxBezierCurve& other) const { return segments_ != other.segments_; }
+  /// The opposite of ==.
   int operator!=(GxBezierCurve& other) { return segments_ != other.segments_; }
+  /// The opposite of ==.
   int operator!=(GxBezierCurve&& other) const { return segments_ != other.segments_; }
+  /// The opposite of ==.
   int operator!=(GxBezierCurve&& other) { return segments_ != other.segments_; }
 
   /// Always returns 0: curves have no order; the operators let standard containers hold them.

@@ -36,6 +36,7 @@ class GxVector {
     return *this;
   }
 
+  /// The vector s times as long.
   GxVector operator*(T const& s) const { return GxVector(x_ * s, y_ * s); }
 
   /// The dot product, x1*x2 + y1*y2.
