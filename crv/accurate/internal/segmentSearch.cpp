@@ -217,8 +217,13 @@ void Search::searchNode(Part const& a, Part const& b) {
   double const steepest = max(max(slopesA.range.hi, slopesB.range.hi) - mean,
                               mean - min(slopesA.range.lo, slopesB.range.lo));
   double const slip = steepest * max(gapX.hi, -gapX.lo);
-  if (gapY.lo - slip > far || gapY.hi + slip < -far) return;
-  if (gapY.hi + slip <= resolution_ && gapY.lo - slip >= -resolution_) {
+  // Vertical distances at the least and the greatest slope: between the two, only halving decides.
+  double const leastSlope = max(0.0, std::fabs(mean) - steepest);
+  double const mostSlope = min(kSteepest, std::fabs(mean) + max(0.0, steepest));
+  double const within = resolution_ * std::sqrt(1.0 + leastSlope * leastSlope);
+  double const beyond = resolution_ * std::sqrt(1.0 + mostSlope * mostSlope);
+  if (gapY.lo - slip > beyond || gapY.hi + slip < -beyond) return;
+  if (gapY.hi + slip <= within && gapY.lo - slip >= -within) {
     return addStretch(a.t0, a.t1, b.t0, b.t1);
   }
 
