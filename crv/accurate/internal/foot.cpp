@@ -6,6 +6,7 @@
 
 #include "crv/accurate/internal/scale.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace crv::internal {
@@ -42,6 +43,9 @@ constexpr int kMaxPieces = 48;
 constexpr int kSamples = 16;
 constexpr double kLastSampling = 0x1p-30;
 
+// Parameter: minima nearer to each other are one that was found twice.
+constexpr double kOneMinimum = 0x1p-30;
+
 double size(Point const& p) { return max(std::fabs(p.x), std::fabs(p.y)); }
 
 /// f over the parameters from start to start + width.
@@ -74,6 +78,9 @@ struct Signs {
     areCertain = (negative | positive | vanishing_) == 63U;
   }
 
+  int of(unsigned k) const {
+    return static_cast<int>((positive >> k) & 1U) - static_cast<int>((negative >> k) & 1U);
+  }
   bool areNone() const { return (negative | positive) == 0; }
   bool riseOnce() const { return isBelow(negative, positive); }
   bool neverRise() const { return negative == 0 || positive == 0 || isBelow(positive, negative); }
@@ -107,16 +114,34 @@ class Search {
     for (Point const& e : e_) largestEdge_ = max(largestEdge_, size(e));
   }
 
-  Foot run() {
+  Foot nearest() {
     best_ = start();
     if (largestEdge_ == 0.0 || best_.squaredDistance == 0.0) return best_;
     limit_ = min(limit_, min(best_.squaredDistance, end().squaredDistance));
-    noise_ = {kCoefficientNoise * largest_ * largestEdge_,
-              kProductNoise * size(q_.p[0]) * size(e_[0]),
-              kProductNoise * size(q_.p[3]) * size(e_[2])};
+    setNoise();
     searchPieces();
     offer(end());
     return best_;
+  }
+
+  Minima minima() {
+    Minima minima;
+    if (largestEdge_ == 0.0) return minima;
+    found_ = &minima.inside;
+    best_ = start();
+    setNoise();
+    Signs const signs(whole(), noise_);
+    for (unsigned k = 0; k < 6; ++k) {
+      if (minima.slopeAtStart == 0) minima.slopeAtStart = signs.of(k);
+      if (minima.slopeAtEnd == 0) minima.slopeAtEnd = signs.of(5 - k);
+    }
+    searchPieces();
+    auto const isEarlier = [](Foot const& a, Foot const& b) { return a.t < b.t; };
+    auto const isSame = [](Foot const& a, Foot const& b) { return b.t - a.t <= kOneMinimum; };
+    std::sort(minima.inside.begin(), minima.inside.end(), isEarlier);
+    minima.inside.erase(std::unique(minima.inside.begin(), minima.inside.end(), isSame),
+                        minima.inside.end());
+    return minima;
   }
 
  private:
@@ -267,7 +292,7 @@ class Search {
         double const d = samples[i].squaredDistance;
         if (i > 0 && samples[i - 1].squaredDistance < d) continue;
         if (i < kSamples && samples[i + 1].squaredDistance < d) continue;
-        offer(samples[i]);
+        if (found_ == nullptr) offer(samples[i]);
         offerNear(samples[i].t, step);
         if (d < lowest.squaredDistance) lowest = samples[i];
       }
@@ -286,14 +311,26 @@ class Search {
   }
 
   void offer(Foot const& foot) {
+    if (found_ != nullptr) {
+      bool const isInside = foot.t > 0.0 && foot.t < 1.0;
+      if (isInside && foot.squaredDistance <= limit_) found_->push_back(foot);
+      return;
+    }
     if (isNearer(foot.squaredDistance, best_.squaredDistance)) best_ = foot;
     limit_ = min(limit_, foot.squaredDistance);
   }
 
-  Cubic q_;        // relative to the point that asks
-  Point e_[3];     // its edges, computed before that
-  Point bend_[2];  // differences of the edges
-  Point jerk_;     // the difference of these
+  void setNoise() {
+    noise_ = {kCoefficientNoise * largest_ * largestEdge_,
+              kProductNoise * size(q_.p[0]) * size(e_[0]),
+              kProductNoise * size(q_.p[3]) * size(e_[2])};
+  }
+
+  std::vector<Foot>* found_ = nullptr;  // where all local minima are wanted
+  Cubic q_;                             // relative to the point that asks
+  Point e_[3];                          // its edges, computed before that
+  Point bend_[2];                       // differences of the edges
+  Point jerk_;                          // the difference of these
   double largest_ = 0.0;
   double largestEdge_ = 0.0;
   Noise noise_ = {};
@@ -304,7 +341,11 @@ class Search {
 }  // namespace
 
 Foot nearestFoot(Cubic const& cubic, Point const& p, double limit) {
-  return Search(cubic, p, limit).run();
+  return Search(cubic, p, limit).nearest();
+}
+
+Minima localMinima(Cubic const& cubic, Point const& p, double limit) {
+  return Search(cubic, p, limit).minima();
 }
 
 }  // namespace crv::internal

@@ -3,6 +3,9 @@
 
 #include "crv/bezier/internal/cubic.h"
 
+#include <cmath>
+#include <vector>
+
 namespace crv::internal {
 
 /// A place of a cubic, seen from the point that asks.
@@ -20,6 +23,16 @@ inline bool isNearer(double squaredDistance, double other) {
 /// The nearest place of a finite cubic; of equal distances the first. Places that are farther than
 /// a limit, a squared distance, need not be found.
 Foot nearestFoot(Cubic const& cubic, Point const& p, double limit);
+
+/// The local minima of the distance inside one cubic, and how the distance runs at its ends.
+struct Minima {
+  std::vector<Foot> inside;  // ascending, each once to rounding; not the ends
+  int slopeAtStart = 0;      // 1 rising, -1 falling, 0 where the cubic is one point
+  int slopeAtEnd = 0;
+};
+
+/// Those up to a limit, a squared distance.
+Minima localMinima(Cubic const& cubic, Point const& p, double limit);
 
 /// The place of a foot in the plane, the ends to the bit.
 inline Point placeOf(Foot const& foot, Cubic const& cubic, Point const& p) {

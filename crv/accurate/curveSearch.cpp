@@ -1,0 +1,235 @@
+#include "crv/accurate/curveSearch.h"
+
+#include "crv/accurate/internal/chain.h"
+#include "crv/accurate/internal/foot.h"
+#include "crv/curve/internal/boxTree.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace crv {
+
+using internal::Foot;
+using internal::Minima;
+
+namespace {
+
+// Relative to a squared distance, and to the square of the largest coordinate: what a computed
+// squared distance may fall short of the one of a box around the place.
+constexpr double kShortfall = 0x1p-30;
+constexpr double kShortfallOfSize = 0x1p-60;
+
+// Parameter, and relative to the largest coordinate: a minimum inside a segment that is nearer to a
+// joint than both is the joint's; rounding put it there.
+constexpr double kAtJoint = 0x1p-20;
+constexpr double kJointRadius = 0x1p-46;
+
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+std::vector<internal::Box> boxesOf(internal::Chain const& chain) {
+  std::vector<internal::Box> boxes;
+  boxes.reserve(chain.size());
+  for (internal::Cubic const& cubic : chain.segments) boxes.push_back(cubic.hull());
+  return boxes;
+}
+
+}  // namespace
+
+struct CurveSearch::Table {
+  explicit Table(Curve const& curve)
+      : chain(curve), tree(boxesOf(chain)), magnitude(chain.magnitude()) {}
+
+  /// The largest coordinate of curve and point; NaN if there is no answer.
+  double usableMagnitude(internal::Point const& p) const {
+    internal::Magnitude all;
+    all.add(magnitude);
+    all.add(p);
+    bool const isUsable = chain.size() > 0 && internal::isUsable(all.value());
+    return isUsable ? all.value() : std::numeric_limits<double>::quiet_NaN();
+  }
+
+  static double widened(double squaredDistance, double magnitude) {
+    return squaredDistance + kShortfall * squaredDistance +
+           kShortfallOfSize * magnitude * magnitude;
+  }
+
+  NearestOnCurve at(std::size_t segment, Foot const& foot, internal::Point const& p) const {
+    internal::Point const place = internal::placeOf(foot, chain.segments[segment], p);
+    return {chain.positionOf(segment, foot.t), Point(place.x, place.y),
+            std::sqrt(foot.squaredDistance)};
+  }
+
+  internal::Chain chain;
+  internal::BoxTree tree;
+  double magnitude;
+};
+
+namespace {
+
+/// The local minima along a chain, those inside its segments and those at its joints.
+class MinimaAlong {
+ public:
+  MinimaAlong(internal::Chain const& chain, internal::Point const& p, double limit, double radius)
+      : chain_(chain), p_(p), limit_(limit), squaredRadius_(radius * radius) {}
+
+  /// Segments come in ascending order. Those not added are farther than the limit.
+  void add(std::size_t segment) {
+    entries_.push_back({segment, internal::localMinima(chain_.segments[segment], p_, limit_)});
+  }
+
+  /// Calls report(segment, foot) for each, in ascending order of positions.
+  template <class Report>
+  void run(Report const& report) const {
+    long const n = static_cast<long>(chain_.size());
+    for (Entry const& entry : entries_) {
+      long const k = static_cast<long>(entry.segment);
+      if (k > 0 || !chain_.closed) reportJoint(k, report);
+      if (k == 0 && chain_.closed) reportJoint(n, report);
+      for (Foot const& foot : entry.minima.inside) {
+        if (!isAtStart(k, foot) && !isAtEnd(k, foot)) report(entry.segment, foot);
+      }
+      if (k == n - 1 && !chain_.closed) reportJoint(n, report);
+    }
+  }
+
+ private:
+  struct Entry {
+    std::size_t segment;
+    Minima minima;
+  };
+
+  /// The number of an existing segment, around the seam of a closed curve; -1 where there is none.
+  long existing(long k) const {
+    long const n = static_cast<long>(chain_.size());
+    if (chain_.closed) return (k + n) % n;
+    return k < n ? k : -1;
+  }
+
+  Minima const* minimaOf(long k) const {
+    auto const isBefore = [](Entry const& entry, long segment) {
+      return static_cast<long>(entry.segment) < segment;
+    };
+    auto const found = std::lower_bound(entries_.begin(), entries_.end(), k, isBefore);
+    bool const isThere = found != entries_.end() && static_cast<long>(found->segment) == k;
+    return isThere ? &found->minima : nullptr;
+  }
+
+  Foot footAt(long k, double t) const {
+    internal::Cubic const& c = chain_.segments[static_cast<std::size_t>(k)];
+    internal::Point const offset = (t == 0.0 ? c.start() : c.end()) - p_;
+    return {t, offset, dot(offset, offset)};
+  }
+
+  /// How the distance runs on from the start of segment k, or with step -1 before its end, beyond
+  /// segments that are one point: 1 rising along the curve, -1 falling, 0 where the curve is over.
+  int slope(long k, long step) const {
+    for (std::size_t count = 0; count < chain_.size(); ++count, k += step) {
+      k = existing(k);
+      Minima const* minima = k >= 0 ? minimaOf(k) : nullptr;
+      if (minima == nullptr) return 0;
+      int const slope = step > 0 ? minima->slopeAtStart : minima->slopeAtEnd;
+      if (slope != 0) return slope;
+    }
+    return 0;
+  }
+
+  bool isNear(Foot const& a, Foot const& b) const {
+    return internal::dot(a.offset - b.offset, a.offset - b.offset) <= squaredRadius_;
+  }
+  bool isAtStart(long k, Foot const& foot) const {
+    return foot.t < kAtJoint && isNear(foot, footAt(k, 0.0));
+  }
+  bool isAtEnd(long k, Foot const& foot) const {
+    return foot.t > 1.0 - kAtJoint && isNear(foot, footAt(k, 1.0));
+  }
+
+  /// The joint between the segments j - 1 and j, or an end of an open curve. A gap is two ends.
+  template <class Report>
+  void reportJoint(long j, Report const& report) const {
+    long const before = existing(j - 1);
+    long const behind = existing(j);
+    Minima const* arrival = before >= 0 ? minimaOf(before) : nullptr;
+    Minima const* departure = behind >= 0 ? minimaOf(behind) : nullptr;
+    bool const isWhole =
+        before >= 0 && behind >= 0 && isNear(footAt(before, 1.0), footAt(behind, 0.0));
+    bool const arrives = arrival != nullptr && (slope(before, -1) <= 0 || endsLowest(before));
+    bool const departs = departure != nullptr && (slope(behind, 1) >= 0 || startsLowest(behind));
+    // A segment that is one point belongs to the joint at its start, and the first one to the seam
+    // where there are no others.
+    bool const isPoint = arrival != nullptr && arrival->slopeAtEnd == 0;
+    if (isWhole) {
+      bool const isFirst = !isPoint || (behind == 0 && slope(0, 1) == 0);
+      if (isFirst && arrives && departs) reportUpTo(behind, footAt(behind, 0.0), report);
+      return;
+    }
+    double const atEnd = arrives && !isPoint ? footAt(before, 1.0).squaredDistance : kInfinity;
+    double const atStart = departs ? footAt(behind, 0.0).squaredDistance : kInfinity;
+    if (departs && atStart <= atEnd) reportUpTo(behind, footAt(behind, 0.0), report);
+    if (atEnd < atStart) reportUpTo(before, footAt(before, 1.0), report);
+  }
+
+  template <class Report>
+  void reportUpTo(long k, Foot const& foot, Report const& report) const {
+    if (foot.squaredDistance <= limit_) report(static_cast<std::size_t>(k), foot);
+  }
+
+  /// Rounding put a minimum that is the joint's inside the segment.
+  bool endsLowest(long k) const {
+    Minima const* minima = minimaOf(k);
+    return !minima->inside.empty() && isAtEnd(k, minima->inside.back());
+  }
+  bool startsLowest(long k) const {
+    Minima const* minima = minimaOf(k);
+    return !minima->inside.empty() && isAtStart(k, minima->inside.front());
+  }
+
+  internal::Chain const& chain_;
+  internal::Point p_;
+  double limit_;
+  double squaredRadius_;
+  std::vector<Entry> entries_;
+};
+
+}  // namespace
+
+CurveSearch::CurveSearch(Curve const& curve) : table_(std::make_shared<Table const>(curve)) {}
+
+std::optional<NearestOnCurve> CurveSearch::nearest(Point const& p) const {
+  internal::Point const from = internal::plain(p);
+  double const magnitude = table_->usableMagnitude(from);
+  if (magnitude != magnitude) return std::nullopt;
+  std::size_t nearest = table_->chain.size();
+  Foot best = {0.0, {0.0, 0.0}, kInfinity};
+  table_->tree.visitNear(from, kInfinity, [&](std::size_t segment, double) {
+    double const limit = Table::widened(best.squaredDistance, magnitude);
+    Foot const foot = internal::nearestFoot(table_->chain.segments[segment], from, limit);
+    bool const isFirst =
+        segment < nearest && !internal::isNearer(best.squaredDistance, foot.squaredDistance);
+    if (isFirst || internal::isNearer(foot.squaredDistance, best.squaredDistance)) {
+      nearest = segment;
+      best = foot;
+    }
+    return Table::widened(best.squaredDistance, magnitude);
+  });
+  return table_->at(nearest, best, from);
+}
+
+std::vector<NearestOnCurve> CurveSearch::within(Point const& p, double distance) const {
+  std::vector<NearestOnCurve> found;
+  internal::Point const from = internal::plain(p);
+  double const magnitude = table_->usableMagnitude(from);
+  if (magnitude != magnitude || !(distance >= 0.0)) return found;
+  double const limit = distance * distance;
+  double const reach = Table::widened(limit, magnitude);
+  MinimaAlong minima(table_->chain, from, limit, kJointRadius * magnitude);
+  table_->tree.visit(
+      [&](internal::Box const& box) { return internal::squaredDistance(box, from) <= reach; },
+      [&](std::size_t segment) { minima.add(segment); });
+  minima.run([&](std::size_t segment, Foot const& foot) {
+    found.push_back(table_->at(segment, foot, from));
+  });
+  return found;
+}
+
+}  // namespace crv

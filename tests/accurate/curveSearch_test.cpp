@@ -1,0 +1,82 @@
+#include "crv/accurate/curveSearch.h"
+
+#include "tests/support/data.h"
+#include "tests/support/expect.h"
+#include "tests/support/shapes.h"
+
+#include <memory>
+
+namespace {
+
+using support::bezier;
+using support::curveOf;
+using support::kNaN;
+using support::Point;
+using support::Position;
+
+TEST(AccurateSearch, NearestIsThatOfTheWholeCurveWhichMayDie) {
+  support::Random random(5);
+  for (char const* name : {"italic-ampersand-outer-thirds", "roman-capital-s-thirds"}) {
+    auto curve = std::make_unique<GxBezierCurve>(support::outline(name));
+    GxBezierCurve const kept = *curve;
+    crv::CurveSearch const search(*curve);
+    curve.reset();
+    for (int i = 0; i < 300; ++i) {
+      Point const p = random.point(1200);
+      auto const found = search.nearest(p);
+      auto const expected = crv::nearest(kept, p);
+      EXPECT_BITS(found->position, expected->position);
+      EXPECT_BITS(found->distance, expected->distance);
+    }
+  }
+}
+
+TEST(AccurateSearch, WithinGivesEveryLocalMinimumOnce) {
+  auto const positions = [](GxBezierCurve const& curve, Point const& p, double distance) {
+    std::vector<Position> found;
+    for (auto const& place : crv::CurveSearch(curve).within(p, distance)) {
+      EXPECT_LE(place.distance, distance);
+      found.push_back(place.position);
+    }
+    return found;
+  };
+  using Positions = std::vector<Position>;
+  GxBezierCurve square = support::polygon({0, 0, 6, 0, 6, 6, 0, 6, 0, 0});
+  auto const sides = positions(square, Point(3, 2), 4);  // the square is open, its ends are far
+  ASSERT_EQ(sides.size(), 4U);
+  EXPECT_EQ(sides[3].getSegmentNumber(), 3);
+  EXPECT_EQ(positions(square, Point(3, 2), 2.5).size(), 1U);
+  EXPECT_EQ(positions(square, Point(7, 7), 2), Positions{Position(2, 0.0)});
+  EXPECT_EQ(positions(square, Point(-1, -1), 2), (Positions{Position(0, 0.0), Position(4, 0.0)}));
+  square.setStrictIsClosed(1);
+  EXPECT_EQ(positions(square, Point(-1, -1), 2), Positions{Position(0, 0.0)});
+
+  // Points between segments are one place, and so is a curve that is a point.
+  GxBezierCurve const corner = curveOf({support::evenLine(0, 0, 6, 0), support::pointLike(6, 0),
+                                        support::pointLike(6, 0), support::evenLine(6, 0, 6, 6)});
+  EXPECT_EQ(positions(corner, Point(7, -1), 3), Positions{Position(1, 0.0)});
+  GxBezierCurve point = curveOf({GxBezier(), GxBezier()});
+  EXPECT_EQ(positions(point, Point(0, 0), 0), Positions{Position(0, 0.0)});
+  point.setStrictIsClosed(1);
+  EXPECT_EQ(positions(point, Point(0, 0), 0), Positions{Position(0, 0.0)});
+  // The foot lies at a smooth joint: one place, whatever rounding says on both sides.
+  GxBezierCurve circle = support::circle(100);
+  circle.setStrictIsClosed(1);
+  for (int i = 1; i < 100; ++i) {
+    EXPECT_EQ(positions(circle, Point(0, 90 + 0.3 * i), 20), Positions{Position(1, 0.0)});
+    EXPECT_EQ(positions(circle, Point(90 + 0.3 * i, 0), 20), Positions{Position(0, 0.0)});
+  }
+}
+
+TEST(AccurateSearch, UnusableInputFindsNothing) {
+  crv::CurveSearch const search(support::circle(1));
+  EXPECT_FALSE(search.nearest(Point(kNaN, 0)));
+  EXPECT_TRUE(search.within(Point(0, 0), -1).empty());
+  EXPECT_TRUE(search.within(Point(0, 0), kNaN).empty());
+  for (auto const& curve : {GxBezierCurve(), curveOf({bezier(0, 0, kNaN, 0, 1, 1, 2, 2)})}) {
+    EXPECT_FALSE(crv::CurveSearch(curve).nearest(Point(0, 0)));
+    EXPECT_TRUE(crv::CurveSearch(curve).within(Point(0, 0), 1).empty());
+  }
+}
+
+}  // namespace
