@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <vector>
 
 namespace crv {
 namespace {
@@ -21,6 +23,9 @@ constexpr int kSamples = 16;
 // Relative: the density is only sampled, so a chord more than this many are planned.
 constexpr double kReserve = 0.01;
 
+// Points of one segment that there is room for without asking.
+constexpr std::size_t kExpected = 16;
+
 // Halvings of a chord; the stretch is far below rounding then.
 constexpr int kMaxDepth = 60;
 
@@ -37,6 +42,13 @@ struct Vertex {
   double t;
   P place;
   P velocity;
+};
+
+/// A point of the result, in less room.
+struct Found {
+  P place;
+  double t;
+  int segment;
 };
 
 /// Bounds the distance of the stretch between two vertices from its chord: 3/4 of the middle of
@@ -68,7 +80,9 @@ double distanceFromChord(Vertex const& a, Vertex const& b) {
 class Flattener {
  public:
   Flattener(Chain const& chain, double tolerance, double magnitude)
-      : chain_(chain), noise_(kDistanceNoise * magnitude), tolerance_(tolerance) {}
+      : chain_(chain), noise_(kDistanceNoise * magnitude), tolerance_(tolerance) {
+    found_.reserve(kExpected * chain.size() + 2);
+  }
 
   Polyline run() {
     for (std::size_t k = 0; k < chain_.size(); ++k) add(k);
@@ -77,10 +91,16 @@ class Flattener {
       P const first = chain_.segments.front().start();
       P const last = chain_.segments.back().end();
       if (first.x != last.x || first.y != last.y) add(first, n, 0.0);
-      line_.points.back() = line_.points.front();  // the zeros, too
+      found_.back().place = first;  // the zeros, too
     }
-    line_.worstDistance = worst_ > 0.0 ? worst_ + noise_ : 0.0;
-    return std::move(line_);
+    Polyline line = {{}, {}, worst_ > 0.0 ? worst_ + noise_ : 0.0};
+    line.points.reserve(found_.size());
+    line.positions.reserve(found_.size());
+    for (Found const& found : found_) {
+      line.points.emplace_back(found.place.x, found.place.y);
+      line.positions.emplace_back(found.segment, found.t);
+    }
+    return line;
   }
 
  private:
@@ -104,12 +124,15 @@ class Flattener {
     if (!take(last, end)) {
       plan();
       double const chords = std::ceil(sums_[kSamples] * (1.0 + kReserve));
-      reserve(static_cast<std::size_t>(chords));
       double const share = sums_[kSamples] / chords;
       int sample = 0;
       for (double i = 1.0; i < chords; ++i) {
         Vertex const next = vertex(parameterAt(share * i, sample));
-        join(last, next, 0);
+        if (take(last, next)) {
+          add(next.place, segment_, next.t);
+        } else {
+          join(last, next, 0);
+        }
         last = next;
       }
       join(last, end, 0);
@@ -127,10 +150,14 @@ class Flattener {
     double const factor = 3.0 / (8.0 * (tolerance_ - noise_));
     for (int i = 0; i <= kSamples; ++i) {
       double const t = i * (1.0 / kSamples);
-      P const v = e0_ + (e1_ + e2_ * t) * t;
-      double const speed = std::sqrt(dot(v, v));
-      double const turn = std::fabs(c0 + (c1 + c2 * t) * t);
-      densities_[i] = speed > 0.0 ? std::sqrt(factor * turn / speed) * (1.0 / kSamples) : 0.0;
+      double const x = e0_.x + (e1_.x + e2_.x * t) * t;
+      double const y = e0_.y + (e1_.y + e2_.y * t) * t;
+      double const turn = factor * std::fabs(c0 + (c1 + c2 * t) * t);
+      densities_[i] = turn / std::sqrt(x * x + y * y);
+    }
+    // Where the velocity vanishes the quotient is not a number, and the density 0.
+    for (double& density : densities_) {
+      density = density > 0.0 ? std::sqrt(density) * (1.0 / kSamples) : 0.0;
     }
     sums_[0] = 0.0;
     for (int i = 0; i < kSamples; ++i) {
@@ -148,7 +175,7 @@ class Flattener {
   }
 
   /// True when the chord is near enough; then its distance counts.
-  bool take(Vertex const& a, Vertex const& b) {
+  inline bool take(Vertex const& a, Vertex const& b) {
     double const distance = distanceFromChord(a, b);
     if (!(distance <= tolerance_ - noise_)) return false;
     worst_ = max(worst_, distance);
@@ -166,22 +193,12 @@ class Flattener {
     if (b.t < 1.0) add(b.place, segment_, b.t);
   }
 
-  void add(P const& p, int segment, double t) {
-    line_.points.emplace_back(p.x, p.y);
-    line_.positions.emplace_back(segment, t);
-  }
-
-  void reserve(std::size_t more) {
-    std::size_t const needed = line_.points.size() + more;
-    if (needed <= line_.points.capacity()) return;
-    line_.points.reserve(std::max(needed, 2 * line_.points.capacity()));
-    line_.positions.reserve(std::max(needed, 2 * line_.points.capacity()));
-  }
+  void add(P const& p, int segment, double t) { found_.push_back({p, t, segment}); }
 
   Chain const& chain_;
   double const noise_;
   double const tolerance_;
-  Polyline line_ = {{}, {}, 0.0};
+  std::vector<Found> found_;
   double worst_ = 0.0;
   Cubic const* cubic_ = nullptr;
   int segment_ = 0;

@@ -1,9 +1,10 @@
 // The speed is the root of g, a polynomial of degree 4. Where the Chebyshev expansion of g over a
-// piece stays away from 0 on the ellipse with foci at the ends and semiaxes adding up to rho, the
-// speed is analytic there and Gauss-Legendre quadrature with n nodes is off by less than
-// 64 / 15 M rho^(-2n) / (1 - rho^-2), M being the largest deviation of the speed from a constant on
-// the ellipse (Trefethen, Approximation Theory and Approximation Practice, chapter 19). The fewest
-// nodes serve; a piece that needs more than 16 is halved.
+// piece stays away from 0 on the ellipse with foci at the ends and semiaxes adding up to rho = 2,
+// the speed is analytic there and Gauss-Legendre quadrature with n nodes is off by less than 64 /
+// 15 M rho^(-2n) / (1 - rho^-2), M being the largest deviation of the speed from a constant on the
+// ellipse (Trefethen, Approximation Theory and Approximation Practice, chapter 19). Elsewhere the
+// zeros of the velocity, as a complex polynomial of degree 2, tell the largest such ellipse; a
+// piece for which 16 nodes are too few is cut above the nearer zero.
 #include "crv/accurate/internal/cubicLength.h"
 
 #include "crv/accurate/internal/scale.h"
@@ -22,78 +23,57 @@ constexpr double kRoundingShare = 5 * kRounding;
 // Halvings of a piece; the length of one so small is far below rounding.
 constexpr int kMaxDepth = 60;
 
+// A zero that is not there, in units of half a piece.
+constexpr double kFar = 1e9;
+
+// In units of half a piece: a zero above a place nearer to an end than this lies at the end; then a
+// piece of this many times its distance is cut off, and no less than the last.
+constexpr double kNearEnd = 0.05;
+constexpr double kGrading = 6.0;
+constexpr double kShortest = 0.01;
+
 // Steps for the parameter at a length, more than bisection needs, and those before it bisects.
 constexpr int kMaxSteps = 130;
 constexpr int kFreeSteps = 8;
 
-struct Node {
-  double x, xx, weight;
-};
-
-// Gauss-Legendre quadrature over [-1, 1]: the positive nodes, their squares, their weights.
-constexpr Node kNodes[] = {
-    // 4 nodes
-    {0.861136311594052575, 0.741555747145809208, 0.347854845137453857},
-    {0.339981043584856265, 0.115587109997047935, 0.652145154862546143},
-    // 6 nodes
-    {0.932469514203152028, 0.869499394918262341, 0.171324492379170345},
-    {0.661209386466264514, 0.437197852751093942, 0.360761573048138608},
-    {0.238619186083196909, 0.0569391159670073532, 0.467913934572691047},
-    // 8 nodes
-    {0.960289856497536232, 0.922156608492058729, 0.101228536290376259},
-    {0.79666647741362674, 0.634677476234636644, 0.222381034453374471},
-    {0.525532409916328986, 0.276184313872464441, 0.313706645877887287},
-    {0.183434642495649805, 0.0336482680675068533, 0.362683783378361983},
-    // 12 nodes
-    {0.981560634246719251, 0.963461278702821764, 0.0471753363865118272},
-    {0.904117256370474857, 0.817428013266874958, 0.106939325995318431},
-    {0.769902674194304687, 0.592750127731541672, 0.160078328543346226},
-    {0.587317954286617447, 0.344942379427417262, 0.203167426723065922},
-    {0.367831498998180194, 0.135300011655248237, 0.233492536538354809},
-    {0.125233408511468915, 0.015683406607400455, 0.249147045813402785},
-    // 16 nodes
-    {0.989400934991649933, 0.978914210162351096, 0.0271524594117540949},
-    {0.944575023073232576, 0.892221974213797853, 0.0622535239386478929},
-    {0.865631202387831744, 0.749317378547403321, 0.0951585116824927848},
-    {0.755404408355003034, 0.570635820162172177, 0.124628971255533872},
-    {0.617876244402643748, 0.38177105339711555, 0.149595988816576732},
-    {0.458016777657227386, 0.209779368615510068, 0.169156519395002538},
-    {0.281603550779258913, 0.0793005598114866533, 0.182603415044923589},
-    {0.0950125098376374402, 0.00902737702564715135, 0.189450610455068496},
-};
-
+/// Gauss-Legendre quadrature over [-1, 1]: the positive nodes, their squares, their weights.
+template <int kPairs>
 struct Rule {
-  int first, count;  // of its positive nodes
+  double x[kPairs], xx[kPairs], weight[kPairs];
 };
-constexpr Rule kRules[] = {{0, 2}, {2, 3}, {5, 4}, {9, 6}, {15, 8}};
-constexpr int kRuleCount = 5;
+constexpr Rule<4> kEight = {
+    {0.960289856497536232, 0.79666647741362674, 0.525532409916328986, 0.183434642495649805},
+    {0.922156608492058729, 0.634677476234636644, 0.276184313872464441, 0.0336482680675068533},
+    {0.101228536290376259, 0.222381034453374471, 0.313706645877887287, 0.362683783378361983}};
+constexpr Rule<8> kSixteen = {
+    {0.989400934991649933, 0.944575023073232576, 0.865631202387831744, 0.755404408355003034,
+     0.617876244402643748, 0.458016777657227386, 0.281603550779258913, 0.0950125098376374402},
+    {0.978914210162351096, 0.892221974213797853, 0.749317378547403321, 0.570635820162172177,
+     0.38177105339711555, 0.209779368615510068, 0.0793005598114866533, 0.00902737702564715135},
+    {0.0271524594117540949, 0.0622535239386478929, 0.0951585116824927848, 0.124628971255533872,
+     0.149595988816576732, 0.169156519395002538, 0.182603415044923589, 0.189450610455068496}};
 
-// For each ellipse: the largest magnitude on it of the Chebyshev polynomials of degree 1 to 4,
-// (rho^k + rho^-k) / 2, and for each rule 64 / 15 rho^(-2n) / (1 - rho^-2).
-struct Ellipse {
-  double magnitude[4];
-  double decay[kRuleCount];
-};
-constexpr Ellipse kEllipses[] = {
-    // rho = 4.5
-    {{2.361111111112, 10.14969135803, 45.56798696846, 205.0324693263},
-     {2.6693e-5, 6.5093e-8, 1.5874e-10, 9.4403e-16, 5.6143e-21}},
-    // rho = 3
-    {{1.666666666667, 4.555555555556, 13.51851851852, 40.50617283951},
-     {7.3160e-4, 9.0321e-6, 1.1151e-7, 1.6996e-11, 2.5904e-15}},
-    // rho = 2
-    {{1.25, 2.125, 4.0625, 8.03125}, {2.2223e-2, 1.3889e-3, 8.6806e-5, 3.3909e-7, 1.3246e-9}},
-    // rho = 1.5
-    {{1.083333333334, 1.347222222223, 1.835648148149, 2.630015432099},
-     {2.9967e-1, 5.9193e-2, 1.1693e-2, 4.5622e-4, 1.7801e-5}},
-};
+// The largest magnitudes of the Chebyshev polynomials of degree 1 to 4 on the ellipse with rho = 2,
+// (rho^k + rho^-k) / 2, and 64 / 15 rho^(-2n) / (1 - rho^-2) for 8 and 16 nodes.
+constexpr double kMagnitudes[] = {1.25, 2.125, 4.0625, 8.03125};
+constexpr double kDecayOfEight = 8.6806e-5;
+constexpr double kDecayOfSixteen = 1.3246e-9;
+
+// With the nearest zero on the ellipse of rho, n nodes are off by less than this times the mean
+// speed times rho^(-2n) n^(-3/2), n^(3/2) being the powers below: the decay of Chebyshev
+// coefficients at the branch point of a root, its factor taken from millions of random trials.
+constexpr double kZeroFactor = 4.0;
+constexpr double kPowerOfEight = 22.627416997969522;
+constexpr double kPowerOfSixteen = 64.0;
 
 /// The derivative of a piece by s in [-1, 1]: m0 + m1 s + m2 s^2.
 struct Hodograph {
   Point m0, m1, m2;
 
-  Hodograph half(double side) const {
-    return {(m0 + m1 * (0.5 * side) + m2 * 0.25) * 0.5, (m1 + m2 * side) * 0.25, m2 * 0.125};
+  /// The stretch with a centre and half a width, on [-1, 1] again.
+  Hodograph stretch(double centre, double half) const {
+    return {(m0 + (m1 + m2 * centre) * centre) * half, (m1 + m2 * (2.0 * centre)) * (half * half),
+            m2 * (half * half * half)};
   }
 };
 
@@ -109,36 +89,26 @@ class SquaredSpeed {
         c3_(2.0 * dot(h.m1, h.m2)),
         c4_(dot(h.m2, h.m2)) {}
 
-  /// The first rule that is good enough, or -1.
-  int rule(double tolerance) const {
-    double const mean = c0_ + 0.5 * c2_ + 0.375 * c4_;
-    double const a1 = std::fabs(c1_ + 0.75 * c3_);
-    double const a2 = 0.5 * std::fabs(c2_ + c4_);
-    double const a3 = 0.25 * std::fabs(c3_);
-    double const a4 = 0.125 * c4_;
-    double const speed = std::sqrt(mean);
-    int best = kRuleCount;
-    for (Ellipse const& ellipse : kEllipses) {
-      double const* m = ellipse.magnitude;
-      double const deviation = a1 * m[0] + a2 * m[1] + a3 * m[2] + a4 * m[3];
-      if (!(deviation < mean)) continue;
-      double const allowed = tolerance * mean;
-      double const scale = speed * deviation;
-      int rule = 0;
-      while (rule < best && scale * ellipse.decay[rule] > allowed) ++rule;
-      best = rule;
-      if (best == 0) break;
-    }
-    return best < kRuleCount ? best : -1;
+  double mean() const { return c0_ + 0.5 * c2_ + 0.375 * c4_; }
+
+  /// The largest deviation of g from its mean on the ellipse with rho = 2.
+  double deviation() const {
+    return kMagnitudes[0] * std::fabs(c1_ + 0.75 * c3_) +
+           kMagnitudes[1] * 0.5 * std::fabs(c2_ + c4_) + kMagnitudes[2] * 0.25 * std::fabs(c3_) +
+           kMagnitudes[3] * 0.125 * c4_;
   }
 
-  double quadrature(Rule const& rule) const {
-    double sum = 0.0;
-    for (Node const* n = kNodes + rule.first; n != kNodes + rule.first + rule.count; ++n) {
-      double const even = c0_ + n->xx * (c2_ + n->xx * c4_);
-      double const odd = n->x * (c1_ + n->xx * c3_);
-      sum += n->weight * (std::sqrt(even + odd) + std::sqrt(even - odd));
+  template <int kPairs>
+  double quadrature(Rule<kPairs> const& rule) const {
+    double speeds[2 * kPairs];
+    for (int i = 0; i < kPairs; ++i) {
+      double const even = c0_ + rule.xx[i] * (c2_ + rule.xx[i] * c4_);
+      double const odd = rule.x[i] * (c1_ + rule.xx[i] * c3_);
+      speeds[i] = std::sqrt(even + odd);
+      speeds[kPairs + i] = std::sqrt(even - odd);
     }
+    double sum = 0.0;
+    for (int i = 0; i < kPairs; ++i) sum += rule.weight[i] * (speeds[i] + speeds[kPairs + i]);
     return sum;
   }
 
@@ -146,19 +116,97 @@ class SquaredSpeed {
   double c0_, c1_, c2_, c3_, c4_;
 };
 
-double length(Hodograph const& h, double tolerance, int depth) {
-  SquaredSpeed const g(h);
-  int const rule = g.rule(tolerance);
-  if (rule >= 0) return g.quadrature(kRules[rule]);
-  if (depth > 1) {
-    // The length lies between chord and control polygon.
-    double const polygon =
-        (norm(h.m0 - h.m1 + h.m2) + norm(h.m0 - h.m2) + norm(h.m0 + h.m1 + h.m2)) * (2.0 / 3.0);
-    double const chord = norm(h.m0 * 2.0 + h.m2 * (2.0 / 3.0));
-    if (polygon - chord <= 2.0 * tolerance || depth >= kMaxDepth) return 0.5 * (polygon + chord);
+/// The zeros of a hodograph, as numbers of the complex plane. Far ones stand for none.
+struct Zeros {
+  Point s1, s2;
+
+  explicit Zeros(Hodograph const& h) {
+    // The roots q / m2 and m0 / q, q being -(m1 + w) / 2 with the larger of both sums and w the
+    // root of m1^2 - 4 m0 m2.
+    Point const d = product(h.m1, h.m1) - product(h.m0, h.m2) * 4.0;
+    double const size = norm(d);
+    double const a = std::sqrt(0.5 * (size + std::fabs(d.x)));
+    double const b = a > 0.0 ? 0.5 * std::fabs(d.y) / a : 0.0;
+    Point w = d.x >= 0.0 ? Point{a, b} : Point{b, a};
+    if (d.y < 0.0) w.y = -w.y;
+    if (dot(w, h.m1) < 0.0) w = w * -1.0;
+    Point const q = (h.m1 + w) * -0.5;
+    s1 = quotient(q, h.m2);
+    s2 = quotient(h.m0, q);
   }
-  return length(h.half(-1.0), 0.5 * tolerance, depth + 1) +
-         length(h.half(1.0), 0.5 * tolerance, depth + 1);
+  Zeros(Point const& a, Point const& b) : s1(a), s2(b) {}
+
+  Zeros stretch(double centre, double half) const {
+    double const k = 1.0 / half;
+    return {{(s1.x - centre) * k, s1.y * k}, {(s2.x - centre) * k, s2.y * k}};
+  }
+
+ private:
+  static Point product(Point const& a, Point const& b) {
+    return {a.x * b.x - a.y * b.y, a.x * b.y + a.y * b.x};
+  }
+  static Point quotient(Point const& a, Point const& b) {
+    double const n = dot(b, b);
+    if (!(n > 0.0)) return {kFar, 0.0};
+    return Point{a.x * b.x + a.y * b.y, a.y * b.x - a.x * b.y} * (1.0 / n);
+  }
+};
+
+/// rho of the ellipse through a place.
+double ellipseThrough(Point const& s) {
+  double const a = 0.5 * (std::sqrt((s.x - 1.0) * (s.x - 1.0) + s.y * s.y) +
+                          std::sqrt((s.x + 1.0) * (s.x + 1.0) + s.y * s.y));
+  return a > 1.0 ? a + std::sqrt(a * a - 1.0) : 1.0;
+}
+
+/// Above or below a zero, so that it lies at the ends of both pieces; where it does already, near
+/// that end, so that one piece is no longer than the zero is far.
+double whereToCut(Point const& zero) {
+  double const side = zero.x < 0.0 ? -1.0 : 1.0;
+  double const fromEnd = 1.0 - side * zero.x;
+  if (fromEnd > kNearEnd) return zero.x;
+  double const distance = norm({fromEnd, zero.y});
+  return side * (1.0 - std::clamp(kGrading * distance, kShortest, 1.0));
+}
+
+double lengthBetweenZeros(Hodograph const& h, Zeros const& zeros, double tolerance, int depth) {
+  SquaredSpeed const g(h);
+  double const rho1 = ellipseThrough(zeros.s1);
+  double const rho2 = ellipseThrough(zeros.s2);
+  double const rho = min(rho1, rho2);
+  double const square = 1.0 / (rho * rho);
+  double const fourth = square * square;
+  double const eighth = fourth * fourth;
+  double const decay = eighth * eighth;
+  double const scale = kZeroFactor * std::sqrt(g.mean());
+  if (scale * decay <= kPowerOfEight * tolerance) return g.quadrature(kEight);
+  if (scale * decay * decay <= kPowerOfSixteen * tolerance) return g.quadrature(kSixteen);
+  // The length lies between chord and control polygon.
+  double const polygon =
+      (norm(h.m0 - h.m1 + h.m2) + norm(h.m0 - h.m2) + norm(h.m0 + h.m1 + h.m2)) * (2.0 / 3.0);
+  double const chord = norm(h.m0 * 2.0 + h.m2 * (2.0 / 3.0));
+  if (polygon - chord <= 2.0 * tolerance || depth >= kMaxDepth) return 0.5 * (polygon + chord);
+  Point const& zero = rho1 <= rho2 ? zeros.s1 : zeros.s2;
+  double const at = whereToCut(zero);
+  double const left = 0.5 * (at + 1.0);
+  double const right = 0.5 * (1.0 - at);
+  return lengthBetweenZeros(h.stretch(left - 1.0, left), zeros.stretch(left - 1.0, left),
+                            0.5 * tolerance, depth + 1) +
+         lengthBetweenZeros(h.stretch(1.0 - right, right), zeros.stretch(1.0 - right, right),
+                            0.5 * tolerance, depth + 1);
+}
+
+double length(Hodograph const& h, double tolerance) {
+  SquaredSpeed const g(h);
+  double const mean = g.mean();
+  double const deviation = g.deviation();
+  if (deviation < mean) {
+    double const scale = std::sqrt(mean) * deviation;
+    double const allowed = tolerance * mean;
+    if (scale * kDecayOfEight <= allowed) return g.quadrature(kEight);
+    if (scale * kDecayOfSixteen <= allowed) return g.quadrature(kSixteen);
+  }
+  return lengthBetweenZeros(h, Zeros(h), tolerance, 0);
 }
 
 }  // namespace
@@ -189,7 +237,7 @@ double CubicLength::between(double t0, double t1, double tolerance) const {
   Point const acceleration = bend0 * s + bend1 * t;
   double const k = 3.0 * h;
   return length({velocity * k, acceleration * (2.0 * k * h), (bend1 - bend0) * (k * h * h)},
-                tolerance, 0);
+                tolerance);
 }
 
 /// The offset from the start of the cubic.
