@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <utility>
 
 namespace crv::internal {
@@ -37,7 +38,7 @@ constexpr int kMaxSteps = 130;
 constexpr int kFreeSteps = 8;
 
 /// Gauss-Legendre quadrature over [-1, 1]: the positive nodes, their squares, their weights.
-template <int kPairs>
+template <std::size_t kPairs>
 struct Rule {
   double x[kPairs], xx[kPairs], weight[kPairs];
 };
@@ -98,17 +99,17 @@ class SquaredSpeed {
            kMagnitudes[3] * 0.125 * c4_;
   }
 
-  template <int kPairs>
+  template <std::size_t kPairs>
   double quadrature(Rule<kPairs> const& rule) const {
     double speeds[2 * kPairs];
-    for (int i = 0; i < kPairs; ++i) {
+    for (std::size_t i = 0; i < kPairs; ++i) {
       double const even = c0_ + rule.xx[i] * (c2_ + rule.xx[i] * c4_);
       double const odd = rule.x[i] * (c1_ + rule.xx[i] * c3_);
       speeds[i] = std::sqrt(even + odd);
       speeds[kPairs + i] = std::sqrt(even - odd);
     }
     double sum = 0.0;
-    for (int i = 0; i < kPairs; ++i) sum += rule.weight[i] * (speeds[i] + speeds[kPairs + i]);
+    for (std::size_t i = 0; i < kPairs; ++i) sum += rule.weight[i] * (speeds[i] + speeds[kPairs + i]);
     return sum;
   }
 
