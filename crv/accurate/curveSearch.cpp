@@ -2,6 +2,7 @@
 
 #include "crv/accurate/internal/chain.h"
 #include "crv/accurate/internal/foot.h"
+#include "crv/accurate/internal/lineContacts.h"
 #include "crv/curve/internal/boxTree.h"
 
 #include <algorithm>
@@ -230,6 +231,10 @@ std::vector<NearestOnCurve> CurveSearch::within(Point const& p, double distance)
     found.push_back(table_->at(segment, foot, from));
   });
   return found;
+}
+
+std::vector<LineContact> CurveSearch::contacts(Point const& a, Point const& b) const {
+  return internal::lineContacts(table_->chain, table_->tree, table_->magnitude, a, b, 0.0);
 }
 
 }  // namespace crv

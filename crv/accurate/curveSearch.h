@@ -1,6 +1,7 @@
 // A curve prepared for many queries.
 #pragma once
 
+#include "crv/accurate/curveContacts.h"
 #include "crv/accurate/nearest.h"
 #include "crv/accurate/types.h"
 #include "crv/export.h"
@@ -28,6 +29,9 @@ class CRV_API CurveSearch {
   /// position of their place, and of the two sides of a gap the nearer. Minima that rounding cannot
   /// tell apart are one. None for an empty curve, a distance below 0 or unusable input.
   [[nodiscard]] std::vector<NearestOnCurve> within(Point const& p, double distance) const;
+
+  /// The result of contacts(curve, a, b) with a line segment.
+  [[nodiscard]] std::vector<LineContact> contacts(Point const& a, Point const& b) const;
 
  private:
   struct Table;

@@ -155,9 +155,11 @@ class Flattener {
       double const turn = factor * std::fabs(c0 + (c1 + c2 * t) * t);
       densities_[i] = turn / std::sqrt(x * x + y * y);
     }
-    // Where the velocity vanishes the quotient is not a number, and the density 0.
+    // Where the velocity vanishes the quotient is rounding. No stretch needs more chords than the
+    // second derivative asks for.
+    double const most = factor * (norm(e1_) + 2.0 * norm(e2_));
     for (double& density : densities_) {
-      density = density > 0.0 ? std::sqrt(density) * (1.0 / kSamples) : 0.0;
+      density = density > 0.0 ? std::sqrt(min(density, most)) * (1.0 / kSamples) : 0.0;
     }
     sums_[0] = 0.0;
     for (int i = 0; i < kSamples; ++i) {

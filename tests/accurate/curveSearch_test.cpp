@@ -27,6 +27,11 @@ TEST(AccurateSearch, NearestIsThatOfTheWholeCurveWhichMayDie) {
       auto const expected = crv::nearest(kept, p);
       EXPECT_BITS(found->position, expected->position);
       EXPECT_BITS(found->distance, expected->distance);
+      Point const q = random.point(1200);
+      auto const met = search.contacts(p, q);
+      auto const all = crv::contacts(kept, p, q);
+      ASSERT_EQ(met.size(), all.size());
+      for (std::size_t k = 0; k < met.size(); ++k) EXPECT_BITS(met[k].position, all[k].position);
     }
   }
 }
