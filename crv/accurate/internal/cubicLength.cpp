@@ -109,7 +109,8 @@ class SquaredSpeed {
       speeds[kPairs + i] = std::sqrt(even - odd);
     }
     double sum = 0.0;
-    for (std::size_t i = 0; i < kPairs; ++i) sum += rule.weight[i] * (speeds[i] + speeds[kPairs + i]);
+    for (std::size_t i = 0; i < kPairs; ++i)
+      sum += rule.weight[i] * (speeds[i] + speeds[kPairs + i]);
     return sum;
   }
 
