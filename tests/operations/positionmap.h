@@ -114,7 +114,8 @@ inline Operations const kPositionMap{
        GxBezierCurve const& c = w.curve();
        Position const a = w.position(c), b = w.position(c);
        PosDiff const d = diff(a, b, w.flag(), static_cast<int>(c.length()));
-       PosDiff const e(w.extremeInt(), w.parameter());
+       int const whole = w.extremeInt();  // arguments are evaluated in any order
+       PosDiff const e(whole, w.parameter());
        w.require(!(d < d), "nothing is less than itself");
        w.see(d.first, d.second, d < e, d == e, ratio(d, e));
      }},
