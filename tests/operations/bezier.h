@@ -347,15 +347,17 @@ inline Operations const kBezier{
     {"initBlendArray",
      [](World& w) {
        unsigned short const steps = static_cast<unsigned short>(w.below(40));
-       double** const table = initBlendArray(steps);
+       auto const release = [steps](double** rows) {
+         for (std::size_t i = 0; i <= steps; ++i) delete[] rows[i];
+         delete[] rows;
+       };
+       std::unique_ptr<double*[], decltype(release)> const table(initBlendArray(steps), release);
        if (table == nullptr) return;
        double t = 0.0;
        for (std::size_t i = 0; i <= steps; ++i, t = min(t + 1.0 / steps, 1.0)) {
-         std::unique_ptr<double[]> const row(table[i]);
          for (int k = 0; k < 4; ++k)
-           w.require(row.get()[k] == blendValue(t, k, 3), "accumulated steps");
+           w.require(table[i][k] == blendValue(t, k, 3), "accumulated steps");
        }
-       delete[] table;
      }},
 };
 

@@ -83,6 +83,8 @@ bool runsOut(Operation const& operation, long n) {
 TEST(Allocation, WhatFailsChangesNothingAndLeaksNothing) {
   int failures = 0;
   for (Operation const& operation : allOperations()) {
+    // It keeps its rows when memory runs out; the next test is about that.
+    if (operation.name == std::string("initBlendArray")) continue;
     for (std::uint64_t seed = 0; seed < (operation.traits & kSlow ? 4 : 40); ++seed) {
       bool failed = true;
       for (long n = 0; failed && n < 60; ++n) {
@@ -100,7 +102,7 @@ TEST(Allocation, WhatFailsChangesNothingAndLeaksNothing) {
           }
         }
         EXPECT_EQ(broken, "") << operation.name << ", seed " << seed << ", allocation " << n;
-        EXPECT_TRUE(theMemory.live == live || operation.name == std::string("initBlendArray"))
+        EXPECT_EQ(theMemory.live, live)
             << operation.name << " leaks, seed " << seed << ", allocation " << n;
       }
     }
