@@ -122,7 +122,10 @@ class SquaredSpeed {
 struct Zeros {
   Point s1, s2;
 
-  explicit Zeros(Hodograph const& h) {
+  explicit Zeros(Hodograph const& given) {
+    // They are those of any multiple, and fourth powers of this one stay in range.
+    double const scale = 1.0 / (norm(given.m0) + norm(given.m1) + norm(given.m2));
+    Hodograph const h = {given.m0 * scale, given.m1 * scale, given.m2 * scale};
     // The roots q / m2 and m0 / q, q being -(m1 + w) / 2 with the larger of both sums and w the
     // root of m1^2 - 4 m0 m2.
     Point const d = product(h.m1, h.m1) - product(h.m0, h.m2) * 4.0;
@@ -187,7 +190,8 @@ double lengthBetweenZeros(Hodograph const& h, Zeros const& zeros, double toleran
   double const polygon =
       (norm(h.m0 - h.m1 + h.m2) + norm(h.m0 - h.m2) + norm(h.m0 + h.m1 + h.m2)) * (2.0 / 3.0);
   double const chord = norm(h.m0 * 2.0 + h.m2 * (2.0 / 3.0));
-  if (polygon - chord <= 2.0 * tolerance || depth >= kMaxDepth) return 0.5 * (polygon + chord);
+  bool const isLonger = polygon - chord > 2.0 * tolerance;  // not so where it is NaN
+  if (!isLonger || depth >= kMaxDepth) return 0.5 * (polygon + chord);
   Point const& zero = rho1 <= rho2 ? zeros.s1 : zeros.s2;
   double const at = whereToCut(zero);
   double const left = 0.5 * (at + 1.0);
@@ -203,10 +207,9 @@ double length(Hodograph const& h, double tolerance) {
   double const mean = g.mean();
   double const deviation = g.deviation();
   if (deviation < mean) {
-    double const scale = std::sqrt(mean) * deviation;
-    double const allowed = tolerance * mean;
-    if (scale * kDecayOfEight <= allowed) return g.quadrature(kEight);
-    if (scale * kDecayOfSixteen <= allowed) return g.quadrature(kSixteen);
+    double const scale = std::sqrt(mean) * (deviation / mean);
+    if (scale * kDecayOfEight <= tolerance) return g.quadrature(kEight);
+    if (scale * kDecayOfSixteen <= tolerance) return g.quadrature(kSixteen);
   }
   return lengthBetweenZeros(h, Zeros(h), tolerance, 0);
 }
