@@ -78,10 +78,10 @@ inline void fit(World& w) {
   w.require(n >= 2 || c.length() == before, "fewer than two points give nothing");
   w.require(n < 2 || (c.length() > before && c.length() < before + n), "a segment for each two");
   w.require(n < 2 || c.strictIsClosed() == 0, "open");
+  w.see(c);
   if (n < 2) return;
   w.require(sameBits(c(int(before))[0], points[0]), "from the first point");
   w.require(sameBits(c(int(c.length()) - 1)[3], points[n - 1]), "to the last");
-  w.see(c);
 }
 
 inline void offsetInMode(World& w, int mode) {

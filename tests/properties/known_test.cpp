@@ -41,7 +41,7 @@ TEST_P(Known, Answers) {
       World w(parts[1]);
       EXPECT_EQ(brokenBy(operations.at(operation), w), "") << parts[0];
       std::vector<std::string> const found = wordsOf(w.results()), expected = wordsOf(parts[2]);
-      bool const same = found.size() == expected.size() &&
+      bool const same = !found.empty() && found.size() == expected.size() &&
                         std::equal(found.begin(), found.end(), expected.begin(), agree);
       EXPECT_TRUE(same) << operation << ", " << parts[0] << "\nis " << w.results() << "\nnot"
                         << parts[2];

@@ -131,7 +131,7 @@ class World {
   /// Whether nothing is odd: then results are finite.
   bool isTame() const { return tame_; }
   /// Whether calls may take a second.
-  bool isPatient() { return heavy_ && chance(40); }
+  bool isPatient() { return words_ || (heavy_ && chance(40)); }
 
   /// That all is as it should be after an operation, or after one that ran out of memory.
   void finish(bool threw = false) const {
