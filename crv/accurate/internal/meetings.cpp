@@ -63,8 +63,8 @@ class Clusters {
   std::vector<Cluster> collect(std::vector<Approach>& approaches) const;
   void judge(Cluster const& cluster, Meetings& found) const;
   bool keepNear(double t0, double u0, double t1, double u1) const;
-  Foot snapped(Foot place) const;
-  bool crosses(Foot const& place) const;
+  FootPair snapped(FootPair place) const;
+  bool crosses(FootPair const& place) const;
 
  private:
   int senseOf(Approach const& approach) const;
@@ -73,11 +73,11 @@ class Clusters {
   bool isBound(double t, double u) const;
   double lengthOf(Cluster const& cluster) const;
   double whereSideIs(double level, double lo, double hi, double u) const;
-  bool findOnlyPlace(Cluster const& cluster, Foot& place) const;
-  Foot placeOf(Cluster const& cluster) const;
+  bool findOnlyPlace(Cluster const& cluster, FootPair& place) const;
+  FootPair placeOf(Cluster const& cluster) const;
   double snappedParameter(Cubic const& c, double t) const;
-  bool isClear(Foot const& place) const;
-  double sideBeyond(Foot const& place, double direction) const;
+  bool isClear(FootPair const& place) const;
+  double sideBeyond(FootPair const& place, double direction) const;
 
   SegmentPair const& pair_;
   double const magnitude_;
@@ -176,7 +176,7 @@ double Clusters::lengthOf(Cluster const& c) const {
 
 /// For a long cluster at an end of which the segments move apart: whether they meet in one place of
 /// it only, and where. They do if they change sides once, or never and touch.
-bool Clusters::findOnlyPlace(Cluster const& c, Foot& place) const {
+bool Clusters::findOnlyPlace(Cluster const& c, FootPair& place) const {
   double const noise = kExact * magnitude_;
   int changes = 0, lastSide = 0;
   double lastT = c.t0, fromT = c.t0, toT = c.t1, fromU = c.u0;
@@ -207,7 +207,7 @@ bool Clusters::findOnlyPlace(Cluster const& c, Foot& place) const {
   if (lastSide == 0 || changes > 1) return false;
   if (changes == 0) {
     if (least > kTouching * resolution_) return false;
-    for (Foot const& end : {snapped({c.t0, c.u0, 0.0}), snapped({c.t1, c.u1, 0.0})}) {
+    for (FootPair const& end : {snapped({c.t0, c.u0, 0.0}), snapped({c.t1, c.u1, 0.0})}) {
       bool const isExactEnd =
           (isEnd(end.t) || isEnd(end.u)) && end.t >= zeroFrom && end.t <= zeroTo;
       if (isExactEnd) {
@@ -251,7 +251,7 @@ double Clusters::snappedParameter(Cubic const& c, double t) const {
 }
 
 /// A place within the resolution of an end of a segment is that end.
-Foot Clusters::snapped(Foot place) const {
+FootPair Clusters::snapped(FootPair place) const {
   double const t = snappedParameter(pair_.a, place.t), u = snappedParameter(pair_.b, place.u);
   if (isEnd(t) && isEnd(u) && pair_.distanceAt(t, u) <= resolution_) {
     return {t, u, pair_.distanceAt(t, u)};
@@ -263,15 +263,15 @@ Foot Clusters::snapped(Foot place) const {
 
 /// The one pair of parameters that stands for a short cluster: an end that touches exactly, else
 /// the middle root where the sides change, else the place of touching or the nearest end.
-Foot Clusters::placeOf(Cluster const& c) const {
-  std::vector<Foot> roots;
-  Foot nearestEnd = {0.0, 0.0, 2.0 * resolution_}, nearest = nearestEnd;
+FootPair Clusters::placeOf(Cluster const& c) const {
+  std::vector<FootPair> roots;
+  FootPair nearestEnd = {0.0, 0.0, 2.0 * resolution_}, nearest = nearestEnd;
   for (Approach const& p : c.members) {
     for (bool const last : {false, true}) {
       double const t = last ? p.t1 : p.t0, u = last ? p.u1 : p.u0;
-      Foot const foot = {t, u, pair_.distanceAt(t, u)};
+      FootPair const foot = {t, u, pair_.distanceAt(t, u)};
       if (foot.distance < nearest.distance) nearest = foot;
-      Foot const end = snapped(foot);
+      FootPair const end = snapped(foot);
       bool const isCorner = isEnd(end.t) && isEnd(end.u);
       bool const wasCorner = isEnd(nearestEnd.t) && isEnd(nearestEnd.u);
       bool const isBetter = isCorner != wasCorner ? isCorner : end.distance < nearestEnd.distance;
@@ -293,7 +293,7 @@ Foot Clusters::placeOf(Cluster const& c) const {
   };
   double t = 0.5 * (c.t0 + c.t1), u = 0.5 * (c.u0 + c.u1);
   bool const isTangent = pair_.findTangency(t, u) && belongs(t, u);
-  Foot const tangency = {t, u, pair_.distanceAt(t, u)};
+  FootPair const tangency = {t, u, pair_.distanceAt(t, u)};
   if (isTangent && tangency.distance <= kRounded * magnitude_) return snapped(tangency);
   if (roots.size() % 2 == 1) return snapped(roots[roots.size() / 2]);
   t = 0.5 * (c.t0 + c.t1);
@@ -307,7 +307,7 @@ Foot Clusters::placeOf(Cluster const& c) const {
 }
 
 /// The side of b on which a lies a little farther on, or farther back.
-double Clusters::sideBeyond(Foot const& place, double direction) const {
+double Clusters::sideBeyond(FootPair const& place, double direction) const {
   double side = 0.0, u = place.u;
   double const room = direction > 0.0 ? 1.0 - place.t : place.t;
   for (double share = 0x1p-24; share <= 1.0; share *= 2.0) {
@@ -317,13 +317,13 @@ double Clusters::sideBeyond(Foot const& place, double direction) const {
   return side;
 }
 
-bool Clusters::isClear(Foot const& place) const {
+bool Clusters::isClear(FootPair const& place) const {
   Point const da = derivativeAt(pair_.a, place.t), db = derivativeAt(pair_.b, place.u);
   double const sine = cross(da, db);
   return sine * sine > kClearSine * kClearSine * dot(da, da) * dot(db, db);
 }
 
-bool Clusters::crosses(Foot const& place) const {
+bool Clusters::crosses(FootPair const& place) const {
   if (isEnd(place.t) || isEnd(place.u)) return false;
   if (isClear(place)) return true;
   double const before = sideBeyond(place, -1.0), after = sideBeyond(place, 1.0);
@@ -334,10 +334,10 @@ void Clusters::judge(Cluster const& cluster, Meetings& found) const {
   double const length = lengthOf(cluster);
   bool const isLong = length > max(kLongStretch * magnitude_, 4.0 * resolution_);
   bool const mayBeShort = told_ == Stretches::all && cluster.sense != 0;
-  Foot place;
+  FootPair place;
   if (isLong || mayBeShort) {
-    Foot const first = snapped({cluster.t0, cluster.u0, 0.0});
-    Foot const last = snapped({cluster.t1, cluster.u1, 0.0});
+    FootPair const first = snapped({cluster.t0, cluster.u0, 0.0});
+    FootPair const last = snapped({cluster.t1, cluster.u1, 0.0});
     bool const isBounded = isBound(first.t, first.u) && isBound(last.t, last.u) &&
                            first.t < last.t && first.u != last.u;
     if (isBounded || (isLong && !findOnlyPlace(cluster, place))) {
@@ -422,7 +422,7 @@ bool findDoublePoint(Cubic const& s, double resolution, double& t, double& u) {
   // An end that stops short of the double point may still be within the resolution.
   double const heldT = min(1.0, max(0.0, t)), heldU = min(1.0, max(0.0, u));
   if (heldT == t && heldU == u) return true;
-  Foot const foot = heldT != t ? pair.footOnB(heldT, heldU) : pair.footOnA(heldT, heldU);
+  FootPair const foot = heldT != t ? pair.footOnB(heldT, heldU) : pair.footOnA(heldT, heldU);
   t = foot.t;
   u = foot.u;
   return foot.distance <= resolution && t < u;
@@ -447,7 +447,7 @@ void findOwnMeetings(Cubic const& c, double magnitude, double resolution, Meetin
   double t = 0.0, u = 1.0;
   if (!findDoublePoint(c, resolution, t, u)) return;
   Clusters const clusters(pair, magnitude, resolution, Stretches::all);
-  Foot const place = clusters.snapped({t, u, 0.0});
+  FootPair const place = clusters.snapped({t, u, 0.0});
   found.points.push_back({place.t, place.u, clusters.crosses(place)});
 }
 

@@ -91,12 +91,12 @@ bool SegmentPair::findTangency(double& t, double& u) const {
   return false;
 }
 
-Foot SegmentPair::footOnB(double t, double u) const {
+FootPair SegmentPair::footOnB(double t, double u) const {
   double const foot = footOn(b, pointAt(a, t), u);
   return {t, foot, distanceAt(t, foot)};
 }
 
-Foot SegmentPair::footOnA(double t, double u) const {
+FootPair SegmentPair::footOnA(double t, double u) const {
   double const foot = footOn(a, pointAt(b, u), t);
   return {foot, u, distanceAt(foot, u)};
 }

@@ -30,7 +30,7 @@ inline Point secondDerivativeAt(Cubic const& c, double t) {
 double footOn(Cubic const& c, Point const& p, double u);
 
 /// A pair of parameters with the distance of its two points.
-struct Foot {
+struct FootPair {
   double t, u, distance;
 };
 
@@ -48,10 +48,10 @@ struct SegmentPair {
   bool findTangency(double& t, double& u) const;
 
   /// The u in [0, 1] near the given one whose point is nearest to A(t), by Newton's method.
-  Foot footOnB(double t, double u) const;
+  FootPair footOnB(double t, double u) const;
 
   /// The same with the segments in each other's place.
-  Foot footOnA(double t, double u) const;
+  FootPair footOnA(double t, double u) const;
 };
 
 }  // namespace crv::internal

@@ -279,10 +279,10 @@ void Search::addIfNear(double t, double u) {
   if (isEndT && isEndU) {
     if (pair_.distanceAt(t, u) <= resolution_) return add({t, t, u, u, false});
   }
-  Foot const foot = isEndU && !isEndT ? pair_.footOnA(t, u) : pair_.footOnB(t, u);
+  FootPair const foot = isEndU && !isEndT ? pair_.footOnA(t, u) : pair_.footOnB(t, u);
   if (foot.distance <= resolution_) add({foot.t, foot.t, foot.u, foot.u, false});
   if (isEndT && isEndU) {
-    Foot const other = pair_.footOnA(t, u);
+    FootPair const other = pair_.footOnA(t, u);
     if (other.distance <= resolution_) add({other.t, other.t, other.u, other.u, false});
   }
 }
