@@ -16,7 +16,7 @@ namespace {
 using Position = GxBezierCurvePosition;
 using MapHandle = GxHandle<GxBezierCurvePositionMapBase>;
 
-// Parameter: pieces shorter than this have no inside, and positions closer to an end are at it.
+// Parameter: a shorter piece counts as empty, and a position this close to an end counts as it.
 constexpr double kPiece = 1e-9;
 
 /// The parameter on the new segment of a place at the length part of a piece of the length whole.

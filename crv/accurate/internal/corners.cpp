@@ -20,7 +20,7 @@ class Path {
     total_ = lengths_.back() + distance(places.back(), places.front());
   }
 
-  /// The first and the last index that can be asked for from the places on.
+  /// The smallest and the largest valid index; beyond the places only on a closed stroke.
   long firstIndex() const { return closed_ ? -count_ + 1 : 0; }
   long lastIndex() const { return closed_ ? 2 * count_ - 2 : count_ - 1; }
 

@@ -1,4 +1,4 @@
-// The scale of what is asked: the magnitude of coordinates, and the tolerances that follow from it.
+// The magnitude of the coordinates of all arguments, and the tolerances that follow from it.
 #pragma once
 
 #include "crv/bezier/internal/cubic.h"
