@@ -1,4 +1,5 @@
-// Everything that callers may use, in one include. No file of the library includes it.
+// Everything that callers may use, in one include, but for io.h, whose operators a program may have
+// of its own. No file of the library includes it.
 #pragma once
 
 #include "crv/accurate/arcLength.h"
@@ -35,3 +36,4 @@
 #include "crv/positionmap/curveEdits.h"
 #include "crv/positionmap/positionMaps.h"
 #include "crv/positionmap/positionPredicates.h"
+#include "crv/svg.h"

@@ -1,0 +1,79 @@
+#include "crv/svg/internal/number.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
+#include <system_error>
+
+namespace crv::internal {
+
+namespace {
+
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+
+std::size_t digitsAt(std::string_view text, std::size_t place) {
+  std::size_t end = place;
+  while (end < text.size() && isDigit(text[end])) ++end;
+  return end - place;
+}
+
+/// The parts of a number without sign, by their lengths.
+struct Parts {
+  std::size_t whole, point, fraction, exponent;
+  std::size_t length() const { return whole + point + fraction + exponent; }
+};
+
+Parts partsOf(std::string_view text) {
+  Parts parts{digitsAt(text, 0), 0, 0, 0};
+  if (parts.whole < text.size() && text[parts.whole] == '.') {
+    parts.fraction = digitsAt(text, parts.whole + 1);
+    parts.point = parts.whole + parts.fraction > 0 ? 1 : 0;
+  }
+  std::size_t const e = parts.length();
+  if (e == 0 || e >= text.size() || (text[e] != 'e' && text[e] != 'E')) return parts;
+  bool const hasSign = e + 1 < text.size() && (text[e + 1] == '+' || text[e + 1] == '-');
+  std::size_t const digits = digitsAt(text, e + 1 + hasSign);
+  if (digits > 0) parts.exponent = 1 + hasSign + digits;
+  return parts;
+}
+
+/// Whether a number out of range is above it: whether its first digit that is not 0 stands before
+/// the decimal point, once the exponent has moved it.
+bool isAboveRange(std::string_view text, Parts const& parts) {
+  std::size_t const first = text.find_first_of("123456789");
+  double const digitsBeforePoint =
+      static_cast<double>(parts.whole) - static_cast<double>(first) + (first > parts.whole);
+  if (parts.exponent == 0) return digitsBeforePoint > 0.0;
+  std::string_view exponent = text.substr(parts.length() - parts.exponent + 1, parts.exponent - 1);
+  bool const isNegative = exponent[0] == '-';
+  if (isNegative || exponent[0] == '+') exponent.remove_prefix(1);
+  double value = 0.0;
+  for (char const digit : exponent) value = value * 10.0 + (digit - '0');
+  return digitsBeforePoint + (isNegative ? -value : value) > 0.0;
+}
+
+}  // namespace
+
+ReadNumber readNumber(std::string_view text) {
+  std::size_t const sign = !text.empty() && (text[0] == '+' || text[0] == '-') ? 1 : 0;
+  std::string_view const digits = text.substr(sign);
+  Parts const parts = partsOf(digits);
+  if (parts.length() == 0) return {0.0, 0};
+  double value = 0.0;
+  std::from_chars_result const result =
+      std::from_chars(digits.data(), digits.data() + parts.length(), value);
+  if (result.ec == std::errc::result_out_of_range) {
+    value = isAboveRange(digits, parts) ? std::numeric_limits<double>::infinity() : 0.0;
+  }
+  return {sign == 1 && text[0] == '-' ? -value : value, sign + parts.length()};
+}
+
+void appendNumber(double value, std::string& out) {
+  // The longest double has 24 characters: -2.2250738585072014e-308.
+  std::array<char, 32> text;
+  std::to_chars_result const end = std::to_chars(text.data(), text.data() + text.size(), value);
+  out.append(text.data(), end.ptr);
+}
+
+}  // namespace crv::internal
