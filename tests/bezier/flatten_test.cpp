@@ -9,27 +9,13 @@ namespace {
 using namespace support;
 using Points = std::vector<Point>;
 
-Points polyline(GxBezier const& s, double tol) {
-  Points points;
-  s.getPolyline(tol, points);
-  return points;
-}
-
-/// By chords of one length, or where the gap is given also by short ones.
-Points byChords(GxBezier const& s, double chord, double startT, double shortChord = 0,
-                double gap = -1) {
-  GxList<Point> list;
-  if (gap < 0.0) s.makeSegment(chord, list, startT);
-  if (gap >= 0.0) s.makeSegmentEx(chord, shortChord, gap, list, startT);
-  return valuesOf(list);
-}
-
 TEST(GxBezierPolyline, TheCurveStaysWithinTheToleranceAndAllFormsAgree) {
   Random random(2);
   for (int i = 0; i < 100; ++i) {
     GxBezier const s = i % 2 ? random.segment(100.0) : random.gridSegment(4);
     double const tol = i % 3 ? 0.1 : 0.004;
-    Points const points = polyline(s, tol);
+    Points points;
+    s.getPolyline(tol, points);
     std::list<Point> listed, timed;
     std::list<double> times;
     s.getPolyline(tol, listed);
@@ -49,25 +35,14 @@ TEST(GxBezierPolyline, TheCurveStaysWithinTheToleranceAndAllFormsAgree) {
   }
 }
 
-TEST(GxBezierPolyline, LinesPointsAndPieces) {
-  GxBezier const line = evenLine(0, 0, 9, 3), curl = bezier(0, 40, 40, -13, 30, 0, 30, 0);
-  EXPECT_EQ(polyline(line, 0.0), (Points{{0, 0}, {9, 3}}));
-  EXPECT_EQ(polyline(line, 10.0).size(), 1u) << "a point and a line adds nothing";
-  EXPECT_NEAR_POINT(polyline(curl, 5.0).back(), curl.bValue(0.5), 1e-12) << "nor does a half";
-  std::list<Point> points;
-  std::list<double> times;
-  // A piece that starts at 1/4 and covers 1/8 of its segment.
-  OpenBezier(line).makePolyline(0.0, 0.25, 8, points, times, GxBezierPolylineCondition());
-  EXPECT_BITS(points.back(), Point(9, 3));
-  EXPECT_BITS(times.back(), 0.375);
-}
-
 TEST(GxBezierSpacing, StepsAndChordsHaveTheirLengthUpToTheEnd) {
   Random random(9);
   for (int i = 0; i < 60; ++i) {
     GxBezier const s = random.segment(100.0);
     double const startT = i % 3 ? 0.0 : 0.3;
-    Points const points = byChords(s, 7.0, startT);
+    GxList<Point> list;
+    s.makeSegment(7.0, list, startT);
+    Points const points = valuesOf(list);
     EXPECT_TRUE(points.front() == s.bValue(startT) && points.back() == s[3]);
     for (std::size_t k = 1; k < points.size(); ++k) {
       double const chord = points[k].distance(points[k - 1]);

@@ -6,21 +6,10 @@ namespace {
 
 using namespace support;
 
-TEST(GxBezierExtremes, LowestAndHighestParametersAreWrittenAtTheListsStart) {
-  // Control points | lowest, highest.
-  for (Row const k : table(R"(0 5 3 4 6 2 9 1  1 0; 2 2 2 2 2 2 2 2  0 1; 0 0 1 4 2 4 3 0  0 0.5;
-            0 0 1 -4 2 4 3 0  0.21132486540518712 0.78867513459481288; 0 0 1 0 2 9 3 9  0 1)")) {
-    GxList<double> list;
-    EXPECT_EQ(segmentOf(k).getYMinMaxTValues(list), 2);
-    EXPECT_NEAR_POINT(Point(list(0), list(1)), Point(k[8], k[9]), 1e-15);
-  }
+TEST(GxBezierExtremes, BoxesAreTightAndHoldTheHighestAndLowestPoints) {
   GxList<double> list = listOf<double>({42.0});
   EXPECT_EQ(evenLine(0, 5, 9, 1).getYMinMaxTValues(list), 3) << "the list's length";
   EXPECT_EQ(list(0), 0.0) << "entries 0 and 1 were exchanged, the lower end lying at the end";
-  EXPECT_EQ(retractedLine(0, 1, 9, 5).getYMinMaxTValues(list), 2) << "flat handles";
-}
-
-TEST(GxBezierExtremes, BoxesAreTightAndHoldTheHighestAndLowestPoints) {
   Random random(30);
   for (int i = 0; i < 500; ++i) {
     GxBezier const s = i % 2 ? random.segment(100) : random.gridSegment(3);
@@ -62,10 +51,6 @@ TEST(GxBezierRoots, EveryHeightIsReachedWhereReportedAndBoundsAreInclusive) {
     ASSERT_EQ(s.findTValue(p, found, 1e-6), 1);
     ASSERT_NEAR_POINT(s.bValue(found), p, 2e-6);
   }
-  GxList<Point> points = listOf<Point>({{0, 0}});
-  EXPECT_EQ(evenLine(0, 0, 9, 3).findRoots(points, 0.0, 0.0, 1.0), 2) << "results are appended";
-  EXPECT_EQ(evenLine(0, 0, 9, 3).findRoots(points, 1.5, 0.5, 0.5), 3);
-  EXPECT_NEAR_POINT(points(2), Point(4.5, 1.5), 1e-15);
 }
 
 TEST(GxBezierNearest, BeatsAThousandSamples) {

@@ -7,12 +7,14 @@ namespace {
 
 using namespace support;
 
+template <class From, class To>
+constexpr bool kConverts = std::is_convertible<From, To>::value;
+static_assert(kConverts<Point const*, GxBezier> && kConverts<double, Gx2DRotate> &&
+                  kConverts<Numbers&, GxBezier::Comperator> && kConverts<void*, GxRefCount> &&
+                  kConverts<GxBezierCurvePositionMapBase*, MapHandle>,
+              "what they are made of converts to them");
+
 TEST(GxBezierCurvePosition, CarriesWithTheBitsOfSingleStepsAndStoresWhatCannotBeCarried) {
-  for (double const t : {0x1p53, -0x1p53, 1e300, -HUGE_VAL, std::nan("")}) {
-    EXPECT_BITS(Position(7, t), rawPosition(7, t));
-  }
-  EXPECT_EQ(Position(7, 1 - 0x1p53).getTValue(), 0.0);
-  EXPECT_BITS(Position(5, 0.25 - 0x1p30), rawPosition(5 - (1 << 30), 0.25));
   Random random(1);
   for (int i = 0; i < 5000; ++i) {
     double const size = i % 3 == 0 ? 1e-17 : i % 3 == 1 ? 3.0 : 2000.0;
@@ -41,9 +43,48 @@ TEST(GxBezierCurve, BoxesHoldEverySampleAndExtremesTouchThem) {
   }
   EXPECT_TRUE(curve.getCurveMinY(t, k) == 0 && curve[k].bValue(t).yval() == low.yval());
   EXPECT_TRUE(curve.getCurveMaxY(t, k) == 0 && curve[k].bValue(t).yval() == high.yval());
-  // Of equally high segments the first wins; an empty curve leaves the outputs alone.
-  EXPECT_EQ(polygon({0, 0, 10, 5, 20, 0, 30, 5}).getCurveMaxY(t, k), 0);
-  EXPECT_TRUE(GxBezierCurve().getCurveMinY(t, k) == -1 && k == 0 && t == 1.0);
+}
+
+/// The nearest point by trying the segments one by one: the first, the last, then the others.
+Point plainNearest(GxBezierCurve const& curve, Point const& p) {
+  int const last = static_cast<int>(curve.length()) - 1;
+  Point best, nearest;
+  curve[0].findNearestPoint(p, best);
+  auto const consider = [&](int k) {
+    curve[k].findNearestPoint(p, nearest);
+    if (p.squaredDistance(nearest) < p.squaredDistance(best)) best = nearest;
+  };
+  consider(last);
+  for (int k = 1; k < last && !(p.squaredDistance(best) < 0.5); ++k) consider(k);
+  return best;
+}
+
+TEST(GxBezierCurve, ManySegmentsAreSearchedAsIfOneByOne) {
+  GxList<Point> const points = stroke("island-sri-lanka");
+  GxBezierCurve coast(&points, 0.5), mirrored(coast);
+  ASSERT_LT(100u, coast.length());
+  for (GxBezier& s : mirrored.getSegments()) {
+    for (int i = 0; i < 4; ++i) s[i] = Point(s[i].yval(), s[i].xval());
+  }
+  GxList<Point> crossings, plainCrossings;
+  coast.findIntersections(mirrored, crossings);
+  for (GxBezier const& theirs : mirrored.getSegments()) {
+    for (GxBezier& ours : coast.getSegments()) ours.findIntersections(theirs, plainCrossings);
+  }
+  EXPECT_LT(10u, crossings.length());
+  EXPECT_EQ(plainCrossings, crossings);
+
+  double least = coast[0][0].squaredDistance(mirrored[0][0]);
+  for (GxBezier const& s : coast.getSegments()) {
+    for (double t = 0.0; t < 1.05; t += 0.1) {
+      Point const p = s.bValue(t), best = plainNearest(mirrored, p);
+      Point nearest;
+      mirrored.findNearestPoint(p, nearest);
+      ASSERT_EQ(best, nearest);
+      least = min(least, p.squaredDistance(best));
+    }
+  }
+  EXPECT_EQ(least, coast.getMinSqDistance(mirrored));
 }
 
 }  // namespace

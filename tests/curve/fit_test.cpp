@@ -113,33 +113,4 @@ TEST(GxBezierCurveFit, StaysWithinTheToleranceAndSmoothOnRealStrokes) {
   }
 }
 
-TEST(GxBezierCurveFit, FindsTheSegmentThatPointsWereTakenFrom) {
-  auto const found = [](Points const& points, Numbers const& u, Vector const& v, Vector const& w) {
-    GxBezier s;
-    OpenCurve().findSegment(&points, u.data(), 0, points.length() - 1, v, w, s);
-    return s;
-  };
-  GxBezier const s = sShape();
-  Points points;
-  Numbers u;
-  for (int i = 0; i <= 16; ++i) {
-    u.push_back(i * 0.0625);
-    points.add(s.bValue(u.back()));
-  }
-  GxBezier const same = found(points, u, s.dValue(0).normalize(), -s.dValue(1).normalize());
-  for (int i = 0; i < 4; ++i) EXPECT_NEAR_POINT(same[i], s[i], 1e-9);
-  // A handle that would be negative: both become thirds of the chord.
-  Points const bend = listOf<Point>({{0, 0}, {3, -5}, {9, 0}});
-  EXPECT_BITS(found(bend, {0, 0.5, 1}, Vector(0, 1), Vector(1, 0)),
-              bezier(0, 0, 0, 3, 12, 0, 9, 0));
-  // Parallel tangents and one inner point, no telling the handles apart: both are nothing, and
-  // rounding errors are not blown up.
-  Points const bump = listOf<Point>({{0, 0}, {4.5, 3}, {9, 0}});
-  EXPECT_BITS(found(bump, {0.0, 0.5, 1.0}, Vector(0, 1), Vector(0, 1)), retractedLine(0, 0, 9, 0));
-  for (double t = 0.1; t < 0.9; t += 0.01) {
-    double const y = found(bump, {0.0, t, 1.0}, Vector(0, 1), Vector(0, 1))[1].yval();
-    EXPECT_TRUE(y < 1e-9 || y == 3.0);
-  }
-}
-
 }  // namespace

@@ -1,5 +1,8 @@
-// Indices that wrap, and the odd rules of cursors; see also the operation GxList.
+// Indices that wrap, the odd rules of cursors, iterators; see also the operation GxList.
 #include "tests/support/expect.h"
+
+#include <iterator>
+#include <type_traits>
 
 namespace {
 
@@ -32,6 +35,25 @@ TEST(GxList, WrapsIndicesAndCountsOnFromTheIndexAsItWasGiven) {
     EXPECT_EQ(valuesOf(list), k.result);
     EXPECT_EQ(list(2), k.atTwo);
   }
+}
+
+static_assert(std::is_same<std::iterator_traits<List::const_iterator>::iterator_category,
+                           std::forward_iterator_tag>::value,
+              "standard algorithms take it");
+static_assert(std::is_same<decltype(*std::declval<List const&>().begin()), double const&>::value,
+              "a const list hands out const elements");
+
+TEST(GxListIterator, GoesOnThroughElementsThatAreAdded) {
+  List list;
+  list.add(1);
+  double sum = 0;
+  for (List::iterator i = list.begin(); i != list.end(); ++i) {
+    sum += *i;
+    if (*i < 4) list.add(*i + 1);
+    if (*i == 2) list.insert(100, 0);
+  }
+  EXPECT_EQ(sum, 1 + 2 + 3 + 4);
+  EXPECT_EQ(list.length(), 5U);
 }
 
 }  // namespace

@@ -15,6 +15,29 @@ inline bool isFinite(GxBezier const& s) {
 
 inline bool hasNaN(GxBezier const& s) { return GxBezier(s) != s; }
 
+/// Ends halving by the length of a piece's control polygon: below one limit a piece is a line,
+/// below another one a point; and all are points after so many questions, or if they do not start
+/// in the origin.
+struct PieceLimits : GxBezierPolylineCondition {
+  explicit PieceLimits(World& w)
+      : line(w.step()), point(w.step()), isAway(w.flag()), left(w.below(2000)) {}
+  int isALine(GxBezier const& s, double) const override { return line > 0.0 && polygon(s) < line; }
+  int isAPoint(GxBezier const& s, double) const override {
+    return polygon(s) < point || (isAway && s[0] != Point()) || left-- <= 0;
+  }
+  static double polygon(GxBezier const& s) {
+    double sum = 0.0;
+    for (int i = 0; i < 3; ++i) {
+      Vector const side = s[i + 1] - s[i];  // its square may underflow
+      sum += max(side.length(), max(std::fabs(side.xval()), std::fabs(side.yval())));
+    }
+    return sum;
+  }
+  double line, point;
+  bool isAway;
+  mutable long left;
+};
+
 /// Steps of a segment, in every form.
 inline void stepAlong(World& w) {
   GxBezier const& s = w.segment();
@@ -29,6 +52,12 @@ inline void stepAlong(World& w) {
   w.require(codes[0] == codes[1] && codes[2] == codes[3], "what was consumed changes no code");
   w.require(sameBits(t[0], t[1]) && sameBits(t[2], t[3]), "nor the parameter");
   w.see(t, consumed);
+  GxBezier itself = s;
+  double expected = s[1].yval(), sum = s[2].xval();
+  s.findNextPos(expected, start, d, forward, sum);
+  itself.findNextPos(itself(1).yval(), start, d, forward, itself(2).xval());
+  w.require(sameBits(itself[1].yval(), expected) && sameBits(itself[2].xval(), sum),
+            "results may be the segment's own coordinates");
 }
 
 inline Operations const kBezier{
@@ -37,6 +66,17 @@ inline Operations const kBezier{
        GxBezier const& s = w.segment();
        double const t = w.parameter();
        w.see(s.bValue(t), s.dValue(t), s.ddValue(t), s.curvatureValue(t));
+       double many[9];
+       Point points[9], alone[9];
+       Vector derivatives[9];
+       for (int i = 0; i < 9; ++i) many[i] = t - 0.25 * i;
+       s.bValues(many, 9, points, derivatives), s.bValues(many, 9, alone);
+       s.bValues(many, -1, nullptr);
+       for (int i = 0; i < 9; ++i) {
+         w.require(sameBits(points[i], s.bValue(many[i])) && sameBits(alone[i], points[i]) &&
+                       sameBits(derivatives[i], s.dValue(many[i])),
+                   "many at once give the bits of one");
+       }
        w.require(sameBits(s.bValue(0), s[0]) && sameBits(s.bValue(1), s[3]), "the ends are exact");
      }},
     {"value",
@@ -111,6 +151,17 @@ inline Operations const kBezier{
        int const n = s.findRoots(polygon, 5, static_cast<int>(w.below(70)), roots);
        w.requireCode(n, 0, 64);
        w.see(polygon, Numbers(roots, roots + n));
+     }},
+    {"rootsOfDegree",
+     [](World& w) {
+       Point polygon[6];
+       for (Point& p : polygon) p = w.point();
+       int const degree = w.flag() ? 5 : w.extremeInt();
+       int const depth = w.flag() ? static_cast<int>(w.below(70)) : w.extremeInt();
+       double roots[64];
+       int const n = OpenBezier().findRoots(polygon, degree, depth, roots);
+       w.requireCode(n, 0, 64);
+       w.see(Numbers(roots, roots + n));
      }},
     {"findParameter",
      [](World& w) {
@@ -237,6 +288,19 @@ inline Operations const kBezier{
        w.require(!(tol >= 0.0) || timed.size() == row.size() - rows, "the same points");
        w.see(row, times);
      }},
+    {"halve",
+     [](World& w) {
+       OpenBezier const& s = w.segment();
+       double const tol = w.step(), start = w.parameter();
+       int const isPart = w.flag(), pieces = 1 + static_cast<int>(w.below(8));
+       PieceLimits const limits(w);
+       std::list<Point> points;
+       std::list<double> times;
+       if (isPart) s.makePolyline(tol, start, pieces, points, times, limits);
+       if (!isPart) s.getPolyline(tol, points, times, limits);
+       w.require(points.size() == times.size(), "a parameter for every point");
+       w.see(points, times);
+     }},
     {"step", stepAlong, kSlow},
     {"stepFromPoint",
      [](World& w) {
@@ -248,6 +312,9 @@ inline Operations const kBezier{
        w.requireCode(s.findNextPosFromPoint(t, start, p, d, forward), -1, 0);
        w.requireCode(s.findNextPosFromPoint(u, start, far, p, d, forward), -1, 0);
        w.see(t, u);
+       Point itself = p;
+       s.findNextPosFromPoint(itself.xval(), start, itself, d, forward);
+       w.require(sameBits(itself.xval(), t) || t == -7.0, "the result may be a coordinate");
      }},
     {"findIntersections",
      [](World& w) {
@@ -270,6 +337,17 @@ inline Operations const kBezier{
        }
        s.findIntersections(other, points);
        w.see(first, theirs, points);
+     }},
+    {"recursivelyIntersect",
+     [](World& w) {
+       OpenBezier& a = w.segment();
+       OpenBezier& b = w.relative(a);
+       int const aDepth = static_cast<int>(w.below(8)), bDepth = static_cast<int>(w.below(8));
+       double const a0 = w.parameter(), a1 = w.parameter(), b0 = w.parameter();
+       GxList<double> t, u;
+       a.recursivelyIntersect(a, a0, a1, aDepth, b, b0, w.parameter(), bDepth, t, u);
+       w.require(t.length() == u.length(), "parameters come in pairs");
+       w.see(t, u);
      }},
     {"findFirstIntersection",
      [](World& w) {

@@ -74,6 +74,7 @@ inline void fit(World& w) {
   unsigned const n = points.length();
   OpenCurve& c = w.changing();
   unsigned long const before = c.length();
+  c.makeBezierPolyFit(nullptr, error);
   c.makeBezierPolyFit(&points, error);
   w.require(n >= 2 || c.length() == before, "fewer than two points give nothing");
   w.require(n < 2 || (c.length() > before && c.length() < before + n), "a segment for each two");
@@ -82,6 +83,19 @@ inline void fit(World& w) {
   if (n < 2) return;
   w.require(sameBits(c(int(before))[0], points[0]), "from the first point");
   w.require(sameBits(c(int(c.length()) - 1)[3], points[n - 1]), "to the last");
+}
+
+/// The fit of a stretch of points, between given directions.
+inline void fitRange(World& w) {
+  GxList<Point> const points = w.points();
+  if (points.length() == 0) return;
+  unsigned const first = w.below(points.length());
+  unsigned const last = first + w.below(points.length() - first);
+  Vector const start = w.vector(), end = w.vector();
+  double const error = w.step();
+  OpenCurve& c = w.changing();
+  c.bezierPolyFit(&points, first, last, start, end, error);
+  w.see(c);
 }
 
 inline void offsetInMode(World& w, int mode) {
@@ -148,6 +162,18 @@ inline Operations const kCurve{
      },
      kSlow},
     {"fit", fit, kSystemsBits},
+    {"fitRange", fitRange, kSystemsBits},
+    {"findSegment",
+     [](World& w) {
+       GxList<Point> const points = w.points();
+       auto const& u = w.filled<std::vector<double>>();
+       Vector const start = w.vector(), end = w.vector();
+       GxBezier s;
+       if (points.length() < 2 || u.size() < points.length()) return;
+       OpenCurve().findSegment(&points, u.data(), 0, points.length() - 1, start, end, s);
+       w.see(s);
+     },
+     kSystemsBits},
     {"isCollinear",
      [](World& w) {
        Vector const a = w.vector(), b = w.vector();
@@ -165,7 +191,8 @@ inline Operations const kCurve{
        c.makeCurve(d, points, mode);
        c.makeCurveEx(d, shorter, gap, adaptive);
        w.see(points, adaptive);
-     }},
+     },
+     kCostly},
     {"makeSegments",
      [](World& w) {
        std::list<Point> points{Point(7, 0), Point(8, 0)};
@@ -188,6 +215,16 @@ inline Operations const kCurve{
        w.require(!(tol >= 0.0) || timed.size() == points.size(), "the same points");
        for (Position const& p : positions) w.require(isOn(c, p), "on the curve");
        w.see(row, positions);
+     }},
+    {"halveCurve",
+     [](World& w) {
+       OpenCurve& c = w.curve();
+       PieceLimits const limits(w);
+       std::list<Point> points(2);
+       std::list<Position> positions(1);
+       c.getPolyline(0.1, points, positions, limits);
+       w.require(positions.size() == points.size(), "a position for every point");
+       w.see(points, positions);
      }},
     {"nearestOnCurve",
      [](World& w) {
@@ -249,6 +286,17 @@ inline Operations const kCurve{
     {"tangents", tangents},
     {"offset", [](World& w) { offsetInMode(w, w.flag() ? 0 : 3); }},
     {"offsetWithCuts", [](World& w) { offsetInMode(w, 1 + w.flag()); }, kSystemsBits},
+    {"calculateOffsetValue",
+     [](World& w) {
+       OpenCurve& c = w.curve();
+       double value = 7.0;
+       Vector const direction = w.vector();
+       double const d = w.step();
+       int const code = c.calculateOffsetValue(value, direction, d, w.flag());
+       w.requireCode(code, -1, 0);
+       w.require(code == 0 || value == 7.0, "untouched");
+       w.see(value);
+     }},
     {"extendLine",
      [](World& w) {
        Point out(7, 8);
@@ -269,7 +317,7 @@ inline Operations const kCurve{
        w.see(codes);
      },
      kHasState},
-    {"walk", walk},
+    {"walk", walk, kCostly},
 };
 
 }  // namespace support

@@ -78,10 +78,11 @@ inline void editList(World& w) {
       case 8: list.empty(), model = ListModel(); break;
       default: w.require(list.next() + list.prev() == 0, "an empty list has no next");
     }
-    std::vector<double> visited;
-    list.forEach([](double v, void* out) { static_cast<std::vector<double>*>(out)->push_back(v); },
-                 &visited);
+    GxList<double> const& same = list;
+    std::vector<double> const visited(same.begin(), same.end());
     w.require(visited == model.values && list.length() == visited.size(), "the model's elements");
+    w.require(visited == valuesOf(list) && std::equal(visited.begin(), visited.end(), list.begin()),
+              "whichever way they are visited");
     if (!visited.empty()) w.require(list.curElement() == model.at(model.cursor), "the cursor");
     if (!visited.empty()) w.require(list.find(list.curElement()) == model.cursor, "it is found");
     auto const isAdded = [](double v, void* x) -> int { return v == *static_cast<double*>(x); };

@@ -15,6 +15,10 @@ inline bool sameBits(GxCoord<double> const& p, GxCoord<double> const& q) {
   return sameBits(p.xval(), q.xval()) && sameBits(p.yval(), q.yval());
 }
 
+inline bool sameBits(GxVector<double> const& v, GxVector<double> const& w) {
+  return sameBits(v.xval(), w.xval()) && sameBits(v.yval(), w.yval());
+}
+
 inline bool sameBits(GxBezierCurvePosition const& p, GxBezierCurvePosition const& q) {
   return p.getSegmentNumber() == q.getSegmentNumber() && sameBits(p.getTValue(), q.getTValue());
 }

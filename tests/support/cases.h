@@ -43,7 +43,8 @@ inline std::vector<std::string> partsOf(std::istream&& in, char end) {
 /// The lines of a file of tests/data, found from the project's folder.
 inline std::vector<std::string> linesOf(std::string const& name) {
   std::ifstream in("tests/data/" + name + ".txt");
-  if (!in.good()) throw std::runtime_error("tests/data/" + name + ".txt is not to be found from here");
+  if (!in.good())
+    throw std::runtime_error("tests/data/" + name + ".txt is not to be found from here");
   return partsOf(std::move(in), '\n');
 }
 

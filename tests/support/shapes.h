@@ -54,6 +54,16 @@ inline GxBezierCurve circle(double r) {
   return curve;
 }
 
+/// An open curve of segments along the x axis, each of a length, and waving by a height.
+inline GxBezierCurve waves(int count, double length, double height) {
+  GxBezierCurve curve;
+  for (int i = 0; i < count; ++i) {
+    curve.getSegments().add(bezier(length * i, 0, length * (i + 1 / 3.0), height,
+                                   length * (i + 2 / 3.0), -height, length * (i + 1), 0));
+  }
+  return curve;
+}
+
 /// An open curve of even lines through points, two numbers each.
 inline GxBezierCurve polygon(std::vector<double> const& n) {
   GxBezierCurve curve;

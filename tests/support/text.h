@@ -3,6 +3,7 @@
 
 #include "crv/crv.h"
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <sstream>
@@ -20,6 +21,11 @@ inline std::string text(double x) {
   char digits[64];
   std::snprintf(digits, sizeof digits, "%.7g", x);
   if (x == x && std::strtod(digits, nullptr) != x) std::snprintf(digits, sizeof digits, "%a", x);
+  return digits;
+}
+inline std::string hexadecimal(std::uint64_t bits) {
+  char digits[17];
+  std::snprintf(digits, sizeof digits, "%016llx", static_cast<unsigned long long>(bits));
   return digits;
 }
 inline std::string text(Point const& p) {

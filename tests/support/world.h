@@ -111,8 +111,7 @@ class World {
   template <class List>
   List& filled();
 
-  // ---- Results
-  // -----------------------------------------------------------------------------------
+  // ---- Results --------------------------------------------------------------------------------
 
   template <class... Results>
   void see(Results const&... results) {
@@ -215,9 +214,15 @@ class World {
   }
   template <class Range>
   auto put(Range const& range) -> decltype(std::begin(range), void()) {
-    if (words_) results_ += " {";
+    auto const start = static_cast<std::ptrdiff_t>(results_.size());
     for (auto const& each : range) put(each);
-    if (words_) results_ += " }";
+    if (!words_) return;
+    auto const count = std::distance(std::begin(range), std::end(range));
+    bool const isLong = count > 40;  // then how many, and the hash of all results so far
+    std::string const values(results_.begin() + start, results_.end());
+    results_.resize(static_cast<std::size_t>(start));
+    results_ +=
+        " {" + (isLong ? ' ' + std::to_string(count) + " #" + hexadecimal(hash_) : values) + " }";
   }
   void putPair(double x, double y) {
     add(x), add(y);
@@ -256,6 +261,8 @@ constexpr int kSystemsBits = 1;
 constexpr int kHasState = 2;
 // Measures lengths or distances by many points.
 constexpr int kSlow = 4;
+// Takes a millisecond a call.
+constexpr int kCostly = 8;
 
 // ---- Lists ------------------------------------------------------------------------------------
 
@@ -492,9 +499,11 @@ inline GxBezierCurve World::curveInWords() {
     return c;
   }
   Numbers const n = numbersInBrackets();
-  GxBezierCurve c = kind == "circle" ? circle(n[0]) : polygon(n);
-  require(kind == "circle" || kind == "lines" || kind == "ring", "a kind of curve");
+  bool const isLines = kind == "lines" || kind == "ring";
+  GxBezierCurve c = isLines ? polygon(n) : circle(n[0]);
+  require(isLines || kind == "circle" || kind == "waves", "a kind of curve");
   c.setStrictIsClosed(kind == "ring");
+  if (kind == "waves") c = waves(static_cast<int>(n[0]), n[1], n[2]);
   return c;
 }
 
