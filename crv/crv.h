@@ -11,6 +11,7 @@
 #include "crv/accurate/fit.h"
 #include "crv/accurate/flatten.h"
 #include "crv/accurate/nearest.h"
+#include "crv/accurate/region.h"
 #include "crv/accurate/types.h"
 #include "crv/accurate/walk.h"
 #include "crv/bezier/GxBezier.h"

@@ -1,6 +1,7 @@
 // Contacts of curves, as positions.
 #include "crv/accurate/curveContacts.h"
 
+#include "crv/accurate/internal/blossom.h"
 #include "crv/accurate/internal/chain.h"
 #include "crv/accurate/internal/chainMeetings.h"
 #include "crv/accurate/internal/lineContacts.h"
@@ -54,13 +55,6 @@ CurveContacts contactsOf(Chain const& a, Chain const& b, ChainMeetings const& fo
   return result;
 }
 
-/// A straight segment with its parameter in proportion to the length.
-internal::Cubic lineFrom(Point const& a, Point const& b) {
-  internal::Point const p = internal::plain(a), q = internal::plain(b);
-  internal::Point const third = q * (1.0 / 3.0) - p * (1.0 / 3.0);
-  return {{p, p + third, q - third, q}};
-}
-
 }  // namespace
 
 CurveContacts contacts(Curve const& a, Curve const& b, double resolution) {
@@ -106,7 +100,7 @@ std::vector<LineContact> internal::lineContacts(Chain const& chain, BoxTree cons
   if (!isUsable(magnitude.value()) || chain.size() == 0) return result;
   UnitScale const scale(magnitude.value(), resolution);
   Chain line;
-  line.segments.push_back(lineFrom(a, b));
+  line.segments.push_back(straight(plain(a), plain(b)));
   ChainMeetings const found = findLineMeetings(chain, tree, line, scale);
   for (ChainMeeting const& m : found.points) {
     result.push_back({chain.positionOf(m.first.segment, m.first.t), m.second.t,

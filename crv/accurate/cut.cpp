@@ -1,5 +1,6 @@
 #include "crv/accurate/cut.h"
 
+#include "crv/accurate/internal/blossom.h"
 #include "crv/accurate/internal/chain.h"
 #include "crv/accurate/internal/scale.h"
 #include "crv/accurate/internal/spanMap.h"
@@ -27,29 +28,6 @@ bool isBefore(Place const& a, Place const& b) {
 }
 
 bool isSame(Place const& a, Place const& b) { return a.segment == b.segment && a.t == b.t; }
-
-internal::Point mixed(internal::Point const& p, internal::Point const& q, double t) {
-  return p * (1.0 - t) + q * t;
-}
-
-/// The blossom of a cubic: symmetric in r, s and t, and the point at t where they are equal.
-internal::Point blossom(Cubic const& c, double r, double s, double t) {
-  internal::Point const middle = mixed(c.p[1], c.p[2], r);
-  internal::Point const left = mixed(mixed(c.p[0], c.p[1], r), middle, s);
-  internal::Point const right = mixed(middle, mixed(c.p[2], c.p[3], r), s);
-  return mixed(left, right, t);
-}
-
-internal::Point pointAt(Cubic const& c, double t) {
-  if (t == 0.0) return c.start();
-  if (t == 1.0) return c.end();
-  return blossom(c, t, t, t);
-}
-
-Cubic part(Cubic const& c, double from, double to) {
-  if (from == 0.0 && to == 1.0) return c;
-  return {{pointAt(c, from), blossom(c, from, from, to), blossom(c, from, to, to), pointAt(c, to)}};
-}
 
 GxCoord<double> coord(internal::Point const& p) { return {p.x, p.y}; }
 
@@ -117,7 +95,7 @@ class Source {
 
   void add(Curve& curve, Span const& span, bool isBackwards) const {
     Cubic const& whole = chain_.segments[span.segment % size()];
-    Cubic const c = part(whole, span.from, span.to);
+    Cubic const c = internal::part(whole, span.from, span.to);
     if (isBackwards) {
       curve.getSegments().insert({coord(c.p[3]), coord(c.p[2]), coord(c.p[1]), coord(c.p[0])}, 0);
     } else {

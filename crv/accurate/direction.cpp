@@ -1,6 +1,7 @@
 #include "crv/accurate/direction.h"
 
 #include "crv/accurate/internal/chain.h"
+#include "crv/accurate/internal/segmentArea.h"
 #include "crv/accurate/internal/sum.h"
 
 #include <cmath>
@@ -102,11 +103,8 @@ double signedArea(Curve const& curve) {
   internal::Sum twice;
   for (Cubic const& c : chain.segments) {
     twice.add(cross(last - origin, c.start() - last));
-    internal::Point const a = c.p[1] - c.p[0];
-    internal::Point const b = c.p[2] - c.p[0];
-    internal::Point const d = c.p[3] - c.p[0];
-    twice.add(cross(c.start() - origin, d));
-    twice.add(0.1 * (3.0 * (cross(a, b) + cross(a, d)) + 6.0 * cross(b, d)));
+    twice.add(cross(c.start() - origin, c.end() - c.start()));
+    twice.add(internal::twiceAreaOverChord(c));
     last = c.end();
   }
   return 0.5 * twice.value();

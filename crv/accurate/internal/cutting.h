@@ -1,0 +1,25 @@
+// Segments cut at the nodes: the places where they meet or end.
+#pragma once
+
+#include "crv/accurate/internal/planeGraph.h"
+#include "crv/accurate/internal/unitScale.h"
+#include "crv/bezier/internal/cubic.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace crv::internal {
+
+/// The stretches of segments, each an edge of its own, and the nodes at their ends.
+struct Cutting {
+  std::vector<Stretch> stretches;  // ascending in the segment, then in from
+  std::vector<Edge> edges;         // edge i consists of stretch i
+  std::vector<Point> nodes;
+};
+
+/// Cuts segments, given in unit scale, wherever they meet. Meetings nearer to each other along a
+/// segment than the resolution are one node; stretches that stay at one node are left out.
+Cutting cutAtMeetings(std::vector<Cubic> const& units, std::vector<ArrangedSegment> const& segments,
+                      UnitScale const& scale);
+
+}  // namespace crv::internal

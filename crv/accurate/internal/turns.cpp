@@ -1,0 +1,308 @@
+// Sorting by direction, and farther along where directions do not decide.
+#include "crv/accurate/internal/turns.h"
+
+#include "crv/accurate/internal/blossom.h"
+#include "crv/accurate/internal/graph.h"
+#include "crv/accurate/internal/segmentPair.h"
+#include "crv/foundation/tolerance.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace crv::internal {
+
+namespace {
+
+// In units of the resolution: a direction is that to the first control point that lies farther away
+// than this, so that moving the ends onto the nodes hardly turns it.
+constexpr double kShortHandle = 16.0;
+
+// In units of the resolution: how far moving the ends may move a control point.
+constexpr double kMoved = 4.0;
+
+// Difference of keys, which is between half the angle and the angle in radians: directions farther
+// apart than this decide by themselves.
+constexpr double kClearTurn = 0x1p-6;
+
+// In units of the resolution: edges that are this near to each other in three places between the
+// same two nodes coincide.
+constexpr double kCoincident = 2.0;
+
+// In units of the resolution: edges farther apart than this are apart.
+constexpr double kApart = 4.0;
+
+// Squared cosine of 60 degrees: how far an edge may turn from an axis to be followed as a graph
+// over it.
+constexpr double kSquaredGentleCosine = 0.25;
+
+// Halvings until a part is gentle, and parts of two edges that are followed one after the other.
+constexpr int kMostHalvings = 24;
+constexpr int kMostParts = 16;
+
+/// A half-edge at its node.
+struct Turn {
+  std::size_t halfEdge;
+  Point direction;
+  double key;    // grows with the angle, from 0 to 4
+  double slack;  // how uncertain the key is
+};
+
+/// A number that grows with the angle of a vector as the angle does, from 0 to 4.
+double keyOf(Point const& v) {
+  double const sum = std::fabs(v.x) + std::fabs(v.y);
+  if (!(sum > 0.0)) return 0.0;
+  double const x = v.x / sum;
+  if (v.y >= 0.0) return 1.0 - x;
+  return 3.0 + x;
+}
+
+/// How far the key of q lies behind that of p, counter-clockwise.
+double gap(Turn const& p, Turn const& q) {
+  double const difference = q.key - p.key;
+  return difference < 0.0 ? difference + 4.0 : difference;
+}
+
+/// The part of a cubic from its start that is gentle over an axis, as a graph seen from an origin.
+Part gentlePart(Cubic const& c, Point const& axis, Point const& origin, double noise) {
+  Part part = {c, 0.0, 1.0};
+  for (int i = 0; i < kMostHalvings; ++i) {
+    bool isGentle = true;
+    for (int k = 0; k < 3 && isGentle; ++k) {
+      Point const leg = part.c.p[k + 1] - part.c.p[k];
+      double const along = dot(leg, axis), squared = dot(leg, leg);
+      isGentle = squared <= noise * noise ||
+                 (along > 0.0 && along * along >= kSquaredGentleCosine * squared);
+    }
+    if (isGentle) break;
+    Part rest;
+    Part const whole = part;
+    whole.split(0.5, part, rest);
+  }
+  return part.along(axis, origin);
+}
+
+Point unit(Point const& v) {
+  double const length = std::sqrt(dot(v, v));
+  return length > 0.0 ? v * (1.0 / length) : Point{0.0, 0.0};
+}
+
+class Sorter {
+ public:
+  Sorter(Cutting& cutting, double resolution) : cutting_(cutting), resolution_(resolution) {}
+
+  Turns sort();
+
+ private:
+  Cubic outward(std::size_t halfEdge) const;
+  Turn turnOf(std::size_t halfEdge) const;
+  std::size_t farNode(std::size_t halfEdge) const {
+    return startOf(cutting_.edges, twin(halfEdge));
+  }
+  bool areClear(Turn const& p, Turn const& q) const {
+    return gap(p, q) > kClearTurn + p.slack + q.slack;
+  }
+  Turns collected() const;
+  void sortByKey(std::size_t const* begin, std::size_t const* end);
+  bool mergeNear();
+  bool mayMerge(std::size_t const* begin, std::size_t const* end) const;
+  bool sortNodes(Turns& turns);
+  bool keepNear(Cubic const& a, Cubic const& b) const;
+  bool areOne(std::size_t p, std::size_t q) const;
+  void merge(std::size_t p, std::size_t q);
+  void settle();
+  bool isBefore(Turn const& p, Turn const& q) const;
+
+  Cutting& cutting_;
+  double const resolution_;
+  std::vector<Turn> around_;  // those of one node
+};
+
+Cubic Sorter::outward(std::size_t halfEdge) const {
+  Cubic const& c = cutting_.stretches[cutting_.edges[edgeOf(halfEdge)].first].c;
+  return isAlong(halfEdge) ? c : reversed(c);
+}
+
+Turn Sorter::turnOf(std::size_t halfEdge) const {
+  Cubic const c = outward(halfEdge);
+  double const least = kShortHandle * resolution_;
+  Point direction = {0.0, 0.0};
+  double squared = 0.0;
+  for (int i = 1; i < 4 && squared <= least * least; ++i) {
+    Point const d = c.p[i] - c.p[0];
+    if (dot(d, d) <= squared) continue;
+    direction = d;
+    squared = dot(d, d);
+  }
+  double const slack = squared > 0.0 ? min(2.0, kMoved * resolution_ / std::sqrt(squared)) : 2.0;
+  return {halfEdge, unit(direction), keyOf(direction), slack};
+}
+
+/// The half-edges of all nodes, not yet in order.
+Turns Sorter::collected() const {
+  Turns turns;
+  std::size_t const nodes = cutting_.nodes.size(), halfEdges = 2 * cutting_.edges.size();
+  turns.begins.assign(nodes + 2, 0);
+  turns.entries.assign(halfEdges, kNone);
+  for (Edge const& e : cutting_.edges) {
+    if (e.first == kNone) continue;
+    ++turns.begins[e.from + 2];
+    ++turns.begins[e.to + 2];
+  }
+  for (std::size_t i = 2; i < nodes + 2; ++i) turns.begins[i] += turns.begins[i - 1];
+  turns.halfEdges.resize(turns.begins.back());
+  for (std::size_t h = 0; h < halfEdges; ++h) {
+    if (cutting_.edges[edgeOf(h)].first == kNone) continue;
+    turns.halfEdges[turns.begins[startOf(cutting_.edges, h) + 1]++] = h;
+  }
+  turns.begins.pop_back();
+  return turns;
+}
+
+/// Fills around_, beginning behind the widest gap.
+void Sorter::sortByKey(std::size_t const* begin, std::size_t const* end) {
+  around_.clear();
+  for (; begin != end; ++begin) around_.push_back(turnOf(*begin));
+  std::sort(around_.begin(), around_.end(), [](Turn const& p, Turn const& q) {
+    return p.key != q.key ? p.key < q.key : p.halfEdge < q.halfEdge;
+  });
+  std::size_t first = 0;
+  double widest = -1.0;
+  for (std::size_t i = 0; i < around_.size(); ++i) {
+    Turn const& last = around_[i == 0 ? around_.size() - 1 : i - 1];
+    double const before = gap(last, around_[i]);
+    if (before <= widest) continue;
+    widest = before;
+    first = i;
+  }
+  std::rotate(around_.begin(), around_.begin() + static_cast<std::ptrdiff_t>(first), around_.end());
+}
+
+/// Whether each of two cubics, given from the same node, comes near to the middle parts of the
+/// other one.
+bool Sorter::keepNear(Cubic const& a, Cubic const& b) const {
+  double const reach = kCoincident * resolution_;
+  SegmentPair const pair = {a, b};
+  for (double const t : {0.5, 0.25, 0.75}) {
+    if (!(pair.footOnB(t, t).distance <= reach) || !(pair.footOnA(t, t).distance <= reach)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+bool Sorter::areOne(std::size_t p, std::size_t q) const {
+  return farNode(p) == farNode(q) && edgeOf(p) != edgeOf(q) && keepNear(outward(p), outward(q));
+}
+
+/// Moves the stretches of the edge of q to that of p; p and q leave the same node.
+void Sorter::merge(std::size_t p, std::size_t q) {
+  Edge &kept = cutting_.edges[edgeOf(p)], &dropped = cutting_.edges[edgeOf(q)];
+  bool const isSameSense = isAlong(p) == isAlong(q);
+  std::size_t last = dropped.first;
+  for (std::size_t s = dropped.first; s != kNone; s = cutting_.stretches[s].nextOnEdge) {
+    Stretch& stretch = cutting_.stretches[s];
+    stretch.edge = edgeOf(p);
+    stretch.isForward = stretch.isForward == isSameSense;
+    last = s;
+  }
+  cutting_.stretches[last].nextOnEdge = cutting_.stretches[kept.first].nextOnEdge;
+  cutting_.stretches[kept.first].nextOnEdge = dropped.first;
+  for (std::size_t group = 0; group < 2; ++group) {
+    kept.count[group] += isSameSense ? dropped.count[group] : -dropped.count[group];
+  }
+  dropped.first = kNone;
+}
+
+/// Makes one edge of those in around_ that coincide; false if there are none.
+bool Sorter::mergeNear() {
+  bool isMerged = false;
+  for (std::size_t i = 0; i < around_.size(); ++i) {
+    for (std::size_t k = i + 1; k < around_.size() && !areClear(around_[i], around_[k]); ++k) {
+      std::size_t p = around_[i].halfEdge, q = around_[k].halfEdge;
+      bool const isGone =
+          cutting_.edges[edgeOf(p)].first == kNone || cutting_.edges[edgeOf(q)].first == kNone;
+      if (isGone || !areOne(p, q)) continue;
+      if (edgeOf(q) < edgeOf(p)) std::swap(p, q);
+      merge(p, q);
+      isMerged = true;
+    }
+  }
+  return isMerged;
+}
+
+/// Whether p comes before q, counter-clockwise, where their directions are nearly the same: both
+/// are followed as graphs over a common axis, part by part, until they are apart.
+bool Sorter::isBefore(Turn const& p, Turn const& q) const {
+  Cubic a = outward(p.halfEdge), b = outward(q.halfEdge);
+  Point directionA = p.direction, directionB = q.direction;
+  double const noise = kMoved * resolution_;
+  double difference = 0.0;
+  for (int i = 0; i < kMostParts; ++i) {
+    Point const axis = unit(directionA + directionB);
+    Point const origin = a.p[0];
+    Part const onA = gentlePart(a, axis, origin, noise), onB = gentlePart(b, axis, origin, noise);
+    double const x = min(onA.c.p[3].x, onB.c.p[3].x);
+    double const s = whereXIs(onA.c, x), u = whereXIs(onB.c, x);
+    double const now = pointAt(onB.c, u).y - pointAt(onA.c, s).y;
+    if (std::fabs(now) > std::fabs(difference)) difference = now;
+    if (std::fabs(now) > kApart * resolution_) break;
+    double const t = onA.parameter(s), w = onB.parameter(u);
+    if (!(t < 1.0 && w < 1.0) || (t == 0.0 && w == 0.0)) break;
+    a = part(a, t, 1.0);
+    b = part(b, w, 1.0);
+    directionA = unit(derivativeAt(a, 0.0));
+    directionB = unit(derivativeAt(b, 0.0));
+    if (!(dot(directionA, directionB) > 0.0)) break;
+  }
+  return difference != 0.0 ? difference > 0.0 : p.key < q.key;
+}
+
+/// Sorts around_ where the keys alone do not decide.
+void Sorter::settle() {
+  for (std::size_t i = 1; i < around_.size(); ++i) {
+    Turn const turn = around_[i];
+    std::size_t k = i;
+    for (; k > 0; --k) {
+      Turn const& other = around_[k - 1];
+      bool const isDecided = areClear(other, turn) || !(dot(other.direction, turn.direction) > 0.0);
+      if (isDecided || !isBefore(turn, other)) break;
+      around_[k] = other;
+    }
+    around_[k] = turn;
+  }
+}
+
+bool Sorter::mayMerge(std::size_t const* begin, std::size_t const* end) const {
+  return end - begin > 2 || (end - begin == 2 && farNode(begin[0]) == farNode(begin[1]));
+}
+
+/// Sorts the half-edges of all nodes; false if edges have become one, and the order must be made
+/// anew.
+bool Sorter::sortNodes(Turns& turns) {
+  bool isMerged = false;
+  for (std::size_t node = 0; node + 1 < turns.begins.size(); ++node) {
+    std::size_t* const begin = turns.halfEdges.data() + turns.begins[node];
+    std::size_t* const end = turns.halfEdges.data() + turns.begins[node + 1];
+    if (!mayMerge(begin, end)) continue;
+    sortByKey(begin, end);
+    if (mergeNear()) isMerged = true;
+    if (isMerged) continue;
+    settle();
+    for (std::size_t i = 0; i < around_.size(); ++i) begin[i] = around_[i].halfEdge;
+  }
+  return !isMerged;
+}
+
+Turns Sorter::sort() {
+  Turns turns = collected();
+  while (!sortNodes(turns)) turns = collected();
+  for (std::size_t i = 0; i < turns.halfEdges.size(); ++i) turns.entries[turns.halfEdges[i]] = i;
+  return turns;
+}
+
+}  // namespace
+
+Turns sortTurns(Cutting& cutting, double resolution) { return Sorter(cutting, resolution).sort(); }
+
+}  // namespace crv::internal

@@ -1,0 +1,240 @@
+// Faces, and how often the curves wind around them.
+#include "crv/accurate/internal/windings.h"
+
+#include "crv/accurate/internal/disjointSets.h"
+#include "crv/accurate/internal/segmentArea.h"
+#include "crv/curve/internal/boxTree.h"
+
+#include <optional>
+
+namespace crv::internal {
+
+namespace {
+
+// Halvings after which a part is a point up to rounding.
+constexpr int kMostHalvings = 60;
+
+/// Whether the ray from p towards higher x may cross what is in a box.
+bool isBeside(Box const& box, Point const& p) {
+  return box.maxX >= p.x && box.minY <= p.y && box.maxY > p.y;
+}
+
+int crossingsOf(Cubic const& c, Point const& p, int halvings) {
+  Box const box = c.hull();
+  if (!isBeside(box, p)) return 0;
+  if (box.minX > p.x || halvings == 0) return int(c.p[3].y > p.y) - int(c.p[0].y > p.y);
+  Cubic left, right;
+  c.split(0.5, left, right);
+  return crossingsOf(left, p, halvings - 1) + crossingsOf(right, p, halvings - 1);
+}
+
+using Counts = std::array<int, 2>;
+
+Counts sum(Counts const& a, Counts const& b, int sign) {
+  return {a[0] + sign * b[0], a[1] + sign * b[1]};
+}
+
+/// Edges that hang together, as a tree of their boxes.
+struct Component {
+  std::size_t beginEdge = 0, endEdge = 0;  // among the edges in order of their components
+  std::size_t outerFace = kNone;
+  double outerArea = 0.0;
+  long nodes = 0, edges = 0, faces = 0;
+  std::optional<BoxTree> tree;
+};
+
+class Faces {
+ public:
+  Faces(Cutting& cutting, Turns const& turns) : cutting_(cutting), turns_(turns) {}
+
+  bool find();
+
+ private:
+  Edge const& edgeAt(std::size_t halfEdge) const { return cutting_.edges[edgeOf(halfEdge)]; }
+  Cubic const& shapeOf(Edge const& edge) const { return cutting_.stretches[edge.first].c; }
+  std::size_t endOf(std::size_t halfEdge) const { return startOf(cutting_.edges, twin(halfEdge)); }
+  void findComponents();
+  void walkFaces();
+  double walkFace(std::size_t start, std::size_t face);
+  void spread(std::size_t component, Counts const& outside);
+  Box boxOf(Component const& component) const;
+  BoxTree const& treeOf(Component& component) const;
+  Counts windingOf(Component& component, Point const& p) const;
+  std::vector<Counts> outerWindings();
+
+  Cutting& cutting_;
+  Turns const& turns_;
+  std::vector<std::size_t> componentOfNode_;
+  std::vector<Component> components_;
+  std::vector<std::size_t> edgesByComponent_;
+  std::vector<std::size_t> faceOf_;  // by half-edge: the face on its left
+  std::vector<std::size_t> faceAt_;  // by face: one of its half-edges
+  std::vector<Counts> windings_;     // by face
+  std::vector<char> isKnown_;        // whether they are, by face
+};
+
+void Faces::findComponents() {
+  DisjointSets sets(cutting_.nodes.size());
+  for (Edge const& e : cutting_.edges) {
+    if (e.first != kNone) sets.unite(e.from, e.to);
+  }
+  componentOfNode_.assign(cutting_.nodes.size(), kNone);
+  for (std::size_t node = 0; node < cutting_.nodes.size(); ++node) {
+    bool const isUsed = turns_.begins[node] < turns_.begins[node + 1];
+    if (!isUsed) continue;
+    std::size_t const root = sets.find(node);
+    if (root == node) {
+      componentOfNode_[node] = components_.size();
+      components_.emplace_back();
+    }
+    componentOfNode_[node] = componentOfNode_[root];
+    ++components_[componentOfNode_[node]].nodes;
+  }
+  for (Edge const& e : cutting_.edges) {
+    if (e.first != kNone) ++components_[componentOfNode_[e.from]].edges;
+  }
+  std::size_t total = 0;
+  for (Component& c : components_) {
+    c.beginEdge = c.endEdge = total;
+    total += static_cast<std::size_t>(c.edges);
+  }
+  edgesByComponent_.resize(total);
+  for (std::size_t i = 0; i < cutting_.edges.size(); ++i) {
+    Edge const& e = cutting_.edges[i];
+    if (e.first != kNone) edgesByComponent_[components_[componentOfNode_[e.from]].endEdge++] = i;
+  }
+}
+
+/// Marks the half-edges around a face, and returns twice its area.
+double Faces::walkFace(std::size_t start, std::size_t face) {
+  Point const origin = cutting_.nodes[startOf(cutting_.edges, start)];
+  double twiceArea = 0.0;
+  std::size_t h = start;
+  do {
+    faceOf_[h] = face;
+    Cubic const& c = shapeOf(edgeAt(h));
+    double const along = cross(c.p[0] - origin, c.p[3] - origin) + twiceAreaOverChord(c);
+    twiceArea += isAlong(h) ? along : -along;
+    h = turns_.next(h, endOf(h));
+  } while (h != start);
+  return twiceArea;
+}
+
+/// The face around a component is to the left of a clockwise round, and the only such face.
+void Faces::walkFaces() {
+  faceOf_.assign(2 * cutting_.edges.size(), kNone);
+  for (std::size_t const h : turns_.halfEdges) {
+    if (faceOf_[h] != kNone) continue;
+    std::size_t const face = faceAt_.size();
+    double const area = walkFace(h, face);
+    faceAt_.push_back(h);
+    Component& component = components_[componentOfNode_[startOf(cutting_.edges, h)]];
+    ++component.faces;
+    if (component.outerFace != kNone && area >= component.outerArea) continue;
+    component.outerFace = face;
+    component.outerArea = area;
+  }
+}
+
+/// Gives every face of a component its winding numbers, from the outer one inwards.
+void Faces::spread(std::size_t component, Counts const& outside) {
+  std::vector<std::size_t> waiting = {components_[component].outerFace};
+  windings_[waiting[0]] = outside;
+  isKnown_[waiting[0]] = 1;
+  while (!waiting.empty()) {
+    std::size_t const face = waiting.back();
+    waiting.pop_back();
+    std::size_t const start = faceAt_[face];
+    std::size_t h = start;
+    do {
+      std::size_t const beyond = faceOf_[twin(h)];
+      if (!isKnown_[beyond]) {
+        isKnown_[beyond] = 1;
+        windings_[beyond] = sum(windings_[face], edgeAt(h).count, isAlong(h) ? -1 : 1);
+        waiting.push_back(beyond);
+      }
+      h = turns_.next(h, endOf(h));
+    } while (h != start);
+  }
+}
+
+BoxTree const& Faces::treeOf(Component& component) const {
+  if (!component.tree) {
+    std::vector<Box> boxes;
+    for (std::size_t i = component.beginEdge; i < component.endEdge; ++i) {
+      boxes.push_back(shapeOf(cutting_.edges[edgesByComponent_[i]]).hull());
+    }
+    component.tree.emplace(std::move(boxes));
+  }
+  return *component.tree;
+}
+
+Counts Faces::windingOf(Component& component, Point const& p) const {
+  Counts winding = {0, 0};
+  treeOf(component).visit([&](Box const& box) { return isBeside(box, p); },
+                          [&](std::size_t i) {
+                            Edge const& edge =
+                                cutting_.edges[edgesByComponent_[component.beginEdge + i]];
+                            winding = sum(winding, edge.count, crossings(shapeOf(edge), p));
+                          });
+  return winding;
+}
+
+Box Faces::boxOf(Component const& component) const {
+  Box box = shapeOf(cutting_.edges[edgesByComponent_[component.beginEdge]]).hull();
+  for (std::size_t i = component.beginEdge + 1; i < component.endEdge; ++i) {
+    box = united(box, shapeOf(cutting_.edges[edgesByComponent_[i]]).hull());
+  }
+  return box;
+}
+
+/// How often all other components wind around each component. Only those in whose box it begins
+/// are asked.
+std::vector<Counts> Faces::outerWindings() {
+  std::vector<Counts> windings(components_.size(), Counts{0, 0});
+  if (components_.size() == 1) return windings;
+  std::vector<Box> boxes;
+  for (Component const& c : components_) boxes.push_back(boxOf(c));
+  BoxTree const tree(std::move(boxes));
+  for (std::size_t i = 0; i < components_.size(); ++i) {
+    Point const p = shapeOf(cutting_.edges[edgesByComponent_[components_[i].beginEdge]]).p[0];
+    tree.visit(
+        [&](Box const& box) {
+          return overlap(box, {p.x, p.y, p.x, p.y});
+        },
+        [&](std::size_t k) {
+          if (k != i) windings[i] = sum(windings[i], windingOf(components_[k], p), 1);
+        });
+  }
+  return windings;
+}
+
+bool Faces::find() {
+  findComponents();
+  walkFaces();
+  windings_.assign(faceAt_.size(), Counts{0, 0});
+  isKnown_.assign(faceAt_.size(), 0);
+  bool isPlane = true;
+  std::vector<Counts> const outside = outerWindings();
+  for (std::size_t i = 0; i < components_.size(); ++i) {
+    spread(i, outside[i]);
+    Component const& c = components_[i];
+    // Euler's formula holds for connected lines in a plane, and only for those.
+    isPlane = isPlane && c.nodes - c.edges + c.faces == 2;
+  }
+  for (std::size_t i = 0; i < cutting_.edges.size(); ++i) {
+    Edge& edge = cutting_.edges[i];
+    if (edge.first == kNone) continue;
+    edge.left = windings_[faceOf_[2 * i]];
+    edge.right = windings_[faceOf_[2 * i + 1]];
+  }
+  return isPlane;
+}
+
+}  // namespace
+
+int crossings(Cubic const& c, Point const& p) { return crossingsOf(c, p, kMostHalvings); }
+
+bool findWindings(Cutting& cutting, Turns const& turns) { return Faces(cutting, turns).find(); }
+
+}  // namespace crv::internal

@@ -1,0 +1,129 @@
+// Operations on areas: edges between inside and outside, put together.
+#include "crv/accurate/region.h"
+
+#include "crv/accurate/internal/arrangement.h"
+#include "crv/accurate/internal/outlines.h"
+#include "crv/accurate/internal/segmentArea.h"
+#include "crv/accurate/internal/sum.h"
+
+#include <array>
+#include <limits>
+#include <utility>
+
+namespace crv {
+
+namespace {
+
+using internal::Arrangement;
+using internal::kNone;
+using internal::Outlines;
+using internal::Path;
+using internal::PathPart;
+
+enum class Operation { unite, intersect, subtract, exclude };
+
+bool isInside(int winding, FillRule rule) {
+  return rule == FillRule::nonZero ? winding != 0 : winding % 2 != 0;
+}
+
+bool isInside(std::array<int, 2> const& windings, Operation operation, FillRule rule) {
+  bool const isInA = isInside(windings[0], rule), isInB = isInside(windings[1], rule);
+  switch (operation) {
+    case Operation::unite: return isInA || isInB;
+    case Operation::intersect: return isInA && isInB;
+    case Operation::subtract: return isInA && !isInB;
+    case Operation::exclude: break;
+  }
+  return isInA != isInB;
+}
+
+/// The boundary, the inside on its left.
+std::vector<Path> boundary(Arrangement const& plane, Operation operation, FillRule rule) {
+  std::vector<signed char> kept;
+  kept.reserve(plane.edges().size());
+  for (internal::Edge const& edge : plane.edges()) {
+    bool const isLeft = isInside(edge.left, operation, rule);
+    bool const isRight = isInside(edge.right, operation, rule);
+    kept.push_back(static_cast<signed char>(int(isLeft) - int(isRight)));
+  }
+  return plane.paths(kept);
+}
+
+GxCoord<double> coord(internal::Point const& p) { return {p.x, p.y}; }
+
+Segment segmentOf(internal::Cubic const& c) {
+  return {coord(c.p[0]), coord(c.p[1]), coord(c.p[2]), coord(c.p[3])};
+}
+
+Source sourceOf(PathPart const& part, internal::Origin const& origin) {
+  if (origin.list == kNone) return {kNone, kNone, {}, {}, part.isBackwards};
+  int const segment = static_cast<int>(origin.segment);
+  return {origin.list, origin.curve, Position(segment, part.from), Position(segment, part.to),
+          part.isBackwards};
+}
+
+Region regionOf(std::vector<Path> const& paths, Outlines const& outlines) {
+  Region region;
+  region.curves.reserve(paths.size());
+  region.sources.reserve(paths.size());
+  for (Path const& path : paths) {
+    region.curves.emplace_back();
+    region.sources.emplace_back();
+    region.sources.back().reserve(path.parts.size());
+    Curve& curve = region.curves.back();
+    for (PathPart const& part : path.parts) {
+      curve.getSegments().add(segmentOf(part.c));
+      region.sources.back().push_back(sourceOf(part, outlines.origins[part.segment]));
+    }
+    curve.setStrictIsClosed(1);
+  }
+  return region;
+}
+
+Region combined(std::vector<Curve> const& a, std::vector<Curve> const* b, Operation operation,
+                FillRule rule) {
+  Outlines outlines(a, b);
+  if (outlines.segments.empty()) return {};
+  Arrangement const plane(std::move(outlines.segments), 0.0);
+  return regionOf(boundary(plane, operation, rule), outlines);
+}
+
+}  // namespace
+
+double area(std::vector<Curve> const& curves, FillRule rule) {
+  Outlines outlines(curves, nullptr);
+  if (!internal::isUsable(outlines.magnitude())) return std::numeric_limits<double>::quiet_NaN();
+  if (outlines.segments.empty()) return 0.0;
+  Arrangement const plane(std::move(outlines.segments), 0.0);
+  internal::Sum twice;
+  for (Path const& path : boundary(plane, Operation::unite, rule)) {
+    internal::Point const origin = path.parts[0].c.start();
+    for (PathPart const& part : path.parts) {
+      twice.add(cross(part.c.start() - origin, part.c.end() - part.c.start()));
+      twice.add(internal::twiceAreaOverChord(part.c));
+    }
+  }
+  return 0.5 * twice.value();
+}
+
+Region unite(std::vector<Curve> const& a, std::vector<Curve> const& b, FillRule rule) {
+  return combined(a, &b, Operation::unite, rule);
+}
+
+Region intersect(std::vector<Curve> const& a, std::vector<Curve> const& b, FillRule rule) {
+  return combined(a, &b, Operation::intersect, rule);
+}
+
+Region subtract(std::vector<Curve> const& a, std::vector<Curve> const& b, FillRule rule) {
+  return combined(a, &b, Operation::subtract, rule);
+}
+
+Region exclude(std::vector<Curve> const& a, std::vector<Curve> const& b, FillRule rule) {
+  return combined(a, &b, Operation::exclude, rule);
+}
+
+Region simplified(std::vector<Curve> const& curves, FillRule rule) {
+  return combined(curves, nullptr, Operation::unite, rule);
+}
+
+}  // namespace crv

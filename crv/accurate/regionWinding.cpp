@@ -1,0 +1,149 @@
+// Winding numbers of points, also of those on the curves.
+#include "crv/accurate/internal/blossom.h"
+#include "crv/accurate/internal/foot.h"
+#include "crv/accurate/internal/outlines.h"
+#include "crv/accurate/internal/scale.h"
+#include "crv/accurate/internal/windings.h"
+#include "crv/accurate/region.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+namespace crv {
+
+namespace {
+
+using internal::ArrangedSegment;
+using internal::Box;
+using internal::Cubic;
+using internal::Foot;
+using internal::Outlines;
+
+// In units of the resolution: how far beside a place on the curves their winding number is asked.
+constexpr double kBeside = 8.0;
+
+// Radians: between directions that differ by less there is no sector.
+constexpr double kNoSector = 0x1p-40;
+
+/// Curves around a point, all in unit scale.
+class Surroundings {
+ public:
+  Surroundings(std::vector<Curve> const& curves, Point const& p) : outlines_(curves, nullptr) {
+    internal::Magnitude magnitude;
+    magnitude.add(outlines_.magnitude());
+    magnitude.add(internal::plain(p));
+    isUsable_ = internal::isUsable(magnitude.value());
+    int exponent = 0;
+    std::frexp(magnitude.value(), &exponent);
+    factor_ = std::ldexp(1.0, -exponent);
+    resolution_ = internal::kDefaultResolution * magnitude.value() * factor_;
+    p_ = internal::plain(p) * factor_;
+  }
+
+  bool isUsable() const { return isUsable_ && !outlines_.segments.empty(); }
+  bool isOnCurve() const;
+  int winding() const;
+
+ private:
+  Cubic scaled(ArrangedSegment const& s) const {
+    return {{s.c.p[0] * factor_, s.c.p[1] * factor_, s.c.p[2] * factor_, s.c.p[3] * factor_}};
+  }
+  bool isNear(Cubic const& c, Foot& foot) const;
+  std::vector<internal::Point> branches() const;
+  int windingAt(internal::Point const& p) const;
+
+  Outlines outlines_;
+  bool isUsable_;
+  double factor_ = 1.0, resolution_ = 0.0;
+  internal::Point p_ = {0.0, 0.0};
+};
+
+bool Surroundings::isNear(Cubic const& c, Foot& foot) const {
+  Box const b = c.hull();
+  double const r = resolution_;
+  if (!internal::overlap({b.minX - r, b.minY - r, b.maxX + r, b.maxY + r},
+                         {p_.x, p_.y, p_.x, p_.y})) {
+    return false;
+  }
+  // Somewhat more than the resolution, so that rounding of the limit decides nothing.
+  foot = internal::nearestFoot(c, p_, 4.0 * r * r);
+  return foot.squaredDistance <= r * r;
+}
+
+bool Surroundings::isOnCurve() const {
+  return std::any_of(outlines_.segments.begin(), outlines_.segments.end(),
+                     [&](ArrangedSegment const& s) {
+                       Foot foot = {};
+                       return isNear(scaled(s), foot);
+                     });
+}
+
+/// The directions in which the curves leave the point, counter-clockwise.
+std::vector<internal::Point> Surroundings::branches() const {
+  std::vector<internal::Point> branches;
+  auto const add = [&](Cubic const& c) {
+    internal::Point const d = departure(c);
+    double const length = std::sqrt(dot(d, d));
+    if (length > 0.0) branches.push_back(d * (1.0 / length));
+  };
+  for (ArrangedSegment const& s : outlines_.segments) {
+    Foot foot = {};
+    Cubic const c = scaled(s);
+    if (!isNear(c, foot)) continue;
+    if (foot.t < 1.0) add(internal::part(c, foot.t, 1.0));
+    if (foot.t > 0.0) add(reversed(internal::part(c, 0.0, foot.t)));
+  }
+  std::sort(branches.begin(), branches.end(), [](auto const& v, auto const& w) {
+    bool const isLowV = v.y < 0.0 || (v.y == 0.0 && v.x < 0.0);
+    bool const isLowW = w.y < 0.0 || (w.y == 0.0 && w.x < 0.0);
+    return isLowV != isLowW ? isLowW : cross(v, w) > 0.0;
+  });
+  return branches;
+}
+
+int Surroundings::windingAt(internal::Point const& p) const {
+  int winding = 0;
+  for (ArrangedSegment const& s : outlines_.segments) {
+    Cubic const c = scaled(s);
+    winding += internal::crossings(c, p);
+    // A gap too small to be closed by a line.
+    internal::Point const next = outlines_.segments[s.next].c.start() * factor_;
+    winding += internal::crossings(internal::straight(c.end(), next), p);
+  }
+  return winding;
+}
+
+int Surroundings::winding() const {
+  int winding = windingAt(p_);
+  if (!isOnCurve()) return winding;
+  std::vector<internal::Point> const directions = branches();
+  winding = 0;
+  for (std::size_t i = 0; i < directions.size(); ++i) {
+    internal::Point const v = directions[i], w = directions[(i + 1) % directions.size()];
+    // The middle of the sector from v to w; of one that goes all around, opposite to v.
+    internal::Point middle = {w.y - v.y, v.x - w.x};
+    double const length = std::sqrt(dot(middle, middle));
+    middle = length > kNoSector ? middle * (1.0 / length) : v * -1.0;
+    int const beside = windingAt(p_ + middle * (kBeside * resolution_));
+    if (std::abs(beside) > std::abs(winding)) winding = beside;
+  }
+  return winding;
+}
+
+}  // namespace
+
+int winding(std::vector<Curve> const& curves, Point const& p) {
+  Surroundings const surroundings(curves, p);
+  return surroundings.isUsable() ? surroundings.winding() : 0;
+}
+
+bool contains(std::vector<Curve> const& curves, Point const& p, FillRule rule) {
+  Surroundings const surroundings(curves, p);
+  if (!surroundings.isUsable()) return false;
+  if (surroundings.isOnCurve()) return true;
+  int const winding = surroundings.winding();
+  return rule == FillRule::nonZero ? winding != 0 : winding % 2 != 0;
+}
+
+}  // namespace crv

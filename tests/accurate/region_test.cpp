@@ -1,0 +1,269 @@
+// Areas: which places they hold, by the angles that dense polygons turn around them, and what must
+// hold between union, intersection and difference.
+#include "crv/accurate/region.h"
+
+#include "crv/accurate/curveContacts.h"
+#include "crv/accurate/direction.h"
+#include "crv/accurate/nearest.h"
+#include "tests/support/cases.h"
+
+#include <array>
+#include <cmath>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace support;
+using crv::Curve;
+using crv::FillRule;
+using crv::Position;
+using crv::Region;
+using crv::Segment;
+using Curves = std::vector<Curve>;
+
+/// The curve turned by a matrix (c, -s; s, c), moved, and run backwards if asked for.
+Curve moved(Curve const& curve, double c, double s, double x, double y, bool isBackwards) {
+  Curve result;
+  int const n = static_cast<int>(curve.length());
+  for (int i = 0; i < n; ++i) {
+    Segment const& from = curve[isBackwards ? n - 1 - i : i];
+    Segment to;
+    for (int k = 0; k < 4; ++k) {
+      Point const p = from[isBackwards ? 3 - k : k];
+      to[k] = Point(c * p.xval() - s * p.yval() + x, s * p.xval() + c * p.yval() + y);
+    }
+    result.getSegments().add(to);
+  }
+  result.setStrictIsClosed(1);
+  return result;
+}
+
+/// A closed polygon with its corners given two numbers each.
+Curve closedPolygon(std::vector<double> corners) {
+  corners.push_back(corners[0]);
+  corners.push_back(corners[1]);
+  Curve curve = polygon(corners);
+  curve.setStrictIsClosed(1);
+  return curve;
+}
+
+Curve square(double x, double y, double size) {
+  return closedPolygon({x, y, x + size, y, x + size, y + size, x, y + size});
+}
+
+/// The winding number by the angles from one point of a dense polygon to the next.
+int turnsAround(Curves const& curves, Point const& p) {
+  double angle = 0.0;
+  for (Curve const& curve : curves) {
+    auto const n = static_cast<int>(curve.length());
+    std::vector<Point> points;
+    for (int i = 0; i < n; ++i) {
+      for (int k = 0; k <= 50; ++k) points.push_back(curve[i].bValue(k / 50.0));
+    }
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      auto const v = points[i] - p, w = points[(i + 1) % points.size()] - p;
+      angle += std::atan2(v.xval() * w.yval() - v.yval() * w.xval(),
+                          v.xval() * w.xval() + v.yval() * w.yval());
+    }
+  }
+  return static_cast<int>(std::lround(angle / 6.283185307179586));
+}
+
+double distanceOf(Curves const& curves, Point const& p) {
+  double least = 1e300;
+  for (Curve const& curve : curves) least = std::min(least, crv::nearest(curve, p)->distance);
+  return least;
+}
+
+double areaOf(Region const& region) {
+  double sum = 0.0;
+  for (Curve const& curve : region.curves) sum += crv::signedArea(curve);
+  return sum;
+}
+
+Segment partOf(Segment const& segment, double from, double to) {
+  Segment before, rest, result, behind;
+  segment.split(rest, behind, to);
+  if (from == 0.0) return rest;
+  rest.split(before, result, from / to);
+  return result;
+}
+
+/// Simple closed curves, each segment the stretch of its source.
+void expectSound(Region const& region, Curves const& a, Curves const& b) {
+  ASSERT_EQ(region.sources.size(), region.curves.size());
+  for (std::size_t i = 0; i < region.curves.size(); ++i) {
+    Curve const& curve = region.curves[i];
+    int const n = static_cast<int>(curve.length());
+    ASSERT_EQ(region.sources[i].size(), curve.length());
+    EXPECT_TRUE(curve.strictIsClosed());
+    crv::CurveContacts const own = crv::selfContacts(curve);
+    EXPECT_TRUE(own.points.empty() && own.overlaps.empty()) << "of curve " << i;
+    for (std::size_t k = 0; k < i; ++k) {
+      crv::CurveContacts const both = crv::contacts(curve, region.curves[k]);
+      EXPECT_TRUE(both.overlaps.empty());
+      for (auto const& c : both.points) EXPECT_EQ(c.kind, crv::ContactKind::touching);
+    }
+    for (int k = 0; k < n; ++k) {
+      EXPECT_TRUE(curve[k][3] == curve[(k + 1) % n][0]);
+      crv::Source const& source = region.sources[i][static_cast<std::size_t>(k)];
+      Curve const& whole = (source.list == 0 ? a : b)[source.curve];
+      int const segment = static_cast<int>(source.from.getSegmentNumber());
+      bool const isWhole = source.to.getSegmentNumber() > segment;
+      Segment const part =
+          partOf(whole[segment], source.from.getTValue(), isWhole ? 1.0 : source.to.getTValue());
+      for (int p = 0; p < 4; ++p) {
+        EXPECT_NEAR(curve[k][p].xval(), part[source.backwards ? 3 - p : p].xval(), 1e-10);
+        EXPECT_NEAR(curve[k][p].yval(), part[source.backwards ? 3 - p : p].yval(), 1e-10);
+      }
+    }
+  }
+}
+
+/// The four operations hold the places that they should, and their areas add up.
+void expectOperations(Curves const& a, Curves const& b, FillRule rule, Random& random) {
+  Region const results[] = {crv::unite(a, b, rule), crv::intersect(a, b, rule),
+                            crv::subtract(a, b, rule), crv::exclude(a, b, rule)};
+  for (Region const& region : results) expectSound(region, a, b);
+  double const areaA = crv::area(a, rule), areaB = crv::area(b, rule), size = areaA + areaB;
+  double const both = areaOf(results[1]);
+  EXPECT_NEAR(areaOf(results[0]), areaA + areaB - both, 1e-9 * size);
+  EXPECT_NEAR(areaOf(results[2]), areaA - both, 1e-9 * size);
+  EXPECT_NEAR(areaOf(results[3]), areaA + areaB - 2.0 * both, 1e-9 * size);
+  for (int i = 0; i < 12; ++i) {
+    Point const p(random.uniform(-300, 1200), random.uniform(-300, 1000));
+    if (distanceOf(a, p) < 1.0 || distanceOf(b, p) < 1.0) continue;
+    auto const isIn = [&](int winding) {
+      return rule == FillRule::nonZero ? winding != 0 : winding % 2 != 0;
+    };
+    int const windingA = turnsAround(a, p);
+    bool const isInA = isIn(windingA), isInB = isIn(turnsAround(b, p));
+    EXPECT_EQ(crv::winding(a, p), windingA);
+    EXPECT_EQ(crv::contains(a, p, rule), isInA);
+    bool const expected[] = {isInA || isInB, isInA && isInB, isInA && !isInB, isInA != isInB};
+    for (int k = 0; k < 4; ++k) EXPECT_EQ(turnsAround(results[k].curves, p), int(expected[k])) << k;
+  }
+}
+
+TEST(Region, HoldsTheRightPlacesOfLetters) {
+  Random random(14);
+  char const* const names[] = {
+      "bold-w-ends",     "italic-ampersand-outer-thirds", "italic-f-thirds", "math-infinity-outer",
+      "roman-at-thirds", "roman-capital-s-thirds",        "roman-g-outer",   "sans-k-thirds"};
+  for (int i = 0; i < 60; ++i) {
+    SCOPED_TRACE(i);
+    Curve const first = outline(names[random.whole(0, 7)]);
+    Curve second = outline(names[random.whole(0, 7)]);
+    double angle = random.uniform(0, 6.28), size = random.uniform(0.3, 1.5);
+    double x = random.uniform(-200, 400), y = random.uniform(-200, 400);
+    if (i % 6 == 0) second = first;
+    // Some are turned by nothing, so that edges share lines, and some are the same letter.
+    if (i % 3 == 0) angle = 0.0, size = 1.0, x = std::floor(x / 100), y = i % 4 ? 0.0 : 1e-4;
+    if (i % 12 == 0) x = y = 0.0;
+    Curve const third = moved(second, size * std::cos(angle), size * std::sin(angle), x, y, i % 2);
+    expectOperations({first}, {third, square(100, 100, 300)},
+                     i % 5 ? FillRule::nonZero : FillRule::evenOdd, random);
+  }
+}
+
+TEST(Region, OfKnownShapes) {
+  struct {
+    char const* what;
+    Curves a, b;
+    std::array<std::size_t, 4> curves;  // of unite, intersect, subtract, exclude
+    std::array<double, 4> areas;
+  } const rows[] = {
+      {"apart", {square(0, 0, 1)}, {square(2, 0, 1)}, {2, 0, 1, 2}, {2, 0, 1, 2}},
+      {"a shared edge", {square(0, 0, 1)}, {square(1, 0, 1)}, {1, 0, 1, 1}, {2, 0, 1, 2}},
+      {"part of an edge", {square(0, 0, 2)}, {square(2, 0.5, 1)}, {1, 0, 1, 1}, {5, 0, 4, 5}},
+      {"a shared corner", {square(0, 0, 1)}, {square(1, 1, 1)}, {2, 0, 1, 2}, {2, 0, 1, 2}},
+      {"nested", {square(0, 0, 3)}, {square(1, 1, 1)}, {1, 1, 2, 2}, {9, 1, 8, 8}},
+      {"nested, an edge shared", {square(0, 0, 3)}, {square(0, 1, 1)}, {1, 1, 1, 1}, {9, 1, 8, 8}},
+      {"nested, a corner on an edge",
+       {square(0, 0, 4)},
+       {closedPolygon({0, 2, 1, 1, 2, 2, 1, 3})},
+       {1, 1, 2, 2},
+       {16, 2, 14, 14}},
+      {"the same", {square(0, 0, 1)}, {square(0, 0, 1)}, {1, 1, 0, 0}, {1, 1, 0, 0}},
+      {"a cross",
+       {closedPolygon({0, 1, 3, 1, 3, 2, 0, 2})},
+       {closedPolygon({1, 0, 2, 0, 2, 3, 1, 3})},
+       {1, 1, 2, 4},
+       {5, 1, 2, 4}},
+      {"nothing", {square(0, 0, 1)}, {}, {1, 0, 1, 1}, {1, 0, 1, 1}},
+      {"a spike", {closedPolygon({0, 0, 1, 0, 1, 1, 0, 1, 0, 2})}, {}, {1, 0, 1, 1}, {1, 0, 1, 1}},
+  };
+  for (auto const& row : rows) {
+    SCOPED_TRACE(row.what);
+    FillRule const rule = FillRule::nonZero;
+    Region const results[] = {crv::unite(row.a, row.b, rule), crv::intersect(row.a, row.b, rule),
+                              crv::subtract(row.a, row.b, rule), crv::exclude(row.a, row.b, rule)};
+    for (std::size_t i = 0; i < 4; ++i) {
+      expectSound(results[i], row.a, row.b);
+      EXPECT_EQ(results[i].curves.size(), row.curves[i]) << i;
+      EXPECT_NEAR(areaOf(results[i]), row.areas[i], 1e-12) << i;
+    }
+  }
+}
+
+TEST(Region, FollowsTheRule) {
+  // A pentagram: its middle is wound around twice.
+  std::vector<double> corners;
+  for (int i = 0; i < 5; ++i) {
+    corners.push_back(std::cos(i * 2.5132741228718345));
+    corners.push_back(std::sin(i * 2.5132741228718345));
+  }
+  Curves const star = {closedPolygon(corners)};
+  EXPECT_EQ(crv::simplified(star, FillRule::nonZero).curves.size(), 1u);
+  EXPECT_EQ(crv::simplified(star, FillRule::evenOdd).curves.size(), 5u);
+  EXPECT_NEAR(crv::area(star, FillRule::nonZero), 1.1225699414489634, 1e-14);
+  EXPECT_NEAR(crv::area(star, FillRule::evenOdd),
+              1.1225699414489634 - 2.5 * 0.9510565162951535 * 0.14589803375031546, 1e-14);
+  EXPECT_EQ(crv::winding(star, {0, 0}), 2);
+  EXPECT_FALSE(crv::contains(star, {0, 0}, FillRule::evenOdd));
+  EXPECT_EQ(crv::winding(star, star[0][0].bValue(0.5)), 2) << "the larger of both sides";
+  EXPECT_EQ(crv::winding(star, star[0][0][0]), 1) << "in a corner";
+  EXPECT_TRUE(crv::contains(star, star[0][0].bValue(0.5), FillRule::evenOdd));
+}
+
+TEST(Region, ClosesGaps) {
+  Curves const open = {polygon({0, 0, 2, 0, 2, 2})};
+  Region const region = crv::simplified(open, FillRule::nonZero);
+  ASSERT_EQ(region.curves.size(), 1u);
+  EXPECT_EQ(region.curves[0].length(), 3u);
+  EXPECT_EQ(areaOf(region), 2.0);
+  int closing = 0;
+  for (auto const& source : region.sources[0])
+    closing += source.list == static_cast<std::size_t>(-1);
+  EXPECT_EQ(closing, 1);
+  EXPECT_EQ(crv::winding(open, {1.5, 0.5}), 1);
+  EXPECT_EQ(crv::winding(open, {0.5, 1.5}), 0);
+}
+
+TEST(Region, AnswersAlways) {
+  Random random(2);
+  double const values[] = {0, 1, 1, 2, 1e300, -1e-300, kNaN, kInf, 5e-324};
+  for (int i = 0; i < 400; ++i) {
+    Curves curves(static_cast<std::size_t>(random.whole(0, 3)));
+    for (Curve& curve : curves) {
+      int const n = random.whole(0, 6);
+      for (int k = 0; k < n; ++k) {
+        Segment s = random.gridSegment(3);
+        if (i % 4 == 0) s[random.whole(0, 3)] = Point(values[random.whole(0, 8)], 1);
+        curve.getSegments().add(s);
+      }
+      curve.setStrictIsClosed(random.whole(0, 1));
+    }
+    Region const region = crv::simplified(curves, i % 2 ? FillRule::nonZero : FillRule::evenOdd);
+    for (Curve const& curve : region.curves) {
+      int const n = static_cast<int>(curve.length());
+      for (int k = 0; k < n; ++k) EXPECT_TRUE(curve[k][3] == curve[(k + 1) % n][0]) << i;
+    }
+  }
+  EXPECT_EQ(crv::winding({square(0, 0, 1)}, {kNaN, 0}), 0);
+  EXPECT_TRUE(std::isnan(crv::area({square(0, 0, kInf)}, FillRule::nonZero)));
+  EXPECT_EQ(crv::area({}, FillRule::nonZero), 0.0);
+}
+
+}  // namespace
