@@ -20,6 +20,7 @@
 #include "crv/curve/GxBezierCurve.h"
 #include "crv/curve/GxBezierCurvePosition.h"
 #include "crv/curve/GxBezierCurvePositionConstructor.h"
+#include "crv/curve/codes.h"
 #include "crv/export.h"
 #include "crv/foundation/Gx2DMatrix.h"
 #include "crv/foundation/Gx2DRotate.h"

@@ -42,12 +42,14 @@ class CRV_API GxBezier {
   /// The opposite of ==.
   int operator!=(GxBezier const& other) const;
 
-  /// Control point i, which can be changed even in a const segment. Precondition: 0 <= i <= 3.
+  /// Control point i. Precondition: 0 <= i <= 3.
   GxCoord<double>& operator()(int i) {
     assert(0 <= i && i <= 3);
     return points_[i];
   }
-  /// Control point i, as by operator().
+  /// Control point i of a const segment.
+  GxCoord<double> const& operator()(int i) const { return (*this)[i]; }
+  /// Control point i, as by operator(), modifiable also in a const segment.
   GxCoord<double>& operator[](int i) const {
     assert(0 <= i && i <= 3);
     return points_[i];
@@ -149,7 +151,7 @@ class CRV_API GxBezier {
   ///   0  the nearest point is an inner point
   /// A segment with P0 on P1 and P2 on P3, within 1e-7, is treated as its chord.
   /// Method: P. J. Schneider, "Solving the nearest-point-on-curve problem", Graphics Gems (1990).
-  int findNearestPoint(GxCoord<double> const& p, GxCoord<double>& nearest);
+  int findNearestPoint(GxCoord<double> const& p, GxCoord<double>& nearest) const;
 
   /// Stores the parameter, in [0, 1], of the point nearest to p. Among equally near points P0
   /// comes first, then inner points by ascending t, then P3.
@@ -172,12 +174,12 @@ class CRV_API GxBezier {
   /// The parameter, in [0, 1], at which both coordinates of the segment differ from those of p by
   /// less than tol. Returns -1.0 when 15 Newton steps from t = 0.5 find none. The second argument
   /// is ignored.
-  double findParameter(GxCoord<double> const& p, double ignored, double tol);
+  double findParameter(GxCoord<double> const& p, double ignored, double tol) const;
 
  protected:
   /// Makes one Newton step from u towards the parameter of the point nearest to p. Returns u where
   /// the step's denominator vanishes (below 1e-9).
-  double parameter(GxCoord<double> const& p, double u);
+  double parameter(GxCoord<double> const& p, double u) const;
 
   // ---- GxBezier_extremes.cpp: lowest and highest points, boxes -------------------------------
  public:
@@ -188,7 +190,7 @@ class CRV_API GxBezier {
   ///
   /// In a list that is not empty, two entries are appended, and entries 0 and 1 can be swapped or
   /// overwritten; the result is then its length, or 2 with flat handles.
-  int getYMinMaxTValues(GxList<double>& list);
+  int getYMinMaxTValues(GxList<double>& list) const;
 
   /// The parameter and the height of the highest point. Among equals P0 comes first, then P3, then
   /// inner points.
@@ -220,12 +222,12 @@ class CRV_API GxBezier {
   ///   0  not found; t is undefined
   /// A point more than 0.1 outside the box of the control points is not found, whatever tol,
   /// unless it lies within tol of an end point.
-  int findTValue(GxCoord<double> const& p, double& t, double tol);
+  int findTValue(GxCoord<double> const& p, double& t, double tol) const;
 
   /// Finds the first parameter strictly inside (0, 1) at which the curvature changes its sign.
   ///   1  found; the parameter is in t
   ///   0  none, or the control polygon turns one way or hardly at all; t is untouched
-  int findInflectionPoint(double& t);
+  int findInflectionPoint(double& t) const;
 
   // ---- GxBezier_length.cpp: arc length, fixed distances ---------------------------------------
  public:
@@ -354,7 +356,7 @@ class CRV_API GxBezier {
   // ---- GxBezier_intersect.cpp: all crossings of two segments ----------------------------------
  public:
   /// Returns 1 when the boxes of the control points overlap or touch.
-  int isIntersect(GxBezier const& other);
+  int isIntersect(GxBezier const& other) const;
 
   /// Appends the parameters of all crossings to both lists, as pairs, and sorts the pairs by
   /// descending parameter of this segment. Returns 1 when the first list then holds any entry, else
@@ -373,22 +375,22 @@ class CRV_API GxBezier {
   /// Method: subdivision to a depth computed from second differences (Wang 1984; Lane, Riesenfeld
   /// 1980), then intersection of chords.
   int findIntersections(GxBezier const& other, GxList<double>& thisParams,
-                        GxList<double>& otherParams);
+                        GxList<double>& otherParams) const;
 
   /// Appends the crossing points, computed on this segment, in the same order. Returns 1, or 0 with
   /// points untouched when there are none.
-  int findIntersections(GxBezier const& other, GxList<GxCoord<double>>& points);
+  int findIntersections(GxBezier const& other, GxList<GxCoord<double>>& points) const;
 
  protected:
   /// Appends the crossings of two pieces: a is the part [a0, a1] of a segment and is to be halved
   /// aDepth times more; b likewise.
   void recursivelyIntersect(GxBezier const& a, double a0, double a1, int aDepth, GxBezier const& b,
                             double b0, double b1, int bDepth, GxList<double>& aParams,
-                            GxList<double>& bParams);
+                            GxList<double>& bParams) const;
 
   /// Does what findIntersections does with two lists.
   int findCIntersectionParameters(GxBezier const& other, GxList<double>& thisParams,
-                                  GxList<double>& otherParams);
+                                  GxList<double>& otherParams) const;
 
   // ---- GxBezier_intersectFirst.cpp: the first crossing by polylines ---------------------------
  public:
@@ -399,7 +401,8 @@ class CRV_API GxBezier {
   /// Two segments that meet end to end do not cross there. The fixed tolerances can report
   /// segments that pass close to an end: a crossing point of chords counts up to 0.5 from a
   /// chord's line, and within 0.708 of a segment's end point even beyond the end.
-  int findFirstIntersection(GxBezier& other, std::pair<double, double>& result, double tol);
+  int findFirstIntersection(GxBezier const& other, std::pair<double, double>& result,
+                            double tol) const;
 
   // ---- GxBezier_intersectLine.cpp: crossings with a straight line -----------------------------
  public:
@@ -422,10 +425,10 @@ class CRV_API GxBezier {
   /// order; else 0, and t1 and t2 may have been overwritten. A segment with a handle no longer than
   /// 0.1 has no loop; one whose ends lie no farther apart than 0.1, with longer handles, has its
   /// loop at 0 and 1.
-  int isSelfIntersect(double& t1, double& t2);
+  int isSelfIntersect(double& t1, double& t2) const;
 
   /// Appends the segment, cut once in the middle of its loop if it has one.
-  void cleanSelfIntersection(GxList<GxBezier>& list);
+  void cleanSelfIntersection(GxList<GxBezier>& list) const;
 
   // ---- GxBezier_closestPoints.cpp: the closest samples of two segments ------------------------
  public:
@@ -433,7 +436,7 @@ class CRV_API GxBezier {
   /// ..., 1, and stores the parameters of the two samples. A segment that is a point within 0.5 is
   /// sampled at 0 only. Returns 2147483647.0, with t1 and t2 untouched, when no squared distance is
   /// less than that.
-  double findClosestPoints(GxBezier const& other, double& t1, double& t2);
+  double findClosestPoints(GxBezier const& other, double& t1, double& t2) const;
 
   // ---- GxBezier_wellDefined.cpp: does x run one way, and how much of the direction lies in x ----
  public:

@@ -40,7 +40,7 @@ struct Samples {
 
 }  // namespace
 
-double GxBezier::findClosestPoints(GxBezier const& other, double& t1, double& t2) {
+double GxBezier::findClosestPoints(GxBezier const& other, double& t1, double& t2) const {
   Samples const a(*this);
   Samples const b(other);
   double best = kFarthest;

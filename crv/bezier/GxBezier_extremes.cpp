@@ -72,7 +72,7 @@ void findExtremeHeight(GxBezier const& s, Beyond beyond, double& t, double& y) {
 
 }  // namespace
 
-int GxBezier::getYMinMaxTValues(GxList<double>& list) {
+int GxBezier::getYMinMaxTValues(GxList<double>& list) const {
   double const y0 = points_[0].yval();
   double const y1 = points_[1].yval();
   double const y2 = points_[2].yval();

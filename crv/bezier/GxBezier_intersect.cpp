@@ -270,16 +270,16 @@ void sortDescending(GxList<double>& first, GxList<double>& second) {
 
 }  // namespace
 
-int GxBezier::isIntersect(GxBezier const& other) {
+int GxBezier::isIntersect(GxBezier const& other) const {
   return overlap(crv::internal::cubic(*this).hull(), crv::internal::cubic(other).hull());
 }
 
 int GxBezier::findIntersections(GxBezier const& other, GxList<double>& thisParams,
-                                GxList<double>& otherParams) {
+                                GxList<double>& otherParams) const {
   return findCIntersectionParameters(other, thisParams, otherParams) > 0;
 }
 
-int GxBezier::findIntersections(GxBezier const& other, GxList<GxCoord<double>>& points) {
+int GxBezier::findIntersections(GxBezier const& other, GxList<GxCoord<double>>& points) const {
   Cubic const s = crv::internal::cubic(*this);
   Crossings crossings = crossingsOf(*this, other);
   sortDescending(crossings);
@@ -292,7 +292,7 @@ int GxBezier::findIntersections(GxBezier const& other, GxList<GxCoord<double>>& 
 
 void GxBezier::recursivelyIntersect(GxBezier const& a, double a0, double a1, int aDepth,
                                     GxBezier const& b, double b0, double b1, int bDepth,
-                                    GxList<double>& aParams, GxList<double>& bParams) {
+                                    GxList<double>& aParams, GxList<double>& bParams) const {
   Crossings crossings;
   Piece aPiece = pieceOf(crv::internal::cubic(a), a0, a1, aDepth);
   Piece bPiece = pieceOf(crv::internal::cubic(b), b0, b1, bDepth);
@@ -302,7 +302,7 @@ void GxBezier::recursivelyIntersect(GxBezier const& a, double a0, double a1, int
 }
 
 int GxBezier::findCIntersectionParameters(GxBezier const& other, GxList<double>& thisParams,
-                                          GxList<double>& otherParams) {
+                                          GxList<double>& otherParams) const {
   bool const areFresh =
       thisParams.length() == 0 && otherParams.length() == 0 && &thisParams != &otherParams;
   Crossings crossings = crossingsOf(*this, other);

@@ -107,7 +107,7 @@ bool isEnd(double t) {
 
 /// Stores the parameters at which two chords cross on their segments. Returns false if they do not
 /// cross, or if the segments meet there end to end.
-bool crossingParameters(GxBezier& a, GxCoord<double> const* aChord, GxBezier& b,
+bool crossingParameters(GxBezier const& a, GxCoord<double> const* aChord, GxBezier const& b,
                         GxCoord<double> const* bChord, double& ta, double& tb) {
   // Deliberate: parallel chords leave the point at the origin, which is judged like any other.
   GxCoord<double> crossing;
@@ -121,8 +121,8 @@ bool crossingParameters(GxBezier& a, GxCoord<double> const* aChord, GxBezier& b,
 
 }  // namespace
 
-int GxBezier::findFirstIntersection(GxBezier& other, std::pair<double, double>& result,
-                                    double tol) {
+int GxBezier::findFirstIntersection(GxBezier const& other, std::pair<double, double>& result,
+                                    double tol) const {
   if (!isIntersect(other)) return 0;
   Points a;
   Points b;

@@ -273,7 +273,7 @@ class BoundedSearch {
 
 }  // namespace
 
-int GxBezier::findNearestPoint(GxCoord<double> const& p, GxCoord<double>& nearest) {
+int GxBezier::findNearestPoint(GxCoord<double> const& p, GxCoord<double>& nearest) const {
   if (isEqual(points_[0], points_[1], kDegenerate) &&
       isEqual(points_[2], points_[3], kDegenerate)) {
     if (isEqual(points_[0], points_[3], kDegenerate)) {

@@ -54,11 +54,11 @@ struct Newton {
 
 }  // namespace
 
-double GxBezier::parameter(GxCoord<double> const& p, double u) {
+double GxBezier::parameter(GxCoord<double> const& p, double u) const {
   return Newton(*this).step(crv::internal::plain(p), u);
 }
 
-double GxBezier::findParameter(GxCoord<double> const& p, double /*ignored*/, double tol) {
+double GxBezier::findParameter(GxCoord<double> const& p, double /*ignored*/, double tol) const {
   Newton const newton(*this);
   Point const target = crv::internal::plain(p);
   double t = kStart;

@@ -60,7 +60,7 @@ int GxBezier::findRoots(GxList<GxCoord<double>>& points, double y, double lowerT
   return static_cast<int>(points.length());
 }
 
-int GxBezier::findTValue(GxCoord<double> const& p, double& t, double tol) {
+int GxBezier::findTValue(GxCoord<double> const& p, double& t, double tol) const {
   if (isEqual(points_[0], p, tol)) {
     t = 0.0;
     return 1;
@@ -88,7 +88,7 @@ int GxBezier::findTValue(GxCoord<double> const& p, double& t, double tol) {
   return findCommonRoot(roots, rootsOf(fy, roots), fx, tol, t);
 }
 
-int GxBezier::findInflectionPoint(double& t) {
+int GxBezier::findInflectionPoint(double& t) const {
   GxVector<double> const a = points_[1] - points_[0];
   GxVector<double> const b = points_[2] - points_[1];
   GxVector<double> const c = points_[3] - points_[2];

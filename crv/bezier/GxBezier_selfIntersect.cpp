@@ -19,7 +19,7 @@ constexpr double kClosed = 0.1;
 
 }  // namespace
 
-int GxBezier::isSelfIntersect(double& t1, double& t2) {
+int GxBezier::isSelfIntersect(double& t1, double& t2) const {
   if (isEqual(points_[0], points_[1], kShortHandle)) return 0;
   if (isEqual(points_[2], points_[3], kShortHandle)) return 0;
   if (isEqual(points_[0], points_[3], kClosed)) {
@@ -44,7 +44,7 @@ int GxBezier::isSelfIntersect(double& t1, double& t2) {
   return 0.0 <= t2 && t2 <= 1.0;
 }
 
-void GxBezier::cleanSelfIntersection(GxList<GxBezier>& list) {
+void GxBezier::cleanSelfIntersection(GxList<GxBezier>& list) const {
   double t1 = 0.0;
   double t2 = 0.0;
   if (!isSelfIntersect(t1, t2)) {

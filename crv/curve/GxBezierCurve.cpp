@@ -19,6 +19,12 @@ GxBezierCurve::GxBezierCurve(GxList<GxCoord<double>> const* points, double error
   makeBezierPolyFit(points, error);
 }
 
+GxBezierCurve::GxBezierCurve(std::vector<GxCoord<double>> const& points, double error)
+    : closed_(0) {
+  GxList<GxCoord<double>> const list(points);
+  makeBezierPolyFit(&list, error);
+}
+
 GxBezierCurve::GxBezierCurve(GxBezierCurve const& other) = default;
 
 GxBezierCurve::~GxBezierCurve() = default;

@@ -13,7 +13,9 @@
 #include "crv/foundation/GxList.h"
 #include "crv/foundation/GxVector.h"
 
+#include <initializer_list>
 #include <list>
+#include <utility>
 #include <vector>
 
 class GxBezierPolylineCondition;
@@ -31,12 +33,33 @@ class CRV_API GxBezierCurve {
   /// Fits an open curve to two or more points with a squared tolerance, see makeBezierPolyFit. For
   /// fewer points, or null, the curve is empty.
   GxBezierCurve(GxList<GxCoord<double>> const* points, double error);
+  /// The same from a vector.
+  GxBezierCurve(std::vector<GxCoord<double>> const& points, double error);
+  /// Makes an open curve of segments.
+  GxBezierCurve(std::initializer_list<GxBezier> segments) : segments_(segments), closed_(0) {}
+  /// Makes an open curve of segments.
+  explicit GxBezierCurve(std::vector<GxBezier> const& segments) : segments_(segments), closed_(0) {}
   /// Copies the segments and the closed flag.
   GxBezierCurve(GxBezierCurve const& other);
+  /// Takes the segments over, and the closed flag; the other curve ends up empty and open.
+  GxBezierCurve(GxBezierCurve&& other) noexcept
+      : segments_(std::move(other.segments_)), closed_(std::exchange(other.closed_, 0)) {}
   /// Destroys the segments.
   ~GxBezierCurve();
   /// Copies the segments and the closed flag.
   GxBezierCurve& operator=(GxBezierCurve const& other);
+  /// Takes the segments over, and the closed flag; the other curve ends up empty and open.
+  GxBezierCurve& operator=(GxBezierCurve&& other) noexcept {
+    GxBezierCurve(std::move(other)).swap(*this);
+    return *this;
+  }
+  /// Exchanges the segments and the closed flags of two curves, without copying.
+  void swap(GxBezierCurve& other) noexcept {
+    segments_.swap(other.segments_);
+    std::swap(closed_, other.closed_);
+  }
+  /// Exchanges the segments and the closed flags of two curves, without copying.
+  friend void swap(GxBezierCurve& a, GxBezierCurve& b) noexcept { a.swap(b); }
 
   /// Returns 1 when the segments are equal pairwise, exactly; the closed flag is not compared. The
   /// inline overloads keep every mix of operands unambiguous from C++20 on.
@@ -71,6 +94,17 @@ class CRV_API GxBezierCurve {
 
   /// Returns the list of segments itself, which the caller may change.
   GxList<GxBezier>& getSegments();
+  /// Returns the list of segments itself.
+  GxList<GxBezier> const& getSegments() const { return segments_; }
+
+  /// The segments in order, for range-for.
+  GxList<GxBezier>::iterator begin() { return segments_.begin(); }
+  /// The place after the last segment.
+  GxList<GxBezier>::iterator end() { return segments_.end(); }
+  /// The segments in order, for range-for.
+  GxList<GxBezier>::const_iterator begin() const { return segments_.begin(); }
+  /// The place after the last segment.
+  GxList<GxBezier>::const_iterator end() const { return segments_.end(); }
 
   /// Replaces the segments by copies; the closed flag stays. The curve's own list empties it, as
   /// lists assigned to themselves end up empty.
@@ -79,10 +113,12 @@ class CRV_API GxBezierCurve {
   /// Returns the number of segments.
   unsigned long length() const;
 
-  /// Returns segment i modulo the number of segments, modifiable also in a const curve.
+  /// Returns segment i modulo the number of segments.
   /// Precondition: the curve is not empty.
   GxBezier& operator()(int i);
-  /// Segment i, as by operator().
+  /// Segment i of a const curve.
+  GxBezier const& operator()(int i) const { return segments_(static_cast<unsigned>(i)); }
+  /// Segment i, as by operator(), modifiable also in a const curve.
   GxBezier& operator[](int i) const;
 
   /// Returns (0, 0.0), also for an empty curve.
@@ -122,13 +158,13 @@ class CRV_API GxBezierCurve {
  public:
   /// Returns the sum of the lengths of the segments, as GxBezier::length measures them; 0.0 for an
   /// empty curve.
-  double curveLength();
+  double curveLength() const;
 
   /// Stores the box of all control points; four zeros for an empty curve.
-  void getBoundingBox(double& minX, double& minY, double& maxX, double& maxY);
+  void getBoundingBox(double& minX, double& minY, double& maxX, double& maxY) const;
 
   /// Stores the tight box of the curve itself; four zeros for an empty curve.
-  void getLocalBoundingBox(double& minX, double& minY, double& maxX, double& maxY);
+  void getLocalBoundingBox(double& minX, double& minY, double& maxX, double& maxY) const;
 
   /// Stores the tight box as two points. Returns 0, or -1 for an empty curve, with the points
   /// untouched.
@@ -191,33 +227,33 @@ class CRV_API GxBezierCurve {
   /// Appends points at a straight-line distance of step from each other, within 0.1. Mode 1 spaces
   /// each segment on its own, evenly if that fits better, and leaves out the curve's end. Any other
   /// mode carries what is left of a step across the joints.
-  void makeCurve(double step, GxList<GxCoord<double>>& out, int mode);
+  void makeCurve(double step, GxList<GxCoord<double>>& out, int mode) const;
 
   /// Does the same as makeCurve in a mode other than 1, with chords of length step where the curve
   /// stays within gap of them and of length shortStep elsewhere.
-  void makeCurveEx(double step, double shortStep, double gap, GxList<GxCoord<double>>& out);
+  void makeCurveEx(double step, double shortStep, double gap, GxList<GxCoord<double>>& out) const;
 
   /// Appends count + 1 points at equal parameter steps for every segment, and joints once. A list
   /// that is not empty first loses its last point.
-  void makeSegments(unsigned short count, std::list<GxCoord<double>>& out);
+  void makeSegments(unsigned short count, std::list<GxCoord<double>>& out) const;
 
   /// Replaces out by the polyline made by halving, every piece of which is a line within tolerance.
-  void getPolyline(double tolerance, std::list<GxCoord<double>>& out);
+  void getPolyline(double tolerance, std::list<GxCoord<double>>& out) const;
   /// The same into a vector.
-  void getPolyline(double tolerance, std::vector<GxCoord<double>>& out);
+  void getPolyline(double tolerance, std::vector<GxCoord<double>>& out) const;
 
   /// Does the same with the caller's own tests for a line and a point. positions is replaced as
   /// well: point k of out lies at position k.
   void getPolyline(double tolerance, std::list<GxCoord<double>>& out,
                    std::list<GxBezierCurvePosition>& positions,
-                   GxBezierPolylineCondition const& condition);
+                   GxBezierPolylineCondition const& condition) const;
 
   // ---- GxBezierCurve_nearest.cpp: which segment holds a point, the nearest point ----------------
  public:
   /// Returns the number of the segment that passes p within tolerance, and stores the parameter
   /// there. The start of the curve is looked at first, then its end, which is (n, 0.0), then the
   /// segments in order. Returns -1 when none passes; t is then unspecified.
-  int whichSegment(GxCoord<double> const& p, double& t, double tolerance);
+  [[nodiscard]] int whichSegment(GxCoord<double> const& p, double& t, double tolerance) const;
 
   /// Finds the point of the curve nearest to p. The first segment is tried, then the last, then the
   /// others in order. The search ends after the last segment, or with the first of the others, when
@@ -226,21 +262,21 @@ class CRV_API GxBezierCurve {
   ///    0  the search ended with the last segment, or the curve has one
   ///    1  it went on, whichever segment answers; so it does for two segments of which neither
   ///       comes near
-  int findNearestPoint(GxCoord<double> const& p, GxCoord<double>& nearest);
+  int findNearestPoint(GxCoord<double> const& p, GxCoord<double>& nearest) const;
 
   /// Searches in the same way for the position; the end of segment i is (i + 1, 0.0).
-  int findNearestPointPos(GxCoord<double> const& p, GxBezierCurvePosition& pos);
+  int findNearestPointPos(GxCoord<double> const& p, GxBezierCurvePosition& pos) const;
 
   /// Estimates the least squared distance between two curves from samples of this curve, eleven a
   /// segment, and what findNearestPoint of other gives for them. Returns 0.0 when either curve is
   /// empty.
-  double getMinSqDistance(GxBezierCurve& other) const;
+  double getMinSqDistance(GxBezierCurve const& other) const;
 
   // ---- GxBezierCurve_intersect.cpp: the crossings of two curves ---------------------------------
  public:
   /// Appends the crossings of every segment of other with every segment of this curve. Returns 1
   /// when the list is not empty afterwards, even if only the caller put points there, else 0.
-  int findIntersections(GxBezierCurve const& other, GxList<GxCoord<double>>& points);
+  int findIntersections(GxBezierCurve const& other, GxList<GxCoord<double>>& points) const;
 
   // ---- GxBezierCurve_intersectLine.cpp: the first crossing with a line --------------------------
  public:
@@ -251,26 +287,22 @@ class CRV_API GxBezierCurve {
   /// direction.
   ///    0  found; the position is in result
   ///   -1  none, an empty curve, or from on no segment; result is untouched
-  int findFirstGeometricLineIntersection(GxCoord<double> const& p, GxVector<double> const& v,
-                                         GxBezierCurvePosition const& from,
-                                         GxBezierCurvePosition const& towards,
-                                         GxBezierCurvePosition& result, double tolerance) const;
+  [[nodiscard]] int findFirstGeometricLineIntersection(
+      GxCoord<double> const& p, GxVector<double> const& v, GxBezierCurvePosition const& from,
+      GxBezierCurvePosition const& towards, GxBezierCurvePosition& result, double tolerance) const;
 
   /// Does the same by carrying the segments into the frame of the line first, in which only a v
   /// whose squared length is 0 or overflows counts as the x direction.
-  int findFirstGeometricLineIntersectionEx(GxCoord<double> const& p, GxVector<double> const& v,
-                                           GxBezierCurvePosition const& from,
-                                           GxBezierCurvePosition const& towards,
-                                           GxBezierCurvePosition& result, double tolerance) const;
+  [[nodiscard]] int findFirstGeometricLineIntersectionEx(
+      GxCoord<double> const& p, GxVector<double> const& v, GxBezierCurvePosition const& from,
+      GxBezierCurvePosition const& towards, GxBezierCurvePosition& result, double tolerance) const;
 
   /// Searches as the first form does, with a tolerance of 1e-8. Where that finds nothing, and also
   /// from a position on no segment, the answer is the curve's far end if it lies within 0.001 of
   /// the line.
-  int findFirstGeometricLineIntersectionWithEndpointCheck(GxCoord<double> const& p,
-                                                          GxVector<double> const& v,
-                                                          GxBezierCurvePosition const& from,
-                                                          GxBezierCurvePosition const& towards,
-                                                          GxBezierCurvePosition& result) const;
+  [[nodiscard]] int findFirstGeometricLineIntersectionWithEndpointCheck(
+      GxCoord<double> const& p, GxVector<double> const& v, GxBezierCurvePosition const& from,
+      GxBezierCurvePosition const& towards, GxBezierCurvePosition& result) const;
 
   // ---- GxBezierCurve_orient.cpp: clockwise or not, reversing ------------------------------------
  public:
@@ -281,7 +313,7 @@ class CRV_API GxBezierCurve {
 
   /// Reverses the curve if it does not run as wanted (non-zero: clockwise). Returns 0, or -1 with
   /// nothing changed when the orientation cannot be decided.
-  int changeOrientation(int clockwise);
+  [[nodiscard]] int changeOrientation(int clockwise);
 
   /// Reverses the direction of travel; the closed flag stays.
   void reverse();
@@ -345,8 +377,8 @@ class CRV_API GxBezierCurve {
   ///   -1  an empty curve, a direction shorter than 1e-9, or no normal along the direction; value
   ///   is
   ///       untouched
-  int calculateOffsetValue(double& value, GxVector<double> direction, double distance,
-                           int outwards) const;
+  [[nodiscard]] int calculateOffsetValue(double& value, GxVector<double> direction, double distance,
+                                         int outwards) const;
 
   // ---- GxBezierCurve_xRange.cpp: the curve against an interval of x -----------------------------
  public:
@@ -384,27 +416,31 @@ class CRV_API GxBezierCurve {
   /// starts at (n - 1, t) with t just below 1: at (n, 0.0) the first segment is taken for the next.
   /// Work is bounded: short chords stop after about 2^28 evaluations, a second of processor time; a
   /// single chord stops at the same count once it has gone around twice.
-  int findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition& to, double d,
-                  int forward, int mode) const;
+  [[nodiscard]] int findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition& to,
+                                double d, int forward, int mode) const;
   /// Takes one chord, up to the limit.
-  int findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition const& limit,
-                  GxBezierCurvePosition& to, double d, int forward) const;
+  [[nodiscard]] int findNextPos(GxBezierCurvePosition const& from,
+                                GxBezierCurvePosition const& limit, GxBezierCurvePosition& to,
+                                double d, int forward) const;
 
   /// Does the same and measures the arc length walked. The form without a limit sets consumed; the
   /// other adds to it, also where no step is found.
-  int findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition& to, double d,
-                  int forward, double& consumed, int mode) const;
+  [[nodiscard]] int findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition& to,
+                                double d, int forward, double& consumed, int mode) const;
   /// Takes one chord, up to the limit.
-  int findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition const& limit,
-                  GxBezierCurvePosition& to, double d, double& consumed, int forward) const;
+  [[nodiscard]] int findNextPos(GxBezierCurvePosition const& from,
+                                GxBezierCurvePosition const& limit, GxBezierCurvePosition& to,
+                                double d, double& consumed, int forward) const;
 
   /// Does the same with the distance measured from the point p.
-  int findNextPosFromPoint(GxCoord<double> const& p, GxBezierCurvePosition const& from,
-                           GxBezierCurvePosition& to, double d, int forward) const;
+  [[nodiscard]] int findNextPosFromPoint(GxCoord<double> const& p,
+                                         GxBezierCurvePosition const& from,
+                                         GxBezierCurvePosition& to, double d, int forward) const;
   /// Takes one chord.
-  int findNextPosFromPoint(GxCoord<double> const& p, GxBezierCurvePosition const& from,
-                           GxBezierCurvePosition const& limit, GxBezierCurvePosition& to, double d,
-                           int forward) const;
+  [[nodiscard]] int findNextPosFromPoint(GxCoord<double> const& p,
+                                         GxBezierCurvePosition const& from,
+                                         GxBezierCurvePosition const& limit,
+                                         GxBezierCurvePosition& to, double d, int forward) const;
 
  private:
   GxList<GxBezier> segments_;

@@ -4,6 +4,11 @@
 #include "crv/export.h"
 #include "crv/foundation/GxList.h"
 
+#include <cstddef>
+#include <functional>
+#include <tuple>
+#include <type_traits>
+
 /// A position on a composite curve. Normalised positions have 0 <= t < 1, so the end of a curve of
 /// n segments is (n, 0.0). Comparisons work on the fields as they are. A value type.
 ///
@@ -47,6 +52,17 @@ class CRV_API GxBezierCurvePosition {
   /// Returns 1 when two senses are equal or one of them is 0.
   static int isCompatibleSense(int a, int b);
 
+  /// The segment number or the parameter: auto [segment, t] = position.
+  template <std::size_t I>
+  auto get() const {
+    static_assert(I < 2);
+    if constexpr (I == 0) {
+      return segment_;
+    } else {
+      return t_;
+    }
+  }
+
  private:
   friend class GxBezierCurvePositionConstructor;
 
@@ -58,5 +74,31 @@ class CRV_API GxBezierCurvePosition {
 /// The overload for two positions on a given curve, which takes the seam of a closed curve into
 /// account, is in positionPredicates.h.
 CRV_API int isEqual(GxBezierCurvePosition const& a, GxBezierCurvePosition const& b, double tol);
+
+/// A position has a segment number and a parameter.
+template <>
+struct std::tuple_size<GxBezierCurvePosition> : std::integral_constant<std::size_t, 2> {};
+template <>
+struct std::tuple_element<0, GxBezierCurvePosition> {
+  /// The type of the segment number.
+  using type = long;
+};
+template <>
+struct std::tuple_element<1, GxBezierCurvePosition> {
+  /// The type of the parameter.
+  using type = double;
+};
+
+/// Hashes a position, for unordered containers: positions equal by == have equal hashes.
+template <>
+struct std::hash<GxBezierCurvePosition> {
+  /// The hash of both fields.
+  std::size_t operator()(GxBezierCurvePosition const& p) const noexcept {
+    // The constant, 2^64 / the golden ratio, spreads the numbers of neighbouring segments.
+    auto const segment = static_cast<unsigned long long>(p.getSegmentNumber());
+    return static_cast<std::size_t>(segment * 0x9e3779b97f4a7c15u) ^
+           std::hash<double>()(p.getTValue());
+  }
+};
 
 extern template class CRV_API GxList<GxBezierCurvePosition>;

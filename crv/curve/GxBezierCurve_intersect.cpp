@@ -6,9 +6,10 @@
 using crv::internal::BoxTree;
 using crv::internal::SegmentTree;
 
-int GxBezierCurve::findIntersections(GxBezierCurve const& other, GxList<GxCoord<double>>& points) {
+int GxBezierCurve::findIntersections(GxBezierCurve const& other,
+                                     GxList<GxCoord<double>>& points) const {
   auto const hull = [](GxBezier const& s) { return crv::internal::cubic(s).hull(); };
-  SegmentTree<GxBezier> const ours(segments_, hull);
+  SegmentTree<GxBezier const> const ours(segments_, hull);
   SegmentTree<GxBezier const> const theirs(other.segments_, hull);
   BoxTree::visitOverlaps(theirs.boxes(), ours.boxes(), [&](std::size_t j, std::size_t i) {
     ours[i].findIntersections(theirs[j], points);

@@ -58,13 +58,13 @@ int findExtreme(GxList<GxBezier> const& segments, SegmentExtreme extremeOf, IsBe
 
 }  // namespace
 
-double GxBezierCurve::curveLength() {
+double GxBezierCurve::curveLength() const {
   double sum = 0.0;
   for (GxBezier const& segment : segments_) sum += segment.length(0.0);
   return sum;
 }
 
-void GxBezierCurve::getBoundingBox(double& minX, double& minY, double& maxX, double& maxY) {
+void GxBezierCurve::getBoundingBox(double& minX, double& minY, double& maxX, double& maxY) const {
   Box const box = boxOf(segments_, &GxBezier::getConvexHull);
   minX = box.minX;
   minY = box.minY;
@@ -72,7 +72,8 @@ void GxBezierCurve::getBoundingBox(double& minX, double& minY, double& maxX, dou
   maxY = box.maxY;
 }
 
-void GxBezierCurve::getLocalBoundingBox(double& minX, double& minY, double& maxX, double& maxY) {
+void GxBezierCurve::getLocalBoundingBox(double& minX, double& minY, double& maxX,
+                                        double& maxY) const {
   Box const box = boxOf(segments_, &GxBezier::localMinMax);
   minX = box.minX;
   minY = box.minY;

@@ -13,7 +13,7 @@
 using crv::internal::Box;
 using crv::internal::BoxTree;
 using crv::internal::Point;
-using Segments = crv::internal::SegmentTree<GxBezier>;
+using Segments = crv::internal::SegmentTree<GxBezier const>;
 
 namespace {
 
@@ -53,7 +53,7 @@ class NearestSearch {
   bool isNearEnough() const { return IS_ZERO(best_, kNearEnough); }
 
   /// Tries segment i; a later one must be nearer than the best before.
-  void consider(GxBezier& segment, std::size_t i) {
+  void consider(GxBezier const& segment, std::size_t i) {
     Place const place = nearestPlace(segment, i);
     double const d = p_.squaredDistance(place.point);
     if (!isFirst_ && !(d < best_)) return;
@@ -85,7 +85,7 @@ class NearestSearch {
   }
 
  private:
-  Place nearestPlace(GxBezier& segment, std::size_t i) const {
+  Place nearestPlace(GxBezier const& segment, std::size_t i) const {
     Place place;
     place.segment = i;
     nearestOn_(segment, place);
@@ -115,8 +115,8 @@ Box boxOfPoints(GxBezier const& segment) {
 /// The nearest place of a curve that is not empty; returns 1 when segments between the first and
 /// the last were tried, else 0.
 template <class NearestOn>
-int searchNearest(GxList<GxBezier>& segments, GxCoord<double> const& p, NearestOn const& nearestOn,
-                  Place& nearest) {
+int searchNearest(GxList<GxBezier> const& segments, GxCoord<double> const& p,
+                  NearestOn const& nearestOn, Place& nearest) {
   unsigned const last = segments.length() - 1;
   NearestSearch<NearestOn> search(p, nearestOn);
   search.consider(segments[0], 0);
@@ -133,7 +133,7 @@ int searchNearest(GxList<GxBezier>& segments, GxCoord<double> const& p, NearestO
 /// kNearEnough. From points that are not moderate it has no limit.
 double squaredDistance(Segments const& segments, GxCoord<double> const& p, double limit) {
   std::size_t const last = segments.boxes().size() - 1;
-  auto const nearestOn = [&p](GxBezier& segment, Place& place) {
+  auto const nearestOn = [&p](GxBezier const& segment, Place& place) {
     segment.findNearestPoint(p, place.point);
   };
   auto const isInReach = [&](std::size_t i) {
@@ -149,7 +149,7 @@ double squaredDistance(Segments const& segments, GxCoord<double> const& p, doubl
 
 }  // namespace
 
-int GxBezierCurve::whichSegment(GxCoord<double> const& p, double& t, double tolerance) {
+int GxBezierCurve::whichSegment(GxCoord<double> const& p, double& t, double tolerance) const {
   unsigned const n = segments_.length();
   if (n == 0) return -1;
   if (isEqual(p, segments_(0)[0], tolerance)) {
@@ -161,16 +161,16 @@ int GxBezierCurve::whichSegment(GxCoord<double> const& p, double& t, double tole
     return static_cast<int>(n);
   }
   int i = 0;
-  for (GxBezier& segment : segments_) {
+  for (GxBezier const& segment : segments_) {
     if (segment.findTValue(p, t, tolerance)) return i;
     ++i;
   }
   return -1;
 }
 
-int GxBezierCurve::findNearestPoint(GxCoord<double> const& p, GxCoord<double>& nearest) {
+int GxBezierCurve::findNearestPoint(GxCoord<double> const& p, GxCoord<double>& nearest) const {
   if (segments_.length() == 0) return -1;
-  auto const nearestOn = [&p](GxBezier& segment, Place& place) {
+  auto const nearestOn = [&p](GxBezier const& segment, Place& place) {
     segment.findNearestPoint(p, place.point);
   };
   Place place;
@@ -179,7 +179,7 @@ int GxBezierCurve::findNearestPoint(GxCoord<double> const& p, GxCoord<double>& n
   return innerTried;
 }
 
-int GxBezierCurve::findNearestPointPos(GxCoord<double> const& p, GxBezierCurvePosition& pos) {
+int GxBezierCurve::findNearestPointPos(GxCoord<double> const& p, GxBezierCurvePosition& pos) const {
   if (segments_.length() == 0) return -1;
   auto const nearestOn = [&p](GxBezier const& segment, Place& place) {
     segment.findNearestPointTValue(p, place.t);
@@ -191,7 +191,7 @@ int GxBezierCurve::findNearestPointPos(GxCoord<double> const& p, GxBezierCurvePo
   return innerTried;
 }
 
-double GxBezierCurve::getMinSqDistance(GxBezierCurve& other) const {
+double GxBezierCurve::getMinSqDistance(GxBezierCurve const& other) const {
   if (segments_.length() == 0 || other.segments_.length() == 0) return 0.0;
   double best = segments_[0][0].squaredDistance(other.segments_(0)[0]);
   Segments const segments(other.segments_, boxOfPoints);

@@ -91,7 +91,7 @@ void flatten(GxList<GxBezier> const& segments, double tolerance, Container& out)
 
 }  // namespace
 
-void GxBezierCurve::makeCurve(double step, GxList<GxCoord<double>>& out, int mode) {
+void GxBezierCurve::makeCurve(double step, GxList<GxCoord<double>>& out, int mode) const {
   if (mode == 1) {
     for (GxBezier const& segment : segments_) sampleAlone(segment, step, out);
     return;
@@ -102,13 +102,13 @@ void GxBezierCurve::makeCurve(double step, GxList<GxCoord<double>>& out, int mod
 }
 
 void GxBezierCurve::makeCurveEx(double step, double shortStep, double gap,
-                                GxList<GxCoord<double>>& out) {
+                                GxList<GxCoord<double>>& out) const {
   sampleAcrossJoints(segments_, step, out, [=, &out](GxBezier const& segment, double startT) {
     segment.makeSegmentEx(step, shortStep, gap, out, startT);
   });
 }
 
-void GxBezierCurve::makeSegments(unsigned short count, std::list<GxCoord<double>>& out) {
+void GxBezierCurve::makeSegments(unsigned short count, std::list<GxCoord<double>>& out) const {
   for (GxBezier const& segment : segments_) {
     // Deliberate: before the first segment, too, a list that is not empty loses its last point.
     if (!out.empty()) out.pop_back();
@@ -116,17 +116,17 @@ void GxBezierCurve::makeSegments(unsigned short count, std::list<GxCoord<double>
   }
 }
 
-void GxBezierCurve::getPolyline(double tolerance, std::list<GxCoord<double>>& out) {
+void GxBezierCurve::getPolyline(double tolerance, std::list<GxCoord<double>>& out) const {
   flatten(segments_, tolerance, out);
 }
 
-void GxBezierCurve::getPolyline(double tolerance, std::vector<GxCoord<double>>& out) {
+void GxBezierCurve::getPolyline(double tolerance, std::vector<GxCoord<double>>& out) const {
   flatten(segments_, tolerance, out);
 }
 
 void GxBezierCurve::getPolyline(double tolerance, std::list<GxCoord<double>>& out,
                                 std::list<GxBezierCurvePosition>& positions,
-                                GxBezierPolylineCondition const& condition) {
+                                GxBezierPolylineCondition const& condition) const {
   out.clear();
   positions.clear();
   int i = 0;

@@ -5,6 +5,9 @@
 #include "crv/foundation/GxVector.h"
 
 #include <cmath>
+#include <cstddef>
+#include <tuple>
+#include <type_traits>
 
 /// A 2D point with coordinates of type T, x to the right and y up, compiled once for double. No
 /// operation fails; NaN and infinity propagate.
@@ -76,9 +79,36 @@ class GxCoord {
     y_ *= sy;
   }
 
+  /// Coordinate 0 or 1, so that a point can be taken apart: auto [x, y] = p.
+  template <std::size_t I>
+  T get() const {
+    static_assert(I < 2);
+    return I == 0 ? x_ : y_;
+  }
+
  private:
   T x_;
   T y_;
+};
+
+/// The point moved by -v. Outside the class, as the next one, so that a program's own is preferred.
+template <class T>
+GxCoord<T> operator-(GxCoord<T> const& p, GxVector<T> const& v) {
+  return GxCoord<T>(p.xval() - v.xval(), p.yval() - v.yval());
+}
+/// Moves p by -v.
+template <class T>
+GxCoord<T>& operator-=(GxCoord<T>& p, GxVector<T> const& v) {
+  return p = p - v;
+}
+
+/// A point has two coordinates.
+template <class T>
+struct std::tuple_size<GxCoord<T>> : std::integral_constant<std::size_t, 2> {};
+template <std::size_t I, class T>
+struct std::tuple_element<I, GxCoord<T>> {
+  /// The type of a coordinate.
+  using type = T;
 };
 
 extern template class CRV_API GxCoord<double>;

@@ -7,7 +7,10 @@
 
 #include <cassert>
 #include <cstddef>
+#include <initializer_list>
 #include <iterator>
+#include <utility>
+#include <vector>
 
 /// An ordered collection of T, stored by copy and handed out by reference; a reference stays valid
 /// until its element is removed. A cursor remembers the node last reached: sequential indexing
@@ -39,7 +42,23 @@ class GxList {
     first();
   }
 
+  /// Takes all elements of other, without copying; other ends up empty. The cursor is at the first.
+  GxList(GxList&& other) noexcept : GxList() { join(other); }
+
+  /// The elements in order, the cursor at the first.
+  GxList(std::initializer_list<T> elements) : GxList(elements.begin(), elements.end()) {}
+  /// The elements in order, the cursor at the first.
+  explicit GxList(std::vector<T> const& elements) : GxList(elements.begin(), elements.end()) {}
+  /// Copies of the elements from begin to end in order, the cursor at the first.
+  template <class Iterator, class = typename std::iterator_traits<Iterator>::iterator_category>
+  GxList(Iterator begin, Iterator end) : GxList() {
+    for (; begin != end; ++begin) add(*begin);
+  }
+
   virtual ~GxList() { empty(); }
+
+  /// Copies of the elements in order.
+  std::vector<T> toVector() const { return std::vector<T>(begin(), end()); }
 
   /// Removes every element; the list stays usable.
   void empty();
@@ -103,7 +122,12 @@ class GxList {
     moveTo(i);
     return curElement();
   }
-  /// The same element as operator().
+  /// The same element of a const list.
+  T const& operator()(unsigned i) const {
+    moveTo(i);
+    return curElement();
+  }
+  /// The same element as operator(), modifiable also in a const list.
   T& operator[](unsigned i) const {
     moveTo(i);
     return curElement();
@@ -163,6 +187,24 @@ class GxList {
   /// Replaces all elements by copies of other's. A list assigned to itself ends up empty.
   GxList& operator=(GxList const& other);
 
+  /// Removes all elements and takes those of other, without copying; other ends up empty. A list
+  /// moved to itself stays as it is.
+  GxList& operator=(GxList&& other) noexcept {
+    GxList(std::move(other)).swap(*this);
+    return *this;
+  }
+
+  /// Exchanges the elements of two lists, without copying; the cursors go with them.
+  void swap(GxList& other) noexcept {
+    std::swap(head_, other.head_);
+    std::swap(cursor_, other.cursor_);
+    std::swap(index_, other.index_);
+    std::swap(count_, other.count_);
+    std::swap(isIndexExact_, other.isIndexExact_);
+  }
+  /// Exchanges the elements of two lists.
+  friend void swap(GxList& a, GxList& b) noexcept { a.swap(b); }
+
   /// Moves all elements of other, without copying, before the element at index; other ends up
   /// empty. With index -1 the result starts with other's elements, goes on from the element at the
   /// cursor and ends with those that stood before it. A list injected into itself stays as it is.
@@ -171,7 +213,7 @@ class GxList {
 
   /// Moves all elements of other, without copying, to the end; other ends up empty. A list joined
   /// to itself stays as it is.
-  void join(GxList& other);
+  void join(GxList& other) noexcept;
   /// Does what join does, and returns this list.
   GxList& operator+=(GxList& other) {
     join(other);
@@ -237,7 +279,7 @@ class GxList {
   void addAll(GxList const& other);
   void recalcIndex();
   Node* nodeAt(unsigned i) const;
-  void forgetNodes();
+  void forgetNodes() noexcept;
 
   Node* head_ = nullptr;
   mutable Node* cursor_ = nullptr;
@@ -329,14 +371,17 @@ int GxList<T>::move(int from, int to) {
   bool const inside = from >= 0 && to >= 0 && static_cast<unsigned>(from) < count_ &&
                       static_cast<unsigned>(to) < count_;
   if (!inside || from == to) return 0;
-  Node* const node = unlink(from);
-  try {
-    insert(node->element, to);  // the virtual one: a derived list sees what enters it
-  } catch (...) {
-    link(node, from);
-    throw;
-  }
-  delete node;
+  /// Puts the node back if it has not been let go of: copying the element may throw.
+  struct Return {
+    GxList* list;
+    Node* node;
+    int index;
+    ~Return() {
+      if (node != nullptr) list->link(node, index);
+    }
+  } back{this, unlink(from), from};
+  insert(back.node->element, to);  // the virtual one: a derived list sees what enters it
+  delete std::exchange(back.node, nullptr);
   return 1;
 }
 
@@ -407,7 +452,7 @@ void GxList<T>::inject(GxList& other, int index) {
 }
 
 template <class T>
-void GxList<T>::join(GxList& other) {
+void GxList<T>::join(GxList& other) noexcept {
   if (&other == this || other.count_ == 0) return;
   if (count_ == 0) {
     head_ = cursor_ = other.head_;
@@ -456,7 +501,7 @@ typename GxList<T>::Node* GxList<T>::nodeAt(unsigned i) const {
 }
 
 template <class T>
-void GxList<T>::forgetNodes() {
+void GxList<T>::forgetNodes() noexcept {
   head_ = nullptr;
   cursor_ = nullptr;
   index_ = 0;

@@ -4,6 +4,9 @@
 #include "crv/export.h"
 
 #include <cmath>
+#include <cstddef>
+#include <tuple>
+#include <type_traits>
 
 /// A 2D vector with components of type T, compiled once for double. No operation fails; NaN and
 /// infinity propagate.
@@ -61,9 +64,63 @@ class GxVector {
   /// (y, -x).
   GxVector ortho(int turn) const { return turn < 1 ? GxVector(y_, -x_) : GxVector(-y_, x_); }
 
+  /// Component 0 or 1, so that a vector can be taken apart: auto [x, y] = v.
+  template <std::size_t I>
+  T get() const {
+    static_assert(I < 2);
+    return I == 0 ? x_ : y_;
+  }
+
  private:
   T x_;
   T y_;
+};
+
+// ---- Operators outside the class, so that a program's own ones are preferred --------------------
+
+/// 1 when both components are equal, exactly.
+template <class T>
+int operator==(GxVector<T> const& v, GxVector<T> const& w) {
+  return v.xval() == w.xval() && v.yval() == w.yval();
+}
+/// The opposite of ==.
+template <class T>
+int operator!=(GxVector<T> const& v, GxVector<T> const& w) {
+  return !(v == w);
+}
+/// The vector s times as long.
+template <class T>
+GxVector<T> operator*(std::common_type_t<T> const& s, GxVector<T> const& v) {
+  return v * s;
+}
+/// Both components divided by s.
+template <class T>
+GxVector<T> operator/(GxVector<T> const& v, std::common_type_t<T> const& s) {
+  return GxVector<T>(v.xval() / s, v.yval() / s);
+}
+/// Subtracts w from v.
+template <class T>
+GxVector<T>& operator-=(GxVector<T>& v, GxVector<T> const& w) {
+  return v = v - w;
+}
+/// Makes v s times as long.
+template <class T>
+GxVector<T>& operator*=(GxVector<T>& v, std::common_type_t<T> const& s) {
+  return v = v * s;
+}
+/// Divides both components of v by s.
+template <class T>
+GxVector<T>& operator/=(GxVector<T>& v, std::common_type_t<T> const& s) {
+  return v = v / s;
+}
+
+/// A vector has two components.
+template <class T>
+struct std::tuple_size<GxVector<T>> : std::integral_constant<std::size_t, 2> {};
+template <std::size_t I, class T>
+struct std::tuple_element<I, GxVector<T>> {
+  /// The type of a component.
+  using type = T;
 };
 
 extern template class CRV_API GxVector<double>;

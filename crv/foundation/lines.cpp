@@ -27,7 +27,7 @@ int quickCheckPointOnLine(GxCoord<double> const& p, GxCoord<double> const& a,
   return std::fabs(ab.cross(p - a)) / length <= tol;
 }
 
-double angle(GxCoord<double> const& a, GxCoord<double> const& b, GxCoord<double> const& c) {
+double crv::angle(GxCoord<double> const& a, GxCoord<double> const& b, GxCoord<double> const& c) {
   GxVector<double> const u = a == b ? GxVector<double>(1.0, 0.0) : a - b;
   GxVector<double> const v = c - b;
   return std::atan2(u.cross(v), u * v);

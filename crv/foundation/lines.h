@@ -36,9 +36,17 @@ inline GxCoord<double> closestToLineSegment(GxCoord<double> const& a, GxCoord<do
 inline double distanceToLineSegment(GxCoord<double> const& a, GxCoord<double> const& b,
                                     GxCoord<double> const& p);
 
+namespace crv {
+
 /// The angle at b from the direction of a to the direction of c, in radians in [-pi, pi],
 /// counter-clockwise positive; where a equals b, from the x direction.
 CRV_API double angle(GxCoord<double> const& a, GxCoord<double> const& b, GxCoord<double> const& c);
+
+}  // namespace crv
+
+#ifndef CRV_NO_GLOBAL_NAMES
+using crv::angle;
+#endif
 
 /// The turn at b on the way a, b, c: 1 counter-clockwise, -1 clockwise, 0 straight (exactly) or not
 /// a number.

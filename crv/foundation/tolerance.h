@@ -15,10 +15,24 @@ inline int IS_ZERO(double x, double tol) { return std::fabs(x) < tol; }
 /// 1 when |a - b| < tol, strictly: a difference on the tolerance is outside. NaN equals nothing.
 inline int IS_EQUAL(double a, double b, double tol) { return std::fabs(a - b) < tol; }
 
-/// The smaller argument; a when they are equal or cannot be compared.
-inline double min(double a, double b) { return b < a ? b : a; }
-inline int min(int a, int b) { return b < a ? b : a; }
+namespace crv {
+
+/// The smaller argument; a when they are equal or cannot be compared. The parentheses keep macros
+/// of this name away, here and below.
+inline double(min)(double a, double b) { return b < a ? b : a; }
+/// The smaller whole number.
+inline int(min)(int a, int b) { return b < a ? b : a; }
 
 /// The larger argument; a when they are equal or cannot be compared.
-inline double max(double a, double b) { return a < b ? b : a; }
-inline int max(int a, int b) { return a < b ? b : a; }
+inline double(max)(double a, double b) { return a < b ? b : a; }
+/// The larger whole number.
+inline int(max)(int a, int b) { return a < b ? b : a; }
+
+}  // namespace crv
+
+// A host that defines CRV_NO_GLOBAL_NAMES keeps the short names min, max, angle, ratio and
+// translate for itself; they are then to be called as crv::min and so on.
+#ifndef CRV_NO_GLOBAL_NAMES
+using crv::max;
+using crv::min;
+#endif

@@ -19,11 +19,12 @@ class CRV_API GxBezierCurvePositionMapBase {
   ///    0  mapped
   ///   -1  in lies outside what the map covers; out holds what the map's maker says: for most, the
   ///       nearest end of what is covered
-  virtual int mapPosition(GxBezierCurvePosition& out, GxBezierCurvePosition const& in) const = 0;
+  [[nodiscard]] virtual int mapPosition(GxBezierCurvePosition& out,
+                                        GxBezierCurvePosition const& in) const = 0;
 
   /// The same from the curve after the edit to the curve before it.
-  virtual int inverseMapPosition(GxBezierCurvePosition& out,
-                                 GxBezierCurvePosition const& in) const = 0;
+  [[nodiscard]] virtual int inverseMapPosition(GxBezierCurvePosition& out,
+                                               GxBezierCurvePosition const& in) const = 0;
 
   /// Maps every position of in and appends the results, those that failed included, to out, which
   /// may be in itself. Returns the codes ORed: 0 when all were mapped. The first argument is

@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <new>
+#include <utility>
 
 /// Shared ownership of one object of class T, or of none. Handles to one object may be copied,
 /// assigned, compared and destroyed from several threads at once, each handle by one thread at a
@@ -28,6 +29,8 @@ class GxHandle {
   /// Shares the object of the other handle.
   GxHandle(GxHandle const& other) : counter_(nullptr) { unlinkAndLink(other.counter_); }
 
+  /// Takes the other handle's share over; the other becomes null.
+  GxHandle(GxHandle&& other) noexcept : counter_(std::exchange(other.counter_, nullptr)) {}
   virtual ~GxHandle() { unlinkAndLink(nullptr); }
 
   /// Lets go of the object and shares the other handle's.
@@ -36,6 +39,18 @@ class GxHandle {
     return *this;
   }
 
+  /// Lets go of the object and takes the other handle's share over; the other becomes null.
+  GxHandle& operator=(GxHandle&& other) noexcept {
+    GxHandle(std::move(other)).swap(*this);
+    return *this;
+  }
+  /// Exchanges the objects of two handles.
+  void swap(GxHandle& other) noexcept { std::swap(counter_, other.counter_); }
+  /// Exchanges the objects of two handles.
+  friend void swap(GxHandle& a, GxHandle& b) noexcept { a.swap(b); }
+
+  /// Whether there is an object.
+  explicit operator bool() const { return isValid() != 0; }
   /// 1 when there is no object.
   int isNull() const { return objectOf(counter_) == nullptr; }
   /// 1 when there is an object.

@@ -39,7 +39,7 @@ PosDiff diff(GxBezierCurvePosition const& a, GxBezierCurvePosition const& b, int
   return PosDiff(crv::internal::clampedInt(segments), fraction);
 }
 
-double ratio(PosDiff const& part, PosDiff const& whole) {
+double crv::ratio(PosDiff const& part, PosDiff const& whole) {
   double const s = inSegments(whole);
   return IS_ZERO(s, kEqualFraction) ? 0.0 : inSegments(part) / s;
 }

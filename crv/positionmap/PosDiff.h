@@ -25,6 +25,14 @@ struct CRV_API PosDiff : std::pair<int, double> {
 CRV_API PosDiff diff(GxBezierCurvePosition const& a, GxBezierCurvePosition const& b, int forward,
                      int n);
 
+namespace crv {
+
 /// part / whole, in segments; 0.0 when whole is below 1e-9 in magnitude. Beside `using namespace
 /// std` and <ratio> or <chrono>, which have a template of this name, it must be called ::ratio.
 CRV_API double ratio(PosDiff const& part, PosDiff const& whole);
+
+}  // namespace crv
+
+#ifndef CRV_NO_GLOBAL_NAMES
+using crv::ratio;
+#endif

@@ -51,7 +51,7 @@ void addPiece(Segments& pieces, GxBezier const& piece, int forward) {
 
 /// Copies the stretch of src that runs forwards from a to b, across the seam where b is not after
 /// a, and reverses the copy if forward is 0. Both positions lie on src.
-void takeStretch(GxBezierCurve& src, Position const& a, Position const& b, int forward,
+void takeStretch(GxBezierCurve const& src, Position const& a, Position const& b, int forward,
                  Segments& pieces) {
   double const aT = a.getTValue();
   double const bT = b.getTValue();
@@ -111,7 +111,7 @@ void cut(Position const& pos, GxBezierCurve& first, GxBezierCurve& second) {
 
 }  // namespace
 
-int copyGxBezierCurve(GxBezierCurve& dst, GxBezierCurve& src, Position const& start,
+int copyGxBezierCurve(GxBezierCurve& dst, GxBezierCurve const& src, Position const& start,
                       Position const& end, int forward, MapHandle& map) {
   int const base = static_cast<int>(dst.length());
   int const closed = src.strictIsClosed();

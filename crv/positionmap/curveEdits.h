@@ -22,9 +22,10 @@
 ///   -1  start or end is not on src: dst and map are unchanged
 /// The map of a stretch of a strictly closed src refers to src, which must outlive it and keep its
 /// number of segments.
-CRV_API int copyGxBezierCurve(GxBezierCurve& dst, GxBezierCurve& src,
-                              GxBezierCurvePosition const& start, GxBezierCurvePosition const& end,
-                              int forward, GxHandle<GxBezierCurvePositionMapBase>& map);
+[[nodiscard]] CRV_API int copyGxBezierCurve(GxBezierCurve& dst, GxBezierCurve const& src,
+                                            GxBezierCurvePosition const& start,
+                                            GxBezierCurvePosition const& end, int forward,
+                                            GxHandle<GxBezierCurvePositionMapBase>& map);
 
 /// Reverses a curve, which keeps its closed flag; the map is that of constructReversePositionMap.
 /// Always 0.
@@ -44,7 +45,7 @@ CRV_API int reverseGxBezierCurve(GxBezierCurve& curve, GxHandle<GxBezierCurvePos
 /// first, secondMap that after pos to second. They refer to no curve.
 ///    0  cut
 ///   -1  pos is not on first, first is empty, or first is second: nothing is changed
-CRV_API int spliteGxBezierCurve(GxBezierCurvePosition const& pos, GxBezierCurve& first,
-                                GxBezierCurve& second,
-                                GxHandle<GxBezierCurvePositionMapBase>& firstMap,
-                                GxHandle<GxBezierCurvePositionMapBase>& secondMap);
+[[nodiscard]] CRV_API int spliteGxBezierCurve(GxBezierCurvePosition const& pos,
+                                              GxBezierCurve& first, GxBezierCurve& second,
+                                              GxHandle<GxBezierCurvePositionMapBase>& firstMap,
+                                              GxHandle<GxBezierCurvePositionMapBase>& secondMap);

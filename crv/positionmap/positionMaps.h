@@ -76,13 +76,22 @@ CRV_API GxHandle<GxBezierCurvePositionMapBase> constructSingletonPositionMap(
 /// the inverse of a position before base stores start in the reversed numbering, and an inverse
 /// beyond the reversed curve gives -1 with (0, 0.0) or (n, 0.0).
 CRV_API GxHandle<GxBezierCurvePositionMapBase> constructRangePositionMap(
-    GxBezierCurve& curve, int closed, int base, int forward, GxBezierCurvePosition const& start,
-    GxBezierCurvePosition const& end, GxBezierCurvePosition const& curveEnd);
+    GxBezierCurve const& curve, int closed, int base, int forward,
+    GxBezierCurvePosition const& start, GxBezierCurvePosition const& end,
+    GxBezierCurvePosition const& curveEnd);
 
 // ---- positionMaps_translate.cpp: the seam read from one side ------------------------------------
+
+namespace crv {
 
 /// pos, or, when closed is non-zero and pos lies on the seam, the seam as a stretch reads it: the
 /// end of the curve becomes its start when reading forwards, the start its end when reading
 /// backwards (forward 0), t within 1e-9 of 0.
-CRV_API GxBezierCurvePosition translate(GxBezierCurve& curve, int closed,
+CRV_API GxBezierCurvePosition translate(GxBezierCurve const& curve, int closed,
                                         GxBezierCurvePosition const& pos, int forward);
+
+}  // namespace crv
+
+#ifndef CRV_NO_GLOBAL_NAMES
+using crv::translate;
+#endif

@@ -24,7 +24,7 @@ double share(double part, double whole) { return IS_ZERO(whole, kPiece) ? 0.0 : 
 
 /// A stretch and the curve it was taken from; for closed 0 the curve is never looked at.
 struct Stretch {
-  GxBezierCurve* curve;
+  GxBezierCurve const* curve;
   int closed;
   int forward;
   int base;
@@ -244,7 +244,7 @@ MapHandle wrappedMap(Stretch const& stretch, Position const& curveEnd) {
 
 }  // namespace
 
-MapHandle constructRangePositionMap(GxBezierCurve& curve, int closed, int base, int forward,
+MapHandle constructRangePositionMap(GxBezierCurve const& curve, int closed, int base, int forward,
                                     Position const& start, Position const& end,
                                     Position const& curveEnd) {
   Stretch stretch = Stretch{&curve, closed, forward, base, start, end}.withSeamResolved();

@@ -9,8 +9,8 @@ constexpr double kOnSeam = 1e-9;
 
 }  // namespace
 
-GxBezierCurvePosition translate(GxBezierCurve& curve, int closed, GxBezierCurvePosition const& pos,
-                                int forward) {
+GxBezierCurvePosition crv::translate(GxBezierCurve const& curve, int closed,
+                                     GxBezierCurvePosition const& pos, int forward) {
   if (!closed || !IS_ZERO(pos.getTValue(), kOnSeam)) return pos;
   long const segment = pos.getSegmentNumber();
   if (forward) return segment == static_cast<long>(curve.length()) ? curve.firstPos() : pos;

@@ -205,9 +205,10 @@ class World {
   void put(Position const& p) { putPair(static_cast<double>(p.getSegmentNumber()), p.getTValue()); }
   void put(GxBezier const& s) { put(s[0]), put(s[1]), put(s[2]), put(s[3]); }
   void put(GxBezierCurve const& c) {
-    put(GxBezierCurve(c).getSegments());
+    put(c.getSegments());
     put(c.strictIsClosed());
   }
+  void put(OpenCurve const& c) { put(static_cast<GxBezierCurve const&>(c)); }
   template <class T>
   void put(GxList<T> const& list) {
     put(valuesOf(list));

@@ -1,0 +1,55 @@
+// Names for the whole numbers that operations take as modes and give back as senses and codes. Each
+// converts to the int that the operation uses.
+#pragma once
+
+namespace crv {
+
+/// The sense from one position to another, and of GxBezierCurvePosition::reverseSense.
+struct Sense {
+  enum Value : int { coinciding = 0, forward = 1, backward = 2 };
+};
+
+/// What an operation returns that either succeeds or fails.
+struct Outcome {
+  enum Value : int { done = 0, failed = -1 };
+};
+
+/// The last argument of GxBezierCurve::offset.
+struct OffsetMode {
+  enum Value : int {
+    offset = 0,
+    cutFirst = 1,  // strongly bent segments are cut at their extremes first
+    onlyCut = 2    // nothing but that cutting
+  };
+};
+
+/// The last argument of GxBezierCurve::makeCurve.
+struct SpacingMode {
+  enum Value : int {
+    acrossJoints = 0,  // what is left of a step is carried on
+    eachSegment = 1
+  };
+};
+
+/// The last argument of GxBezierCurve::findNextPos without a limit.
+struct StepMode {
+  enum Value : int { oneChord = 0, shortChords = 1 };
+};
+
+/// What Are3PointsCCW returns.
+struct Turn {
+  enum Value : int { clockwise = -1, straight = 0, counterClockwise = 1 };
+};
+
+/// What GxBezierCurve::wellDefinedDetection returns of the x range of a curve and an interval.
+struct XRange {
+  enum Value : int {
+    runsBack = 0,
+    coversInterval = 1,
+    startsInside = 2,  // starts after the interval's start
+    endsInside = 4,    // ends before the interval's end
+    liesInside = 7
+  };
+};
+
+}  // namespace crv
