@@ -12,6 +12,7 @@
 #include "crv/accurate/flatten.h"
 #include "crv/accurate/nearest.h"
 #include "crv/accurate/region.h"
+#include "crv/accurate/separate.h"
 #include "crv/accurate/types.h"
 #include "crv/accurate/walk.h"
 #include "crv/bezier/GxBezier.h"

@@ -71,7 +71,7 @@ class Source {
     return spans;
   }
 
-  Spans noSpans() const { return {{}, size(), isClosed(), false, false}; }
+  Spans noSpans() const { return {{}, {}, size(), isClosed(), false, false}; }
 
   Piece piece(Spans spans) const {
     Piece piece;

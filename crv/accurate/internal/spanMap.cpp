@@ -21,7 +21,9 @@ std::optional<Place> placeOn(std::size_t n, bool isClosed, Position const& posit
 
 class SpanMap : public GxBezierCurvePositionMapBase {
  public:
-  explicit SpanMap(Spans spans) : spans_(std::move(spans)) {}
+  explicit SpanMap(Spans spans) : spans_(std::move(spans)), segments_(spans_.order.size()) {
+    for (std::size_t i = 0; i < segments_.size(); ++i) segments_[spans_.order[i]] = i;
+  }
 
   int mapPosition(Position& out, Position const& in) const override {
     std::optional<Place> const place = placeOn(spans_.sourceSize, spans_.isSourceClosed, in);
@@ -33,7 +35,7 @@ class SpanMap : public GxBezierCurvePositionMapBase {
   int inverseMapPosition(Position& out, Position const& in) const override {
     std::optional<Place> const place = placeOn(size(), spans_.isResultClosed, in);
     if (!place) return -1;
-    Span const& span = spans_.parts[inSourceOrder(place->segment)];
+    Span const& span = spans_.parts[partOf(place->segment)];
     double const share = spans_.isBackwards ? 1.0 - place->t : place->t;
     double t = std::min(span.from + share * (span.to - span.from), span.to);
     if (share == 1.0) t = span.to;
@@ -45,8 +47,15 @@ class SpanMap : public GxBezierCurvePositionMapBase {
  private:
   std::size_t size() const { return spans_.parts.size(); }
 
-  /// The number of a result's segment among the parts, and the other way round.
-  std::size_t inSourceOrder(std::size_t i) const { return spans_.isBackwards ? size() - 1 - i : i; }
+  std::size_t partOf(std::size_t segment) const {
+    if (!spans_.order.empty()) return spans_.order[segment];
+    return spans_.isBackwards ? size() - 1 - segment : segment;
+  }
+
+  std::size_t segmentOf(std::size_t part) const {
+    if (!segments_.empty()) return segments_[part];
+    return spans_.isBackwards ? size() - 1 - part : part;
+  }
 
   /// Maps t of a source segment as it is numbered before or after the seam.
   bool mapPlace(Position& out, std::size_t segment, double t) const {
@@ -87,7 +96,7 @@ class SpanMap : public GxBezierCurvePositionMapBase {
     } else if (t != span.from) {
       share = (t - span.from) / (span.to - span.from);
     }
-    std::size_t const segment = inSourceOrder(part);
+    std::size_t const segment = segmentOf(part);
     if (!spans_.isBackwards) {
       return named(segment, share, size(), spans_.isResultClosed, span.joinsNext);
     }
@@ -107,6 +116,7 @@ class SpanMap : public GxBezierCurvePositionMapBase {
   }
 
   Spans spans_;
+  std::vector<std::size_t> segments_;  // by part: its segment of the result; empty where order is
 };
 
 }  // namespace

@@ -19,11 +19,13 @@ struct Span {
 
 /// The parts of a result in the order of the source.
 struct Spans {
-  std::vector<Span> parts;     // after the seam of a closed source, numbers go on from n
+  std::vector<Span> parts;  // after the seam of a closed source, numbers go on from n
+  std::vector<std::size_t>
+      order;                   // by segment of the result: its part; empty: in the order of parts
   std::size_t sourceSize = 0;  // n, the number of segments of the source
   bool isSourceClosed = false;
   bool isResultClosed = false;
-  bool isBackwards = false;  // the result runs against the source
+  bool isBackwards = false;  // the result runs against the source; order is empty then
 };
 
 /// A map of positions of the source to the result and back, linear in t within each part; it keeps

@@ -1,6 +1,7 @@
 // Sorting by direction, and farther along where directions do not decide.
 #include "crv/accurate/internal/turns.h"
 
+#include "crv/accurate/internal/angleKey.h"
 #include "crv/accurate/internal/blossom.h"
 #include "crv/accurate/internal/graph.h"
 #include "crv/accurate/internal/segmentPair.h"
@@ -21,8 +22,7 @@ constexpr double kShortHandle = 16.0;
 // In units of the resolution: how far moving the ends may move a control point.
 constexpr double kMoved = 4.0;
 
-// Difference of keys, which is between half the angle and the angle in radians: directions farther
-// apart than this decide by themselves.
+// Difference of angle keys: directions farther apart than this decide by themselves.
 constexpr double kClearTurn = 0x1p-6;
 
 // In units of the resolution: edges that are this near to each other in three places between the
@@ -44,23 +44,14 @@ constexpr int kMostParts = 16;
 struct Turn {
   std::size_t halfEdge;
   Point direction;
-  double key;    // grows with the angle, from 0 to 4
+  double key;    // of the angle
   double slack;  // how uncertain the key is
 };
-
-/// A number that grows with the angle of a vector as the angle does, from 0 to 4.
-double keyOf(Point const& v) {
-  double const sum = std::fabs(v.x) + std::fabs(v.y);
-  if (!(sum > 0.0)) return 0.0;
-  double const x = v.x / sum;
-  if (v.y >= 0.0) return 1.0 - x;
-  return 3.0 + x;
-}
 
 /// How far the key of q lies behind that of p, counter-clockwise.
 double gap(Turn const& p, Turn const& q) {
   double const difference = q.key - p.key;
-  return difference < 0.0 ? difference + 4.0 : difference;
+  return difference < 0.0 ? difference + kFullTurn : difference;
 }
 
 /// The part of a cubic from its start that is gentle over an axis, as a graph seen from an origin.
@@ -135,7 +126,7 @@ Turn Sorter::turnOf(std::size_t halfEdge) const {
     squared = dot(d, d);
   }
   double const slack = squared > 0.0 ? min(2.0, kMoved * resolution_ / std::sqrt(squared)) : 2.0;
-  return {halfEdge, unit(direction), keyOf(direction), slack};
+  return {halfEdge, unit(direction), angleKey(direction), slack};
 }
 
 /// The half-edges of all nodes, not yet in order.

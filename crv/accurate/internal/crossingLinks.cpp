@@ -1,0 +1,200 @@
+#include "crv/accurate/internal/crossingLinks.h"
+
+#include "crv/accurate/internal/angleKey.h"
+#include "crv/accurate/internal/disjointSets.h"
+#include "crv/accurate/internal/route.h"
+#include "crv/accurate/internal/segmentPair.h"
+#include "crv/foundation/tolerance.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace crv::internal {
+
+namespace {
+
+// In units of the resolution: passes this near to each other along the curve are one.
+constexpr double kOnePass = 1.0625;
+
+// In units of the resolution: the radius at which branches are first put in order around a
+// crossing, its growth, and how far apart they must be.
+constexpr double kFirstRadius = 16.0;
+constexpr double kGrowth = 4.0;
+constexpr double kApart = 4.0;
+
+// Unit scale: branches are followed no farther than this.
+constexpr double kFarthest = 0x1p-6;
+
+bool isBefore(Place const& p, Place const& q) {
+  return p.segment != q.segment ? p.segment < q.segment : p.t < q.t;
+}
+
+/// A pass on its way: the crossing is a number.
+struct Visit {
+  Place place;
+  std::size_t crossing;
+};
+
+/// A branch of a pass on a circle around the crossing.
+struct Branch {
+  double key;  // of the angle
+  std::size_t pass;
+  bool arrives;
+};
+
+class Linker {
+ public:
+  Linker(Chain const& chain, UnitScale const& scale) : route_(chain, scale), scale_(scale) {}
+
+  std::vector<Pass> link(ChainMeetings const& meetings);
+
+ private:
+  void collect(ChainMeetings const& meetings);
+  bool areOne(Place const& p, Place const& q) const {
+    return route_.staysNear(route_.at(p), kOnePass * scale_.resolution, p, q);
+  }
+  void uniteNeighbours();
+  void linkAt(std::vector<std::size_t> const& passes);
+  std::vector<Branch> branchesAt(std::vector<std::size_t> const& passes, double radius) const;
+  void linkBranches(std::vector<Branch> const& branches);
+  std::vector<Pass> turningPasses() const;
+
+  Route const route_;
+  UnitScale const& scale_;
+  std::vector<Visit> visits_;  // ascending
+  std::vector<Pass> passes_;   // one for each visit
+};
+
+void Linker::collect(ChainMeetings const& meetings) {
+  std::size_t crossing = 0;
+  for (ChainMeeting const& m : meetings.points) {
+    if (!m.crosses) continue;
+    visits_.push_back({m.first, crossing});
+    visits_.push_back({m.second, crossing});
+    ++crossing;
+  }
+  std::sort(visits_.begin(), visits_.end(), [](Visit const& v, Visit const& w) {
+    return isBefore(v.place, w.place) || (!isBefore(w.place, v.place) && v.crossing < w.crossing);
+  });
+}
+
+/// Makes one visit of those that are one pass, and one crossing of theirs.
+void Linker::uniteNeighbours() {
+  DisjointSets crossings(visits_.size());
+  std::vector<Visit> kept;
+  for (Visit const& visit : visits_) {
+    if (!kept.empty() && areOne(kept.back().place, visit.place)) {
+      crossings.unite(kept.back().crossing, visit.crossing);
+    } else {
+      kept.push_back(visit);
+    }
+  }
+  if (kept.size() > 1 && areOne(kept.back().place, kept.front().place)) {
+    crossings.unite(kept.back().crossing, kept.front().crossing);
+    kept.pop_back();
+  }
+  for (Visit& visit : kept) visit.crossing = crossings.find(visit.crossing);
+  visits_ = std::move(kept);
+}
+
+/// The branches of passes where they leave a circle, counter-clockwise; none if one never does.
+std::vector<Branch> Linker::branchesAt(std::vector<std::size_t> const& passes,
+                                       double radius) const {
+  std::vector<Branch> branches;
+  Point const centre = route_.at(visits_[passes[0]].place);
+  for (std::size_t const pass : passes) {
+    for (bool const forward : {false, true}) {
+      std::optional<Point> const exit = route_.exit(centre, radius, visits_[pass].place, forward);
+      if (!exit) return {};
+      branches.push_back({angleKey(*exit - centre), pass, !forward});
+    }
+  }
+  std::sort(branches.begin(), branches.end(), [](Branch const& p, Branch const& q) {
+    return p.key != q.key ? p.key < q.key : p.pass < q.pass;
+  });
+  return branches;
+}
+
+/// The least distance of neighbouring branches on a circle.
+double leastGap(std::vector<Branch> const& branches, double radius) {
+  double least = radius;
+  double last = branches.back().key - kFullTurn;
+  for (Branch const& branch : branches) {
+    least = min(least, radius * (branch.key - last));
+    last = branch.key;
+  }
+  return least;
+}
+
+/// Links each arriving branch with a leaving one, neighbours first, so that no two links cross.
+void Linker::linkBranches(std::vector<Branch> const& branches) {
+  std::vector<std::size_t> arrived;
+  std::vector<char> isLeft(branches.size(), 0);
+  // Branches that leave before any arrives are reached in a second round.
+  for (std::size_t i = 0; i < 2 * branches.size(); ++i) {
+    std::size_t const k = i % branches.size();
+    Branch const& branch = branches[k];
+    if (branch.arrives) {
+      if (i == k) arrived.push_back(branch.pass);
+    } else if (!isLeft[k] && !arrived.empty()) {
+      passes_[arrived.back()].next = branch.pass;
+      arrived.pop_back();
+      isLeft[k] = 1;
+    }
+  }
+}
+
+void Linker::linkAt(std::vector<std::size_t> const& passes) {
+  if (passes.size() == 2) {
+    passes_[passes[0]].next = passes[1];
+    passes_[passes[1]].next = passes[0];
+  }
+  if (passes.size() < 3) return;
+  double radius = kFirstRadius * scale_.resolution;
+  std::vector<Branch> branches = branchesAt(passes, radius);
+  while (!branches.empty() && radius < kFarthest &&
+         leastGap(branches, radius) <= kApart * scale_.resolution) {
+    radius *= kGrowth;
+    std::vector<Branch> farther = branchesAt(passes, radius);
+    if (farther.empty()) break;
+    branches = std::move(farther);
+  }
+  linkBranches(branches);
+}
+
+/// The passes that leave their branch, with their links.
+std::vector<Pass> Linker::turningPasses() const {
+  std::vector<std::size_t> numbers(passes_.size());
+  std::vector<Pass> turning;
+  for (std::size_t i = 0; i < passes_.size(); ++i) {
+    numbers[i] = turning.size();
+    if (passes_[i].next != i) turning.push_back(passes_[i]);
+  }
+  for (Pass& pass : turning) pass.next = numbers[pass.next];
+  return turning;
+}
+
+std::vector<Pass> Linker::link(ChainMeetings const& meetings) {
+  collect(meetings);
+  uniteNeighbours();
+  std::vector<std::vector<std::size_t>> passesAt(2 * meetings.points.size());
+  for (std::size_t i = 0; i < visits_.size(); ++i) {
+    std::vector<std::size_t>& passes = passesAt[visits_[i].crossing];
+    passes.push_back(i);
+    Place const& place = visits_[i].place;
+    Point const point = pointAt(route_.chain().segments[place.segment], place.t);
+    passes_.push_back({place, passes.size() == 1 ? point : passes_[passes[0]].point, i});
+  }
+  for (std::vector<std::size_t> const& passes : passesAt) linkAt(passes);
+  return turningPasses();
+}
+
+}  // namespace
+
+std::vector<Pass> linkCrossings(Chain const& chain, ChainMeetings const& meetings,
+                                UnitScale const& scale) {
+  return Linker(chain, scale).link(meetings);
+}
+
+}  // namespace crv::internal
