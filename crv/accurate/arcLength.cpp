@@ -19,7 +19,14 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 // Beyond this many turns a double does not count them any more.
 constexpr double kMostTurns = 0x1p52;
 
-bool isUsable(internal::Cubic const& cubic) {
+/// The magnitude lies between a fourteenth of the sum of the first point and the bound, and the
+/// sum.
+bool isUsable(internal::Cubic const& cubic, CubicLength const& measured) {
+  internal::Point const& p = cubic.start();
+  double const sum = std::fabs(p.x) + std::fabs(p.y) + measured.bound();
+  bool const isOrdinary =
+      sum >= 16.0 * internal::kSmallestMagnitude && sum <= 0.5 * internal::kLargestMagnitude;
+  if (isOrdinary) return true;
   internal::Magnitude magnitude;
   magnitude.add(cubic);
   return internal::isUsable(magnitude.value());
@@ -38,20 +45,20 @@ double withoutTurns(double length, double total) {
 
 double arcLength(Segment const& segment, double t0, double t1, double accuracy) {
   internal::Cubic const cubic = internal::cubic(segment);
+  CubicLength const measured(cubic);
   bool const isNumber = t0 == t0 && t1 == t1 && accuracy == accuracy;
-  if (!isNumber || !isUsable(cubic)) return kNaN;
+  if (!isNumber || !isUsable(cubic, measured)) return kNaN;
   t0 = std::clamp(t0, 0.0, 1.0);
   t1 = std::clamp(t1, 0.0, 1.0);
-  CubicLength const measured(cubic);
   double const tolerance = CubicLength::tolerance(accuracy, measured.bound());
   return t0 <= t1 ? measured.between(t0, t1, tolerance) : -measured.between(t1, t0, tolerance);
 }
 
 double parameterAtLength(Segment const& segment, double t0, double length, double accuracy) {
   internal::Cubic const cubic = internal::cubic(segment);
-  bool const isNumber = t0 == t0 && length == length && accuracy == accuracy;
-  if (!isNumber || !isUsable(cubic)) return 0.0;
   CubicLength const measured(cubic);
+  bool const isNumber = t0 == t0 && length == length && accuracy == accuracy;
+  if (!isNumber || !isUsable(cubic, measured)) return 0.0;
   return measured.parameterAt(std::clamp(t0, 0.0, 1.0), length,
                               CubicLength::tolerance(accuracy, measured.bound()));
 }

@@ -29,8 +29,6 @@ constexpr std::size_t kExpected = 16;
 // Halvings of a chord; the stretch is far below rounding then.
 constexpr int kMaxDepth = 60;
 
-double norm(P const& v) { return std::sqrt(dot(v, v)); }
-
 double distanceToSegment(P const& p, P const& a, P const& ab) {
   double const squared = dot(ab, ab);
   double const share = squared > 0.0 ? std::clamp(dot(p - a, ab) / squared, 0.0, 1.0) : 0.0;

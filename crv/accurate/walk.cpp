@@ -23,8 +23,6 @@ constexpr double kLeastAccuracy = 64 * internal::kRounding;
 // Halvings of a stretch until it is below rounding.
 constexpr int kMaxDepth = 60;
 
-double norm(P const& v) { return std::sqrt(dot(v, v)); }
-
 std::optional<Position> walkLength(Curve const& curve, Position const& from, double distance,
                                    double accuracy) {
   CurveLengths const lengths(curve, 0.5 * accuracy);  // for both ends of the walk

@@ -1,7 +1,10 @@
 // The lengths of stretches of one cubic: the engine of arcLength.h and walk.h.
 #pragma once
 
+#include "crv/accurate/internal/scale.h"
 #include "crv/bezier/internal/cubic.h"
+
+#include <cmath>
 
 namespace crv::internal {
 
@@ -9,32 +12,48 @@ namespace crv::internal {
 /// tolerance().
 class CubicLength {
  public:
-  explicit CubicLength(Cubic const& cubic);
+  explicit CubicLength(Cubic const& cubic)
+      : e_{cubic.p[1] - cubic.p[0], cubic.p[2] - cubic.p[1], cubic.p[3] - cubic.p[2]},
+        bound_((std::fabs(e_[0].x) + std::fabs(e_[0].y)) +
+               (std::fabs(e_[1].x) + std::fabs(e_[1].y)) +
+               (std::fabs(e_[2].x) + std::fabs(e_[2].y))),
+        scale_(PowerOfTwo::below(bound_)) {
+    for (Point& e : e_) e = e * scale_.inverse;
+  }
 
   /// At least the length of the cubic, and at most six times as much.
   double bound() const { return bound_; }
 
   /// What the method may be off for a result to stay within an accuracy, or 64 u L if that is more.
   /// L belongs to what the bound, a sum of bounds, is for.
-  static double tolerance(double accuracy, double bound);
+  static double tolerance(double accuracy, double bound) {
+    double const kept = kRoundingShare * bound;
+    return max(accuracy - kept, kept);
+  }
 
   /// The length between two parameters in [0, 1], t0 <= t1.
-  double between(double t0, double t1, double tolerance) const;
+  double between(double t0, double t1, double tolerance) const {
+    return scaledBetween(t0, t1, tolerance * scale_.inverse) * scale_.power;
+  }
 
   /// The parameter in [t0, 1] at a length from t0, or in [0, t0] at minus a negative one; 1 or 0
   /// where the cubic ends before.
   double parameterAt(double t0, double length, double tolerance) const;
 
  private:
+  // Relative to the bound of the length: what is kept for rounding, and the least that the method
+  // is asked for. The bound is at most six times the length, so that both stay below 64 u L.
+  static constexpr double kRoundingShare = 5 * kRounding;
+
+  double scaledBetween(double t0, double t1, double tolerance) const;
   bool isStraight() const;
   double straightBetween(double t0, double t1) const;
   Point offset(double t) const;
   double speed(double t) const;
 
-  Point e_[3];  // the edges of the control polygon
-  Point chord_;
+  Point e_[3];  // the edges of the control polygon by the scale
   double bound_;
-  bool isStraight_;
+  PowerOfTwo scale_;  // keeps eighth powers of the edges in range
 };
 
 }  // namespace crv::internal

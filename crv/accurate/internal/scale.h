@@ -3,7 +3,10 @@
 
 #include "crv/bezier/internal/cubic.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 
 namespace crv::internal {
 
@@ -37,6 +40,27 @@ class Magnitude {
  private:
   double largest_ = 0.0;
   double unlessFinite_ = 0.0;  // 0, or NaN
+};
+
+/// A power of two and its inverse.
+struct PowerOfTwo {
+  double power, inverse;
+
+  /// The largest one that is not above a positive number, and at least 2^-1022.
+  static PowerOfTwo below(double x) {
+    constexpr std::uint64_t kExponent = 0x7FF0000000000000;
+    constexpr std::uint64_t kLeastExponent = 0x0010000000000000;
+    constexpr std::uint64_t kTwiceTheExponentOfOne = 0x7FE0000000000000;
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, &x, sizeof bits);
+    std::uint64_t const up =
+        std::clamp(bits & kExponent, kLeastExponent, kTwiceTheExponentOfOne - kLeastExponent);
+    std::uint64_t const down = kTwiceTheExponentOfOne - up;
+    PowerOfTwo found = {};
+    std::memcpy(&found.power, &up, sizeof up);
+    std::memcpy(&found.inverse, &down, sizeof down);
+    return found;
+  }
 };
 
 /// False for NaN, too.

@@ -22,6 +22,8 @@ inline Point operator*(Point const& p, double s) { return {p.x * s, p.y * s}; }
 inline double dot(Point const& p, Point const& q) { return p.x * q.x + p.y * q.y; }
 inline double cross(Point const& p, Point const& q) { return p.x * q.y - p.y * q.x; }
 
+inline double norm(Point const& v) { return std::sqrt(dot(v, v)); }
+
 inline double squaredDistance(Point const& p, Point const& q) { return dot(p - q, p - q); }
 inline double distance(Point const& p, Point const& q) { return std::sqrt(squaredDistance(p, q)); }
 

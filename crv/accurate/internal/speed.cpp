@@ -1,0 +1,111 @@
+// A piece for which 32 nodes are too few is cut above the nearest of the complex zeros of its
+// velocity.
+#include "crv/accurate/internal/speed.h"
+
+#include <algorithm>
+
+namespace crv::internal {
+namespace {
+
+// Cuts of a piece; the length of one so small is far below rounding.
+constexpr int kMaxDepth = 60;
+
+// A zero that is not there, in units of half a piece.
+constexpr double kFar = 1e9;
+
+// In units of half a piece: a zero above a place nearer to an end than this lies at the end; then a
+// piece of this many times its distance is cut off, and no less than the last.
+constexpr double kNearEnd = 0.05;
+constexpr double kGrading = 6.0;
+constexpr double kShortest = 0.01;
+
+// n^(3/2) / kZeroFactor of 32 nodes.
+constexpr double kGainOfThirtyTwo = 181.01933598375617 / kZeroFactor;
+
+/// The complex zeros of a hodograph. Far ones stand for none.
+struct Zeros {
+  Point at[2];
+
+  Zeros(Point const& first, Point const& second) : at{first, second} {}
+
+  explicit Zeros(Hodograph const& h) {
+    // The zeros -q / (2 m2) and -2 m0 / q, q being m1 + w, the larger of both sums, and w a root of
+    // m1^2 - 4 m0 m2.
+    Point const twiceM0 = h.m0 * 2.0;
+    Point const twiceM2 = h.m2 * 2.0;
+    Point const d = product(h.m1, h.m1) - product(twiceM0, twiceM2);
+    double const size = norm(d);
+    Point const w = {std::sqrt(0.5 * std::fabs(size + d.x)),
+                     std::copysign(std::sqrt(0.5 * std::fabs(size - d.x)), d.y)};
+    Point const q = h.m1 + w * std::copysign(1.0, dot(w, h.m1));
+    at[0] = minusQuotient(q, twiceM2);
+    at[1] = minusQuotient(twiceM0, q);
+  }
+
+  Zeros stretch(double centre, double half) const {
+    double const k = 1.0 / half;
+    return {{(at[0].x - centre) * k, at[0].y * k}, {(at[1].x - centre) * k, at[1].y * k}};
+  }
+
+ private:
+  static Point product(Point const& a, Point const& b) {
+    return {a.x * b.x - a.y * b.y, a.x * b.y + a.y * b.x};
+  }
+  static Point minusQuotient(Point const& a, Point const& b) {
+    double const n = dot(b, b);
+    if (!(n > 0.0)) return {kFar, 0.0};
+    return Point{a.x * b.x + a.y * b.y, a.y * b.x - a.x * b.y} * (-1.0 / n);
+  }
+};
+
+/// (rho^2 + rho^-2) / 2 of the ellipse through a place.
+double ellipseThrough(Point const& s) {
+  double const xx = s.x * s.x;
+  double const yy = s.y * s.y;
+  return xx + yy + norm({xx - yy - 1.0, 2.0 * s.x * s.y});
+}
+
+/// From (rho^k + rho^-k) / 2 the same of twice the power.
+double doubled(double x) { return 2.0 * x * x - 1.0; }
+
+/// Above or below a zero, so that it lies at the ends of both pieces; where it does already, near
+/// that end, so that one piece is no longer than the zero is far.
+double whereToCut(Point const& zero) {
+  double const side = zero.x < 0.0 ? -1.0 : 1.0;
+  double const fromEnd = 1.0 - side * zero.x;
+  if (fromEnd > kNearEnd) return zero.x;
+  double const distance = norm({fromEnd, zero.y});
+  return side * (1.0 - std::clamp(kGrading * distance, kShortest, 1.0));
+}
+
+double integral(Hodograph const& h, Zeros const& zeros, double tolerance, int depth) {
+  double const near0 = ellipseThrough(zeros.at[0]);
+  double const near1 = ellipseThrough(zeros.at[1]);
+  double power = min(near0, near1);
+  for (int k = 2; k < 64; k *= 2) power = doubled(power);
+  SquaredSpeed const speed(h);
+  // At most rho^64 / (kZeroFactor n^(-3/2)); the square of it is compared.
+  double const gain = kGainOfThirtyTwo * (2.0 * power - 1.0);
+  if (speed.mean() <= gain * gain * (tolerance * tolerance)) return speed.quadrature(kThirtyTwo);
+  // The length lies between chord and control polygon.
+  double const polygon =
+      (norm(h.m0 - h.m1 + h.m2) + norm(h.m0 - h.m2) + norm(h.m0 + h.m1 + h.m2)) * (2.0 / 3.0);
+  double const chord = norm(h.m0 * 2.0 + h.m2 * (2.0 / 3.0));
+  bool const isLonger = polygon - chord > 2.0 * tolerance;  // not so where it is NaN
+  if (!isLonger || depth >= kMaxDepth) return 0.5 * (polygon + chord);
+  double const at = whereToCut(zeros.at[near0 <= near1 ? 0 : 1]);
+  double const left = 0.5 * (at + 1.0);
+  double const right = 0.5 * (1.0 - at);
+  return integral(h.stretch(left - 1.0, left), zeros.stretch(left - 1.0, left), 0.5 * tolerance,
+                  depth + 1) +
+         integral(h.stretch(1.0 - right, right), zeros.stretch(1.0 - right, right), 0.5 * tolerance,
+                  depth + 1);
+}
+
+}  // namespace
+
+double integralBetweenStops(Hodograph const& h, double tolerance) {
+  return integral(h, Zeros(h), tolerance, 0);
+}
+
+}  // namespace crv::internal
