@@ -23,3 +23,13 @@ if(NOT BUILD_SHARED_LIBS)
 endif()
 configure_file(${PROJECT_SOURCE_DIR}/cmake/CRV.pc.in ${PROJECT_BINARY_DIR}/CRV.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/CRV.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+# How debuggers show CRV's values. gdb looks for its file by the place of the library, below /usr, or
+# below the prefix when told so; the prefix is known when the library is installed.
+if(UNIX AND NOT APPLE AND BUILD_SHARED_LIBS)
+  install(CODE "
+    set(auto_load share/gdb/auto-load\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR})
+    file(INSTALL DESTINATION \${CMAKE_INSTALL_PREFIX}/\${auto_load} TYPE FILE
+      RENAME libCRV.so.${PROJECT_VERSION}-gdb.py FILES ${PROJECT_SOURCE_DIR}/debugging/crv_gdb.py)")
+endif()
+install(FILES debugging/crv_lldb.py debugging/crv.natvis DESTINATION ${CMAKE_INSTALL_DATADIR}/CRV)
