@@ -133,7 +133,9 @@ std::vector<Position> evenPositions(Curve const& curve, std::size_t count, doubl
   positions.emplace_back(0, 0.0);
   for (std::size_t i = 1; i < count; ++i) {
     double const share = static_cast<double>(i) / static_cast<double>(count);
-    positions.push_back(lengths.positionAt(lengths.total() * share));
+    Position const next = lengths.positionAt(lengths.total() * share);
+    // Shares that are shorter than the accuracy may come in any order.
+    positions.push_back(next < positions.back() ? Position(positions.back()) : next);
   }
   if (curve.strictIsClosed() == 0) positions.emplace_back(n, 0.0);
   return positions;

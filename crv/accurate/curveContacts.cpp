@@ -21,6 +21,7 @@ using internal::ChainMeeting;
 using internal::ChainMeetings;
 using internal::ChainStretch;
 using internal::Place;
+using internal::Route;
 using internal::UnitScale;
 
 bool isEndOf(Chain const& chain, Place const& p) {
@@ -37,10 +38,16 @@ Point pointOf(Chain const& a, Chain const& b, ChainMeeting const& m) {
   return placeOf(a.segments[m.first.segment], m.first.t, b.segments[m.second.segment], m.second.t);
 }
 
-/// A position whose whole t is carried to the next segment, also at the end of a closed curve.
-Position carried(Place const& p) { return Position(static_cast<int>(p.segment), p.t); }
+/// The position of an end of a stretch: a whole t is carried to the next segment, also at the end
+/// of a closed curve, but not over a gap.
+Position endOf(Chain const& chain, Place const& p, UnitScale const& scale) {
+  bool const isBeforeGap =
+      p.t == 1.0 && p.segment + 1 < chain.size() && Route(chain, scale).isGapBehind(p.segment);
+  return Position(static_cast<int>(p.segment), isBeforeGap ? 1.0 - internal::kRounding : p.t);
+}
 
-CurveContacts contactsOf(Chain const& a, Chain const& b, ChainMeetings const& found) {
+CurveContacts contactsOf(Chain const& a, Chain const& b, ChainMeetings const& found,
+                         UnitScale const& scale) {
   CurveContacts result;
   result.points.reserve(found.points.size());
   for (ChainMeeting const& m : found.points) {
@@ -49,8 +56,9 @@ CurveContacts contactsOf(Chain const& a, Chain const& b, ChainMeetings const& fo
                              kindOf(a, b, m)});
   }
   for (ChainStretch const& s : found.stretches) {
-    result.overlaps.push_back(
-        {carried(s.from), carried(s.to), carried(s.otherFrom), carried(s.otherTo), s.sameSense});
+    result.overlaps.push_back({endOf(a, s.from, scale), endOf(a, s.to, scale),
+                               endOf(b, s.otherFrom, scale), endOf(b, s.otherTo, scale),
+                               s.sameSense});
   }
   return result;
 }
@@ -68,7 +76,8 @@ CurveContacts contacts(Curve const& a, Curve const& b, double resolution) {
   double const margin = scale.resolution / scale.factor;
   return contactsOf(chainA, chainB,
                     internal::findMeetings(chainA, internal::boxTree(chainA, margin), chainB,
-                                           internal::boxTree(chainB, 0.0), scale));
+                                           internal::boxTree(chainB, 0.0), scale),
+                    scale);
 }
 
 CurveContacts selfContacts(Curve const& curve, double resolution) {
@@ -79,7 +88,8 @@ CurveContacts selfContacts(Curve const& curve, double resolution) {
   double const margin = scale.resolution / scale.factor;
   return contactsOf(chain, chain,
                     internal::findSelfMeetings(chain, internal::boxTree(chain, margin),
-                                               internal::boxTree(chain, 0.0), scale));
+                                               internal::boxTree(chain, 0.0), scale),
+                    scale);
 }
 
 std::vector<LineContact> contacts(Curve const& curve, Point const& a, Point const& b,
@@ -109,7 +119,8 @@ std::vector<LineContact> internal::lineContacts(Chain const& chain, BoxTree cons
   for (ChainStretch const& s : found.stretches) {
     for (ChainMeeting const& end :
          {ChainMeeting{s.from, s.otherFrom, false}, ChainMeeting{s.to, s.otherTo, false}}) {
-      result.push_back({chain.positionOf(end.first.segment, end.first.t), end.second.t,
+      Place const place = Route(chain, scale).normalised(end.first);
+      result.push_back({chain.positionOf(place.segment, place.t), end.second.t,
                         pointOf(chain, line, end), ContactKind::touching});
     }
   }

@@ -83,14 +83,18 @@ class MinimaAlong {
   template <class Report>
   void run(Report const& report) const {
     long const n = static_cast<long>(chain_.size());
+    if (chain_.closed && (minimaOf(0) != nullptr || minimaOf(n - 1) != nullptr)) {
+      reportJoint(n, report);
+    }
     for (Entry const& entry : entries_) {
       long const k = static_cast<long>(entry.segment);
       if (k > 0 || !chain_.closed) reportJoint(k, report);
-      if (k == 0 && chain_.closed) reportJoint(n, report);
       for (Foot const& foot : entry.minima.inside) {
         if (!isAtStart(k, foot) && !isAtEnd(k, foot)) report(entry.segment, foot);
       }
-      if (k == n - 1 && !chain_.closed) reportJoint(n, report);
+      // The segment behind is too far where a gap lies between.
+      bool const isLast = k == n - 1;
+      if (isLast ? !chain_.closed : minimaOf(k + 1) == nullptr) reportJoint(k + 1, report);
     }
   }
 
@@ -123,12 +127,18 @@ class MinimaAlong {
   }
 
   /// How the distance runs on from the start of segment k, or with step -1 before its end, beyond
-  /// segments that are one point: 1 rising along the curve, -1 falling, 0 where the curve is over.
+  /// segments that are one point: 1 rising along the curve, -1 falling, 0 where the curve is over
+  /// or has a gap.
   int slope(long k, long step) const {
+    long last = -1;
     for (std::size_t count = 0; count < chain_.size(); ++count, k += step) {
       k = existing(k);
       Minima const* minima = k >= 0 ? minimaOf(k) : nullptr;
       if (minima == nullptr) return 0;
+      if (last >= 0 && !isNear(footAt(last, 0.0), footAt(k, step > 0 ? 0.0 : 1.0))) return 0;
+      last = k;
+      // Rounding may put a minimum that is the joint's inside the segment.
+      if (step > 0 ? startsLowest(k) : endsLowest(k)) return static_cast<int>(step);
       int const slope = step > 0 ? minima->slopeAtStart : minima->slopeAtEnd;
       if (slope != 0) return slope;
     }
@@ -154,8 +164,8 @@ class MinimaAlong {
     Minima const* departure = behind >= 0 ? minimaOf(behind) : nullptr;
     bool const isWhole =
         before >= 0 && behind >= 0 && isNear(footAt(before, 1.0), footAt(behind, 0.0));
-    bool const arrives = arrival != nullptr && (slope(before, -1) <= 0 || endsLowest(before));
-    bool const departs = departure != nullptr && (slope(behind, 1) >= 0 || startsLowest(behind));
+    bool const arrives = arrival != nullptr && slope(before, -1) <= 0;
+    bool const departs = departure != nullptr && slope(behind, 1) >= 0;
     // A segment that is one point belongs to the joint at its start, and the first one to the seam
     // where there are no others.
     bool const isPoint = arrival != nullptr && arrival->slopeAtEnd == 0;
@@ -175,7 +185,7 @@ class MinimaAlong {
     if (foot.squaredDistance <= limit_) report(static_cast<std::size_t>(k), foot);
   }
 
-  /// Rounding put a minimum that is the joint's inside the segment.
+  /// Whether the first or last minimum inside a segment is that of its joint.
   bool endsLowest(long k) const {
     Minima const* minima = minimaOf(k);
     return !minima->inside.empty() && isAtEnd(k, minima->inside.back());

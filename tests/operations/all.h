@@ -1,6 +1,7 @@
 // Every operation. A new room adds its header and its line here.
 #pragma once
 
+#include "tests/operations/accurate.h"
 #include "tests/operations/bezier.h"
 #include "tests/operations/curve.h"
 #include "tests/operations/foundation.h"
@@ -14,7 +15,8 @@ namespace support {
 inline std::map<std::string, Operations> const kRooms{{"foundation", kFoundation},
                                                       {"bezier", kBezier},
                                                       {"curve", kCurve},
-                                                      {"positionmap", kPositionMap}};
+                                                      {"positionmap", kPositionMap},
+                                                      {"accurate", kAccurate}};
 
 inline Operations allOperations() {
   Operations all;

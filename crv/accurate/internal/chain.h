@@ -29,7 +29,7 @@ inline std::optional<Place> placeAmong(std::size_t segments,
   GxBezierCurvePosition const p(static_cast<int>(given), position.getTValue());
   long const segment = p.getSegmentNumber();
   double const t = p.getTValue();
-  if (n == 0 || segment < 0 || segment > n || !(t < 1.0)) return std::nullopt;
+  if (n == 0 || segment < 0 || segment > n || !(t >= 0.0 && t < 1.0)) return std::nullopt;
   if (segment < n) return Place{static_cast<std::size_t>(segment), t};
   if (t > 0.0) return std::nullopt;
   return Place{segments - 1, 1.0};

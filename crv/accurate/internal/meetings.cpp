@@ -108,6 +108,7 @@ bool Clusters::keepNear(double t0, double u0, double t1, double u1) const {
 }
 
 bool Clusters::areConnected(Approach const& p, Approach const& q) const {
+  if (p.runs != q.runs) return false;
   if (q.t0 >= p.t1) return keepNear(p.t1, p.u1, q.t0, q.u0);
   double const u = between(p.u0, p.u1, (q.t0 - p.t0) / (p.t1 - p.t0));
   return keepNear(q.t0, u, q.t0, q.u0);
@@ -128,9 +129,10 @@ std::vector<Cluster> Clusters::collect(std::vector<Approach>& approaches) const 
     for (std::size_t k = last; k-- > first && home == nullptr;) {
       Cluster& cluster = clusters[k];
       if (sense * cluster.sense < 0) continue;
-      bool const isConnected =
-          areConnected({cluster.t0, cluster.t1, cluster.u0, cluster.u1, false}, p) ||
-          areConnected(cluster.members.back(), p);
+      bool const isConnected = areConnected({cluster.t0, cluster.t1, cluster.u0, cluster.u1, false,
+                                             cluster.members[0].runs},
+                                            p) ||
+                               areConnected(cluster.members.back(), p);
       if (isConnected) home = &cluster;
     }
     if (home == nullptr) {
@@ -216,14 +218,14 @@ bool Clusters::findOnlyPlace(Cluster const& c, FootPair& place) const {
       }
     }
     if (zeroTo > zeroFrom) place = pair_.footOnB(0.5 * (zeroFrom + zeroTo), place.u);
-    return true;
+    return place.distance <= resolution_;
   }
   // The middle of the stretch in which the segments are nearest: at small angles and at crossings
   // of high order, rounding blurs the crossing itself.
   double const level = kTouching * resolution_ * lastSide;
   double const before = whereSideIs(-level, c.t0, toT, fromU);
   place = pair_.footOnB(0.5 * (before + whereSideIs(level, fromT, c.t1, fromU)), fromU);
-  return true;
+  return place.distance <= resolution_;
 }
 
 /// The t in a bracket at which a is at a signed distance from b, by bisection.
@@ -256,9 +258,13 @@ FootPair Clusters::snapped(FootPair place) const {
   if (isEnd(t) && isEnd(u) && pair_.distanceAt(t, u) <= resolution_) {
     return {t, u, pair_.distanceAt(t, u)};
   }
-  if (isEnd(t) && !isEnd(place.t)) return pair_.footOnB(t, place.u);
-  if (isEnd(u) && !isEnd(place.u)) return pair_.footOnA(place.t, u);
-  return place;
+  FootPair foot = place;
+  if (isEnd(t) && !isEnd(place.t)) {
+    foot = pair_.footOnB(t, place.u);
+  } else if (isEnd(u) && !isEnd(place.u)) {
+    foot = pair_.footOnA(place.t, u);
+  }
+  return foot.distance <= resolution_ ? foot : place;
 }
 
 /// The one pair of parameters that stands for a short cluster: an end that touches exactly, else
@@ -334,18 +340,18 @@ void Clusters::judge(Cluster const& cluster, Meetings& found) const {
   double const length = lengthOf(cluster);
   bool const isLong = length > max(kLongStretch * magnitude_, 4.0 * resolution_);
   bool const mayBeShort = told_ == Stretches::all && cluster.sense != 0;
-  FootPair place;
+  FootPair place = {0.0, 0.0, -1.0};
   if (isLong || mayBeShort) {
     FootPair const first = snapped({cluster.t0, cluster.u0, 0.0});
     FootPair const last = snapped({cluster.t1, cluster.u1, 0.0});
-    bool const isBounded = isBound(first.t, first.u) && isBound(last.t, last.u) &&
-                           first.t < last.t && first.u != last.u;
-    if (isBounded || (isLong && !findOnlyPlace(cluster, place))) {
+    bool const isProper = first.t < last.t && first.u != last.u;
+    bool const isBounded = isBound(first.t, first.u) && isBound(last.t, last.u);
+    if (isProper && (isBounded || (isLong && !findOnlyPlace(cluster, place)))) {
       found.stretches.push_back({first.t, last.t, first.u, last.u});
       return;
     }
   }
-  place = isLong ? snapped(place) : placeOf(cluster);
+  place = isLong && place.distance >= 0.0 ? snapped(place) : placeOf(cluster);
   found.points.push_back({place.t, place.u, crosses(place)});
 }
 

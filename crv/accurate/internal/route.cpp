@@ -51,11 +51,11 @@ bool Route::staysNearForwards(Point const& centre, double reach, Place const& p,
   std::size_t segment = p.segment;
   double from = p.t;
   for (std::size_t passed = 0; passed <= size(); ++passed) {
-    bool const isLast = segment == q.segment && from <= q.t;
-    if (!isNear(stretchOf((*this)[segment], from, isLast ? q.t : 1.0), centre, reach)) return false;
-    if (isLast) return true;
-    if (segment + 1 == size() && !chain_.closed) return false;
-    segment = segment + 1 == size() ? 0 : segment + 1;
+    bool const isHere = segment == q.segment && from <= q.t;
+    if (!isNear(stretchOf((*this)[segment], from, isHere ? q.t : 1.0), centre, reach)) return false;
+    if (isHere) return true;
+    if (isLast(segment)) return false;
+    segment = next(segment);
     from = 0.0;
   }
   return false;
@@ -76,13 +76,10 @@ std::optional<Point> Route::exit(Point const& centre, double radius, Place const
       Cubic const rest = stretchOf((*this)[segment], t, forward ? 1.0 : 0.0);
       if (auto const exit = exitOf(rest, centre, radius, kMostHalvings)) return exit;
     }
-    bool const isOver = forward ? segment + 1 == size() : segment == 0;
-    if (isOver && !chain_.closed) return std::nullopt;
-    if (forward) {
-      segment = isOver ? 0 : segment + 1;
-    } else {
-      segment = isOver ? size() - 1 : segment - 1;
-    }
+    std::size_t const neighbour = forward ? next(segment) : segment == 0 ? size() - 1 : segment - 1;
+    std::size_t const first = forward ? segment : neighbour;
+    if (isLast(first) || isGapBehind(first)) return std::nullopt;
+    segment = neighbour;
     t = forward ? 0.0 : 1.0;
   }
   return std::nullopt;

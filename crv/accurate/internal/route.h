@@ -22,11 +22,21 @@ class Route {
   Point at(Place const& place) const { return pointAt((*this)[place.segment], place.t); }
 
   /// The place with t below 1: a joint is the start of the segment behind it, the seam that of the
-  /// first. Only the end of an open curve keeps t = 1.
+  /// first. The end of a segment before a gap has no position of its own and gets the last one
+  /// below 1. Only the end of an open curve keeps t = 1.
   Place normalised(Place const& place) const {
-    if (place.t != 1.0) return place;
-    if (place.segment + 1 < size()) return {place.segment + 1, 0.0};
-    return chain_.closed ? Place{0, 0.0} : place;
+    if (place.t != 1.0 || isLast(place.segment)) return place;
+    if (isGapBehind(place.segment)) return {place.segment, 1.0 - kRounding};
+    return {next(place.segment), 0.0};
+  }
+
+  /// Whether a segment ends an open curve.
+  bool isLast(std::size_t segment) const { return !chain_.closed && segment + 1 == size(); }
+
+  /// Whether the next segment, around the seam, too, starts farther away than the resolution.
+  bool isGapBehind(std::size_t segment) const {
+    Point const end = chain_.segments[segment].p[3], start = chain_.segments[next(segment)].p[0];
+    return distance(end * scale_.factor, start * scale_.factor) > scale_.resolution;
   }
 
   bool isJoint(Place const& place) const { return place.t == 0.0 || place.t == 1.0; }
@@ -42,11 +52,12 @@ class Route {
   bool staysNear(Point const& centre, double reach, Place const& p, Place const& q) const;
 
   /// Where the curve leaves the circle of a radius about a point first, forwards or backwards from
-  /// a normalised place; nothing where it ends before.
+  /// a normalised place; nothing where it ends or has a gap before.
   std::optional<Point> exit(Point const& centre, double radius, Place const& from,
                             bool forward) const;
 
  private:
+  std::size_t next(std::size_t segment) const { return segment + 1 == size() ? 0 : segment + 1; }
   bool staysNearForwards(Point const& centre, double reach, Place const& p, Place const& q) const;
 
   Chain const& chain_;

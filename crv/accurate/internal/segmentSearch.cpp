@@ -103,6 +103,10 @@ class Search {
       : pair_(pair), resolution_(resolution), found_(found) {}
 
   void search(Part const& a, Part const& b);
+  void search(Part const& a, Part const& b, int runs) {
+    runs_ = runs;
+    search(a, b);
+  }
 
  private:
   void searchGraphs(Part const& a, Part const& b);
@@ -110,16 +114,17 @@ class Search {
   bool addClearCrossing(Part const& a, Part const& b);
   void addRoot(Part const& a, Part const& b);
   void addIfNear(double t, double u);
-  void add(Approach const& approach) { found_.push_back(approach); }
+  void addPlace(double t, double u, bool isRoot) { found_.push_back({t, t, u, u, isRoot, runs_}); }
   void addStretch(double t0, double t1, double u0, double u1) {
-    if (t0 > t1) return add({t1, t0, u1, u0, false});
-    add({t0, t1, u0, u1, false});
+    if (t0 > t1) return addStretch(t1, t0, u1, u0);
+    found_.push_back({t0, t1, u0, u1, false, runs_});
   }
 
   SegmentPair const& pair_;
   double const resolution_;
   std::vector<Approach>& found_;
   int pairs_ = 0;
+  int runs_ = 0;
 };
 
 void Search::search(Part const& a, Part const& b) {
@@ -155,7 +160,7 @@ bool Search::addClearCrossing(Part const& a, Part const& b) {
   if (!pair_.findCrossing(t, u)) return false;
   bool const isInside =
       t >= min(a.t0, a.t1) && t <= max(a.t0, a.t1) && u >= min(b.t0, b.t1) && u <= max(b.t0, b.t1);
-  if (isInside) add({t, t, u, u, true});
+  if (isInside) addPlace(t, u, true);
   return isInside;
 }
 
@@ -252,7 +257,7 @@ void Search::addRoot(Part const& a, Part const& b) {
   double t = a.parameter(share), u = b.parameter(share);
   bool const found = pair_.findCrossing(t, u) && t >= min(a.t0, a.t1) && t <= max(a.t0, a.t1) &&
                      u >= min(b.t0, b.t1) && u <= max(b.t0, b.t1);
-  if (found) return add({t, t, u, u, true});
+  if (found) return addPlace(t, u, true);
   double lo = a.c.p[0].x, hi = a.c.p[3].x, x = lo + (hi - lo) * share;
   for (int i = 0; i < 60; ++i) {
     double const s = whereXIs(a.c, x), w = whereXIs(b.c, x);
@@ -269,7 +274,7 @@ void Search::addRoot(Part const& a, Part const& b) {
     if (next == x) break;
     x = next;
   }
-  add({t, t, u, u, true});
+  addPlace(t, u, true);
 }
 
 /// Adds a pair of parameters if the segments are within the resolution there: the parameter that is
@@ -277,13 +282,13 @@ void Search::addRoot(Part const& a, Part const& b) {
 void Search::addIfNear(double t, double u) {
   bool const isEndT = t == 0.0 || t == 1.0, isEndU = u == 0.0 || u == 1.0;
   if (isEndT && isEndU) {
-    if (pair_.distanceAt(t, u) <= resolution_) return add({t, t, u, u, false});
+    if (pair_.distanceAt(t, u) <= resolution_) return addPlace(t, u, false);
   }
   FootPair const foot = isEndU && !isEndT ? pair_.footOnA(t, u) : pair_.footOnB(t, u);
-  if (foot.distance <= resolution_) add({foot.t, foot.t, foot.u, foot.u, false});
+  if (foot.distance <= resolution_) addPlace(foot.t, foot.u, false);
   if (isEndT && isEndU) {
     FootPair const other = pair_.footOnA(t, u);
-    if (other.distance <= resolution_) add({other.t, other.t, other.u, other.u, false});
+    if (other.distance <= resolution_) addPlace(other.t, other.u, false);
   }
 }
 
@@ -328,7 +333,7 @@ void findApproaches(SegmentPair const& pair, double resolution, std::vector<Appr
   int const countB = max(1, straightParts(pair.b, resolution, partsB));
   Search search(pair, resolution, found);
   for (int i = 0; i < countA; ++i) {
-    for (int k = 0; k < countB; ++k) search.search(partsA[i], partsB[k]);
+    for (int k = 0; k < countB; ++k) search.search(partsA[i], partsB[k], 3 * i + k);
   }
 }
 
@@ -337,7 +342,7 @@ bool findOwnApproaches(SegmentPair const& pair, double resolution, std::vector<A
   int const count = straightParts(pair.a, resolution, parts);
   Search search(pair, resolution, found);
   for (int i = 0; i < count; ++i) {
-    for (int k = i + 1; k < count; ++k) search.search(parts[i], parts[k]);
+    for (int k = i + 1; k < count; ++k) search.search(parts[i], parts[k], 3 * i + k);
   }
   return count > 0;
 }

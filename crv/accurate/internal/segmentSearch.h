@@ -13,6 +13,7 @@ namespace crv::internal {
 struct Approach {
   double t0, t1, u0, u1;  // t0 <= t1; u0 > u1 where the segments run against each other
   bool isRoot;            // the segments change sides here; t0 == t1, u0 == u1
+  int runs;               // which runs of straight segments that turn back; 0 of others
 };
 
 /// Appends all approaches of two segments whose coordinates have a magnitude of at most 1: at
