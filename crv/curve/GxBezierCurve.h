@@ -374,9 +374,8 @@ class CRV_API GxBezierCurve {
   /// non-zero) or against it. At a joint the normal nearer to the direction counts. Where the
   /// normal is inclined to the direction, the result is greater than distance.
   ///    0  the result is in value
-  ///   -1  an empty curve, a direction shorter than 1e-9, or no normal along the direction; value
-  ///   is
-  ///       untouched
+  ///   -1  an empty curve, a direction shorter than 1e-9, or no normal along the direction: value
+  ///       is untouched
   [[nodiscard]] int calculateOffsetValue(double& value, GxVector<double> direction, double distance,
                                          int outwards) const;
 

@@ -6,38 +6,38 @@
 
 #include <cmath>
 
-/// The general matrix: elements addressed by row and column, counted from 0.
+/// The base of matrices, whose elements are addressed by row and column, both counted from 0.
 template <class T>
 class GxMatrix {
  public:
   virtual ~GxMatrix() = default;
 
-  /// Sets one element; a row or column outside the matrix changes nothing.
+  /// Sets one element. A row or column outside the matrix changes nothing.
   void set(int row, int col, T const& value) {
     if (T* const e = element(row, col)) *e = value;
   }
 
  protected:
-  /// For derived matrices.
+  /// Only derived classes create matrices.
   GxMatrix() = default;
-  /// For derived matrices.
+  /// Copies, for derived classes.
   GxMatrix(GxMatrix const&) = default;
-  /// For derived matrices.
+  /// Assigns, for derived classes.
   GxMatrix& operator=(GxMatrix const&) = default;
 
-  /// The element, or null when it lies outside the matrix.
+  /// Returns the address of an element, or null when it lies outside the matrix.
   virtual T* element(int row, int col) = 0;
 };
 
-/// A 2x2 matrix, compiled once for double.
+/// A 2x2 matrix. The library contains the instance for double.
 template <class T>
 class Gx2DMatrix : public GxMatrix<T> {
  public:
-  /// The zero matrix.
+  /// Sets all elements to 0.
   Gx2DMatrix() : e_{{T(), T()}, {T(), T()}} {}
 
-  /// Writes the inverse into result (which may be this matrix) and returns 1; returns 0, with
-  /// result untouched, when the determinant is 0 or not finite.
+  /// Stores the inverse in result, which may be this matrix, and returns 1. Returns 0, with result
+  /// untouched, when the determinant is 0 or not finite.
   int invert(Gx2DMatrix& result) const {
     T const det = e_[0][0] * e_[1][1] - e_[0][1] * e_[1][0];
     if (det == T(0) || !std::isfinite(det)) return 0;
@@ -50,7 +50,7 @@ class Gx2DMatrix : public GxMatrix<T> {
     return 1;
   }
 
-  /// The matrix times the column (x, y), as a point.
+  /// Returns the product of the matrix and the column (x, y) as a point.
   GxCoord<T> operator*(GxCoord<T> const& p) const {
     return GxCoord<T>(e_[0][0] * p.xval() + e_[0][1] * p.yval(),
                       e_[1][0] * p.xval() + e_[1][1] * p.yval());

@@ -7,7 +7,7 @@ using crv::internal::segmentOf;
 
 namespace {
 
-// Fraction of a segment: distances this close are equal, and a distance this short is none.
+// Fraction of a segment: distances that differ by less are equal, and a shorter one counts as zero.
 constexpr double kEqualFraction = 1e-9;
 
 double inSegments(PosDiff const& d) { return d.first + d.second; }

@@ -9,7 +9,7 @@ using crv::internal::positionAt;
 
 namespace {
 
-// Parameter: how close to a joint a position is the curve's start or end.
+// Parameter: positions this close to the start or end of the curve count as lying on it.
 constexpr double kOnEnd = 1e-9;
 
 class GxReversePositionMap : public GxBezierCurvePositionMapBase {

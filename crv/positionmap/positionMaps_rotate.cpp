@@ -32,7 +32,7 @@ class GxRotatePositionMap : public GxBezierCurvePositionMapBase {
     return segment == n_ && t == 0.0 ? 0 : -1;
   }
 
-  /// Deliberate: the remainder of the division, negative for a negative dividend.
+  /// Deliberate: the remainder is negative for a negative dividend.
   long long remainder(long long dividend) const { return n_ == 0 ? 0 : dividend % n_; }
 
   int k_;

@@ -4,7 +4,7 @@
 
 namespace {
 
-// Parameter: how close to the seam a position lies on it.
+// Parameter: positions this close to the seam count as lying on it.
 constexpr double kOnSeam = 1e-9;
 
 }  // namespace
