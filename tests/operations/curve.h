@@ -166,10 +166,11 @@ inline Operations const kCurve{
     {"findSegment",
      [](World& w) {
        GxList<Point> const points = w.points();
-       auto const& u = w.filled<std::vector<double>>();
+       Numbers u(points.length());
+       for (double& t : u) t = w.parameter();
        Vector const start = w.vector(), end = w.vector();
        GxBezier s;
-       if (points.length() < 2 || u.size() < points.length()) return;
+       if (points.length() < 2) return;
        OpenCurve().findSegment(&points, u.data(), 0, points.length() - 1, start, end, s);
        w.see(s);
      },
