@@ -23,26 +23,28 @@ namespace {
 constexpr double kLeading = 1e-20;
 constexpr double kDiscriminant = 1e-9;
 
-void widen(Box& box, Point const& p) {
-  box = {min(box.minX, p.x), min(box.minY, p.y), max(box.maxX, p.x), max(box.maxY, p.y)};
-}
+/// Parameters strictly inside a segment.
+struct InnerParameters {
+  double t[4];
+  int count = 0;
 
-/// Widens the box by the points strictly inside the segment at which the derivative d of one
-/// coordinate is zero.
-void widenAtRoots(Box& box, Cubic const& s, Derivative const& d) {
-  auto const widenAt = [&](double t) {
-    if (0.0 < t && t < 1.0) widen(box, s.point(t));
-  };
-  if (IS_ZERO(d.a, kZeroTolerance)) {
-    if (!IS_ZERO(d.b, kZeroTolerance)) widenAt(-(d.c / d.b));
-    return;
+  void add(double parameter) {
+    if (0.0 < parameter && parameter < 1.0) t[count++] = parameter;
   }
-  double const discriminant = d.b * d.b - 4.0 * d.a * d.c;
-  if (discriminant < 0.0) return;
-  double const root = std::sqrt(discriminant);
-  widenAt((root - d.b) / (2.0 * d.a));
-  widenAt((-d.b - root) / (2.0 * d.a));
-}
+
+  /// Adds the zeros of the derivative d of one coordinate.
+  void addRoots(Derivative const& d) {
+    if (IS_ZERO(d.a, kZeroTolerance)) {
+      if (!IS_ZERO(d.b, kZeroTolerance)) add(-(d.c / d.b));
+      return;
+    }
+    double const discriminant = d.b * d.b - 4.0 * d.a * d.c;
+    if (discriminant < 0.0) return;
+    double const root = std::sqrt(discriminant);
+    add((root - d.b) / (2.0 * d.a));
+    add((-d.b - root) / (2.0 * d.a));
+  }
+};
 
 /// The highest or lowest point; beyond(h, y) tells whether height h goes beyond y.
 template <class Beyond>
@@ -117,14 +119,20 @@ void GxBezier::getMinYTValue(double& t, double& y) const {
 
 void GxBezier::localMinMax(double& minX, double& minY, double& maxX, double& maxY) const {
   Cubic const s = crv::internal::cubic(*this);
-  Box box = {s.start().x, s.start().y, s.start().x, s.start().y};
-  widen(box, s.end());
-  widenAtRoots(box, s, crv::internal::derivativeOfX(*this));
-  widenAtRoots(box, s, crv::internal::derivativeOfY(*this));
-  minX = box.minX;
-  minY = box.minY;
-  maxX = box.maxX;
-  maxY = box.maxY;
+  minX = min(s.start().x, s.end().x);
+  minY = min(s.start().y, s.end().y);
+  maxX = max(s.start().x, s.end().x);
+  maxY = max(s.start().y, s.end().y);
+  InnerParameters extremes;
+  extremes.addRoots(crv::internal::derivativeOfX(*this));
+  extremes.addRoots(crv::internal::derivativeOfY(*this));
+  for (int i = 0; i < extremes.count; ++i) {
+    Point const p = s.point(extremes.t[i]);
+    minX = min(minX, p.x);
+    minY = min(minY, p.y);
+    maxX = max(maxX, p.x);
+    maxY = max(maxY, p.y);
+  }
 }
 
 void GxBezier::getConvexHull(double& minX, double& minY, double& maxX, double& maxY) const {

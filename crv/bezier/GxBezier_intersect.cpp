@@ -5,6 +5,7 @@
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/cubic.h"
+#include "crv/bezier/internal/lanes.h"
 #include "crv/foundation/tolerance.h"
 
 #include <algorithm>
@@ -13,9 +14,13 @@
 #include <utility>
 #include <vector>
 
-using crv::internal::Box;
 using crv::internal::Cubic;
-using crv::internal::overlap;
+using crv::internal::holdsInAny;
+using crv::internal::inBothLanes;
+using crv::internal::LaneMask;
+using crv::internal::Lanes;
+using crv::internal::maxOf;
+using crv::internal::minOf;
 using crv::internal::Point;
 
 namespace {
@@ -43,6 +48,28 @@ constexpr double kRoundingMargin = 0x1p-36;
 constexpr double kLargestCoordinate = 1e150;
 constexpr double kPassNothingOver = std::numeric_limits<double>::infinity();
 
+/// The box of a segment's control points: x in one lane, y in the other.
+struct Box {
+  Lanes least, greatest;
+
+  explicit Box(Cubic const& s) {
+    Lanes const p[4] = {lanes(s.p[0]), lanes(s.p[1]), lanes(s.p[2]), lanes(s.p[3])};
+    least = minOf(p[0], minOf(p[1], minOf(p[2], p[3])));
+    greatest = maxOf(p[0], maxOf(p[1], maxOf(p[2], p[3])));
+  }
+  Box() = default;
+
+ private:
+  static Lanes lanes(Point const& p) { return Lanes{p.x, p.y}; }
+};
+
+/// Boxes that only touch overlap. The test has no branches because its outcome is unpredictable.
+/// Exact form: the last comparison is the other way round than the others, for NaN.
+bool overlap(Box const& a, Box const& b) {
+  LaneMask const isApart = (a.least > b.greatest) | (b.least > a.greatest);
+  return !holdsInAny(isApart) & (b.least[1] <= a.greatest[1]);
+}
+
 struct Halves;
 
 /// The part [lo, hi] of a segment, still to be halved depth times; its halves once they are made.
@@ -61,8 +88,8 @@ struct Halves {
 
   void make(Piece const& piece) {
     piece.cubic.split(0.5, left.cubic, right.cubic);
-    left.box = left.cubic.hull();
-    right.box = right.cubic.hull();
+    left.box = Box(left.cubic);
+    right.box = Box(right.cubic);
     left.lo = piece.lo;
     right.hi = piece.hi;
     left.hi = right.lo = (piece.lo + piece.hi) * 0.5;
@@ -71,19 +98,27 @@ struct Halves {
   }
 };
 
-/// Whether a and b lie more than margin apart, seen along a's chord.
-bool isBeside(Cubic const& a, Cubic const& b, double margin) {
-  Point const chord = a.end() - a.start();
-  double const a0 = cross(chord, a.p[0]);
-  double const a1 = cross(chord, a.p[1]);
-  double const a2 = cross(chord, a.p[2]);
-  double const b0 = cross(chord, b.p[0]);
-  double const b1 = cross(chord, b.p[1]);
-  double const b2 = cross(chord, b.p[2]);
-  double const b3 = cross(chord, b.p[3]);
-  double const gap = margin * (std::fabs(chord.x) + std::fabs(chord.y));
-  return min(min(b0, b1), min(b2, b3)) - max(a0, max(a1, a2)) > gap ||
-         min(a0, min(a1, a2)) - max(max(b0, b1), max(b2, b3)) > gap;
+/// Whether a and b lie more than margin apart, seen along the chord of one of them: along a's in
+/// one lane, along b's in the other.
+bool areBeside(Cubic const& a, Cubic const& b, double margin) {
+  Point const aChord = a.end() - a.start();
+  Point const bChord = b.end() - b.start();
+  Lanes const chordX = {aChord.x, bChord.x};
+  Lanes const chordY = {aChord.y, bChord.y};
+  auto const heights = [=](Point const& p, Point const& q) {
+    return chordX * Lanes{p.y, q.y} - chordY * Lanes{p.x, q.x};
+  };
+  // The chord's end is as high as its start.
+  Lanes const own[3] = {heights(a.p[0], b.p[0]), heights(a.p[1], b.p[1]), heights(a.p[2], b.p[2])};
+  Lanes const other[4] = {heights(b.p[0], a.p[0]), heights(b.p[1], a.p[1]), heights(b.p[2], a.p[2]),
+                          heights(b.p[3], a.p[3])};
+  Lanes const gapAbove = minOf(minOf(other[0], other[1]), minOf(other[2], other[3])) -
+                         maxOf(own[0], maxOf(own[1], own[2]));
+  Lanes const gapBelow = minOf(own[0], minOf(own[1], own[2])) -
+                         maxOf(maxOf(other[0], other[1]), maxOf(other[2], other[3]));
+  Lanes const wanted = {margin * (std::fabs(aChord.x) + std::fabs(aChord.y)),
+                        margin * (std::fabs(bChord.x) + std::fabs(bChord.y))};
+  return holdsInAny(maxOf(gapAbove, gapBelow) > wanted);
 }
 
 /// Intersects the lines p0-p1 and q0-q1, ends included: the fractions along both.
@@ -118,7 +153,7 @@ class Search {
     ++pairs_;
     if (a.isLeaf() && b.isLeaf()) {
       intersectLeaves(a, b);
-    } else if (isBeside(a.cubic, b.cubic, margin_) || isBeside(b.cubic, a.cubic, margin_)) {
+    } else if (areBeside(a.cubic, b.cubic, margin_)) {
       return;
     } else if (a.isLeaf()) {
       Halves scratch;
@@ -185,7 +220,7 @@ class Search {
 };
 
 Piece pieceOf(Cubic const& cubic, double lo, double hi, int depth) {
-  return {cubic, cubic.hull(), lo, hi, min(depth, kMaxDepth), nullptr};
+  return {cubic, Box(cubic), lo, hi, min(depth, kMaxDepth), nullptr};
 }
 
 /// The number of halvings after which every piece is as flat as wanted; none if below 1.
@@ -206,16 +241,18 @@ int subdivisionDepth(Cubic const& s) {
 }
 
 /// The margin of a search that halves both segments as often as their depths say.
-double marginOf(Cubic const& a, Cubic const& b) {
-  double largest = 0.0;
-  for (Cubic const* const s : {&a, &b}) {
-    for (Point const& p : s->p) {
-      double const coordinate = max(std::fabs(p.x), std::fabs(p.y));
-      if (!(coordinate < kLargestCoordinate) || std::isnan(p.y)) return kPassNothingOver;
-      largest = max(largest, coordinate);
-    }
+double marginOf(Piece const& a, Piece const& b) {
+  Lanes sum = inBothLanes(0.0);
+  Lanes largest = inBothLanes(0.0);
+  for (Piece const* const piece : {&a, &b}) {
+    for (Point const& p : piece->cubic.p) sum = sum + Lanes{p.x, p.y};
+    Box const& box = piece->box;
+    largest = maxOf(largest, maxOf(box.greatest, inBothLanes(0.0) - box.least));
   }
-  return kApart + largest * kRoundingMargin;
+  double const size = max(largest[0], largest[1]);
+  // A box may lack coordinates that are NaN, but no sum does.
+  bool const isSafe = size < kLargestCoordinate && std::isfinite(sum[0] + sum[1]);
+  return isSafe ? kApart + size * kRoundingMargin : kPassNothingOver;
 }
 
 /// All crossings of two segments, in the order in which the search finds them.
@@ -223,10 +260,10 @@ Crossings crossingsOf(GxBezier const& a, GxBezier const& b) {
   Crossings crossings;
   Cubic const aCubic = crv::internal::cubic(a);
   Cubic const bCubic = crv::internal::cubic(b);
-  Piece aPiece = pieceOf(aCubic, 0.0, 1.0, subdivisionDepth(aCubic));
-  Piece bPiece = pieceOf(bCubic, 0.0, 1.0, subdivisionDepth(bCubic));
-  if (overlap(aPiece.box, bPiece.box)) {
-    Search(crossings, marginOf(aCubic, bCubic)).intersectPieces(aPiece, bPiece);
+  if (overlap(Box(aCubic), Box(bCubic))) {
+    Piece aPiece = pieceOf(aCubic, 0.0, 1.0, subdivisionDepth(aCubic));
+    Piece bPiece = pieceOf(bCubic, 0.0, 1.0, subdivisionDepth(bCubic));
+    Search(crossings, marginOf(aPiece, bPiece)).intersectPieces(aPiece, bPiece);
   }
   return crossings;
 }
@@ -271,7 +308,7 @@ void sortDescending(GxList<double>& first, GxList<double>& second) {
 }  // namespace
 
 int GxBezier::isIntersect(GxBezier const& other) const {
-  return overlap(crv::internal::cubic(*this).hull(), crv::internal::cubic(other).hull());
+  return overlap(Box(crv::internal::cubic(*this)), Box(crv::internal::cubic(other)));
 }
 
 int GxBezier::findIntersections(GxBezier const& other, GxList<double>& thisParams,

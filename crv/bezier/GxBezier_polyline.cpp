@@ -4,6 +4,7 @@
 
 #include "crv/bezier/GxBezierPolylineCondition.h"
 #include "crv/bezier/internal/cubic.h"
+#include "crv/bezier/internal/lanes.h"
 #include "crv/bezier/internal/polyline.h"
 #include "crv/foundation/lines.h"
 
@@ -13,6 +14,11 @@
 #include <vector>
 
 using crv::internal::Cubic;
+using crv::internal::inBothLanes;
+using crv::internal::LaneMask;
+using crv::internal::Lanes;
+using crv::internal::maxOf;
+using crv::internal::minOf;
 using crv::internal::Point;
 
 namespace {
@@ -35,67 +41,113 @@ constexpr double kLeastSquaredLength = 1e-100;
 constexpr double kRoundingMargin = 0x1p-45;
 
 // Points collected before they are appended together.
-constexpr int kBlock = 64;
+constexpr int kBlock = 256;
 
 GxCoord<double> coord(Point const& p) { return {p.x, p.y}; }
 
-bool isFinite(Cubic const& s) {
-  for (Point const& p : s.p) {
-    if (!std::isfinite(p.x) || !std::isfinite(p.y)) return false;
+bool isFinite(Point const* p) {
+  for (int i = 0; i < 4; ++i) {
+    if (!std::isfinite(p[i].x) || !std::isfinite(p[i].y)) return false;
   }
   return true;
 }
 
-double largestCoordinate(Cubic const& s) {
-  double largest = 0.0;
-  for (Point const& p : s.p) largest = max(largest, max(std::fabs(p.x), std::fabs(p.y)));
-  return largest;
+/// The largest absolute coordinate; infinity where one is not finite.
+double sizeOf(Cubic const& s) {
+  if (!isFinite(s.p)) return std::numeric_limits<double>::infinity();
+  double size = 0.0;
+  for (Point const& p : s.p) size = max(size, max(std::fabs(p.x), std::fabs(p.y)));
+  return size;
 }
 
-/// isALine and isAPoint for the pieces of one segment. Squared distances decide, but where they are
-/// so near to the squared tolerance that rounding matters, the distances themselves do.
+/// Both halves of a piece, which share the point in the middle.
+struct Halves {
+  Point p[7];
+
+  Point const* left() const { return p; }
+  Point const* right() const { return p + 3; }
+
+  explicit Halves(Point const* w) {
+    p[0] = w[0];
+    p[6] = w[3];
+    Point const middle = between(w[1], w[2], 0.5);
+    p[1] = between(w[0], w[1], 0.5);
+    p[5] = between(w[2], w[3], 0.5);
+    p[2] = between(p[1], middle, 0.5);
+    p[4] = between(middle, p[5], 0.5);
+    p[3] = between(p[2], p[4], 0.5);
+  }
+};
+
+/// What squared distances tell of two pieces: whether each is certainly a line and no point, or
+/// certainly neither.
+struct Verdicts {
+  LaneMask isLine;
+  LaneMask isCurved;
+};
+
+/// isALine and isAPoint for the pieces of one segment, given by their four control points. Squared
+/// distances decide, but where they are so near to the squared tolerance that rounding matters, the
+/// distances themselves do.
 class Tolerance {
  public:
-  Tolerance(Cubic const& s, double tol) : tol_(tol) {
-    double const size = largestCoordinate(s);
-    if (!isFinite(s) || size < kLeastSize || size > kLargestSize || !(tol >= 0.0)) return;
+  /// The tolerance for a segment of this size.
+  Tolerance(double size, double tol) : tol_(tol) {
+    if (size < kLeastSize || size > kLargestSize || !(tol >= 0.0)) return;
     double const margin = (size + tol) * kRoundingMargin;
     beyond_ = (tol + margin) * (tol + margin);
     if (tol > margin) within_ = (tol - margin) * (tol - margin);
   }
 
-  bool isALine(Cubic const& s) const {
-    Point const chord = s.end() - s.start();
-    Point const first = s.p[1] - s.start();
-    Point const second = s.p[2] - s.start();
-    double const squaredLength = dot(chord, chord);
-    if (squaredLength > kLeastSquaredLength) {
-      // The distances from the line, times the length; and where their feet lie along the chord.
-      double const across = max(std::fabs(cross(chord, first)), std::fabs(cross(chord, second)));
-      double const squaredAcross = across * across;
-      if (squaredAcross > beyond_ * squaredLength) return false;
-      double const along1 = dot(chord, first);
-      double const along2 = dot(chord, second);
-      bool const isOnChord = min(along1, along2) > 0.0 && max(along1, along2) < squaredLength;
-      if (isOnChord && squaredAcross < within_ * squaredLength) return true;
-    }
-    return (isEqual(s.p[1], s.p[0]) || isOnChordOf(s, s.p[1])) &&
-           (isEqual(s.p[2], s.p[3]) || isOnChordOf(s, s.p[2]));
+  Verdicts judge(Point const* s, Point const* u) const {
+    auto const fromStart = [=](int i) {
+      return LanesOfPoints{Lanes{s[i].x, u[i].x} - Lanes{s[0].x, u[0].x},
+                           Lanes{s[i].y, u[i].y} - Lanes{s[0].y, u[0].y}};
+    };
+    LanesOfPoints const first = fromStart(1);
+    LanesOfPoints const second = fromStart(2);
+    LanesOfPoints const chord = fromStart(3);
+    // The distances from the line, times the length; and where their feet lie along the chord.
+    Lanes const squaredLength = dot(chord, chord);
+    Lanes const across1 = cross(chord, first);
+    Lanes const across2 = cross(chord, second);
+    Lanes const squaredAcross = maxOf(across1 * across1, across2 * across2);
+    Lanes const along1 = dot(chord, first);
+    Lanes const along2 = dot(chord, second);
+    LaneMask const isLong = squaredLength > inBothLanes(max(beyond_, kLeastSquaredLength));
+    LaneMask const isOnChord =
+        (minOf(along1, along2) > inBothLanes(0.0)) & (maxOf(along1, along2) < squaredLength);
+    return {isLong & isOnChord & (squaredAcross < inBothLanes(within_) * squaredLength),
+            isLong & (squaredAcross > inBothLanes(beyond_) * squaredLength)};
   }
 
-  bool isAPoint(Cubic const& s) const {
-    return isEqual(s.p[0], s.p[3]) && isEqual(s.p[0], s.p[1]) && isEqual(s.p[2], s.p[3]);
+  bool isALine(Point const* s) const {
+    return (isEqual(s[1], s[0]) || isOnChord(s, s[1])) &&
+           (isEqual(s[2], s[3]) || isOnChord(s, s[2]));
+  }
+
+  bool isAPoint(Point const* s) const {
+    return isEqual(s[0], s[3]) && isEqual(s[0], s[1]) && isEqual(s[2], s[3]);
   }
 
  private:
+  struct LanesOfPoints {
+    Lanes x, y;
+  };
+
+  static Lanes dot(LanesOfPoints const& p, LanesOfPoints const& q) { return p.x * q.x + p.y * q.y; }
+  static Lanes cross(LanesOfPoints const& p, LanesOfPoints const& q) {
+    return p.x * q.y - p.y * q.x;
+  }
+
   bool isEqual(Point const& p, Point const& q) const {
     double const d = squaredDistance(p, q);
     if (d > beyond_) return false;
     return d < within_ || ::isEqual(coord(p), coord(q), tol_);
   }
 
-  bool isOnChordOf(Cubic const& s, Point const& p) const {
-    return pointOnLineSegment(coord(p), coord(s.start()), coord(s.end()), tol_);
+  bool isOnChord(Point const* s, Point const& p) const {
+    return pointOnLineSegment(coord(p), coord(s[0]), coord(s[3]), tol_);
   }
 
   double tol_;
@@ -103,76 +155,83 @@ class Tolerance {
   double beyond_ = std::numeric_limits<double>::infinity();
 };
 
-/// The condition of the forms without a caller's one. No piece is a line within a tolerance that is
-/// negative or NaN: there, every piece counts as one.
-class OwnCondition {
+/// Halves pieces and hands the end of each line to emit.
+template <class Emit>
+class Halving {
  public:
-  using Piece = Cubic;
-  static constexpr int kDepth = kMaxDepth;
+  Halving(double size, double tol, long maxPieces, Emit& emit)
+      : tolerance_(size, tol),
+        staysFinite_(size < kLargestSize),
+        // No piece is a line within a tolerance that is negative or NaN: there, the whole segment
+        // counts as one.
+        maxPieces_(tol >= 0.0 ? maxPieces : 1),
+        emit_(emit) {}
 
-  OwnCondition(Cubic const& s, double tol)
-      : tolerance_(s, tol),
-        canHold_(tol >= 0.0),
-        staysFinite_(isFinite(s) && largestCoordinate(s) < kLargestSize) {}
-
-  bool canHold() const { return canHold_; }
-  bool isALine(Cubic const& s) const { return tolerance_.isALine(s); }
-  bool isAPoint(Cubic const& s) const { return tolerance_.isAPoint(s); }
-  bool isFinitePiece(Cubic const& s) const { return staysFinite_ || isFinite(s); }
-  static Point const& end(Cubic const& s) { return s.end(); }
-  static void halve(Cubic& piece, Cubic& right) {
-    Cubic const whole = piece;
-    whole.split(0.5, piece, right);
+  void run(Cubic const& s) {
+    Verdicts const verdicts = tolerance_.judge(s.p, s.p);
+    run(s.p, verdicts.isLine[0] != 0, verdicts.isCurved[0] != 0, 0);
   }
 
  private:
+  void run(Point const* piece, bool isLine, bool isCurved, int depth) {
+    ++pieces_;
+    if (!isLine && !isCurved) {
+      // The point is asked for first: what is both a point and a line adds nothing.
+      if (tolerance_.isAPoint(piece)) return;
+      isLine = tolerance_.isALine(piece);
+    }
+    if (isLine || mustEnd(piece, depth)) {
+      emit_(piece[3]);
+    } else {
+      halve(piece, depth + 1);
+    }
+  }
+
+  void halve(Point const* piece, int depth) {
+    Halves const halves(piece);
+    Verdicts const verdicts = tolerance_.judge(halves.left(), halves.right());
+    run(halves.left(), verdicts.isLine[0] != 0, verdicts.isCurved[0] != 0, depth);
+    run(halves.right(), verdicts.isLine[1] != 0, verdicts.isCurved[1] != 0, depth);
+  }
+
+  bool mustEnd(Point const* piece, int depth) const {
+    return depth >= kMaxDepth || pieces_ >= maxPieces_ || !(staysFinite_ || isFinite(piece));
+  }
+
   Tolerance tolerance_;
-  bool canHold_;
   bool staysFinite_;
+  long maxPieces_;
+  Emit& emit_;
+  long pieces_ = 0;
 };
 
-/// A caller's condition, which alone judges its tolerance.
-class CallersCondition {
+template <class Emit>
+void halve(GxBezier const& segment, double tol, long maxPieces, Emit emit) {
+  Cubic const s = crv::internal::cubic(segment);
+  Halving<Emit>(sizeOf(s), tol, maxPieces, emit).run(s);
+}
+
+/// Halves pieces under a caller's condition, which alone judges its tolerance; appends the end of
+/// each line with its parameter.
+class CallersHalving {
  public:
-  using Piece = GxBezier;
-  static constexpr int kDepth = kMaxDepthOfCaller;
-
-  CallersCondition(GxBezierPolylineCondition const& caller, double tol)
-      : caller_(caller), tol_(tol) {}
-
-  static bool canHold() { return true; }
-  int isALine(GxBezier const& s) const { return caller_.isALine(s, tol_); }
-  int isAPoint(GxBezier const& s) const { return caller_.isAPoint(s, tol_); }
-  static bool isFinitePiece(GxBezier const& s) { return isFinite(crv::internal::cubic(s)); }
-  static GxCoord<double> const& end(GxBezier const& s) { return s[3]; }
-  static void halve(GxBezier& piece, GxBezier& right) { piece.split(right, 0.5); }
-
- private:
-  GxBezierPolylineCondition const& caller_;
-  double tol_;
-};
-
-/// Halves pieces and hands the end of each line, with its parameter, to emit.
-template <class Condition, class Emit>
-class Halving {
- public:
-  using Piece = typename Condition::Piece;
-
-  Halving(Condition const& condition, long maxPieces, Emit& emit)
-      : condition_(condition), maxPieces_(maxPieces), emit_(emit) {}
+  CallersHalving(GxBezierPolylineCondition const& condition, double tol,
+                 std::list<GxCoord<double>>& points, std::list<double>& parameters)
+      : condition_(condition), tol_(tol), points_(points), parameters_(parameters) {}
 
   /// The piece starts at t and covers 1/n of the whole segment; it is used up.
-  void run(Piece& piece, double t, double n, int depth) {
+  void run(GxBezier& piece, double t, double n, int depth) {
     for (;; ++depth) {
       ++pieces_;
       // The point is asked for first: what is both a point and a line adds nothing.
-      if (condition_.isAPoint(piece)) return;
-      if (condition_.isALine(piece) || mustEnd(piece, depth)) {
-        emit_(Condition::end(piece), t + 1.0 / n);
+      if (condition_.isAPoint(piece, tol_)) return;
+      if (condition_.isALine(piece, tol_) || mustEnd(piece, depth)) {
+        points_.push_back(piece[3]);
+        parameters_.push_back(t + 1.0 / n);
         return;
       }
-      Piece right;
-      Condition::halve(piece, right);
+      GxBezier right;
+      piece.split(right, 0.5);
       n *= 2.0;
       run(piece, t, n, depth + 1);
       piece = right;
@@ -181,23 +240,17 @@ class Halving {
   }
 
  private:
-  bool mustEnd(Piece const& piece, int depth) const {
-    return !condition_.canHold() || depth >= Condition::kDepth || pieces_ >= maxPieces_ ||
-           !condition_.isFinitePiece(piece);
+  bool mustEnd(GxBezier const& piece, int depth) const {
+    return depth >= kMaxDepthOfCaller || pieces_ >= kMaxPieces ||
+           !isFinite(crv::internal::cubic(piece).p);
   }
 
-  Condition const& condition_;
-  long maxPieces_;
-  Emit& emit_;
+  GxBezierPolylineCondition const& condition_;
+  double tol_;
+  std::list<GxCoord<double>>& points_;
+  std::list<double>& parameters_;
   long pieces_ = 0;
 };
-
-template <class Emit>
-void halve(GxBezier const& segment, double tol, long maxPieces, Emit emit) {
-  Cubic piece = crv::internal::cubic(segment);
-  OwnCondition const condition(piece, tol);
-  Halving<OwnCondition, Emit>(condition, maxPieces, emit).run(piece, 0.0, 1.0, 0);
-}
 
 /// Appends points to a vector in blocks, so that a short polyline makes it grow once.
 class Appender {
@@ -231,7 +284,7 @@ void appendPolyline(GxBezier const& segment, double tol, long maxPieces,
                     std::vector<GxCoord<double>>& out) {
   Appender appender(out);
   appender.add(plain(segment[0]));
-  halve(segment, tol, maxPieces, [&](Point const& p, double) { appender.add(p); });
+  halve(segment, tol, maxPieces, [&](Point const& p) { appender.add(p); });
   appender.flush();
 }
 
@@ -254,23 +307,18 @@ void GxBezier::getPolyline(double tol, std::list<GxCoord<double>>& out, std::lis
 }
 
 void GxBezier::makePolyline(double tol, std::list<GxCoord<double>>& out) const {
-  halve(*this, tol, kMaxPieces, [&](Point const& p, double) { out.push_back(coord(p)); });
+  halve(*this, tol, kMaxPieces, [&](Point const& p) { out.push_back(coord(p)); });
 }
 
 void GxBezier::makePolyline(double tol, std::vector<GxCoord<double>>& out) const {
   Appender appender(out);
-  halve(*this, tol, kMaxPieces, [&](Point const& p, double) { appender.add(p); });
+  halve(*this, tol, kMaxPieces, [&](Point const& p) { appender.add(p); });
   appender.flush();
 }
 
 void GxBezier::makePolyline(double tol, double startT, int n, std::list<GxCoord<double>>& out,
                             std::list<double>& tValues,
                             GxBezierPolylineCondition const& condition) const {
-  auto emit = [&](GxCoord<double> const& p, double t) {
-    out.push_back(p);
-    tValues.push_back(t);
-  };
   GxBezier piece(*this);
-  CallersCondition const judge(condition, tol);
-  Halving<CallersCondition, decltype(emit)>(judge, kMaxPieces, emit).run(piece, startT, n, 0);
+  CallersHalving(condition, tol, out, tValues).run(piece, startT, n, 0);
 }

@@ -3,6 +3,7 @@
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/powerForm.h"
+#include "crv/foundation/internal/solvers.h"
 #include "crv/foundation/lines.h"
 #include "crv/foundation/solvers.h"
 #include "crv/foundation/tolerance.h"
@@ -45,7 +46,7 @@ int GxBezier::findRoots(GxList<double>& list, double y, double lowerT, double up
   PowerForm f = crv::internal::powerFormOfY(*this);
   f.d -= y;
   double roots[3];
-  int const count = rootsOf(f, roots);
+  int const count = crv::internal::cubicRootsIn({lowerT, upperT}, f.a, f.b, f.c, f.d, roots);
   for (int i = 0; i < count; ++i) {
     if (lowerT <= roots[i] && roots[i] <= upperT) list.add(roots[i]);
   }

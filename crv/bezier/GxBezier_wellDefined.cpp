@@ -51,9 +51,9 @@ bool runsForwardAtEnds(double startSpeed, double endSpeed, double startChange, d
   if (startSpeed < 0.0 || endSpeed < 0.0) return false;
   bool const startsForward = startSpeed > 0.0;
   bool const endsForward = endSpeed > 0.0;
+  if (startsForward && endsForward) return true;
   bool const speedsUp = startChange > 0.0 || (isZero(startChange) && endChange > 0.0);
   bool const slowsDown = endChange < 0.0 || (isZero(endChange) && startChange < 0.0);
-  if (startsForward && endsForward) return true;
   if (isZero(startSpeed) && endsForward && speedsUp) return true;
   if (startsForward && isZero(endSpeed) && slowsDown) return true;
   // Deliberate: where both speeds are zero, only the change at the end itself counts.

@@ -74,7 +74,7 @@ Exact exactSum(double a, double b) {
 
 struct Cubic {
   double a, b, c, d;
-  bool careful;  // values by the compensated scheme
+  bool careful;  // roots are refined by compensated values
   Interval wanted;
 
   double slope(double t) const { return (3.0 * a * t + 2.0 * b) * t + c; }
@@ -100,8 +100,6 @@ struct Cubic {
     return value + error;
   }
 
-  double value(double t) const { return careful ? compensatedValue(t) : plainValue(t); }
-
   /// The sign at t, or 0 where rounding can hide it.
   int certainSign(double t) const {
     double const v = plainValue(t);
@@ -114,16 +112,17 @@ struct Cubic {
 bool isLastStep(Cubic const& f, double x, double next, double slope) {
   double const step = std::fabs(next - x);
   double const curvature = std::fabs(f.secondDerivative(x)) + step * std::fabs(6.0 * f.a);
-  return step <= kLongStep * std::fabs(next) &&
-         step * step * curvature < kSettled * std::fabs(next * slope);
+  return (step <= kLongStep * std::fabs(next)) &
+         (step * step * curvature < kSettled * std::fabs(next * slope));
 }
 
 /// The root between lo and hi, where the cubic has opposite signs: negative at lo if it is rising.
+template <bool careful>
 double refinedRoot(Cubic const& f, double lo, double hi, bool rising, double start) {
   double x = start > lo && start < hi ? start : lo + 0.5 * (hi - lo);
   double lastStep = hi - lo;
   for (int i = 0; i < kMaxSteps; ++i) {
-    double const v = f.value(x);
+    double const v = careful ? f.compensatedValue(x) : f.plainValue(x);
     if (v == 0.0) return x;
     bool const isBeyondRoot = (v > 0.0) == rising;
     if (isBeyondRoot) {
@@ -135,7 +134,7 @@ double refinedRoot(Cubic const& f, double lo, double hi, bool rising, double sta
     double next = x - v / slope;
     if (next == x) return x;
     bool const tooSlow = std::fabs(2.0 * v) > std::fabs(lastStep * slope);
-    if (tooSlow || !(next > lo && next < hi)) {
+    if (tooSlow | !((next > lo) & (next < hi))) {
       next = lo + 0.5 * (hi - lo);
       if (next == lo || next == hi) return x;
     } else if (isLastStep(f, x, next, slope)) {
@@ -161,7 +160,8 @@ bool mayBeWanted(Cubic const& f, double lo, double hi, bool rising) {
 int appendRoot(Cubic const& f, double lo, double hi, bool rising, double start, double* roots,
                int n) {
   if (!mayBeWanted(f, lo, hi, rising)) return n;
-  roots[n] = refinedRoot(f, lo, hi, rising, start);
+  roots[n] = f.careful ? refinedRoot<true>(f, lo, hi, rising, start)
+                       : refinedRoot<false>(f, lo, hi, rising, start);
   return n + 1;
 }
 
