@@ -7,13 +7,17 @@
 
 #include "crv/bezier/internal/controlPolygon.h"
 #include "crv/bezier/internal/cubic.h"
+#include "crv/bezier/internal/lanes.h"
 #include "crv/foundation/lines.h"
 #include "crv/foundation/tolerance.h"
 
 #include <cmath>
 
 using crv::internal::Cubic;
+using crv::internal::inBothLanes;
 using crv::internal::isFlatPolygon;
+using crv::internal::Lanes;
+using crv::internal::minOf;
 using crv::internal::Point;
 using crv::internal::squaredDistance;
 
@@ -56,6 +60,13 @@ template <class Point>
 int signChanges(Point const* w, int degree) {
   int count = 0;
   for (int i = 1; i <= degree; ++i) count += signOf(w[i].yval()) != signOf(w[i - 1].yval());
+  return count;
+}
+
+/// signChanges where no value is zero.
+int signChangesWithoutZeros(Point const* w) {
+  int count = 0;
+  for (int i = 1; i <= kDegree; ++i) count += (w[i].y < 0.0) != (w[i - 1].y < 0.0);
   return count;
 }
 
@@ -175,24 +186,26 @@ struct Halves {
 };
 
 /// splitPolygon at 0.5 for polygons in which no value becomes zero: de Casteljau's triangle by
-/// sums, scaled once each, with the same bits. Returns the least absolute value among the sums.
+/// sums, scaled once each, with the same bits. Returns the least square of a value among the sums.
 double halve(Point const* w, Halves& halves) {
   Point sum[kDegree + 1];
   for (int i = 0; i <= kDegree; ++i) sum[i] = w[i];
   halves.p[0] = w[0];
   halves.p[2 * kDegree] = w[kDegree];
-  double least = kLargestValue;
+  Lanes least = inBothLanes(kLargestValue);
   double scale = 1.0;
   for (int i = 1; i <= kDegree; ++i) {
     scale *= 0.5;
-    for (int j = 0; j <= kDegree - i; ++j) {
-      sum[j] = sum[j] + sum[j + 1];
-      least = min(least, std::fabs(sum[j].y));
+    int const last = kDegree - i;
+    for (int j = 0; j <= last; ++j) sum[j] = sum[j] + sum[j + 1];
+    for (int j = 0; j <= last; j += 2) {
+      Lanes const y = {sum[j].y, sum[min(j + 1, last)].y};
+      least = minOf(least, y * y);
     }
     halves.p[i] = sum[0] * scale;
-    halves.p[2 * kDegree - i] = sum[kDegree - i] * scale;
+    halves.p[2 * kDegree - i] = sum[last] * scale;
   }
-  return least;
+  return min(least[0], least[1]);
 }
 
 /// Offers the roots that the full search finds, but for those that are certainly farther from the
@@ -220,7 +233,7 @@ class BoundedSearch {
   /// The squared distance has 2 w as its derivative, and so w * width / 3 as the differences of its
   /// control values, which begin with startDistance.
   bool searchInterval(Point const* w, double startDistance, double thirdOfWidth, int depth) {
-    int const changes = signChanges(w, kDegree);
+    int const changes = signChangesWithoutZeros(w);
     if (changes == 0 || isTooFar(w, startDistance, thirdOfWidth)) return true;
     if (changes == 1) {
       bool const isMinimum = w[0].y < 0.0;
@@ -230,8 +243,9 @@ class BoundedSearch {
     Halves halves;
     if (!canHalve(w, depth, halves)) return false;
     double const sixth = thirdOfWidth * 0.5;
-    double middleDistance = startDistance;
-    for (int i = 0; i <= kDegree; ++i) middleDistance += halves.left()[i].y * sixth;
+    double sum = 0.0;
+    for (int i = 0; i <= kDegree; ++i) sum += halves.left()[i].y;
+    double const middleDistance = startDistance + sum * sixth;
     return searchInterval(halves.left(), startDistance, sixth, depth + 1) &&
            searchInterval(halves.right(), middleDistance, sixth, depth + 1);
   }
@@ -248,17 +262,17 @@ class BoundedSearch {
   }
 
   bool isTooFar(Point const* w, double startDistance, double thirdOfWidth) const {
-    double d = startDistance;
-    double least = d;
+    double sum = 0.0;
+    double least = 0.0;
     for (int i = 0; i <= kDegree; ++i) {
-      d += w[i].y * thirdOfWidth;
-      least = min(least, d);
+      sum += w[i].y;
+      least = min(least, sum);
     }
-    return least > nearest_.bound() + margin_;
+    return startDistance + least * thirdOfWidth > nearest_.bound() + margin_;
   }
 
   static bool canHalve(Point const* w, int depth, Halves& halves) {
-    return depth < kMaxBoundedDepth && halve(w, halves) >= kLeastValue;
+    return depth < kMaxBoundedDepth && halve(w, halves) >= kLeastValue * kLeastValue;
   }
 
   bool offerCrossing(Point const* w) {
