@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <limits>
+#include <utility>
 #include <vector>
 
 namespace crv {
@@ -12,6 +14,7 @@ namespace {
 
 using internal::Chain;
 using internal::Cubic;
+using internal::PowerOfTwo;
 using P = internal::Point;
 
 // Relative to the largest coordinate: bounds the error of a measured distance.
@@ -23,11 +26,20 @@ constexpr int kSamples = 16;
 // Relative: the density is only sampled, so a chord more than this many are planned.
 constexpr double kReserve = 0.01;
 
-// Points of one segment that there is room for without asking.
+// Vertices that are placed and measured at a time, in loops that need no branches.
+constexpr std::size_t kBatch = 32;
+
+// Points of a segment that there is room for before the first is known.
 constexpr std::size_t kExpected = 16;
 
 // Halvings of a chord; the stretch is far below rounding then.
 constexpr int kMaxDepth = 60;
+
+// Magnitudes within which products of four coordinates stay far from the limits of a double.
+constexpr double kSmallestUnscaled = 0x1p-100;
+constexpr double kLargestUnscaled = 0x1p100;
+
+constexpr double kUnknown = std::numeric_limits<double>::infinity();
 
 double distanceToSegment(P const& p, P const& a, P const& ab) {
   double const squared = dot(ab, ab);
@@ -42,165 +54,234 @@ struct Vertex {
   P velocity;
 };
 
-/// A point of the result, in less room.
-struct Found {
-  P place;
-  double t;
-  int segment;
-};
+/// Bounds the distance of the stretch between two vertices from its chord where it does not leave
+/// the span of the chord, else it is kUnknown or NaN: 3/4 of the middle of both inner control
+/// points' distances and a little more for their difference.
+inline double distanceWithinSpan(P const& chord, P const& first, P const& last) {
+  double const squared = dot(chord, chord);
+  double const ahead = dot(first, chord);
+  double const behind = dot(last, chord);
+  bool const isWithin = (ahead >= 0.0) & (behind >= 0.0) & (ahead <= squared) & (behind <= squared);
+  double const left = cross(chord, first);
+  double const right = cross(last, chord);
+  double const middle = 0.5 * std::fabs(left + right);
+  double const skew = 0.5 * (left - right);
+  double const largest = max(std::fabs(left), std::fabs(right));
+  double const oneSided = 0.75 * min(largest, middle + 0.25 * skew * (skew / middle));
+  double const bound = (left > 0.0) == (right > 0.0) ? oneSided : (4.0 / 9.0) * largest;
+  return isWithin ? bound / std::sqrt(squared) : kUnknown;
+}
 
-/// Bounds the distance of the stretch between two vertices from its chord: 3/4 of the middle of
-/// both inner control points' distances and a little more for their difference, where the stretch
-/// does not leave the span of the chord; else the distance of its control points.
+/// Bounds the distance of the stretch between two vertices from its chord.
 double distanceFromChord(Vertex const& a, Vertex const& b) {
   double const h = b.t - a.t;
   P const chord = b.place - a.place;
   P const first = a.velocity * h;
   P const last = b.velocity * h;
-  double const squared = dot(chord, chord);
-  double const ahead = dot(first, chord);
-  double const behind = dot(last, chord);
-  if (ahead >= 0.0 && behind >= 0.0 && ahead <= squared && behind <= squared && squared > 0.0) {
-    double const left = cross(chord, first);
-    double const right = cross(last, chord);
-    double const middle = 0.5 * std::fabs(left + right);
-    double const skew = 0.5 * (left - right);
-    double const largest = max(std::fabs(left), std::fabs(right));
-    double const bound = left * right > 0.0
-                             ? 0.75 * min(largest, middle + 0.25 * skew * skew / middle)
-                             : (4.0 / 9.0) * largest;
-    return bound / std::sqrt(squared);
-  }
+  double const within = distanceWithinSpan(chord, first, last);
+  if (within < kUnknown) return within;
   return max(distanceToSegment(a.place + first, a.place, chord),
              distanceToSegment(b.place - last, a.place, chord));
 }
 
+/// Vertices in a row, the first of which is known already, and the distances from the chords behind
+/// them.
+struct Batch {
+  double t[kBatch + 1], x[kBatch + 1], y[kBatch + 1], vx[kBatch + 1], vy[kBatch + 1];
+  double distance[kBatch];
+
+  Vertex vertex(std::size_t i) const { return {t[i], {x[i], y[i]}, {vx[i], vy[i]}}; }
+  void set(std::size_t i, Vertex const& v) {
+    t[i] = v.t;
+    x[i] = v.place.x;
+    y[i] = v.place.y;
+    vx[i] = v.velocity.x;
+    vy[i] = v.velocity.y;
+  }
+  void measure(std::size_t chords) {
+    for (std::size_t i = 0; i < chords; ++i) {
+      double const h = t[i + 1] - t[i];
+      distance[i] = distanceWithinSpan({x[i + 1] - x[i], y[i + 1] - y[i]}, {vx[i] * h, vy[i] * h},
+                                       {vx[i + 1] * h, vy[i + 1] * h});
+    }
+  }
+};
+
 class Flattener {
  public:
-  Flattener(Chain const& chain, double tolerance, double magnitude)
-      : chain_(chain), noise_(kDistanceNoise * magnitude), tolerance_(tolerance) {
-    found_.reserve(kExpected * chain.size() + 2);
-  }
+  /// The chain is the given one by the unit, and so are tolerance and magnitude.
+  Flattener(Chain const& given, Chain const& chain, double unit, double tolerance, double magnitude)
+      : given_(given),
+        chain_(chain),
+        unit_(unit),
+        noise_(kDistanceNoise * magnitude),
+        tolerance_(tolerance) {}
 
   Polyline run() {
     for (std::size_t k = 0; k < chain_.size(); ++k) add(k);
     auto const n = static_cast<int>(chain_.size());
     if (chain_.closed) {
-      P const first = chain_.segments.front().start();
-      P const last = chain_.segments.back().end();
+      P const first = given_.segments.front().start();
+      P const last = given_.segments.back().end();
       if (first.x != last.x || first.y != last.y) add(first, n, 0.0);
-      found_.back().place = first;  // the zeros, too
+      line_.points.back() = line_.points.front();  // the zeros, too
     }
-    Polyline line = {{}, {}, worst_ > 0.0 ? worst_ + noise_ : 0.0};
-    line.points.reserve(found_.size());
-    line.positions.reserve(found_.size());
-    for (Found const& found : found_) {
-      line.points.emplace_back(found.place.x, found.place.y);
-      line.positions.emplace_back(found.segment, found.t);
-    }
-    return line;
+    line_.worstDistance = worst_ > 0.0 ? (worst_ + noise_) * unit_ : 0.0;
+    return std::move(line_);
   }
 
  private:
   /// The chords of one segment. The start is there already unless it is the first or there is a
   /// gap.
   void add(std::size_t k) {
-    cubic_ = &chain_.segments[k];
+    cubic_ = chain_.segments[k];
     segment_ = static_cast<int>(k);
-    P const start = cubic_->start();
-    if (k == 0 || start.x != chain_.segments[k - 1].end().x ||
-        start.y != chain_.segments[k - 1].end().y) {
-      add(start, segment_, 0.0);
-    }
-    P const e[3] = {cubic_->p[1] - cubic_->p[0], cubic_->p[2] - cubic_->p[1],
-                    cubic_->p[3] - cubic_->p[2]};
+    P const e[3] = {cubic_.p[1] - cubic_.p[0], cubic_.p[2] - cubic_.p[1],
+                    cubic_.p[3] - cubic_.p[2]};
     e0_ = e[0];
     e1_ = (e[1] - e[0]) * 2.0;
     e2_ = (e[2] - e[1]) - (e[1] - e[0]);
-    Vertex last = {0.0, start, e[0]};
-    Vertex const end = {1.0, cubic_->end(), e[2]};
-    if (!take(last, end)) {
-      plan();
-      double const chords = std::ceil(sums_[kSamples] * (1.0 + kReserve));
-      double const share = sums_[kSamples] / chords;
-      int sample = 0;
-      for (double i = 1.0; i < chords; ++i) {
-        Vertex const next = vertex(parameterAt(share * i, sample));
-        if (take(last, next)) {
-          add(next.place, segment_, next.t);
-        } else {
-          join(last, next, 0);
-        }
-        last = next;
-      }
-      join(last, end, 0);
-    }
-    add(end.place, segment_ + 1, 0.0);
+    Vertex const first = {0.0, cubic_.start(), e[0]};
+    Vertex const end = {1.0, cubic_.end(), e[2]};
+    bool const isFlat = take(distanceFromChord(first, end));
+    std::size_t const chords = isFlat ? 1 : plan();
+    makeRoom(chords + chords / 8 + 2);
+    P const& start = given_.segments[k].start();
+    P const& before = given_.segments[k > 0 ? k - 1 : 0].end();
+    if (k == 0 || before.x != start.x || before.y != start.y) add(start, segment_, 0.0);
+    if (!isFlat) addPlanned(first, end, chords);
+    add(given_.segments[k].end(), segment_ + 1, 0.0);
   }
 
-  Vertex vertex(double t) const { return {t, cubic_->point(t), e0_ + (e1_ + e2_ * t) * t}; }
+  Vertex vertex(double t) const { return {t, cubic_.point(t), e0_ + (e1_ + e2_ * t) * t}; }
 
-  /// Samples how many chords the curve needs for a step of one sample, and adds them up.
-  void plan() {
+  /// Samples how many chords the curve needs for a step of one sample, and adds them up: at least
+  /// one.
+  std::size_t plan() {
     double const c0 = cross(e0_, e1_);
     double const c1 = 2.0 * cross(e0_, e2_);
     double const c2 = cross(e1_, e2_);
     double const factor = 3.0 / (8.0 * (tolerance_ - noise_));
+    // Where the velocity vanishes the quotient is rounding. No stretch needs more chords than the
+    // second derivative asks for.
+    double const most = factor * (norm(e1_) + 2.0 * norm(e2_));
     for (int i = 0; i <= kSamples; ++i) {
       double const t = i * (1.0 / kSamples);
       double const x = e0_.x + (e1_.x + e2_.x * t) * t;
       double const y = e0_.y + (e1_.y + e2_.y * t) * t;
       double const turn = factor * std::fabs(c0 + (c1 + c2 * t) * t);
-      densities_[i] = turn / std::sqrt(x * x + y * y);
-    }
-    // Where the velocity vanishes the quotient is rounding. No stretch needs more chords than the
-    // second derivative asks for.
-    double const most = factor * (norm(e1_) + 2.0 * norm(e2_));
-    for (double& density : densities_) {
-      density = density > 0.0 ? std::sqrt(min(density, most)) * (1.0 / kSamples) : 0.0;
+      double const density = turn / std::sqrt(x * x + y * y);
+      densities_[i] = density > 0.0 ? std::sqrt(min(density, most)) * (1.0 / kSamples) : 0.0;
     }
     sums_[0] = 0.0;
     for (int i = 0; i < kSamples; ++i) {
       sums_[i + 1] = sums_[i] + 0.5 * (densities_[i] + densities_[i + 1]);
     }
+    return static_cast<std::size_t>(max(1.0, std::ceil(sums_[kSamples] * (1.0 + kReserve))));
   }
 
-  /// Where the density has added up to a sum, being linear between samples. Sums come ascending.
-  double parameterAt(double sum, int& sample) const {
-    while (sample < kSamples - 1 && sums_[sample + 1] < sum) ++sample;
-    double const rest = sum - sums_[sample];
-    double const d = densities_[sample];
-    double const root = std::sqrt(d * d + 2.0 * (densities_[sample + 1] - d) * rest);
-    return (sample + min(1.0, 2.0 * rest / (d + root))) * (1.0 / kSamples);
+  /// Chords with equal shares of the density, and more where they are too far.
+  void addPlanned(Vertex const& first, Vertex const& end, std::size_t chords) {
+    double const shareOfOne = sums_[kSamples] / static_cast<double>(chords);
+    Batch batch;
+    batch.set(0, first);
+    for (std::size_t done = 0; done < chords;) {
+      std::size_t const count = std::min(kBatch, chords - done);
+      share(batch, shareOfOne, done, count);
+      place(batch, count);
+      done += count;
+      if (done == chords) batch.set(count, end);
+      batch.measure(count);
+      for (std::size_t i = 0; i < count; ++i) {
+        if (!take(batch.distance[i])) join(batch.vertex(i), batch.vertex(i + 1), 0);
+        if (i + 1 < count || done < chords) {
+          addInside({batch.x[i + 1], batch.y[i + 1]}, batch.t[i + 1]);
+        }
+      }
+      batch.set(0, batch.vertex(count));
+    }
   }
 
-  /// True when the chord is near enough; then its distance counts.
-  inline bool take(Vertex const& a, Vertex const& b) {
-    double const distance = distanceFromChord(a, b);
+  /// The parameters up to which the density, being linear between samples, has added up to
+  /// multiples of a share.
+  void share(Batch& batch, double shareOfOne, std::size_t done, std::size_t count) const {
+    double start[kBatch], rest[kBatch], from[kBatch], to[kBatch];
+    for (std::size_t i = 0; i < count; ++i) {
+      double const sum = shareOfOne * static_cast<double>(done + i + 1);
+      int sample = 0;
+      for (int step = kSamples / 2; step > 0; step /= 2) {
+        sample += static_cast<int>(sums_[sample + step] < sum) * step;
+      }
+      start[i] = sample;
+      rest[i] = sum - sums_[sample];
+      from[i] = densities_[sample];
+      to[i] = densities_[sample + 1];
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+      double const root = std::sqrt(from[i] * from[i] + 2.0 * (to[i] - from[i]) * rest[i]);
+      double const part = min(1.0, 2.0 * rest[i] / (from[i] + root));
+      batch.t[i + 1] = (start[i] + part) * (1.0 / kSamples);
+    }
+  }
+
+  /// Places vertices at their parameters.
+  void place(Batch& batch, std::size_t count) const {
+    Cubic const cubic = cubic_;
+    P const e0 = e0_, e1 = e1_, e2 = e2_;
+    for (std::size_t i = 1; i <= count; ++i) {
+      double const t = batch.t[i];
+      P const p = cubic.blend(internal::pointWeights(t));
+      P const v = e0 + (e1 + e2 * t) * t;
+      batch.x[i] = p.x;
+      batch.y[i] = p.y;
+      batch.vx[i] = v.x;
+      batch.vy[i] = v.y;
+    }
+  }
+
+  /// True when a chord is near enough; then its distance counts.
+  bool take(double distance) {
     if (!(distance <= tolerance_ - noise_)) return false;
     worst_ = max(worst_, distance);
     return true;
   }
 
-  /// Adds what is needed between two vertices, and the second, unless it is the segment's end.
+  /// Adds what is needed between two vertices.
   void join(Vertex const& a, Vertex const& b, int depth) {
-    if (!take(a, b) && depth < kMaxDepth) {
-      Vertex const middle = vertex(0.5 * (a.t + b.t));
-      join(a, middle, depth + 1);
-      join(middle, b, depth + 1);
-      return;
-    }
-    if (b.t < 1.0) add(b.place, segment_, b.t);
+    if (take(distanceFromChord(a, b)) || depth == kMaxDepth) return;
+    Vertex const middle = vertex(0.5 * (a.t + b.t));
+    join(a, middle, depth + 1);
+    addInside(middle.place, middle.t);
+    join(middle, b, depth + 1);
   }
 
-  void add(P const& p, int segment, double t) { found_.push_back({p, t, segment}); }
+  void addInside(P const& p, double t) { add(p * unit_, segment_, t); }
 
+  void add(P const& p, int segment, double t) {
+    line_.points.emplace_back(p.x, p.y);
+    line_.positions.emplace_back(segment, t);
+  }
+
+  /// Makes room for more points, and for as many as the other segments are expected to have.
+  void makeRoom(std::size_t more) {
+    std::size_t const size = line_.points.size();
+    if (size + more <= line_.points.capacity()) return;
+    std::size_t const done = static_cast<std::size_t>(segment_);
+    std::size_t const left = chain_.size() - done - 1;
+    std::size_t const eachBefore = done > 0 ? size / done + 1 : kExpected;
+    std::size_t const room = size + more + std::max(size / 4, left * eachBefore);
+    line_.points.reserve(room);
+    line_.positions.reserve(room);
+  }
+
+  Chain const& given_;
   Chain const& chain_;
+  double const unit_;
   double const noise_;
   double const tolerance_;
-  std::vector<Found> found_;
+  Polyline line_ = {{}, {}, 0.0};
   double worst_ = 0.0;
-  Cubic const* cubic_ = nullptr;
+  Cubic cubic_ = {};
   int segment_ = 0;
   P e0_ = {}, e1_ = {}, e2_ = {};  // a third of the derivative in powers of t
   double densities_[kSamples + 1] = {};
@@ -215,7 +296,17 @@ Polyline flatten(Curve const& curve, double tolerance) {
   if (chain.size() == 0 || !(tolerance > 0.0) || !internal::isUsable(magnitude)) {
     return {{}, {}, 0.0};
   }
-  return Flattener(chain, max(tolerance, internal::resolutionOr(0.0, magnitude)), magnitude).run();
+  tolerance = max(tolerance, internal::resolutionOr(0.0, magnitude));
+  bool const isOrdinary =
+      magnitude == 0.0 || (magnitude >= kSmallestUnscaled && magnitude <= kLargestUnscaled);
+  if (isOrdinary) return Flattener(chain, chain, 1.0, tolerance, magnitude).run();
+  PowerOfTwo const scale = PowerOfTwo::below(magnitude);
+  Chain scaled = chain;
+  for (Cubic& cubic : scaled.segments) {
+    for (P& p : cubic.p) p = p * scale.inverse;
+  }
+  return Flattener(chain, scaled, scale.power, tolerance * scale.inverse, magnitude * scale.inverse)
+      .run();
 }
 
 }  // namespace crv
