@@ -107,6 +107,14 @@ struct Batch {
   }
 };
 
+/// Whether the inner control points are ends, so that the segment is its chord.
+bool isChord(Cubic const& c) {
+  auto const isEnd = [&](P const& p) {
+    return (p.x == c.p[0].x && p.y == c.p[0].y) || (p.x == c.p[3].x && p.y == c.p[3].y);
+  };
+  return isEnd(c.p[1]) && isEnd(c.p[2]);
+}
+
 class Flattener {
  public:
   /// The chain is the given one by the unit, and so are tolerance and magnitude.
@@ -126,7 +134,7 @@ class Flattener {
       if (first.x != last.x || first.y != last.y) add(first, n, 0.0);
       line_.points.back() = line_.points.front();  // the zeros, too
     }
-    line_.worstDistance = worst_ > 0.0 ? (worst_ + noise_) * unit_ : 0.0;
+    line_.worstDistance = isChords_ ? 0.0 : (worst_ + noise_) * unit_;
     return std::move(line_);
   }
 
@@ -136,6 +144,7 @@ class Flattener {
   void add(std::size_t k) {
     cubic_ = chain_.segments[k];
     segment_ = static_cast<int>(k);
+    isChords_ = isChords_ && isChord(cubic_);
     P const e[3] = {cubic_.p[1] - cubic_.p[0], cubic_.p[2] - cubic_.p[1],
                     cubic_.p[3] - cubic_.p[2]};
     e0_ = e[0];
@@ -281,6 +290,7 @@ class Flattener {
   double const tolerance_;
   Polyline line_ = {{}, {}, 0.0};
   double worst_ = 0.0;
+  bool isChords_ = true;  // all segments so far are
   Cubic cubic_ = {};
   int segment_ = 0;
   P e0_ = {}, e1_ = {}, e2_ = {};  // a third of the derivative in powers of t
