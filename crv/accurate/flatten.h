@@ -18,8 +18,9 @@ struct Polyline {
 /// A polyline with vertices on the curve, among them every joint and both ends, exactly. No place
 /// of the curve is farther than worstDistance from the chord between the vertices around it, taken
 /// as a segment, and worstDistance is at most the tolerance; it is 0 only where the inner control
-/// points of every segment are ends of it. The curve may run back within the tolerance of a chord. The last point of a closed curve is its first, at (n, 0.0). Where segments
-/// do not join, both ends are vertices, with the position of the joint.
+/// points of every segment are ends of it. The curve may run back within the tolerance of a chord.
+/// The last point of a closed curve is its first, at (n, 0.0). Where segments do not join, both
+/// ends are vertices, with the position of the joint.
 ///
 /// A tolerance below 2^-40 S counts as that. Empty, with worstDistance 0, for an empty curve, a
 /// tolerance at or below 0 or unusable input. The time is linear in the number of points.
