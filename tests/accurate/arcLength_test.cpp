@@ -16,31 +16,25 @@ using support::Position;
 
 constexpr double kRounding = 0x1p-53;
 
-// Lengths known from quadrature in extended precision or, for straight ones, by hand.
 TEST(AccurateLength, HardCasesHaveTheirKnownLengths) {
-  struct Row {
-    GxBezier segment;
-    double t1, length;
-  };
-  Row const rows[] = {
-      {bezier(0, 0, 336, 0.016, -15200, -0.224, 461296, -0.72), 0.0625, 23.71847368514691},
-      {bezier(377, 469, 377, 468, 377, 472, 377, 472), 1, 3.320987654320988},
-      {bezier(0, 0, 10, 0, -10, 0, 20, 0), 1, 21.25},
-      {bezier(0.2, 0.73, 0.35, 1.08, 0.85, 1.08, 1.0, 0.73), 1, 1.014823522227196},
-      {bezier(100, 25, 100, 25, 110, 100, 150, 195), 1, 177.6098898377219},
-      {bezier(0, 0, 5e9, 0, 5e9, 1e9, 1e10, 1e9), 1, 10070753323.35976},
-      {bezier(0, 0, 0, 0, 3, 4, 3, 4), 1, 5},
-      {support::pointLike(3, 4), 1, 0},
-  };
-  for (Row const& row : rows) {
-    SCOPED_TRACE(support::text(row.segment));
-    double const all = crv::arcLength(row.segment, 0, 1, 0);
+  for (auto const& hard : support::hardCases("lengths")) {
+    SCOPED_TRACE(hard.source);
+    GxBezier const segment = support::segmentOf(hard.fields[0]);
+    double const t1 = hard.fields[1][0];
+    double const length = hard.fields[2][0];
+    double const all = crv::arcLength(segment, 0, 1, 0);
     for (double const accuracy : {0.0, 1e-9 * all, 1e-3 * all, all}) {
-      double const allowed = std::max(accuracy, 64 * kRounding * all) + 4e-15 * row.length;
-      EXPECT_NEAR(crv::arcLength(row.segment, 0, row.t1, accuracy), row.length, allowed);
-      EXPECT_NEAR(crv::arcLength(row.segment, row.t1, 0, accuracy), -row.length, allowed);
+      // The known lengths have 13 digits.
+      double const allowed = std::max(accuracy, 64 * kRounding * all) + 1e-13 * length;
+      EXPECT_NEAR(crv::arcLength(segment, 0, t1, accuracy), length, allowed);
+      EXPECT_NEAR(crv::arcLength(segment, t1, 0, accuracy), -length, allowed);
+      double const t = crv::parameterAtLength(segment, 0, 0.3137 * all, accuracy);
+      EXPECT_NEAR(crv::arcLength(segment, 0, t, 0), 0.3137 * all, allowed);
     }
+    EXPECT_EQ(crv::parameterAtLength(segment, 0, all, 0), 1.0);
   }
+  EXPECT_EQ(crv::arcLength(support::pointLike(3, 4), 0, 1, 0), 0.0);
+  EXPECT_EQ(crv::arcLength(bezier(0, 0, 0, 0, 3, 4, 3, 4), 0, 1, 0), 5.0);
 }
 
 // The whole is the sum of its parts, and places at lengths lie there: at every accuracy and scale.

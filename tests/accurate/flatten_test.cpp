@@ -47,27 +47,16 @@ void expectWithin(GxBezierCurve const& curve, double tolerance, std::size_t most
 }
 
 TEST(AccurateFlatten, HardCasesStayWithinTheirTolerance) {
-  struct Row {
-    GxBezier segment;
-    double tolerance;
-    std::size_t mostChords;
-  };
-  Row const rows[] = {
-      {bezier(6, 400, 150, 80, 500, 400, 695, 193), 0.01, 146},
-      {bezier(11.71726, 9.07143, 1.889879, 13.22917, 18.142855, 19.27679, 18.142855, 19.27679),
-       0.15, 7},
-      {bezier(-1061, -3327, -1061, -3177, -1061, -3477, -1061, -3327), 0.01, 900},
-      {bezier(30, 40, 16, 137, 171, 45, 180, 155), 0.01, 91},
-      {bezier(-6388600, 3162518, -6010237, 6388600, 639, 40, 639, 40), 0.25, 2830},
-      {support::loop(), 0.1, 32},
-      {support::loop(), 1000, 1},
-      {bezier(0, 0, 1, 1, 0, 1, 1, 0), 1e-3, 40},
-      {support::retractedLine(0, 0, 9, 4), 1e-9, 1},
-  };
-  for (Row const& row : rows) {
-    SCOPED_TRACE(support::text(row.segment));
-    expectWithin(curveOf({row.segment}), row.tolerance, row.mostChords);
+  for (auto const& hard : support::hardCases("flatten")) {
+    SCOPED_TRACE(hard.source);
+    GxBezierCurve const curve = curveOf({support::segmentOf(hard.fields[0])});
+    expectWithin(curve, hard.fields[1][0], static_cast<std::size_t>(hard.fields[2][0]));
   }
+  expectWithin(curveOf({support::loop()}), 0.1, 32);
+  expectWithin(curveOf({support::loop()}), 1000, 1);
+  expectWithin(curveOf({bezier(0, 0, 1, 1, 0, 1, 1, 0)}), 1e-3, 40);  // a cusp
+  expectWithin(curveOf({support::retractedLine(0, 0, 9, 4)}), 1e-9, 1);
+  EXPECT_EQ(crv::flatten(curveOf({support::retractedLine(0, 0, 9, 4)}), 1).worstDistance, 0.0);
 }
 
 TEST(AccurateFlatten, StaysWithinAnyToleranceAtAnyScale) {

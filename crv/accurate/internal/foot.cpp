@@ -46,6 +46,9 @@ constexpr double kLastSampling = 0x1p-30;
 // Parameter: minima nearer to each other are one that was found twice.
 constexpr double kOneMinimum = 0x1p-30;
 
+// Parameter: a minimum nearer to an end may be so shallow that it is lost in rounding.
+constexpr double kNextToEnd = 0x1p-10;
+
 double size(Point const& p) { return max(std::fabs(p.x), std::fabs(p.y)); }
 
 /// f over the parameters from start to start + width.
@@ -141,10 +144,25 @@ class Search {
     std::sort(minima.inside.begin(), minima.inside.end(), isEarlier);
     minima.inside.erase(std::unique(minima.inside.begin(), minima.inside.end(), isSame),
                         minima.inside.end());
+    // A minimum next to an end that rounding hides is the end's.
+    bool const isSeenAtStart = !minima.inside.empty() && minima.inside.front().t < kNextToEnd;
+    bool const isSeenAtEnd = !minima.inside.empty() && minima.inside.back().t > 1.0 - kNextToEnd;
+    if (minima.slopeAtStart < 0 && !isSeenAtStart && isLowest(start(), kNextToEnd)) {
+      minima.slopeAtStart = 1;
+    }
+    if (minima.slopeAtEnd > 0 && !isSeenAtEnd && isLowest(end(), 1.0 - kNextToEnd)) {
+      minima.slopeAtEnd = -1;
+    }
     return minima;
   }
 
  private:
+  /// Whether an end is nearer than the place at t.
+  bool isLowest(Foot const& end, double t) const {
+    Point const q = motion(t).q;
+    return dot(q, q) - end.squaredDistance > kDistanceNoise * largest_ * largest_;
+  }
+
   /// The place at t and the derivatives there: the offset q, v, a half of the derivative of v.
   struct Motion {
     Point q, v, a;
