@@ -86,10 +86,9 @@ TEST(AccurateSearch, UnusableInputFindsNothing) {
 
 // The last 1e-11 lead away from the point by less than rounding.
 TEST(AccurateSearch, AnEndWhereRoundingHidesTheMinimumCounts) {
-  crv::CurveSearch const search(
-      curveOf({bezier(3.3560762001283244, -56.197349598059958, 0.046329798974372408,
-                      -0.10035139203679755, 0.046329798987732172, -0.10035139204284932,
-                      0.0463297989521941, -0.10035139210627025)}));
+  crv::CurveSearch const search(curveOf({bezier(
+      3.3560762001283244, -56.197349598059958, 0.046329798974372408, -0.10035139203679755,
+      0.046329798987732172, -0.10035139204284932, 0.0463297989521941, -0.10035139210627025)}));
   Point const p(-0.071362413017470747, -0.0021204527270819507);
   ASSERT_EQ(search.within(p, 0.2).size(), 1U);
   EXPECT_BITS(search.within(p, 0.2)[0].position, Position(1, 0.0));
