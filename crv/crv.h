@@ -11,6 +11,7 @@
 #include "crv/accurate/fit.h"
 #include "crv/accurate/flatten.h"
 #include "crv/accurate/nearest.h"
+#include "crv/accurate/offset.h"
 #include "crv/accurate/region.h"
 #include "crv/accurate/separate.h"
 #include "crv/accurate/types.h"

@@ -17,7 +17,7 @@ struct Outcome {
 /// The last argument of GxBezierCurve::offset.
 struct OffsetMode {
   enum Value : int {
-    offset = 0,
+    plain = 0,
     cutFirst = 1,  // strongly bent segments are cut at their extremes first
     onlyCut = 2    // nothing but that cutting
   };

@@ -234,10 +234,15 @@ bool Sorter::isBefore(Turn const& p, Turn const& q) const {
     Point const origin = a.p[0];
     Part const onA = gentlePart(a, axis, origin, noise), onB = gentlePart(b, axis, origin, noise);
     double const x = min(onA.c.p[3].x, onB.c.p[3].x);
-    double const s = whereXIs(onA.c, x), u = whereXIs(onB.c, x);
-    double const now = pointAt(onB.c, u).y - pointAt(onA.c, s).y;
-    if (std::fabs(now) > std::fabs(difference)) difference = now;
-    if (std::fabs(now) > kApart * resolution_) break;
+    double s = 0.0, u = 0.0;
+    // Edges that meet again at their ends are apart in between only.
+    for (double const share : {0.5, 1.0}) {
+      s = whereXIs(onA.c, share * x);
+      u = whereXIs(onB.c, share * x);
+      double const now = pointAt(onB.c, u).y - pointAt(onA.c, s).y;
+      if (std::fabs(now) > std::fabs(difference)) difference = now;
+      if (std::fabs(difference) > kApart * resolution_) return difference > 0.0;
+    }
     double const t = onA.parameter(s), w = onB.parameter(u);
     if (!(t < 1.0 && w < 1.0) || (t == 0.0 && w == 0.0)) break;
     a = part(a, t, 1.0);

@@ -1,0 +1,174 @@
+#include "crv/accurate/internal/parallelFit.h"
+
+#include "crv/accurate/internal/segmentPair.h"
+#include "crv/accurate/internal/tangent.h"
+
+#include <cmath>
+
+namespace crv::internal {
+
+namespace {
+
+// Rounds of measuring and solving; few fits that succeed need more.
+constexpr int kMaxRounds = 5;
+
+// A fit succeeds hardly ever whose worst error is so many tolerances after the first rounds.
+constexpr double kHopeless = 40.0;
+
+// The worst error between samples as a multiple of the worst one at a sample: in a million
+// stretches none was larger.
+constexpr double kBetweenSamples = 1.5;
+
+// The shortest handle as a part of the chord.
+constexpr double kMinHandle = 1e-3;
+
+// The longest handles together, as a multiple of the chord.
+constexpr double kMaxHandles = 4.0;
+
+// The share of a stretch by which first velocities are taken inside of its ends, because they need
+// not be defined there.
+constexpr double kInside = 0x1p-10;
+
+// Parameter: an error is not yet trusted while a foot moves farther than this.
+constexpr double kSettled = 0.02;
+
+// Parameter of the cubic: samples farther apart than this do not tell the error between them. How
+// often the gap between two is halved, and the Newton steps that find a foot there.
+constexpr double kWidestGap = 0.16;
+constexpr int kMaxHalvings = 8;
+constexpr int kFootSteps = 4;
+
+// Relative to the sum of the equations' diagonal: keeps handles that hardly matter where they are.
+constexpr double kRidge = 1e-3;
+
+}  // namespace
+
+/// The length of a handle that gives the cubic the velocity of the parallel.
+double ParallelFit::startHandle(double t, double width) const {
+  Point const first = derivativeAt(source_, t);
+  Point const second = secondDerivativeAt(source_, t);
+  double const speed = std::sqrt(dot(first, first));
+  double const turn = speed > 0.0 ? distance_ * cross(first, second) / (speed * speed) : speed;
+  return (speed - turn) * width * (1.0 / 3.0);
+}
+
+ParallelFit::Sample ParallelFit::sampleAt(double t, double s) const {
+  Point const velocity = derivativeAt(source_, t);
+  double const speed = std::sqrt(dot(velocity, velocity));
+  Point const tangent = speed > 0.0 ? velocity * (1.0 / speed) : startDirection(source_);
+  return {pointAt(source_, t) + leftOf(tangent) * distance_, tangent, t, s, 0.0};
+}
+
+void ParallelFit::prepare(ParallelStretch const& stretch) {
+  double const width = stretch.t1 - stretch.t0;
+  for (int i = 0; i < kSamples; ++i) {
+    double const s = (i + 1) * (1.0 / (kSamples + 1));
+    samples_[i] = sampleAt(stretch.t0 + s * width, s);
+  }
+  chord_ = distance(stretch.start, stretch.end);
+  shortest_ = kMinHandle * chord_;
+  handles_[0] = max(shortest_, startHandle(stretch.t0 + kInside * width, width));
+  handles_[1] = max(shortest_, startHandle(stretch.t1 - kInside * width, width));
+}
+
+void ParallelFit::place(ParallelStretch const& stretch) {
+  cubic_ = {{stretch.start, stretch.start + stretch.startTangent * handles_[0],
+             stretch.end - stretch.endTangent * handles_[1], stretch.end}};
+}
+
+/// Moves the foot of a sample by a Newton step, which it returns, and finds the error that is left
+/// there, to first order.
+double ParallelFit::improveFoot(Sample& sample) const {
+  Point const gap = sample.place - pointAt(cubic_, sample.s);
+  Point const velocity = derivativeAt(cubic_, sample.s);
+  double const speed = dot(velocity, sample.tangent);
+  double const step = speed > 0.0 ? dot(gap, sample.tangent) / speed : 0.0;
+  double const s = min(1.0, max(0.0, sample.s + step));
+  double const moved = s - sample.s;
+  sample.s = s;
+  sample.error = moved * cross(sample.tangent, velocity) - cross(sample.tangent, gap);
+  return moved;
+}
+
+/// Improves all feet; returns the worst error at a sample.
+double ParallelFit::measure() {
+  double worst = 0.0;
+  farthestStep_ = 0.0;
+  for (Sample& sample : samples_) {
+    farthestStep_ = max(farthestStep_, std::fabs(improveFoot(sample)));
+    worst = max(worst, std::fabs(sample.error));
+  }
+  return worst;
+}
+
+/// The worst error at more samples, between two that lie far apart on the cubic.
+double ParallelFit::measureBetween(Sample const& before, Sample const& behind, int halvings) const {
+  if (behind.s - before.s <= kWidestGap || halvings == 0) return 0.0;
+  Sample sample = sampleAt(0.5 * (before.t + behind.t), 0.5 * (before.s + behind.s));
+  for (int i = 0; i < kFootSteps; ++i) improveFoot(sample);
+  double const worst = max(measureBetween(before, sample, halvings - 1),
+                           measureBetween(sample, behind, halvings - 1));
+  return max(worst, std::fabs(sample.error));
+}
+
+/// The worst error where the samples leave gaps.
+double ParallelFit::measureGaps(ParallelStretch const& stretch) const {
+  double worst = 0.0;
+  Sample before = {{}, {}, stretch.t0, 0.0, 0.0};
+  for (Sample const& sample : samples_) {
+    worst = max(worst, measureBetween(before, sample, kMaxHalvings));
+    before = sample;
+  }
+  return max(worst, measureBetween(before, {{}, {}, stretch.t1, 1.0, 0.0}, kMaxHalvings));
+}
+
+/// Changes the handles so that the squares of the errors become least; false where they become too
+/// long.
+bool ParallelFit::improveHandles(ParallelStretch const& stretch) {
+  double aa = 0.0, ab = 0.0, bb = 0.0, ae = 0.0, be = 0.0;
+  for (Sample const& sample : samples_) {
+    double const s = sample.s, r = 1.0 - s;
+    double const a = 3.0 * r * r * s * cross(sample.tangent, stretch.startTangent);
+    double const b = -3.0 * r * s * s * cross(sample.tangent, stretch.endTangent);
+    aa += a * a;
+    ab += a * b;
+    bb += b * b;
+    ae -= a * sample.error;
+    be -= b * sample.error;
+  }
+  double const ridge = kRidge * (aa + bb);
+  aa += ridge;
+  bb += ridge;
+  double const determinant = aa * bb - ab * ab;
+  if (!(determinant > 0.0)) return false;
+  double a = (ae * bb - be * ab) / determinant, b = (be * aa - ae * ab) / determinant;
+  if (handles_[0] + a < shortest_) {
+    a = shortest_ - handles_[0];
+    b = (be - ab * a) / bb;
+  }
+  if (handles_[1] + b < shortest_) {
+    b = shortest_ - handles_[1];
+    a = max(shortest_ - handles_[0], (ae - ab * b) / aa);
+  }
+  handles_[0] += a;
+  handles_[1] += b;
+  return handles_[0] + handles_[1] <= kMaxHandles * chord_;
+}
+
+bool ParallelFit::fit(ParallelStretch const& stretch) {
+  prepare(stretch);
+  for (int round = 0; round < kMaxRounds; ++round) {
+    place(stretch);
+    error_ = kBetweenSamples * measure();
+    bool const isSettled = farthestStep_ <= kSettled;
+    if (isSettled && error_ <= tolerance_) {
+      error_ = max(error_, kBetweenSamples * measureGaps(stretch));
+      if (error_ <= tolerance_) return true;
+    }
+    if (!(error_ <= kHopeless * tolerance_) && round > 1) return false;
+    if (!improveHandles(stretch)) return false;
+  }
+  return false;
+}
+
+}  // namespace crv::internal

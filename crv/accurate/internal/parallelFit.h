@@ -1,0 +1,68 @@
+// One cubic segment along a stretch of the parallel of another.
+#pragma once
+
+#include "crv/bezier/internal/cubic.h"
+
+namespace crv::internal {
+
+/// A stretch of the parallel of a segment: the parameters of the segment between which it lies, and
+/// its ends with their directions of travel, which are unit vectors.
+struct ParallelStretch {
+  double t0, t1;
+  Point start, startTangent;
+  Point end, endTangent;
+};
+
+/// Fits cubics to stretches of the parallel of one segment.
+/// Method: the directions at the ends are those of the segment (W. Tiller and E. G. Hanson,
+/// "Offsets of two-dimensional profiles", IEEE Computer Graphics and Applications 4 (1984)); the
+/// lengths of the two handles come from least squares of the distances along the normals, at feet
+/// that are improved from one round to the next. Raph Levien, "Parallel curves of cubic Beziers"
+/// (2022), finds them from area and moment instead.
+class ParallelFit {
+ public:
+  /// The distance is positive to the left. Coordinates are of the order of 1.
+  ParallelFit(Cubic const& source, double distance, double tolerance)
+      : source_(source), distance_(distance), tolerance_(tolerance) {}
+
+  /// Whether a cubic stays within the tolerance of the distance. If so, it is cubic(), and error()
+  /// bounds the difference.
+  bool fit(ParallelStretch const& stretch);
+
+  Cubic const& cubic() const { return cubic_; }
+  double error() const { return error_; }
+
+ private:
+  static constexpr int kSamples = 7;
+
+  struct Sample {
+    Point place;  // on the parallel
+    Point tangent;
+    double t;      // of the source
+    double s;      // where the cubic crosses the normal there
+    double error;  // how far beyond the parallel it does
+  };
+
+  void prepare(ParallelStretch const& stretch);
+  double startHandle(double t, double width) const;
+  void place(ParallelStretch const& stretch);
+  Sample sampleAt(double t, double s) const;
+  double improveFoot(Sample& sample) const;
+  double measure();
+  double measureBetween(Sample const& before, Sample const& behind, int halvings) const;
+  double measureGaps(ParallelStretch const& stretch) const;
+  bool improveHandles(ParallelStretch const& stretch);
+
+  Cubic const source_;
+  double const distance_;
+  double const tolerance_;
+  Sample samples_[kSamples] = {};
+  double handles_[2] = {};
+  double chord_ = 0.0;
+  double shortest_ = 0.0;  // of a handle
+  double farthestStep_ = 0.0;
+  Cubic cubic_ = {};
+  double error_ = 0.0;
+};
+
+}  // namespace crv::internal

@@ -1,0 +1,223 @@
+#include "crv/accurate/internal/rawOutline.h"
+
+#include "crv/accurate/internal/blossom.h"
+#include "crv/accurate/internal/joins.h"
+#include "crv/accurate/internal/segmentPair.h"
+#include "crv/accurate/internal/segmentParallel.h"
+#include "crv/accurate/internal/smoothParts.h"
+#include "crv/accurate/internal/tangent.h"
+
+#include <cmath>
+
+namespace crv::internal {
+
+namespace {
+
+// Curve units, the coordinates being of the order of 1: ends of neighbouring segments this near to
+// each other are joined.
+constexpr double kJoined = 16.0 * kRounding;
+
+// The share of the tolerance by which a joint without a join may be off.
+constexpr double kSmoothShare = 1.0 / 16.0;
+
+// The part of a segment by which its parallel may be prolonged or shortened to meet the next one.
+constexpr double kSmoothReach = 1.0 / 32.0;
+
+// The least speed of a parallel, as a share of the source's, where it is prolonged or shortened.
+constexpr double kLeastSpeed = 0.25;
+
+// Curve units: parallels this near to each other always meet.
+constexpr double kSamePoint = 0x1p-46;
+
+bool areSame(Point const& p, Point const& q) { return p.x == q.x && p.y == q.y; }
+
+/// The curvature at an end of a cubic as it is, so that it is infinite or NaN where a handle has no
+/// length.
+double curvature(Cubic const& c, double t) {
+  Point const velocity = derivativeAt(c, t);
+  double const squaredSpeed = dot(velocity, velocity);
+  return cross(velocity, secondDerivativeAt(c, t)) / (squaredSpeed * std::sqrt(squaredSpeed));
+}
+
+/// Whether the parallel may be prolonged or shortened at an end of a part along its tangent.
+bool isGentleAt(SmoothPart const& part, double t, double distance, double gap, double tolerance) {
+  if (gap > kSmoothReach * crv::internal::distance(part.c.start(), part.c.end())) return false;
+  double const bend = curvature(part.c, t);
+  double const speed = 1.0 - bend * distance;
+  return speed >= kLeastSpeed && std::fabs(bend) * gap * gap <= kSmoothShare * tolerance * speed;
+}
+
+SmoothPart reversed(SmoothPart const& part) {
+  return {reversed(part.c), part.segment, part.t1, part.t0};
+}
+
+/// The segments behind which there is a gap, or the end of an open curve.
+std::vector<std::size_t> gapsOf(Chain const& curve) {
+  std::vector<std::size_t> gaps;
+  for (std::size_t k = 0; k < curve.size(); ++k) {
+    bool const isLast = k + 1 == curve.size();
+    Point const gap = curve.segments[k].end() - curve.segments[isLast ? 0 : k + 1].start();
+    if ((isLast && !curve.closed) || largestPart(gap) > kJoined) gaps.push_back(k);
+  }
+  return gaps;
+}
+
+}  // namespace
+
+/// How the parallels of two parts meet: their ends, which are equal where they need no join.
+struct RawOutline::Turn {
+  Corner corner;
+  Point from, to;
+  Place before, behind;
+};
+
+RawOutline::Turn RawOutline::turnBetween(SmoothPart const& before, SmoothPart const& behind) const {
+  Turn turn;
+  turn.corner = {behind.c.start(), endDirection(before.c), startDirection(behind.c)};
+  turn.before = {before.segment, before.t1};
+  turn.behind = {behind.segment, behind.t0};
+  Corner const& corner = turn.corner;
+  turn.from = before.c.end() + leftOf(corner.in) * distance_;
+  turn.to = corner.joint + leftOf(corner.out) * distance_;
+  double const cosine = dot(corner.in, corner.out);
+  if (!(cosine > 0.0)) return turn;
+  double const tangent = std::fabs(cross(corner.in, corner.out)) / (1.0 + cosine);
+  double const gap = distance_ * tangent;
+  double const tolerance = options_.tolerance;
+  bool const isSmooth = 0.5 * gap * tangent <= kSmoothShare * tolerance &&
+                        isGentleAt(before, 1.0, distance_, gap, tolerance) &&
+                        isGentleAt(behind, 0.0, distance_, gap, tolerance);
+  if (isSmooth || gap <= kSamePoint) {
+    Point const middle = leftOf(corner.in) + leftOf(corner.out);
+    turn.from = turn.to = corner.joint + middle * (distance_ / (1.0 + cosine));
+  }
+  return turn;
+}
+
+RawOutline::RawOutline(Chain const& curve, double distance, OffsetOptions const& options,
+                       RawSides sides, Cap cap)
+    : distance_(distance), options_(options), sides_(sides), cap_(cap) {
+  std::size_t const n = curve.size();
+  std::vector<std::size_t> const gaps = gapsOf(curve);
+  if (gaps.empty()) addRun(curve, 0, n, true);
+  for (std::size_t i = 0; i < gaps.size(); ++i) {
+    std::size_t const before = i == 0 ? gaps.back() : gaps[i - 1];
+    addRun(curve, (before + 1) % n, (gaps[i] + n - before - 1) % n + 1, false);
+  }
+}
+
+bool RawOutline::isWhole(Chain const& curve) { return gapsOf(curve).empty(); }
+
+/// Adds what segments without a gap between them have, which may lead over the seam.
+void RawOutline::addRun(Chain const& curve, std::size_t first, std::size_t count, bool isClosed) {
+  Parts parts;
+  for (std::size_t i = 0; i < count; ++i) {
+    std::size_t const k = (first + i) % curve.size();
+    if (!isPoint(curve.segments[k])) appendSmoothParts(curve.segments[k], k, parts);
+  }
+  Parts back;
+  for (std::size_t i = parts.size(); i-- > 0;) back.push_back(reversed(parts[i]));
+  std::size_t const begin = segments_.size();
+  if (parts.empty()) {
+    if (sides_ == RawSides::left) return;
+    Point const p = curve.segments[first].start();
+    pen_ = p + Point{0.0, distance_};
+    addCap(p, {1.0, 0.0});
+    addCap(p, {-1.0, 0.0});
+    return closeFrom(begin);
+  }
+  if (isClosed) {
+    addSide(parts, true, true);
+    closeFrom(begin);
+    if (sides_ == RawSides::left) return;
+    std::size_t const middle = segments_.size();
+    addSide(back, true, false);
+    return closeFrom(middle);
+  }
+  addSide(parts, false, true);
+  addCap(parts.back().c.end(), endDirection(parts.back().c));
+  addSide(back, false, false);
+  addCap(back.back().c.end(), endDirection(back.back().c));
+  closeFrom(begin);
+}
+
+/// Adds the parallel to the left of parts that follow each other.
+void RawOutline::addSide(Parts const& parts, bool isClosed, bool isWanted) {
+  std::size_t const n = parts.size();
+  Turn const around = turnBetween(parts.back(), parts.front());
+  Turn before = around;
+  if (!isClosed) {
+    before.from = before.to = parts[0].c.start() + leftOf(startDirection(parts[0].c)) * distance_;
+  }
+  if (isClosed || isWanted) pen_ = before.from;
+  goTo(before.from);
+  if (isClosed) addTurn(before, isWanted);
+  for (std::size_t i = 0; i < n; ++i) {
+    bool const isLast = i + 1 == n;
+    Turn behind = isLast ? around : turnBetween(parts[i], parts[i + 1]);
+    if (isLast && !isClosed) {
+      behind.from = parts[i].c.end() + leftOf(endDirection(parts[i].c)) * distance_;
+    }
+    addPart(parts[i], before.to, behind.from, isWanted);
+    goTo(behind.from);
+    if (!isLast) addTurn(behind, isWanted);
+    before = behind;
+  }
+}
+
+void RawOutline::addTurn(Turn const& turn, bool isWanted) {
+  if (areSame(turn.from, turn.to)) return;
+  if (!turn.corner.isOuter()) return goTo(turn.to);
+  std::vector<Cubic> join;
+  OffsetOptions options = options_;
+  if (sides_ == RawSides::leftAmongBoth && !isWanted) options.join = Join::round;
+  auto const error = appendJoin(turn.corner, distance_, options, turn.from, turn.to, join);
+  addJoin(join, error, isWanted, turn.before, turn.behind);
+}
+
+void RawOutline::addPart(SmoothPart const& part, Point const& from, Point const& to,
+                         bool isWanted) {
+  pieces_.clear();
+  appendParallel(part.c, distance_, options_.tolerance, from, to, pieces_);
+  double const width = part.t1 - part.t0;
+  for (ParallelPiece const& piece : pieces_) {
+    goTo(piece.c.start());
+    Place const first = {part.segment, part.t0 + piece.t0 * width};
+    Place const last = {part.segment, piece.t1 == 1.0 ? part.t1 : part.t0 + piece.t1 * width};
+    add({piece.c, RawKind::parallel, isWanted, true, first, last, 0, piece.error});
+  }
+}
+
+void RawOutline::addCap(Point const& end, Point const& direction) {
+  std::vector<Cubic> join;
+  auto const error = appendCap(end, direction, distance_, cap_, options_.tolerance, join);
+  addJoin(join, error, false, {}, {});
+}
+
+void RawOutline::addJoin(std::vector<Cubic> const& join, std::optional<double> error, bool isWanted,
+                         Place const& from, Place const& to) {
+  for (Cubic const& c : join) {
+    add({c, RawKind::join, isWanted, error.has_value(), from, to, 0, error.value_or(0.0)});
+  }
+}
+
+/// Draws a line to a point, unless the pen is there.
+void RawOutline::goTo(Point const& p) {
+  if (areSame(pen_, p)) return;
+  add({straight(pen_, p), RawKind::link, false, false, {}, {}, 0, 0.0});
+}
+
+void RawOutline::add(RawSegment const& segment) {
+  segments_.push_back(segment);
+  segments_.back().next = segments_.size();
+  pen_ = segment.c.end();
+}
+
+/// Closes the chain that begins with a segment.
+void RawOutline::closeFrom(std::size_t first) {
+  if (first == segments_.size()) return;
+  goTo(segments_[first].c.start());
+  segments_.back().next = first;
+}
+
+}  // namespace crv::internal

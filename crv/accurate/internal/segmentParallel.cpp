@@ -1,0 +1,220 @@
+#include "crv/accurate/internal/segmentParallel.h"
+
+#include "crv/accurate/internal/blossom.h"
+#include "crv/accurate/internal/controlEdges.h"
+#include "crv/accurate/internal/parallelFit.h"
+#include "crv/accurate/internal/segmentPair.h"
+#include "crv/accurate/internal/smoothParts.h"
+#include "crv/accurate/internal/tangent.h"
+
+#include <cmath>
+#include <cstddef>
+#include <utility>
+
+namespace crv::internal {
+
+namespace {
+
+// The cosine of the largest turn that one cubic is tried with, about 100 degrees.
+constexpr double kLargestTurn = -0.2;
+
+// The sine of a turn below which a stretch is split in the middle, else at half its turn.
+constexpr double kSmallTurn = 0.3;
+
+// Parameter, relative to a stretch: it is not split nearer than this to its ends.
+constexpr double kFirstSplit = 0x1p-10;
+
+// How often a stretch is split, and into how many pieces at most. Both are reached only where
+// rounding, or a tolerance below it, keeps a fit from succeeding.
+constexpr int kMostSplits = 40;
+constexpr std::size_t kMostPieces = 1000;
+
+// Where the curvature crosses that of the distance is looked for in parts of 2^-10, and from parts
+// of 2^-3 on by halving.
+constexpr int kFinestPart = 10;
+constexpr int kCoarsestRoot = 3;
+constexpr int kRootHalvings = 40;
+
+// The share of a part by which its ends are moved inwards: where a handle has no length, the
+// curvature at the very end is not defined.
+constexpr double kEndShare = 0x1p-20;
+
+// Parameter: parallels of stretches shorter than this are left out.
+constexpr double kShortest = 0x1p-30;
+
+class SegmentParallel {
+ public:
+  SegmentParallel(Cubic const& source, double distance, double tolerance, Point const& start,
+                  Point const& end, std::vector<ParallelPiece>& pieces)
+      : source_(source),
+        edges_(source),
+        distance_(distance),
+        start_(start),
+        end_(end),
+        fit_(source, distance, tolerance),
+        pieces_(pieces),
+        most_(pieces.size() + kMostPieces) {}
+
+  void append();
+
+ private:
+  using Range = std::pair<double, double>;
+
+  bool appendStraight();
+  void findReversed(Edges const& edges, double t0, double t1, int depth,
+                    std::vector<Range>& found) const;
+  bool isReversed(double t) const;
+  double reversalBetween(double t0, double t1) const;
+  Point direction(double t) const;
+  ParallelStretch stretchBetween(double t0, double t1) const;
+  void appendStretch(double t0, double t1, int depth);
+
+  Cubic const& source_;
+  Edges const edges_;
+  double const distance_;
+  Point const start_, end_;
+  ParallelFit fit_;
+  std::vector<ParallelPiece>& pieces_;
+  std::size_t const most_;
+};
+
+/// Whether the segment was straight: then it is moved as it is.
+bool SegmentParallel::appendStraight() {
+  auto const axis = axisOf(source_);
+  if (!axis) return false;
+  Point const move = leftOf(*axis) * (edges_.alongSum(*axis) < 0.0 ? -distance_ : distance_);
+  pieces_.push_back({{{start_, source_.p[1] + move, source_.p[2] + move, end_}}, 0.0, 1.0, 0.0});
+  return true;
+}
+
+bool SegmentParallel::isReversed(double t) const {
+  Point const first = derivativeAt(source_, t);
+  Point const second = secondDerivativeAt(source_, t);
+  double const squaredSpeed = dot(first, first);
+  return distance_ * cross(first, second) > squaredSpeed * std::sqrt(squaredSpeed);
+}
+
+double SegmentParallel::reversalBetween(double t0, double t1) const {
+  bool const atStart = isReversed(t0 + kEndShare * (t1 - t0));
+  for (int i = 0; i < kRootHalvings; ++i) {
+    double const t = 0.5 * (t0 + t1);
+    (isReversed(t) == atStart ? t0 : t1) = t;
+  }
+  return 0.5 * (t0 + t1);
+}
+
+/// Finds where a stretch turns around a centre on the parallel's side that is nearer than the
+/// distance: the parallel runs back there.
+void SegmentParallel::findReversed(Edges const& edges, double t0, double t1, int depth,
+                                   std::vector<Range>& found) const {
+  auto const add = [&found](double from, double to) {
+    if (!found.empty() && found.back().second == from) {
+      found.back().second = to;
+    } else {
+      found.push_back({from, to});
+    }
+  };
+  Quadratic const turning = edges.turning();
+  double const a = distance_ * turning.c0, b = distance_ * turning.c1, c = distance_ * turning.c2;
+  double const most = max(a, max(b, c)), least = min(a, min(b, c));
+  if (most <= 0.0) return;
+  // Speed and turning are 3 and 18 times what the edges give.
+  Point const chord = edges.e[0] + edges.e[1] + edges.e[2];
+  double const length = std::sqrt(dot(chord, chord));
+  double const slowest = length > 0.0 ? edges.leastAlong(chord) / length : 0.0;
+  if (slowest > 0.0 && 1.5 * slowest * slowest * slowest >= most) return;
+  double const fastest = edges.largest();
+  if (1.5 * fastest * fastest * fastest < least) return add(t0, t1);
+
+  double const middle = 0.5 * (t0 + t1);
+  if (depth >= kCoarsestRoot) {
+    double const inside = kEndShare * (t1 - t0);
+    bool const atStart = isReversed(t0 + inside), atEnd = isReversed(t1 - inside);
+    if (atStart != atEnd) {
+      double const root = reversalBetween(t0, t1);
+      return atStart ? add(t0, root) : add(root, t1);
+    }
+    if (depth == kFinestPart) {
+      if (isReversed(middle)) add(t0, t1);
+      return;
+    }
+  }
+  Edges const left = edges.stretch(0.0, 0.5), right = edges.stretch(0.5, 1.0);
+  findReversed(left, t0, middle, depth + 1, found);
+  findReversed(right, middle, t1, depth + 1, found);
+}
+
+ParallelStretch SegmentParallel::stretchBetween(double t0, double t1) const {
+  ParallelStretch s;
+  s.t0 = t0;
+  s.t1 = t1;
+  s.startTangent = t0 == 0.0 ? startDirection(source_) : direction(t0);
+  s.endTangent = t1 == 1.0 ? endDirection(source_) : direction(t1);
+  s.start = t0 == 0.0 ? start_ : pointAt(source_, t0) + leftOf(s.startTangent) * distance_;
+  s.end = t1 == 1.0 ? end_ : pointAt(source_, t1) + leftOf(s.endTangent) * distance_;
+  return s;
+}
+
+/// The direction of travel at a parameter inside.
+Point SegmentParallel::direction(double t) const {
+  Point const velocity = derivativeAt(source_, t);
+  return largestPart(velocity) > 0.0 ? unitVector(velocity) : startDirection(source_);
+}
+
+/// Where a stretch that one cubic does not follow is split, relative to it: at its inflection or at
+/// half its turn.
+double splitOf(Edges const& edges, Point const& startTangent, Point const& endTangent) {
+  double t[2];
+  if (edges.turning().roots(t) == 1 && t[0] > 0.125 && t[0] < 0.875) return t[0];
+  double const sine = cross(startTangent, endTangent), cosine = dot(startTangent, endTangent);
+  if (std::fabs(sine) < kSmallTurn && cosine > 0.0) return 0.5;
+  Point const bisector =
+      cosine > -0.5 ? startTangent + endTangent : leftOf(startTangent - endTangent);
+  int const count = edges.across(bisector).roots(t);
+  for (int i = 0; i < count; ++i) {
+    if (t[i] > kFirstSplit && t[i] < 1.0 - kFirstSplit) return t[i];
+  }
+  return 0.5;
+}
+
+void SegmentParallel::appendStretch(double t0, double t1, int depth) {
+  ParallelStretch const stretch = stretchBetween(t0, t1);
+  Edges const edges = edges_.stretch(t0, t1);
+  Point const bisector = stretch.startTangent + stretch.endTangent;
+  bool const turnsLittle = dot(stretch.startTangent, stretch.endTangent) > kLargestTurn &&
+                           edges.leastAlong(bisector) >= 0.0;
+  if (turnsLittle && fit_.fit(stretch)) {
+    pieces_.push_back({fit_.cubic(), t0, t1, fit_.error()});
+    return;
+  }
+  double const middle = t0 + (t1 - t0) * splitOf(edges, stretch.startTangent, stretch.endTangent);
+  bool const isOver = depth == kMostSplits || pieces_.size() >= most_;
+  if (isOver || !(middle > t0 && middle < t1)) {
+    double const error = turnsLittle ? fit_.error() : 0.0;
+    pieces_.push_back({straight(stretch.start, stretch.end), t0, t1, error});
+    return;
+  }
+  appendStretch(t0, middle, depth + 1);
+  appendStretch(middle, t1, depth + 1);
+}
+
+void SegmentParallel::append() {
+  if (appendStraight()) return;
+  std::vector<Range> reversed;
+  findReversed(edges_, 0.0, 1.0, 0, reversed);
+  double from = 0.0;
+  for (Range const& range : reversed) {
+    if (range.first - from > kShortest) appendStretch(from, range.first, 0);
+    from = range.second;
+  }
+  if (1.0 - from > kShortest) appendStretch(from, 1.0, 0);
+}
+
+}  // namespace
+
+void appendParallel(Cubic const& source, double distance, double tolerance, Point const& start,
+                    Point const& end, std::vector<ParallelPiece>& pieces) {
+  SegmentParallel(source, distance, tolerance, start, end, pieces).append();
+}
+
+}  // namespace crv::internal

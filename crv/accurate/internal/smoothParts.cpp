@@ -1,0 +1,73 @@
+#include "crv/accurate/internal/smoothParts.h"
+
+#include "crv/accurate/internal/controlEdges.h"
+#include "crv/accurate/internal/segmentPair.h"
+#include "crv/accurate/internal/tangent.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace crv::internal {
+
+namespace {
+
+// Curve units, the coordinates being of the order of 1: a segment this near to a line is straight.
+constexpr double kStraight = 0x1p-48;
+
+// Relative to the longest edge of the control polygon: a velocity below this is none.
+constexpr double kStill = 0x1p-26;
+
+// Parameter: cusps nearer to each other, or to the ends, are one.
+constexpr double kOne = 0x1p-20;
+
+/// The parameters of the cusps, ascending.
+std::vector<double> cuspsOf(Cubic const& c) {
+  std::vector<double> cusps;
+  Edges const edges(c);
+  if (edges.leastAlong(c.end() - c.start()) > 0.0) return cusps;
+  auto const axis = axisOf(c);
+  double const still = kStill * edges.largest();
+  // Both parts of the velocity vanish at a cusp; the larger one of them changes sign.
+  for (Point const& direction : {Point{0.0, 1.0}, Point{1.0, 0.0}}) {
+    double t[2];
+    int const count = edges.across(axis ? leftOf(*axis) * -1.0 : direction).roots(t);
+    for (int i = 0; i < count; ++i) {
+      bool const isStill = axis || largestPart(derivativeAt(c, t[i])) <= 3.0 * still;
+      bool const isInside = t[i] > kOne && t[i] < 1.0 - kOne;
+      if (isStill && isInside) cusps.push_back(t[i]);
+    }
+  }
+  std::sort(cusps.begin(), cusps.end());
+  auto const areOne = [](double s, double t) { return t - s <= kOne; };
+  cusps.erase(std::unique(cusps.begin(), cusps.end(), areOne), cusps.end());
+  return cusps;
+}
+
+}  // namespace
+
+std::optional<Point> axisOf(Cubic const& c) {
+  int farthest = 1;
+  for (int i = 2; i < 4; ++i) {
+    if (squaredDistance(c.p[0], c.p[i]) > squaredDistance(c.p[0], c.p[farthest])) farthest = i;
+  }
+  Point const axis = unitVector(c.p[farthest] - c.p[0]);
+  for (Point const& p : c.p) {
+    if (std::fabs(cross(axis, p - c.p[0])) > kStraight) return std::nullopt;
+  }
+  return axis;
+}
+
+void appendSmoothParts(Cubic const& c, std::size_t segment, std::vector<SmoothPart>& parts) {
+  SmoothPart rest = {c, segment, 0.0, 1.0};
+  for (double const cusp : cuspsOf(c)) {
+    SmoothPart part = rest;
+    rest.c.split((cusp - rest.t0) / (1.0 - rest.t0), part.c, rest.c);
+    part.c.p[2] = part.c.p[3];
+    rest.c.p[1] = rest.c.p[0];
+    part.t1 = rest.t0 = cusp;
+    parts.push_back(part);
+  }
+  parts.push_back(rest);
+}
+
+}  // namespace crv::internal

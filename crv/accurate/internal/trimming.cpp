@@ -1,0 +1,131 @@
+#include "crv/accurate/internal/trimming.h"
+
+#include "crv/accurate/internal/chainMeetings.h"
+#include "crv/accurate/internal/controlEdges.h"
+#include "crv/accurate/internal/foot.h"
+#include "crv/accurate/internal/meetings.h"
+#include "crv/accurate/internal/segmentPair.h"
+#include "crv/accurate/internal/tangent.h"
+#include "crv/accurate/internal/unitScale.h"
+#include "crv/curve/internal/boxTree.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace crv::internal {
+
+namespace {
+
+// Parts of a path that are asked for their distance, the largest ones first.
+constexpr std::size_t kWitnesses = 4;
+
+// How much nearer than the distance a place of a boundary may be, in tolerances.
+constexpr double kSlack = 2.0;
+
+/// Whether two segments of which the second follows the first, or one segment, advance in one
+/// direction all along: then they meet at their joint only.
+bool advance(Cubic const& a, Cubic const& b) {
+  Point const chordA = a.end() - a.start(), chordB = b.end() - b.start();
+  if (largestPart(chordA) == 0.0 || largestPart(chordB) == 0.0) return false;
+  Point const direction = unitVector(chordA) + unitVector(chordB);
+  return Edges(a).leastAlong(direction) > 0.0 && Edges(b).leastAlong(direction) > 0.0;
+}
+
+/// Whether two segments meet nowhere, or where the second follows the first, at their joint only.
+bool meetAtMostAtJoint(Cubic const& a, Cubic const& b, bool follows, UnitScale const& scale) {
+  if (follows && advance(a, b)) return true;
+  Meetings found;
+  findMeetings(scale.scaled(a), scale.scaled(b), scale.magnitude, scale.resolution, Stretches::all,
+               found);
+  for (Meeting const& m : found.points) {
+    if (!follows || m.t != 1.0 || m.u != 0.0) return false;
+  }
+  return found.stretches.empty();
+}
+
+/// Whether a foot inside a segment of the curve is nearer to a point than a distance. Ends and
+/// joints do not count: flat caps and bevels are nearer to them.
+bool isNear(Chain const& curve, BoxTree const& tree, Point const& p, double least) {
+  double const limit = least * least;
+  bool isFound = false;
+  tree.visit([&](Box const& box) { return !isFound && squaredDistance(box, p) < limit; },
+             [&](std::size_t segment) {
+               Cubic const& c = curve.segments[segment];
+               isFound = isFound || !localMinima(c, p, limit).inside.empty();
+             });
+  return isFound;
+}
+
+/// 1 where the edge has outside on its left and something else on its right, -1 the other way
+/// round, else 0.
+signed char sideOf(Edge const& edge, int outside) {
+  if (edge.first == kNone || edge.left[0] == edge.right[0]) return 0;
+  if (edge.left[0] == outside && edge.right[0] < outside) return 1;
+  if (edge.right[0] == outside && edge.left[0] < outside) return -1;
+  return 0;
+}
+
+/// Whether the largest parts of a path keep the distance, and none leads across what is nearer.
+bool keepsDistance(Path const& path, RawOutline const& outline, Chain const& curve,
+                   BoxTree const& tree, double distance, double tolerance) {
+  double const least = distance - kSlack * tolerance;
+  std::vector<std::pair<double, PathPart const*>> parts;
+  for (PathPart const& part : path.parts) {
+    RawSegment const& segment = outline.segments()[part.segment];
+    bool const isLong = internal::distance(part.c.start(), part.c.end()) > kSlack * tolerance;
+    if (segment.kind == RawKind::link && isLong) return false;
+    if (!segment.hasDistance) continue;
+    parts.push_back({squaredDistance(part.c.start(), part.c.end()), &part});
+  }
+  std::size_t const count = std::min(kWitnesses, parts.size());
+  std::partial_sort(parts.begin(), parts.begin() + static_cast<long>(count), parts.end(),
+                    [](auto const& a, auto const& b) { return a.first > b.first; });
+  for (std::size_t i = 0; i < count; ++i) {
+    if (isNear(curve, tree, pointAt(parts[i].second->c, 0.5), least)) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+bool isSimple(Chain const& curve) {
+  UnitScale const scale(curve.magnitude(), 0.0);
+  BoxTree const tree = boxTree(curve, scale.resolution / scale.factor);
+  std::size_t const n = curve.size();
+  bool isClear = true;
+  BoxTree::visitOverlaps(tree, tree, [&](std::size_t i, std::size_t k) {
+    if (i > k || !isClear) return;
+    Cubic const &a = curve.segments[i], &b = curve.segments[k];
+    bool const leads = i == 0 && k + 1 == n && n > 2;
+    if (i == k) {
+      isClear = advance(a, a);
+    } else {
+      isClear =
+          leads ? meetAtMostAtJoint(b, a, true, scale) : meetAtMostAtJoint(a, b, k == i + 1, scale);
+    }
+  });
+  if (isClear) return true;
+  ChainMeetings const found = findSelfMeetings(curve, tree, tree, scale);
+  return found.points.empty() && found.stretches.empty();
+}
+
+std::vector<Path> trimmed(RawOutline const& outline, int outside, Chain const& curve,
+                          double distance, double tolerance) {
+  std::vector<ArrangedSegment> segments;
+  segments.reserve(outline.segments().size());
+  for (RawSegment const& s : outline.segments()) segments.push_back({s.c, s.next, 0});
+  if (segments.empty()) return {};
+  Arrangement const plane(std::move(segments), 0.0);
+  std::vector<signed char> kept;
+  kept.reserve(plane.edges().size());
+  for (Edge const& edge : plane.edges()) kept.push_back(sideOf(edge, outside));
+  std::vector<Path> paths = plane.paths(kept);
+  BoxTree const tree = boxTree(curve, 0.0);
+  auto const isWrong = [&](Path const& path) {
+    return !path.isClosed || !keepsDistance(path, outline, curve, tree, distance, tolerance);
+  };
+  paths.erase(std::remove_if(paths.begin(), paths.end(), isWrong), paths.end());
+  return paths;
+}
+
+}  // namespace crv::internal

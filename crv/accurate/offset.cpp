@@ -1,0 +1,198 @@
+#include "crv/accurate/offset.h"
+
+#include "crv/accurate/internal/chain.h"
+#include "crv/accurate/internal/parallelMap.h"
+#include "crv/accurate/internal/rawOutline.h"
+#include "crv/accurate/internal/scale.h"
+#include "crv/accurate/internal/segmentArea.h"
+#include "crv/accurate/internal/trimming.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <utility>
+
+namespace crv {
+
+namespace {
+
+using internal::Chain;
+using internal::Cubic;
+using internal::ParallelOrigin;
+using internal::Path;
+using internal::PathPart;
+using internal::Place;
+using internal::RawKind;
+using internal::RawOutline;
+using internal::RawSegment;
+using internal::RawSides;
+
+// In units of u (S + |d|): errors below this are rounding.
+constexpr double kLeastTolerance = 64.0;
+
+/// The curve in a frame where S + |d| is of the order of 1 and the parallel lies on the left.
+struct Frame {
+  Frame(Chain const& source, double signedDistance, OffsetOptions const& given)
+      : options(given), isMirrored(signedDistance < 0.0) {
+    double const size = source.magnitude() + std::fabs(signedDistance);
+    exponent = std::ilogb(size) + 1;
+    distance = std::ldexp(std::fabs(signedDistance), -exponent);
+    options.tolerance =
+        std::max(std::ldexp(given.tolerance, -exponent), kLeastTolerance * internal::kRounding);
+    curve.closed = source.closed;
+    for (Cubic c : source.segments) {
+      for (internal::Point& p : c.p)
+        p = {std::ldexp(p.x, -exponent), mirrored(std::ldexp(p.y, -exponent))};
+      curve.segments.push_back(c);
+    }
+  }
+
+  double mirrored(double y) const { return isMirrored ? -y : y; }
+
+  Point toCaller(internal::Point const& p) const {
+    return {std::ldexp(p.x, exponent), mirrored(std::ldexp(p.y, exponent))};
+  }
+
+  Segment toCaller(Cubic const& c) const {
+    return {toCaller(c.p[0]), toCaller(c.p[1]), toCaller(c.p[2]), toCaller(c.p[3])};
+  }
+
+  Chain curve;
+  double distance;
+  OffsetOptions options;
+  int exponent;
+  bool isMirrored;
+};
+
+/// Whether there is anything to be done.
+bool isUsable(Chain const& curve, double distance, OffsetOptions const& options) {
+  bool const isDistanceUsable = std::fabs(distance) <= internal::kLargestMagnitude;
+  return curve.size() > 0 && internal::isUsable(curve.magnitude()) && isDistanceUsable &&
+         options.tolerance > 0.0;
+}
+
+/// A parallel in the making.
+class ParallelMaker {
+ public:
+  ParallelMaker(Frame const& frame, RawOutline const& outline)
+      : frame_(frame), outline_(outline), source_(std::make_shared<Chain const>(frame.curve)) {}
+
+  void add(Path const& path);
+  Offset result();
+
+ private:
+  using Parts = std::vector<PathPart>;
+
+  RawSegment const& raw(PathPart const& part) const { return outline_.segments()[part.segment]; }
+  void addParallel(Parts parts, bool isClosed);
+
+  Frame const& frame_;
+  RawOutline const& outline_;
+  std::shared_ptr<Chain const> source_;
+  std::vector<std::pair<Place, Piece>> found_;
+  double worstError_ = 0.0;
+};
+
+bool isBefore(Place const& p, Place const& q) {
+  return p.segment != q.segment ? p.segment < q.segment : p.t < q.t;
+}
+
+/// Adds the stretches of a closed path that are on the wanted side.
+void ParallelMaker::add(Path const& path) {
+  auto const isWanted = [this](PathPart const& part) { return raw(part).isWanted; };
+  Parts parts = path.parts;
+  auto const firstOther = std::find_if_not(parts.begin(), parts.end(), isWanted);
+  if (firstOther == parts.end()) {
+    auto const lowest =
+        std::min_element(parts.begin(), parts.end(), [this](PathPart const& a, PathPart const& b) {
+          return isBefore(raw(a).from, raw(b).from);
+        });
+    std::rotate(parts.begin(), lowest, parts.end());
+    return addParallel(std::move(parts), true);
+  }
+  std::rotate(parts.begin(), firstOther, parts.end());
+  for (auto i = parts.begin(); i != parts.end();) {
+    auto const first = std::find_if(i, parts.end(), isWanted);
+    i = std::find_if_not(first, parts.end(), isWanted);
+    if (first != i) addParallel(Parts(first, i), false);
+  }
+}
+
+void ParallelMaker::addParallel(Parts parts, bool isClosed) {
+  Piece piece;
+  std::vector<ParallelOrigin> origins;
+  for (PathPart const& part : parts) {
+    RawSegment const& segment = raw(part);
+    piece.curve.getSegments().add(frame_.toCaller(part.c));
+    origins.push_back(
+        {segment.kind == RawKind::join, segment.from, segment.to, segment.c, part.from, part.to});
+    if (segment.hasDistance) worstError_ = std::max(worstError_, segment.error);
+  }
+  piece.curve.setStrictIsClosed(isClosed);
+  piece.map = internal::parallelMap(source_, std::move(origins), isClosed);
+  found_.push_back({raw(parts.front()).from, std::move(piece)});
+}
+
+Offset ParallelMaker::result() {
+  std::stable_sort(found_.begin(), found_.end(),
+                   [](auto const& a, auto const& b) { return isBefore(a.first, b.first); });
+  Offset offset;
+  for (auto& [place, piece] : found_) offset.parallels.push_back(std::move(piece));
+  double const rounding = kLeastTolerance * internal::kRounding;
+  offset.worstError = std::ldexp(std::max(worstError_, rounding), frame_.exponent);
+  return offset;
+}
+
+/// The sign is that of the area of a closed curve.
+double twiceArea(Chain const& curve) {
+  internal::Point const origin = curve.segments[0].start();
+  double sum = 0.0;
+  for (Cubic const& c : curve.segments) {
+    sum += cross(c.start() - origin, c.end() - c.start()) + internal::twiceAreaOverChord(c);
+  }
+  return sum;
+}
+
+}  // namespace
+
+Offset offset(Curve const& curve, double distance, OffsetOptions const& options) {
+  Chain const chain(curve);
+  if (!isUsable(chain, distance, options)) return {};
+  if (std::fabs(distance) <= internal::kDefaultResolution * chain.magnitude()) {
+    return {{withJoint(curve, Position(0, 0.0))}, std::fabs(distance)};
+  }
+  Frame const frame(chain, distance, options);
+  bool const isAlone = RawOutline::isWhole(frame.curve) && internal::isSimple(frame.curve);
+  RawOutline const outline(frame.curve, frame.distance, frame.options,
+                           isAlone ? RawSides::left : RawSides::leftAmongBoth, Cap::round);
+  int const outside = isAlone && twiceArea(frame.curve) > 0.0 ? 1 : 0;
+  ParallelMaker maker(frame, outline);
+  for (Path const& path :
+       internal::trimmed(outline, outside, frame.curve, frame.distance, frame.options.tolerance)) {
+    maker.add(path);
+  }
+  return maker.result();
+}
+
+std::vector<Curve> strokeOutline(Curve const& curve, double width, Cap cap,
+                                 OffsetOptions const& options) {
+  std::vector<Curve> outlines;
+  Chain const chain(curve);
+  if (!(width > 0.0) || !isUsable(chain, 0.5 * width, options)) return outlines;
+  Frame const frame(chain, 0.5 * width, options);
+  RawOutline const outline(frame.curve, frame.distance, frame.options, RawSides::both, cap);
+  for (Path const& path :
+       internal::trimmed(outline, 0, frame.curve, frame.distance, frame.options.tolerance)) {
+    // The path has the stroke on its right.
+    Curve turned;
+    for (PathPart const& part : path.parts) {
+      Segment const s = frame.toCaller(part.c);
+      turned.getSegments().insert({s[3], s[2], s[1], s[0]}, 0);
+    }
+    turned.setStrictIsClosed(true);
+    outlines.push_back(std::move(turned));
+  }
+  return outlines;
+}
+
+}  // namespace crv

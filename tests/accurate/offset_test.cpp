@@ -1,0 +1,189 @@
+// Parallels and outlines of strokes: distances by dense samples, areas by hand.
+#include "crv/accurate/offset.h"
+
+#include "crv/accurate/curveContacts.h"
+#include "crv/accurate/curveSearch.h"
+#include "crv/accurate/direction.h"
+#include "tests/support/data.h"
+
+#include <cmath>
+
+namespace {
+
+using namespace support;
+using crv::Cap;
+using crv::Curve;
+using crv::CurveSearch;
+using crv::Join;
+using crv::Offset;
+using crv::OffsetOptions;
+using crv::Piece;
+using crv::Position;
+
+constexpr double kPi = 3.141592653589793;
+
+Curve closed(Curve curve) {
+  curve.setStrictIsClosed(1);
+  return curve;
+}
+
+Curve square(double size) { return closed(polygon({0, 0, size, 0, size, size, 0, size, 0, 0})); }
+
+/// Every promise of the parallels of a curve with round joins; returns how many segments they have.
+unsigned long expectParallels(Curve const& curve, double distance, double tolerance) {
+  Offset const offset = crv::offset(curve, distance, {tolerance, Join::round, 4.0});
+  EXPECT_LE(offset.worstError, tolerance);
+  CurveSearch const search(curve);
+  unsigned long segments = 0;
+  for (Piece const& piece : offset.parallels) {
+    auto const n = static_cast<int>(piece.curve.length());
+    segments += piece.curve.length();
+    EXPECT_TRUE(crv::selfContacts(piece.curve).points.empty());
+    for (int i = 0; i < n; ++i) {
+      bool const isJoined = i > 0 || piece.curve.strictIsClosed() != 0;
+      EXPECT_TRUE(!isJoined || piece.curve[(i + n - 1) % n][3] == piece.curve[i][0]);
+      for (int k = 0; k < 16; ++k) {
+        Position const there(i, k / 16.0);
+        Point const p = piece.curve.locateCurvePosition(there);
+        EXPECT_NEAR(search.nearest(p)->distance, std::fabs(distance), offset.worstError);
+        Position source, back;
+        EXPECT_EQ(piece.map->inverseMapPosition(source, there), 0);
+        Point const foot = curve.locateCurvePosition(source);
+        EXPECT_NEAR(foot.distance(p), std::fabs(distance), offset.worstError);
+        EXPECT_EQ(piece.map->mapPosition(back, source), 0);
+      }
+    }
+  }
+  return segments;
+}
+
+double totalArea(Offset const& offset) {
+  double area = 0.0;
+  for (Piece const& piece : offset.parallels) area += crv::signedArea(piece.curve);
+  return area;
+}
+
+double totalArea(std::vector<Curve> const& outlines) {
+  double area = 0.0;
+  for (Curve const& outline : outlines) area += crv::signedArea(outline);
+  return area;
+}
+
+TEST(AccurateOffset, LettersKeepTheDistanceWithFewSegments) {
+  for (char const* name : {"roman-o-inner", "sans-k-thirds", "italic-f-thirds", "roman-g-outer"}) {
+    Curve const letter = outline(name);
+    for (double const distance : {-20.0, -5.0, 0.3, 5.0, 20.0}) {
+      SCOPED_TRACE(name + text(distance));
+      EXPECT_LE(expectParallels(letter, distance, 0.01), 2 * letter.length() + 10);
+    }
+    expectParallels(letter, 3.0, 1e-6);
+  }
+}
+
+TEST(AccurateOffset, CornersAreJoinedAsAsked) {
+  struct {
+    Join join;
+    double limit, area;
+    unsigned long segments;
+  } const rows[] = {{Join::round, 4.0, 10000 + 4000 + 100 * kPi, 8},
+                    {Join::miter, 4.0, 120.0 * 120.0, 8},
+                    {Join::miter, 1.4, 120.0 * 120.0 - 200.0, 8},
+                    {Join::bevel, 4.0, 120.0 * 120.0 - 200.0, 8}};
+  for (auto const& row : rows) {
+    Offset const outer = crv::offset(square(100), -10, {1e-6, row.join, row.limit});
+    ASSERT_EQ(outer.parallels.size(), 1u);
+    EXPECT_NEAR(totalArea(outer), row.area, 1e-3);
+    Offset const inner = crv::offset(square(100), 10, {1e-6, row.join, row.limit});
+    ASSERT_EQ(inner.parallels.size(), 1u);
+    EXPECT_EQ(inner.parallels[0].curve.length(), 4u);
+    EXPECT_NEAR(totalArea(inner), 6400.0, 1e-9);
+  }
+  // One segment a quarter turn at 3e-4 of the radius, one per 45 degrees at 1e-5.
+  EXPECT_EQ(crv::offset(square(100), -10, {3e-3}).parallels[0].curve.length(), 8u);
+  EXPECT_EQ(crv::offset(square(100), -10, {1e-4}).parallels[0].curve.length(), 12u);
+}
+
+TEST(AccurateOffset, WhatIsTooNearIsTrimmedAway) {
+  EXPECT_TRUE(crv::offset(square(100), 50.1).parallels.empty());
+  EXPECT_TRUE(crv::offset(closed(circle(10)), 10.1).parallels.empty());
+  // Two rooms with a narrow door have a parallel each; places in the door have none.
+  Curve const rooms = closed(polygon({0,   0,   100, 0,   100, 45,  110, 45,  110, 0, 210, 0, 210,
+                                      100, 110, 100, 110, 55,  100, 55,  100, 100, 0, 100, 0, 0}));
+  Offset const two = crv::offset(rooms, 10);
+  ASSERT_EQ(two.parallels.size(), 2u);
+  // They reach into the door between the circles of radius 10 about its corners.
+  EXPECT_NEAR(totalArea(two), 2 * 6400.0 + 8.6777, 0.1);
+  Position out(7, 0.5);
+  EXPECT_EQ(two.parallels[0].map->mapPosition(out, Position(2, 0.5)), -1);
+  EXPECT_TRUE(out == Position(7, 0.5));
+  expectParallels(rooms, 10, 1e-4);
+  // A bay whose radius is less than the distance leaves no swallowtail.
+  expectParallels(curveOf({bezier(0, 100, 0, 0, 10, 0, 10, 100)}), 20, 0.01);
+  // A figure of eight, and a loop that comes back to its start.
+  expectParallels(closed(curveOf({bezier(0, 0, 120, 90, 120, -90, 0, 0)})), 5, 0.01);
+  expectParallels(curveOf({loop()}), -4, 0.01);
+}
+
+TEST(AccurateOffset, OutlinesOfStrokesHaveTheirCapsAndHoles) {
+  Curve const line = polygon({0, 0, 100, 0});
+  EXPECT_NEAR(totalArea(crv::strokeOutline(line, 20, Cap::butt)), 2000.0, 1e-9);
+  EXPECT_NEAR(totalArea(crv::strokeOutline(line, 20, Cap::square)), 2400.0, 1e-9);
+  EXPECT_NEAR(totalArea(crv::strokeOutline(line, 20, Cap::round, {1e-6})), 2000 + 100 * kPi, 1e-3);
+  EXPECT_EQ(crv::strokeOutline(square(100), 20, Cap::round).size(), 2u);
+  EXPECT_NEAR(totalArea(crv::strokeOutline(square(100), 20, Cap::round, {1e-6, Join::miter, 4.0})),
+              120.0 * 120.0 - 6400.0, 1e-6);
+  Curve const point = curveOf({pointLike(3, 4)});
+  EXPECT_NEAR(totalArea(crv::strokeOutline(point, 2, Cap::round, {1e-6})), kPi, 1e-5);
+  EXPECT_NEAR(totalArea(crv::strokeOutline(point, 2, Cap::square)), 4.0, 1e-12);
+  EXPECT_TRUE(crv::strokeOutline(point, 2, Cap::butt).empty());
+  // A turn back goes around the place: the stroke of a line that runs to and fro.
+  Curve const back = curveOf({bezier(0, 0, 200, 0, -100, 0, 100, 0)});
+  EXPECT_NEAR(totalArea(crv::strokeOutline(back, 20, Cap::round, {1e-6})), 2000 + 100 * kPi, 1e-2);
+}
+
+TEST(AccurateOffset, InputsThatBrokeOthersAreFollowed) {
+  // Zero handles, near cusps, turns back and points, each with a distance and a tolerance.
+  for (Row const row : table(
+           "51 0 -0.0859375 161.640625 0 164 0 164 -8 0.01;"
+           "-1236.3746269978635 152.17981429574826 -1175.18662093517 108.04721798590596 "
+           "-1152.142883879584 105.76260301083356 -1151.842639804639 105.73040758939104 "
+           "3603.7267536453924 0.1;"
+           "601 251 617.3172782509446 233.5695255356486 633.6345565018889 216.13905107129727 651 "
+           "201 "
+           "10 0.01; -750 25 -650 25 -700 25 -600 25 5 0.01; 21 59 59 84 153 16 189 41 25 0.01;"
+           "518 765 518 765 163 611 163 611 10 0.01; 244 520 244 518 1141 634 394 688 15 0.1;"
+           "226 733 556 779 -43 471 348 683 15 0.1; 172 480 396 580 256 299 338 677 15 0.1;"
+           "475 708 62 620 770 304 220 659 15 0.1; 0 0.01 128 127.999 128 0.01 0 127.99 15 0.1;"
+           "0 0 0 -10 0 -10 0 10 15 0.1; 39 -39 40 -40 40 -40 0 0 15 0.1;"
+           "0 0 0.01 0 -0.01 0 0 0 15 0.1; 400.75 100.05 400.75 100.05 100.05 300.95 100.05 300.95 "
+           "15 0.001; 10 0 0 0 10 0 10 0 15 0.001; 1 1 1 1 1 1 1 1 1 0.01; 0 0 1 1 0 1 1 0 1 "
+           "1e-9")) {
+    Curve const curve = curveOf({segmentOf(row)});
+    for (double const side : {1.0, -1.0}) {
+      EXPECT_LE(expectParallels(curve, side * row[8], row[9]), 60u);
+    }
+    EXPECT_GT(totalArea(crv::strokeOutline(curve, 2 * std::fabs(row[8]), Cap::round, {row[9]})),
+              0.0);
+  }
+}
+
+TEST(AccurateOffset, UnusableInputAndTinyDistancesHaveOneRule) {
+  Curve const letter = outline("sans-k-thirds");
+  EXPECT_TRUE(crv::offset(letter, 0.0).parallels[0].curve == letter);
+  for (double const bad : {kNaN, kInf}) EXPECT_TRUE(crv::offset(letter, bad).parallels.empty());
+  for (double const bad : {kNaN, 0.0, -1.0}) {
+    EXPECT_TRUE(crv::offset(letter, 5.0, {bad}).parallels.empty());
+    EXPECT_TRUE(crv::strokeOutline(letter, bad, Cap::round).empty());
+  }
+  EXPECT_TRUE(crv::offset(Curve(), 1.0).parallels.empty());
+  EXPECT_EQ(crv::strokeOutline(curveOf({pointLike(0, 0)}), 2.0, Cap::round).size(), 1u);
+  // Powers of two scale to the bit.
+  Curve scaled = letter;
+  for (GxBezier& b : scaled.getSegments()) b.scale(0x1p300, 0x1p300);
+  Curve a = crv::offset(letter, 5.0).parallels[0].curve;
+  Curve const b = crv::offset(scaled, 5.0 * 0x1p300, {0.01 * 0x1p300}).parallels[0].curve;
+  for (GxBezier& s : a.getSegments()) s.scale(0x1p300, 0x1p300);
+  EXPECT_TRUE(a == b);
+}
+
+}  // namespace
