@@ -27,8 +27,7 @@ double magnitudeOf(std::vector<ArrangedSegment> const& segments) {
 
 Arrangement::Arrangement(std::vector<ArrangedSegment> segments, double resolution)
     : segments_(std::move(segments)), scale_(magnitudeOf(segments_), resolution) {
-  units_.reserve(segments_.size());
-  for (ArrangedSegment const& s : segments_) units_.push_back(scale_.scaled(s.c));
+  for (ArrangedSegment& s : segments_) s.c = scale_.scaled(s.c);
   for (int attempt = 1; !arrange() && attempt < kMostAttempts; ++attempt) {
     scale_.resolution *= kCoarser;
   }
@@ -36,7 +35,7 @@ Arrangement::Arrangement(std::vector<ArrangedSegment> segments, double resolutio
 
 /// False if the result cannot lie in a plane.
 bool Arrangement::arrange() {
-  cutting_ = cutAtMeetings(units_, segments_, scale_);
+  cutting_ = cutAtMeetings(segments_, scale_);
   turns_ = sortTurns(cutting_, scale_.resolution);
   return findWindings(cutting_, turns_);
 }
@@ -94,7 +93,7 @@ bool Arrangement::areOne(Run const& run, Run const& next) const {
 PathPart Arrangement::partOf(Run const& run) const {
   Stretch const& low = cutting_.stretches[run.isBackwards ? run.last : run.first];
   Stretch const& high = cutting_.stretches[run.isBackwards ? run.first : run.last];
-  Cubic const& whole = units_[low.segment];
+  Cubic const& whole = segments_[low.segment].c;
   Cubic c = withEnds(part(whole, low.from, high.to), low.c.start(), high.c.end());
   double const factor = 1.0 / scale_.factor;
   for (Point& p : c.p) p = p * factor;

@@ -47,7 +47,7 @@ class Arrangement {
   /// other meet up to the resolution; wider gaps stay gaps, with a node on either side.
   Arrangement(std::vector<ArrangedSegment> segments, double resolution);
 
-  std::vector<ArrangedSegment> const& segments() const { return segments_; }
+  std::vector<ArrangedSegment> const& segments() const { return segments_; }  // in unit scale
   std::vector<Stretch> const& stretches() const { return cutting_.stretches; }
   /// Edges that have become part of another one have no stretch: first is kNone.
   std::vector<Edge> const& edges() const { return cutting_.edges; }
@@ -76,7 +76,6 @@ class Arrangement {
 
   std::vector<ArrangedSegment> segments_;
   UnitScale scale_;
-  std::vector<Cubic> units_;  // the segments in unit scale
   Cutting cutting_;
   Turns turns_;
 };

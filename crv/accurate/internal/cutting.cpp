@@ -33,10 +33,6 @@ struct Cut {
   std::size_t place;
 };
 
-bool isBefore(Cut const& p, Cut const& q) {
-  return p.segment != q.segment ? p.segment < q.segment : p.t < q.t;
-}
-
 /// Two segments that coincide between two pairs of parameters.
 struct Shared {
   std::size_t first, second;
@@ -82,9 +78,8 @@ bool partAtStart(Cubic const& a, Cubic const& b, double reach) {
 
 class Cutter {
  public:
-  Cutter(std::vector<Cubic> const& units, std::vector<ArrangedSegment> const& segments,
-         UnitScale const& scale)
-      : units_(units), segments_(segments), scale_(scale), places_(2 * units.size()) {}
+  Cutter(std::vector<ArrangedSegment> const& segments, UnitScale const& scale)
+      : segments_(segments), scale_(scale), places_(2 * segments.size()) {}
 
   Cutting cut() {
     uniteJoints();
@@ -103,31 +98,41 @@ class Cutter {
   void add(std::size_t i, std::size_t k);
   void addMeeting(std::size_t i, double t, std::size_t k, double u);
   void arrangeCuts();
-  void sortCuts();
-  void uniteNeighbours();
   bool areOnePlace(Cut const& p, Cut const& q) const;
   void carryOver();
+
+  /// Calls visit for each two neighbouring cuts of a segment, whose ends are cuts, too.
+  template <class Visit>
+  void visitPieces(std::size_t segment, Visit const& visit) const {
+    Cut last = {segment, 0.0, 2 * segment};
+    for (std::size_t i = begins_[segment]; i < begins_[segment + 1]; ++i) {
+      visit(last, cuts_[i]);
+      last = cuts_[i];
+    }
+    visit(last, Cut{segment, 1.0, 2 * segment + 1});
+  }
   void carry(std::size_t from, double t0, double t1, std::size_t to, double u0, double u1,
              std::vector<Cut>& added);
   std::vector<std::size_t> addNodes(Cutting& result);
+  void addStretch(Cutting& result, Cut const& p, Cut const& q,
+                  std::vector<std::size_t> const& nodes) const;
   Cutting result();
 
-  std::vector<Cubic> const& units_;
   std::vector<ArrangedSegment> const& segments_;
   UnitScale const& scale_;
   // Places 2i and 2i + 1 are the ends of segment i; each meeting is another.
   DisjointSets places_;
-  std::vector<Cut> cuts_;
+  std::vector<Cut> cuts_;            // at meetings; the ends of the segments are cuts besides
   std::vector<std::size_t> begins_;  // the first cut of each segment, and behind the last
   std::vector<Shared> shared_;
   Meetings found_;
 };
 
 void Cutter::uniteJoints() {
-  for (std::size_t i = 0; i < units_.size(); ++i) {
+  for (std::size_t i = 0; i < segments_.size(); ++i) {
     std::size_t const next = segments_[i].next;
     if (next == kNone) continue;
-    if (squaredDistance(units_[i].p[3], units_[next].p[0]) <= reach() * reach()) {
+    if (squaredDistance(segments_[i].c.p[3], segments_[next].c.p[0]) <= reach() * reach()) {
       places_.unite(2 * i + 1, 2 * next);
     }
   }
@@ -154,71 +159,57 @@ void Cutter::add(std::size_t i, std::size_t k) {
 bool Cutter::partAtJoint(std::size_t i, std::size_t k) {
   double const reach = scale_.resolution;
   if (segments_[i].next == k && places_.areOne(2 * i + 1, 2 * k) &&
-      partAtStart(reversed(units_[i]), units_[k], reach)) {
+      partAtStart(reversed(segments_[i].c), segments_[k].c, reach)) {
     return true;
   }
   return segments_[k].next == i && places_.areOne(2 * k + 1, 2 * i) &&
-         partAtStart(reversed(units_[k]), units_[i], reach);
+         partAtStart(reversed(segments_[k].c), segments_[i].c, reach);
 }
 
 void Cutter::findPair(std::size_t i, std::size_t k) {
   if (partAtJoint(i, k)) return;
-  findMeetings(units_[i], units_[k], scale_.magnitude, scale_.resolution, Stretches::all, found_);
+  findMeetings(segments_[i].c, segments_[k].c, scale_.magnitude, scale_.resolution, Stretches::all,
+               found_);
   add(i, k);
 }
 
 void Cutter::findAllMeetings() {
-  std::vector<Box> boxes, wideBoxes;
-  boxes.reserve(units_.size());
-  wideBoxes.reserve(units_.size());
-  double const margin = scale_.resolution;
-  for (Cubic const& c : units_) {
-    Box const b = c.hull();
-    boxes.push_back(b);
-    wideBoxes.push_back({b.minX - margin, b.minY - margin, b.maxX + margin, b.maxY + margin});
+  std::vector<Box> boxes;
+  boxes.reserve(segments_.size());
+  double const margin = 0.5 * scale_.resolution;
+  for (ArrangedSegment const& s : segments_) {
+    Box const b = s.c.hull();
+    boxes.push_back({b.minX - margin, b.minY - margin, b.maxX + margin, b.maxY + margin});
   }
-  BoxTree const tree(std::move(boxes)), wideTree(std::move(wideBoxes));
-  BoxTree::visitOverlaps(wideTree, tree, [&](std::size_t i, std::size_t k) {
-    if (i < k) findPair(i, k);
-  });
-  for (std::size_t i = 0; i < units_.size(); ++i) {
-    if (advances(units_[i])) continue;
-    findOwnMeetings(units_[i], scale_.magnitude, scale_.resolution, found_);
+  BoxTree const tree(std::move(boxes));
+  BoxTree::visitOwnOverlaps(tree, [&](std::size_t i, std::size_t k) {
+    if (i != k) return findPair(i, k);
+    if (advances(segments_[i].c)) return;
+    findOwnMeetings(segments_[i].c, scale_.magnitude, scale_.resolution, found_);
     add(i, i);
-  }
+  });
 }
 
+/// Sorts the cuts by segment and parameter, and unites the places of neighbours.
 void Cutter::arrangeCuts() {
-  std::size_t const n = units_.size();
-  for (std::size_t i = 0; i < n; ++i) {
-    cuts_.push_back({i, 0.0, 2 * i});
-    cuts_.push_back({i, 1.0, 2 * i + 1});
-  }
-  sortCuts();
-}
-
-/// Sorts the cuts and unites the places of neighbours.
-void Cutter::sortCuts() {
-  std::size_t const n = units_.size();
-  std::sort(cuts_.begin(), cuts_.end(), isBefore);
-  begins_.assign(n + 1, 0);
+  std::sort(cuts_.begin(), cuts_.end(), [](Cut const& p, Cut const& q) {
+    return p.segment != q.segment ? p.segment < q.segment : p.t < q.t;
+  });
+  begins_.assign(segments_.size() + 1, 0);
   for (Cut const& c : cuts_) ++begins_[c.segment + 1];
-  for (std::size_t i = 0; i < n; ++i) begins_[i + 1] += begins_[i];
-  uniteNeighbours();
+  for (std::size_t i = 1; i < begins_.size(); ++i) begins_[i] += begins_[i - 1];
+  for (std::size_t i = 0; i < segments_.size(); ++i) {
+    visitPieces(i, [&](Cut const& p, Cut const& q) {
+      if (areOnePlace(p, q)) places_.unite(p.place, q.place);
+    });
+  }
 }
 
 bool Cutter::areOnePlace(Cut const& p, Cut const& q) const {
   if (p.t == q.t) return true;
-  Cubic const& c = units_[p.segment];
+  Cubic const& c = segments_[p.segment].c;
   if (squaredDistance(pointAt(c, p.t), pointAt(c, q.t)) > reach() * reach()) return false;
   return staysNear(part(c, p.t, q.t), 2.0 * reach());
-}
-
-void Cutter::uniteNeighbours() {
-  for (std::size_t i = 0; i + 1 < cuts_.size(); ++i) {
-    Cut const &p = cuts_[i], &q = cuts_[i + 1];
-    if (p.segment == q.segment && areOnePlace(p, q)) places_.unite(p.place, q.place);
-  }
 }
 
 /// Cuts a segment wherever it coincides with a cut place of another one.
@@ -234,7 +225,7 @@ void Cutter::carry(std::size_t from, double t0, double t1, std::size_t to, doubl
     }
     if (isCut) continue;
     double const guess = u0 + (u1 - u0) * ((cut.t - t0) / (t1 - t0));
-    double const foot = footOn(units_[to], pointAt(units_[from], cut.t), guess);
+    double const foot = footOn(segments_[to].c, pointAt(segments_[from].c, cut.t), guess);
     added.push_back({to, min(hi, max(lo, foot)), cut.place});
   }
 }
@@ -253,7 +244,7 @@ void Cutter::carryOver() {
     }
     if (added.empty()) return;
     cuts_.insert(cuts_.end(), added.begin(), added.end());
-    sortCuts();
+    arrangeCuts();
   }
 }
 
@@ -269,14 +260,14 @@ std::vector<std::size_t> Cutter::addNodes(Cutting& result) {
     }
     nodes[place] = node;
   };
-  for (std::size_t i = 0; i < units_.size(); ++i) {
-    add(2 * i, units_[i].p[0]);
-    add(2 * i + 1, units_[i].p[3]);
+  for (std::size_t i = 0; i < segments_.size(); ++i) {
+    add(2 * i, segments_[i].c.p[0]);
+    add(2 * i + 1, segments_[i].c.p[3]);
   }
   for (Cut const& cut : cuts_) {
     std::size_t const known = nodes[places_.find(cut.place)];
     if (known == kNone) {
-      add(cut.place, pointAt(units_[cut.segment], cut.t));
+      add(cut.place, pointAt(segments_[cut.segment].c, cut.t));
     } else {
       nodes[cut.place] = known;
     }
@@ -284,32 +275,36 @@ std::vector<std::size_t> Cutter::addNodes(Cutting& result) {
   return nodes;
 }
 
+void Cutter::addStretch(Cutting& result, Cut const& p, Cut const& q,
+                        std::vector<std::size_t> const& nodes) const {
+  if (p.t == q.t) return;
+  std::size_t const from = nodes[p.place], to = nodes[q.place];
+  ArrangedSegment const& segment = segments_[p.segment];
+  Cubic const c = part(segment.c, p.t, q.t);
+  if (from == to && staysNear(c, 2.0 * reach())) return;
+  std::size_t const edge = result.edges.size();
+  result.stretches.push_back(
+      {withEnds(c, result.nodes[from], result.nodes[to]), p.segment, p.t, q.t, edge, true, kNone});
+  std::array<int, 2> count = {0, 0};
+  count[static_cast<std::size_t>(segment.group)] = 1;
+  result.edges.push_back({from, to, edge, count, {0, 0}, {0, 0}});
+}
+
 Cutting Cutter::result() {
   Cutting result;
   std::vector<std::size_t> const nodes = addNodes(result);
-  result.stretches.reserve(cuts_.size());
-  result.edges.reserve(cuts_.size());
-  for (std::size_t i = 0; i + 1 < cuts_.size(); ++i) {
-    Cut const &p = cuts_[i], &q = cuts_[i + 1];
-    if (p.segment != q.segment || p.t == q.t) continue;
-    std::size_t const from = nodes[p.place], to = nodes[q.place];
-    Cubic const c = part(units_[p.segment], p.t, q.t);
-    if (from == to && staysNear(c, 2.0 * reach())) continue;
-    std::size_t const edge = result.edges.size();
-    result.stretches.push_back({withEnds(c, result.nodes[from], result.nodes[to]), p.segment, p.t,
-                                q.t, edge, true, kNone});
-    std::array<int, 2> count = {0, 0};
-    count[static_cast<std::size_t>(segments_[p.segment].group)] = 1;
-    result.edges.push_back({from, to, edge, count, {0, 0}, {0, 0}});
+  result.stretches.reserve(segments_.size() + cuts_.size());
+  result.edges.reserve(segments_.size() + cuts_.size());
+  for (std::size_t i = 0; i < segments_.size(); ++i) {
+    visitPieces(i, [&](Cut const& p, Cut const& q) { addStretch(result, p, q, nodes); });
   }
   return result;
 }
 
 }  // namespace
 
-Cutting cutAtMeetings(std::vector<Cubic> const& units, std::vector<ArrangedSegment> const& segments,
-                      UnitScale const& scale) {
-  return Cutter(units, segments, scale).cut();
+Cutting cutAtMeetings(std::vector<ArrangedSegment> const& segments, UnitScale const& scale) {
+  return Cutter(segments, scale).cut();
 }
 
 }  // namespace crv::internal

@@ -19,7 +19,6 @@ struct Cutting {
 
 /// Cuts segments, given in unit scale, wherever they meet. Meetings nearer to each other along a
 /// segment than the resolution are one node; stretches that stay at one node are left out.
-Cutting cutAtMeetings(std::vector<Cubic> const& units, std::vector<ArrangedSegment> const& segments,
-                      UnitScale const& scale);
+Cutting cutAtMeetings(std::vector<ArrangedSegment> const& segments, UnitScale const& scale);
 
 }  // namespace crv::internal

@@ -29,7 +29,7 @@ class Outlines {
   std::vector<Origin> origins;  // by segment
 
  private:
-  void add(std::vector<Cubic> const& curve, std::size_t list, std::size_t number);
+  void add(Curve const& curve, std::size_t list, std::size_t number);
 
   double magnitude_;
 };

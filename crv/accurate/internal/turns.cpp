@@ -150,10 +150,14 @@ Turns Sorter::collected() const {
   return turns;
 }
 
-/// Fills around_, beginning behind the widest gap.
+/// Fills around_, beginning behind the widest gap. Edges that have become part of others are left
+/// out.
 void Sorter::sortByKey(std::size_t const* begin, std::size_t const* end) {
   around_.clear();
-  for (; begin != end; ++begin) around_.push_back(turnOf(*begin));
+  for (; begin != end; ++begin) {
+    bool const isGone = cutting_.edges[edgeOf(*begin)].first == kNone;
+    if (!isGone) around_.push_back(turnOf(*begin));
+  }
   std::sort(around_.begin(), around_.end(), [](Turn const& p, Turn const& q) {
     return p.key != q.key ? p.key < q.key : p.halfEdge < q.halfEdge;
   });

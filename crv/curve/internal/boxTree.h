@@ -66,7 +66,15 @@ class BoxTree {
     std::size_t const top = std::max(a.height(), b.height());
     Candidates candidates(top + 1);
     candidates[top] = {0};
-    visitOverlappingChildren(a, b, top, 0, candidates, visit);
+    visitOverlappingChildren<false>(a, b, top, 0, candidates, visit);
+  }
+
+  /// The same for one tree, each pair once: the second leaf has at least the number of the first.
+  template <class Visit>
+  static void visitOwnOverlaps(BoxTree const& tree, Visit const& visit) {
+    Candidates candidates(tree.height() + 1);
+    candidates[tree.height()] = {0};
+    visitOverlappingChildren<true>(tree, tree, tree.height(), 0, candidates, visit);
   }
 
  private:
@@ -142,7 +150,7 @@ class BoxTree {
     }
   }
 
-  template <class Visit>
+  template <bool onlyUpwards, class Visit>
   static void visitOverlappingChildren(BoxTree const& a, BoxTree const& b, std::size_t level,
                                        std::size_t i, Candidates& candidates, Visit const& visit) {
     Run const run = a.children(level, i);
@@ -152,7 +160,8 @@ class BoxTree {
       found.clear();
       for (std::size_t const other : candidates[level]) {
         Run const others = b.children(level, other);
-        for (std::size_t k = others.begin; k < others.end; ++k) {
+        std::size_t const first = onlyUpwards ? std::max(others.begin, child) : others.begin;
+        for (std::size_t k = first; k < others.end; ++k) {
           if (overlap(box, b.box(level - 1, k))) found.push_back(k);
         }
       }
@@ -160,7 +169,7 @@ class BoxTree {
       if (level == 1) {
         for (std::size_t const k : found) visit(child, k);
       } else {
-        visitOverlappingChildren(a, b, level - 1, child, candidates, visit);
+        visitOverlappingChildren<onlyUpwards>(a, b, level - 1, child, candidates, visit);
       }
     }
   }
