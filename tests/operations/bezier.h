@@ -21,17 +21,17 @@ inline bool hasNaN(GxBezier const& s) { return GxBezier(s) != s; }
 struct PieceLimits : GxBezierPolylineCondition {
   explicit PieceLimits(World& w)
       : line(w.step()), point(w.step()), isAway(w.flag()), left(w.below(2000)) {}
-  int isALine(GxBezier const& s, double) const override { return line > 0.0 && polygon(s) < line; }
+  int isALine(GxBezier const& s, double) const override { return isShorter(s, line); }
   int isAPoint(GxBezier const& s, double) const override {
-    return polygon(s) < point || (isAway && s[0] != Point()) || left-- <= 0;
+    return isShorter(s, point) || (isAway && s[0] != Point()) || left-- <= 0;
   }
-  static double polygon(GxBezier const& s) {
+  static bool isShorter(GxBezier const& s, double limit) {
     double sum = 0.0;
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; i < 3 && sum < limit; ++i) {
       Vector const side = s[i + 1] - s[i];  // its square may underflow
       sum += max(side.length(), max(std::fabs(side.xval()), std::fabs(side.yval())));
     }
-    return sum;
+    return sum < limit;
   }
   double line, point;
   bool isAway;
