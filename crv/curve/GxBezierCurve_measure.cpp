@@ -32,6 +32,15 @@ Box boxOf(GxList<GxBezier> const& segments, SegmentBox segmentBox) {
   return box;
 }
 
+void storeBox(GxList<GxBezier> const& segments, SegmentBox segmentBox, double& minX, double& minY,
+              double& maxX, double& maxY) {
+  Box const box = boxOf(segments, segmentBox);
+  minX = box.minX;
+  minY = box.minY;
+  maxX = box.maxX;
+  maxY = box.maxY;
+}
+
 using SegmentExtreme = void (GxBezier::*)(double&, double&) const;
 
 /// Finds the highest or lowest place of a curve, the first of equals. Returns 0, or -1 if the curve
@@ -65,20 +74,12 @@ double GxBezierCurve::curveLength() const {
 }
 
 void GxBezierCurve::getBoundingBox(double& minX, double& minY, double& maxX, double& maxY) const {
-  Box const box = boxOf(segments_, &GxBezier::getConvexHull);
-  minX = box.minX;
-  minY = box.minY;
-  maxX = box.maxX;
-  maxY = box.maxY;
+  storeBox(segments_, &GxBezier::getConvexHull, minX, minY, maxX, maxY);
 }
 
 void GxBezierCurve::getLocalBoundingBox(double& minX, double& minY, double& maxX,
                                         double& maxY) const {
-  Box const box = boxOf(segments_, &GxBezier::localMinMax);
-  minX = box.minX;
-  minY = box.minY;
-  maxX = box.maxX;
-  maxY = box.maxY;
+  storeBox(segments_, &GxBezier::localMinMax, minX, minY, maxX, maxY);
 }
 
 int GxBezierCurve::getMinMax(GxCoord<double>& min, GxCoord<double>& max) const {

@@ -40,9 +40,7 @@ TEST(AccurateNearest, HardCasesHaveTheirKnownAnswers) {
 TEST(AccurateNearest, NoSampleComesNearerAtAnyScale) {
   support::Random random(1);
   for (int i = 0; i < 1500; ++i) {
-    GxBezier s = i % 3 == 0 ? random.gridSegment(3) : random.segment(1.0);
-    if (i % 4 == 1) s[1] = s[0];
-    if (i % 8 >= 6) s[3] = s[0] + (s[1] - s[2]);  // a cusp at 0.5
+    GxBezier s = random.ofManyKinds(i);
     bool const isOnSegment = i % 5 >= 3;
     Point p = isOnSegment ? s.bValue(i % 8 >= 6 ? 0.5 : random.uniform(0, 1)) : random.point(2.0);
     double const size = std::ldexp(1.0, random.whole(-30, 30));

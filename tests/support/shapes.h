@@ -94,6 +94,13 @@ class Random {
   GxBezier gridSegment(int n) {
     return GxBezier{gridPoint(n), gridPoint(n), gridPoint(n), gridPoint(n)};
   }
+  /// The i-th of many kinds: on a grid, with a handle on its start, with a cusp at 0.5.
+  GxBezier ofManyKinds(int i) {
+    GxBezier s = i % 3 == 0 ? gridSegment(3) : segment(1.0);
+    if (i % 4 == 1) s[1] = s[0];
+    if (i % 8 >= 6) s[3] = s[0] + (s[1] - s[2]);
+    return s;
+  }
 
  private:
   std::mt19937_64 engine_;
