@@ -3,6 +3,7 @@
 
 #include "crv/accurate/internal/blossom.h"
 #include "crv/accurate/internal/disjointSets.h"
+#include "crv/accurate/internal/foot.h"
 #include "crv/accurate/internal/meetings.h"
 #include "crv/accurate/internal/segmentPair.h"
 #include "crv/curve/internal/boxTree.h"
@@ -25,6 +26,9 @@ constexpr double kSquaredConeCosine = 0x1p-8;
 // Rounds in which cuts are carried over between stretches that coincide: one is the rule, and more
 // are needed where a chain of stretches coincides pairwise only.
 constexpr int kMostRounds = 4;
+
+// Unit scale: no two points are farther apart than this, squared.
+constexpr double kFarthestFoot = 9.0;
 
 /// A segment is cut at t, in the place with the given number.
 struct Cut {
@@ -111,7 +115,7 @@ class Cutter {
     }
     visit(last, Cut{segment, 1.0, 2 * segment + 1});
   }
-  void carry(std::size_t from, double t0, double t1, std::size_t to, double u0, double u1,
+  void carry(std::size_t from, double t0, double t1, std::size_t to, double lo, double hi,
              std::vector<Cut>& added);
   std::vector<std::size_t> addNodes(Cutting& result);
   void addStretch(Cutting& result, Cut const& p, Cut const& q,
@@ -212,10 +216,10 @@ bool Cutter::areOnePlace(Cut const& p, Cut const& q) const {
   return staysNear(part(c, p.t, q.t), 2.0 * reach());
 }
 
-/// Cuts a segment wherever it coincides with a cut place of another one.
-void Cutter::carry(std::size_t from, double t0, double t1, std::size_t to, double u0, double u1,
+/// Cuts the stretch of a segment from lo to hi at the places at which the one from t0 to t1 of
+/// another segment, with which it coincides, is cut.
+void Cutter::carry(std::size_t from, double t0, double t1, std::size_t to, double lo, double hi,
                    std::vector<Cut>& added) {
-  double const lo = min(u0, u1), hi = max(u0, u1);
   for (std::size_t i = begins_[from]; i < begins_[from + 1]; ++i) {
     Cut const& cut = cuts_[i];
     if (!(cut.t > t0 && cut.t < t1)) continue;
@@ -224,9 +228,10 @@ void Cutter::carry(std::size_t from, double t0, double t1, std::size_t to, doubl
       isCut = cuts_[k].t >= lo && cuts_[k].t <= hi && places_.areOne(cuts_[k].place, cut.place);
     }
     if (isCut) continue;
-    double const guess = u0 + (u1 - u0) * ((cut.t - t0) / (t1 - t0));
-    double const foot = footOn(segments_[to].c, pointAt(segments_[from].c, cut.t), guess);
-    added.push_back({to, min(hi, max(lo, foot)), cut.place});
+    Foot const foot = nearestFoot(part(segments_[to].c, lo, hi), pointAt(segments_[from].c, cut.t),
+                                  kFarthestFoot);
+    double const u = foot.t == 1.0 ? hi : lo + (hi - lo) * foot.t;
+    added.push_back({to, u, cut.place});
   }
 }
 
@@ -237,10 +242,8 @@ void Cutter::carryOver() {
     added.clear();
     for (Shared const& s : shared_) {
       double const lo = min(s.range.u0, s.range.u1), hi = max(s.range.u0, s.range.u1);
-      bool const isSameSense = s.range.u0 < s.range.u1;
-      double const t0 = s.range.t0, t1 = s.range.t1;
-      carry(s.first, t0, t1, s.second, s.range.u0, s.range.u1, added);
-      carry(s.second, lo, hi, s.first, isSameSense ? t0 : t1, isSameSense ? t1 : t0, added);
+      carry(s.first, s.range.t0, s.range.t1, s.second, lo, hi, added);
+      carry(s.second, lo, hi, s.first, s.range.t0, s.range.t1, added);
     }
     if (added.empty()) return;
     cuts_.insert(cuts_.end(), added.begin(), added.end());

@@ -3,6 +3,7 @@
 
 #include "crv/accurate/internal/angleKey.h"
 #include "crv/accurate/internal/blossom.h"
+#include "crv/accurate/internal/foot.h"
 #include "crv/accurate/internal/graph.h"
 #include "crv/accurate/internal/segmentPair.h"
 #include "crv/foundation/tolerance.h"
@@ -173,15 +174,14 @@ void Sorter::sortByKey(std::size_t const* begin, std::size_t const* end) {
   std::rotate(around_.begin(), around_.begin() + static_cast<std::ptrdiff_t>(first), around_.end());
 }
 
-/// Whether each of two cubics, given from the same node, comes near to the middle parts of the
-/// other one.
+/// Whether each of two cubics comes near to places of the other one all along.
 bool Sorter::keepNear(Cubic const& a, Cubic const& b) const {
   double const reach = kCoincident * resolution_;
-  SegmentPair const pair = {a, b};
+  auto const isNear = [&](Cubic const& c, Point const& p) {
+    return nearestFoot(c, p, 4.0 * reach * reach).squaredDistance <= reach * reach;
+  };
   for (double const t : {0.5, 0.25, 0.75}) {
-    if (!(pair.footOnB(t, t).distance <= reach) || !(pair.footOnA(t, t).distance <= reach)) {
-      return false;
-    }
+    if (!isNear(b, pointAt(a, t)) || !isNear(a, pointAt(b, t))) return false;
   }
   return true;
 }
