@@ -14,3 +14,11 @@
 #else
 #define CRV_API __attribute__((visibility("default")))
 #endif
+
+/// Declares that the library has compiled a class template. On Windows callers compile it
+/// themselves: a library there exports no member functions that are defined in their class.
+#if defined(_WIN32)
+#define CRV_EXTERN_TEMPLATE(...) static_assert(true)
+#else
+#define CRV_EXTERN_TEMPLATE(...) extern template class CRV_API __VA_ARGS__
+#endif

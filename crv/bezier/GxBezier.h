@@ -468,4 +468,4 @@ CRV_API void intersectBezierWithXAxis(GxCoord<double> const& p0, GxCoord<double>
                                       GxCoord<double> const& p2, GxCoord<double> const& p3,
                                       int& count, double& r1, double& r2, double& r3, double tol);
 
-extern template class CRV_API GxList<GxBezier>;
+CRV_EXTERN_TEMPLATE(GxList<GxBezier>);

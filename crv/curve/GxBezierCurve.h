@@ -446,4 +446,4 @@ class CRV_API GxBezierCurve {
   int closed_;
 };
 
-extern template class CRV_API GxList<GxBezierCurve>;
+CRV_EXTERN_TEMPLATE(GxList<GxBezierCurve>);

@@ -101,4 +101,4 @@ struct std::hash<GxBezierCurvePosition> {
   }
 };
 
-extern template class CRV_API GxList<GxBezierCurvePosition>;
+CRV_EXTERN_TEMPLATE(GxList<GxBezierCurvePosition>);

@@ -66,5 +66,5 @@ class Gx2DMatrix : public GxMatrix<T> {
   T e_[2][2];
 };
 
-extern template class CRV_API GxMatrix<double>;
-extern template class CRV_API Gx2DMatrix<double>;
+CRV_EXTERN_TEMPLATE(GxMatrix<double>);
+CRV_EXTERN_TEMPLATE(Gx2DMatrix<double>);

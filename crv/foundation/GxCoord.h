@@ -111,4 +111,4 @@ struct std::tuple_element<I, GxCoord<T>> {
   using type = T;
 };
 
-extern template class CRV_API GxCoord<double>;
+CRV_EXTERN_TEMPLATE(GxCoord<double>);

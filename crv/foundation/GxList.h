@@ -509,5 +509,5 @@ void GxList<T>::forgetNodes() noexcept {
   count_ = 0;
 }
 
-extern template class CRV_API GxList<double>;
-extern template class CRV_API GxList<GxCoord<double>>;
+CRV_EXTERN_TEMPLATE(GxList<double>);
+CRV_EXTERN_TEMPLATE(GxList<GxCoord<double>>);

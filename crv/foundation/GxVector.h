@@ -123,4 +123,4 @@ struct std::tuple_element<I, GxVector<T>> {
   using type = T;
 };
 
-extern template class CRV_API GxVector<double>;
+CRV_EXTERN_TEMPLATE(GxVector<double>);

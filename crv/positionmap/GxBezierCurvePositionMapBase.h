@@ -33,4 +33,4 @@ class CRV_API GxBezierCurvePositionMapBase {
                 std::list<GxBezierCurvePosition> const& in) const;
 };
 
-extern template class CRV_API GxHandle<GxBezierCurvePositionMapBase>;
+CRV_EXTERN_TEMPLATE(GxHandle<GxBezierCurvePositionMapBase>);

@@ -1,10 +1,16 @@
 #include "crv/svg/internal/number.h"
 
-#include <algorithm>
-#include <array>
 #include <charconv>
 #include <limits>
+#include <optional>
 #include <system_error>
+
+#ifdef __cpp_lib_to_chars
+#include <array>
+#else
+#include <locale>
+#include <sstream>
+#endif
 
 namespace crv::internal {
 
@@ -53,6 +59,47 @@ bool isAboveRange(std::string_view text, Parts const& parts) {
   return digitsBeforePoint + (isNegative ? -value : value) > 0.0;
 }
 
+#ifdef __cpp_lib_to_chars
+
+/// The nearest double to a number without sign; nothing where it is out of range.
+std::optional<double> nearestDouble(std::string_view text) {
+  double value = 0.0;
+  auto const result = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (result.ec == std::errc::result_out_of_range) return std::nullopt;
+  return value;
+}
+
+std::string shortestText(double value) {
+  std::array<char, 32> text;  // the longest double has 24 characters: -2.2250738585072014e-308
+  auto const result = std::to_chars(text.data(), text.data() + text.size(), value);
+  return std::string(text.data(), result.ptr);
+}
+
+#else  // standard libraries that convert only whole numbers: streams of the classic locale
+
+std::optional<double> nearestDouble(std::string_view text) {
+  std::istringstream in{std::string(text)};
+  in.imbue(std::locale::classic());
+  double value = 0.0;
+  if (!(in >> value)) return std::nullopt;
+  return value;
+}
+
+std::string shortestText(double value) {
+  std::string text;
+  for (int digits = 15; digits <= std::numeric_limits<double>::max_digits10; ++digits) {
+    std::ostringstream out;
+    out.imbue(std::locale::classic());
+    out.precision(digits);
+    out << value;
+    text = out.str();
+    if (readNumber(text).value == value) break;
+  }
+  return text;
+}
+
+#endif
+
 }  // namespace
 
 ReadNumber readNumber(std::string_view text) {
@@ -60,20 +107,12 @@ ReadNumber readNumber(std::string_view text) {
   std::string_view const digits = text.substr(sign);
   Parts const parts = partsOf(digits);
   if (parts.length() == 0) return {0.0, 0};
-  double value = 0.0;
-  std::from_chars_result const result =
-      std::from_chars(digits.data(), digits.data() + parts.length(), value);
-  if (result.ec == std::errc::result_out_of_range) {
-    value = isAboveRange(digits, parts) ? std::numeric_limits<double>::infinity() : 0.0;
-  }
+  std::optional<double> const nearest = nearestDouble(digits.substr(0, parts.length()));
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  double const value = nearest ? *nearest : isAboveRange(digits, parts) ? kInfinity : 0.0;
   return {sign == 1 && text[0] == '-' ? -value : value, sign + parts.length()};
 }
 
-void appendNumber(double value, std::string& out) {
-  // The longest double has 24 characters: -2.2250738585072014e-308.
-  std::array<char, 32> text;
-  std::to_chars_result const end = std::to_chars(text.data(), text.data() + text.size(), value);
-  out.append(text.data(), end.ptr);
-}
+void appendNumber(double value, std::string& out) { out += shortestText(value); }
 
 }  // namespace crv::internal
