@@ -2,6 +2,7 @@
 #include "crv/accurate/region.h"
 
 #include "crv/accurate/internal/arrangement.h"
+#include "crv/accurate/internal/blossom.h"
 #include "crv/accurate/internal/outlines.h"
 #include "crv/accurate/internal/segmentArea.h"
 #include "crv/accurate/internal/sum.h"
@@ -74,6 +75,12 @@ Region regionOf(std::vector<Path> const& paths, Outlines const& outlines) {
     for (PathPart const& part : path.parts) {
       curve.getSegments().add(segmentOf(part.c));
       region.sources.back().push_back(sourceOf(part, outlines.origins[part.segment]));
+    }
+    if (!path.isClosed) {
+      internal::Cubic const gap =
+          internal::straight(path.parts.back().c.end(), path.parts.front().c.start());
+      curve.getSegments().add(segmentOf(gap));
+      region.sources.back().push_back({kNone, kNone, {}, {}, false});
     }
     curve.setStrictIsClosed(1);
   }

@@ -12,11 +12,6 @@ namespace crv::internal {
 
 namespace {
 
-// Attempts at an arrangement that a plane can have, each at a coarser resolution: they are needed
-// where many places lie as near to each other as the resolution.
-constexpr int kMostAttempts = 5;
-constexpr double kCoarser = 16.0;
-
 double magnitudeOf(std::vector<ArrangedSegment> const& segments) {
   Magnitude magnitude;
   for (ArrangedSegment const& s : segments) magnitude.add(s.c);
@@ -28,16 +23,9 @@ double magnitudeOf(std::vector<ArrangedSegment> const& segments) {
 Arrangement::Arrangement(std::vector<ArrangedSegment> segments, double resolution)
     : segments_(std::move(segments)), scale_(magnitudeOf(segments_), resolution) {
   for (ArrangedSegment& s : segments_) s.c = scale_.scaled(s.c);
-  for (int attempt = 1; !arrange() && attempt < kMostAttempts; ++attempt) {
-    scale_.resolution *= kCoarser;
-  }
-}
-
-/// False if the result cannot lie in a plane.
-bool Arrangement::arrange() {
   cutting_ = cutAtMeetings(segments_, scale_);
   turns_ = sortTurns(cutting_, scale_.resolution);
-  return findWindings(cutting_, turns_);
+  findWindings(cutting_, turns_);
 }
 
 std::vector<Path> Arrangement::paths(std::vector<signed char> const& kept) const {

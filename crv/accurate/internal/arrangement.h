@@ -38,9 +38,9 @@ struct Path {
 /// one node, and stretches that are as near are one edge.
 ///
 /// Winding numbers are those of closed curves; where the segments of a group do not close, those of
-/// the group mean nothing. They are found without sample points: the turns at the nodes give the
-/// faces, the face that surrounds a connected set of edges has the winding number of the other sets
-/// there, and each edge that is crossed adds its count.
+/// the group mean nothing. They are found without sample points (but see windings.h): the turns at
+/// the nodes give the faces, the face that surrounds a connected set of edges has the winding
+/// number of the other sets there, and each edge that is crossed adds its count.
 class Arrangement {
  public:
   /// The coordinates must be finite and of a magnitude that isUsable. Segments that follow each
@@ -67,7 +67,6 @@ class Arrangement {
     bool isBackwards;
   };
 
-  bool arrange();
   Path pathOf(Trail const& trail) const;
   Run runAlong(std::size_t halfEdge) const;
   bool extend(Run& run, std::size_t halfEdge) const;

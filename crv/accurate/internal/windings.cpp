@@ -3,9 +3,13 @@
 
 #include "crv/accurate/internal/disjointSets.h"
 #include "crv/accurate/internal/segmentArea.h"
+#include "crv/accurate/internal/segmentPair.h"
 #include "crv/curve/internal/boxTree.h"
 
+#include <algorithm>
+#include <cmath>
 #include <optional>
+#include <utility>
 
 namespace crv::internal {
 
@@ -28,6 +32,13 @@ int crossingsOf(Cubic const& c, Point const& p, int halvings) {
   return crossingsOf(left, p, halvings - 1) + crossingsOf(right, p, halvings - 1);
 }
 
+// Unit scale: how far beside an edge its winding numbers are asked where the turns do not tell
+// them; edges nearer to each other than the finest resolution are one.
+constexpr double kBeside = 0x1p-45;
+
+// Places at which they are asked, one after the other until both sides differ by the edge's count.
+constexpr double kAskedAt[] = {0.5, 0.25, 0.75, 0.375, 0.625, 0.125, 0.875};
+
 using Counts = std::array<int, 2>;
 
 Counts sum(Counts const& a, Counts const& b, int sign) {
@@ -47,7 +58,7 @@ class Faces {
  public:
   Faces(Cutting& cutting, Turns const& turns) : cutting_(cutting), turns_(turns) {}
 
-  bool find();
+  void find();
 
  private:
   Edge const& edgeAt(std::size_t halfEdge) const { return cutting_.edges[edgeOf(halfEdge)]; }
@@ -58,9 +69,12 @@ class Faces {
   double walkFace(std::size_t start, std::size_t face);
   void spread(std::size_t component, Counts const& outside);
   Box boxOf(Component const& component) const;
+  BoxTree treeOf(std::size_t beginEdge, std::size_t endEdge) const;
   BoxTree const& treeOf(Component& component) const;
   Counts windingOf(Component& component, Point const& p) const;
   std::vector<Counts> outerWindings();
+  Counts windingOf(BoxTree const& tree, std::size_t beginEdge, Point const& p) const;
+  void castRays();
 
   Cutting& cutting_;
   Turns const& turns_;
@@ -158,26 +172,32 @@ void Faces::spread(std::size_t component, Counts const& outside) {
   }
 }
 
-BoxTree const& Faces::treeOf(Component& component) const {
-  if (!component.tree) {
-    std::vector<Box> boxes;
-    for (std::size_t i = component.beginEdge; i < component.endEdge; ++i) {
-      boxes.push_back(shapeOf(cutting_.edges[edgesByComponent_[i]]).hull());
-    }
-    component.tree.emplace(std::move(boxes));
+BoxTree Faces::treeOf(std::size_t beginEdge, std::size_t endEdge) const {
+  std::vector<Box> boxes;
+  boxes.reserve(endEdge - beginEdge);
+  for (std::size_t i = beginEdge; i < endEdge; ++i) {
+    boxes.push_back(shapeOf(cutting_.edges[edgesByComponent_[i]]).hull());
   }
+  return BoxTree(std::move(boxes));
+}
+
+BoxTree const& Faces::treeOf(Component& component) const {
+  if (!component.tree) component.tree = treeOf(component.beginEdge, component.endEdge);
   return *component.tree;
 }
 
-Counts Faces::windingOf(Component& component, Point const& p) const {
+Counts Faces::windingOf(BoxTree const& tree, std::size_t beginEdge, Point const& p) const {
   Counts winding = {0, 0};
-  treeOf(component).visit([&](Box const& box) { return isBeside(box, p); },
-                          [&](std::size_t i) {
-                            Edge const& edge =
-                                cutting_.edges[edgesByComponent_[component.beginEdge + i]];
-                            winding = sum(winding, edge.count, crossings(shapeOf(edge), p));
-                          });
+  tree.visit([&](Box const& box) { return isBeside(box, p); },
+             [&](std::size_t i) {
+               Edge const& edge = cutting_.edges[edgesByComponent_[beginEdge + i]];
+               winding = sum(winding, edge.count, crossings(shapeOf(edge), p));
+             });
   return winding;
+}
+
+Counts Faces::windingOf(Component& component, Point const& p) const {
+  return windingOf(treeOf(component), component.beginEdge, p);
 }
 
 Box Faces::boxOf(Component const& component) const {
@@ -209,32 +229,48 @@ std::vector<Counts> Faces::outerWindings() {
   return windings;
 }
 
-bool Faces::find() {
+/// Sets the winding numbers of each edge by rays from either side of it.
+void Faces::castRays() {
+  BoxTree const tree = treeOf(0, edgesByComponent_.size());
+  for (std::size_t const i : edgesByComponent_) {
+    Edge& edge = cutting_.edges[i];
+    Cubic const& c = shapeOf(edge);
+    for (double const t : kAskedAt) {
+      Point const place = pointAt(c, t), d = derivativeAt(c, t);
+      double const speed = std::sqrt(dot(d, d));
+      if (!(speed > 0.0)) continue;
+      Point const aside = Point{-d.y, d.x} * (kBeside / speed);
+      edge.left = windingOf(tree, 0, place + aside);
+      edge.right = windingOf(tree, 0, place - aside);
+      if (sum(edge.left, edge.right, -1) == edge.count) break;
+    }
+  }
+}
+
+void Faces::find() {
   findComponents();
   walkFaces();
+  // Euler's formula holds for connected lines in a plane, and only for those.
+  bool const isPlane = std::all_of(components_.begin(), components_.end(), [](Component const& c) {
+    return c.nodes - c.edges + c.faces == 2;
+  });
+  if (!isPlane) return castRays();
   windings_.assign(faceAt_.size(), Counts{0, 0});
   isKnown_.assign(faceAt_.size(), 0);
-  bool isPlane = true;
   std::vector<Counts> const outside = outerWindings();
-  for (std::size_t i = 0; i < components_.size(); ++i) {
-    spread(i, outside[i]);
-    Component const& c = components_[i];
-    // Euler's formula holds for connected lines in a plane, and only for those.
-    isPlane = isPlane && c.nodes - c.edges + c.faces == 2;
-  }
+  for (std::size_t i = 0; i < components_.size(); ++i) spread(i, outside[i]);
   for (std::size_t i = 0; i < cutting_.edges.size(); ++i) {
     Edge& edge = cutting_.edges[i];
     if (edge.first == kNone) continue;
     edge.left = windings_[faceOf_[2 * i]];
     edge.right = windings_[faceOf_[2 * i + 1]];
   }
-  return isPlane;
 }
 
 }  // namespace
 
 int crossings(Cubic const& c, Point const& p) { return crossingsOf(c, p, kMostHalvings); }
 
-bool findWindings(Cutting& cutting, Turns const& turns) { return Faces(cutting, turns).find(); }
+void findWindings(Cutting& cutting, Turns const& turns) { Faces(cutting, turns).find(); }
 
 }  // namespace crv::internal

@@ -12,8 +12,8 @@ namespace crv::internal {
 /// it. A point at the height of p counts as below.
 int crossings(Cubic const& c, Point const& p);
 
-/// Sets the winding numbers on both sides of all edges. False where the turns are not those of
-/// lines in a plane, so that these numbers cannot be right everywhere.
-bool findWindings(Cutting& cutting, Turns const& turns);
+/// Sets the winding numbers on both sides of all edges: face by face, or, where places as near to
+/// each other as the resolution have turns that no plane has, by rays from both sides of each edge.
+void findWindings(Cutting& cutting, Turns const& turns);
 
 }  // namespace crv::internal
