@@ -1,5 +1,5 @@
-// Marks places on the outline of a letter, copies a stretch of it, reverses the copy, and carries
-// the marks along with the maps that the two edits hand back. Writes carryAMark.svg.
+// Marks places on the outline of a letter, cuts it in two, reverses one of the pieces, and carries
+// the marks along with the maps that the edits hand back. Writes carryAMark.svg.
 
 #include "crv/crv.h"
 #include "examples/outline.h"
@@ -14,7 +14,6 @@
 namespace {
 
 using Position = GxBezierCurvePosition;
-using MapHandle = GxHandle<GxBezierCurvePositionMapBase>;
 
 constexpr char const* kLetter = "roman-g-outer.txt";
 constexpr char const* kPicture = "carryAMark.svg";
@@ -32,12 +31,12 @@ std::vector<Mark> const kMarks = {
     {"g", Position(7, 0.5), -14, -4}, {"h", Position(8, 0.9), -6, 18},
 };
 
-/// One of the three curves, and the map that carries the marks to it.
+/// One of the four curves, and the map that carries the marks to it.
 struct Exhibit {
   std::string title;
   std::string note;
   GxBezierCurve const* curve;
-  MapHandle map;
+  crv::Map map;
   std::string colour;
   double startDx, startDy;  // of the word at the curve's start, in pixels
 };
@@ -63,10 +62,10 @@ std::string words(Carried const& c) {
 // ---- The picture --------------------------------------------------------------------------------
 
 // Pixels.
-constexpr double kWidth = 840;
+constexpr double kWidth = 1000;
 constexpr double kTop = 58;
-constexpr double kPanel = 280;
-constexpr double kPanelHeight = 400;
+constexpr double kPanel = 250;
+constexpr double kPanelHeight = 370;
 constexpr double kRow = 20;
 constexpr double kDot = 4.5;
 
@@ -168,23 +167,22 @@ void drawAll(std::vector<Exhibit> const& exhibits) {
 int main() {
   GxBezierCurve letter = readOutline(kLetter);
 
-  GxBezierCurve copy;
-  MapHandle toCopy;
-  if (copyGxBezierCurve(copy, letter, Position(10, 0.5), Position(4, 0.6), 1, toCopy) != 0) {
+  auto const pieces = crv::cut(letter, {Position(4, 0.6), Position(10, 0.5)});
+  if (pieces.size() != 2) {
     std::cerr << "cannot read " << kLetter << "\n";
     return 1;
   }
-  GxBezierCurve reversed = copy;
-  MapHandle turn;
-  reverseGxBezierCurve(reversed, turn);
+  auto const reversed = crv::reversed(pieces[1].curve);
 
   std::vector<Exhibit> const exhibits = {
       {"a letter, marked", "eight positions (segment, t)", &letter, constructIdentityPositionMap(),
        "#1864ab", -8, 26},
-      {"a stretch of it, copied", "its map carries the marks along", &copy, toCopy, "#2b8a3e", -44,
-       6},
-      {"the copy, reversed", "two maps, one after the other", &reversed,
-       constructCompositePositionMap(toCopy, turn), "#d9480f", 12, 4}};
+      {"cut in two: a piece", "its map carries the marks along", &pieces[0].curve, pieces[0].map,
+       "#9c36b5", 12, 4},
+      {"the other piece", "across the seam of the letter", &pieces[1].curve, pieces[1].map,
+       "#2b8a3e", -44, 6},
+      {"that piece, reversed", "two maps, one after the other", &reversed.curve,
+       constructCompositePositionMap(pieces[1].map, reversed.map), "#d9480f", 12, 4}};
 
   double farthest = 0;
   for (Exhibit const& exhibit : exhibits) {

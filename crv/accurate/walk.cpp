@@ -25,7 +25,9 @@ constexpr int kMaxDepth = 60;
 
 std::optional<Position> walkLength(Curve const& curve, Position const& from, double distance,
                                    double accuracy) {
-  CurveLengths const lengths(curve, 0.5 * accuracy);  // for both ends of the walk
+  // Both ends of the walk take a quarter, so that half is left to tell whether the curve ends
+  // before.
+  CurveLengths const lengths(curve, 0.25 * accuracy);
   double const total = lengths.total();
   double const start = lengths.lengthAt(from);
   double const target = start + distance;
@@ -34,7 +36,7 @@ std::optional<Position> walkLength(Curve const& curve, Position const& from, dou
     if (!(total > 0.0)) return std::nullopt;
     return lengths.positionAt(target);
   }
-  double const allowed = max(accuracy, kLeastAccuracy * total);
+  double const allowed = max(0.5 * accuracy, kLeastAccuracy * total);
   if (target < -allowed || target > total + allowed) return std::nullopt;
   return lengths.positionAt(target);
 }

@@ -13,6 +13,10 @@ namespace {
 constexpr int kMaxSteps = 130;
 constexpr int kFreeSteps = 8;
 
+// Of the tolerance: what each length on the way to a parameter may be off. Those of the free steps
+// add up to a quarter; later ones get ever less, another tenth together.
+constexpr double kShare = 1.0 / 32.0;
+
 // isFarFromStops() holds for ellipses up to rho = 1.503: the radius of a circle around the ellipse
 // of rho^2, and kZeroFactor rho^(-2n) n^(-3/2) for 8, 20 and 32 nodes.
 constexpr double kRadius = 1.35;
@@ -126,7 +130,7 @@ double CubicLength::parameterAt(double t0, double length, double tolerance) cons
   auto const way = [&](double from, double to, double share) {
     return from < to ? scaledBetween(from, to, share) : scaledBetween(to, from, share);
   };
-  double share = 0.125 * tolerance;
+  double share = kShare * tolerance;
   double const all = way(t0, end, share);
   if (target >= all) return end;
   if (target == 0.0) return t0;
