@@ -38,8 +38,31 @@ std::vector<internal::Box> boxesOf(internal::Chain const& chain) {
 }  // namespace
 
 struct CurveSearch::Table {
-  explicit Table(Curve const& curve)
-      : chain(curve), tree(boxesOf(chain)), magnitude(chain.magnitude()) {}
+  explicit Table(internal::Chain const& given)
+      : chain(given), tree(boxesOf(chain)), magnitude(chain.magnitude()) {
+    if (!internal::isTiny(magnitude)) return;
+    scale = internal::PowerOfTwo::below(magnitude);
+    internal::Chain larger = chain;
+    for (internal::Cubic& cubic : larger.segments) cubic = internal::scaled(cubic, scale.inverse);
+    scaledUp = std::make_unique<Table const>(larger);
+  }
+
+  std::optional<NearestOnCurve> nearest(Point const& p) const;
+  std::vector<NearestOnCurve> within(Point const& p, double distance) const;
+
+  /// Whether squares vanish, so that the table that is scaled up answers.
+  bool isTiny(double size) const {
+    return scaledUp != nullptr && size < internal::kSmallestUnscaled;
+  }
+  Point scaledDown(Point const& p) const {
+    return Point(p.xval() * scale.power, p.yval() * scale.power);
+  }
+  NearestOnCurve scaledDown(NearestOnCurve const& found) const {
+    return {found.position, scaledDown(found.point), found.distance * scale.power};
+  }
+  Point raised(Point const& p) const {
+    return Point(p.xval() * scale.inverse, p.yval() * scale.inverse);
+  }
 
   /// The largest coordinate of curve and point; NaN if there is no answer.
   double usableMagnitude(internal::Point const& p) const {
@@ -64,6 +87,8 @@ struct CurveSearch::Table {
   internal::Chain chain;
   internal::BoxTree tree;
   double magnitude;
+  internal::PowerOfTwo scale = {1.0, 1.0};
+  std::unique_ptr<Table const> scaledUp;  // by the inverse of the scale; only of tiny curves
 };
 
 namespace {
@@ -204,43 +229,57 @@ class MinimaAlong {
 
 }  // namespace
 
-CurveSearch::CurveSearch(Curve const& curve) : table_(std::make_shared<Table const>(curve)) {}
-
-std::optional<NearestOnCurve> CurveSearch::nearest(Point const& p) const {
+std::optional<NearestOnCurve> CurveSearch::Table::nearest(Point const& p) const {
   internal::Point const from = internal::plain(p);
-  double const magnitude = table_->usableMagnitude(from);
-  if (magnitude != magnitude) return std::nullopt;
-  std::size_t nearest = table_->chain.size();
+  double const size = usableMagnitude(from);
+  if (size != size) return std::nullopt;
+  if (isTiny(size)) return scaledDown(*scaledUp->nearest(raised(p)));
+  std::size_t nearestSegment = chain.size();
   Foot best = {0.0, {0.0, 0.0}, kInfinity};
-  table_->tree.visitNear(from, kInfinity, [&](std::size_t segment, double) {
-    double const limit = Table::widened(best.squaredDistance, magnitude);
-    Foot const foot = internal::nearestFoot(table_->chain.segments[segment], from, limit);
+  tree.visitNear(from, kInfinity, [&](std::size_t segment, double) {
+    double const limit = widened(best.squaredDistance, size);
+    Foot const foot = internal::nearestFoot(chain.segments[segment], from, limit);
     bool const isFirst =
-        segment < nearest && !internal::isNearer(best.squaredDistance, foot.squaredDistance);
+        segment < nearestSegment && !internal::isNearer(best.squaredDistance, foot.squaredDistance);
     if (isFirst || internal::isNearer(foot.squaredDistance, best.squaredDistance)) {
-      nearest = segment;
+      nearestSegment = segment;
       best = foot;
     }
-    return Table::widened(best.squaredDistance, magnitude);
+    return widened(best.squaredDistance, size);
   });
-  return table_->at(nearest, best, from);
+  return at(nearestSegment, best, from);
+}
+
+std::vector<NearestOnCurve> CurveSearch::Table::within(Point const& p, double distance) const {
+  std::vector<NearestOnCurve> found;
+  internal::Point const from = internal::plain(p);
+  double const size = usableMagnitude(from);
+  if (size != size || !(distance >= 0.0)) return found;
+  if (isTiny(size)) {
+    found = scaledUp->within(raised(p), distance * scale.inverse);
+    for (NearestOnCurve& minimum : found) minimum = scaledDown(minimum);
+    return found;
+  }
+  double const limit = distance * distance;
+  double const reach = widened(limit, size);
+  MinimaAlong minima(chain, from, limit, kJointRadius * size);
+  tree.visit(
+      [&](internal::Box const& box) { return internal::squaredDistance(box, from) <= reach; },
+      [&](std::size_t segment) { minima.add(segment); });
+  minima.run(
+      [&](std::size_t segment, Foot const& foot) { found.push_back(at(segment, foot, from)); });
+  return found;
+}
+
+CurveSearch::CurveSearch(Curve const& curve)
+    : table_(std::make_shared<Table const>(internal::Chain(curve))) {}
+
+std::optional<NearestOnCurve> CurveSearch::nearest(Point const& p) const {
+  return table_->nearest(p);
 }
 
 std::vector<NearestOnCurve> CurveSearch::within(Point const& p, double distance) const {
-  std::vector<NearestOnCurve> found;
-  internal::Point const from = internal::plain(p);
-  double const magnitude = table_->usableMagnitude(from);
-  if (magnitude != magnitude || !(distance >= 0.0)) return found;
-  double const limit = distance * distance;
-  double const reach = Table::widened(limit, magnitude);
-  MinimaAlong minima(table_->chain, from, limit, kJointRadius * magnitude);
-  table_->tree.visit(
-      [&](internal::Box const& box) { return internal::squaredDistance(box, from) <= reach; },
-      [&](std::size_t segment) { minima.add(segment); });
-  minima.run([&](std::size_t segment, Foot const& foot) {
-    found.push_back(table_->at(segment, foot, from));
-  });
-  return found;
+  return table_->within(p, distance);
 }
 
 std::vector<LineContact> CurveSearch::contacts(Point const& a, Point const& b) const {

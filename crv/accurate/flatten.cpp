@@ -36,8 +36,8 @@ constexpr std::size_t kExpected = 16;
 constexpr int kMaxDepth = 60;
 
 // Magnitudes within which products of four coordinates stay far from the limits of a double.
-constexpr double kSmallestUnscaled = 0x1p-100;
-constexpr double kLargestUnscaled = 0x1p100;
+constexpr double kSmallestOrdinary = 0x1p-100;
+constexpr double kLargestOrdinary = 0x1p100;
 
 constexpr double kUnknown = std::numeric_limits<double>::infinity();
 
@@ -308,13 +308,11 @@ Polyline flatten(Curve const& curve, double tolerance) {
   }
   tolerance = max(tolerance, internal::resolutionOr(0.0, magnitude));
   bool const isOrdinary =
-      magnitude == 0.0 || (magnitude >= kSmallestUnscaled && magnitude <= kLargestUnscaled);
+      magnitude == 0.0 || (magnitude >= kSmallestOrdinary && magnitude <= kLargestOrdinary);
   if (isOrdinary) return Flattener(chain, chain, 1.0, tolerance, magnitude).run();
   PowerOfTwo const scale = PowerOfTwo::below(magnitude);
   Chain scaled = chain;
-  for (Cubic& cubic : scaled.segments) {
-    for (P& p : cubic.p) p = p * scale.inverse;
-  }
+  for (Cubic& cubic : scaled.segments) cubic = internal::scaled(cubic, scale.inverse);
   return Flattener(chain, scaled, scale.power, tolerance * scale.inverse, magnitude * scale.inverse)
       .run();
 }

@@ -14,24 +14,38 @@ constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 }  // namespace
 
 NearestOnSegment nearest(Segment const& segment, Point const& p) {
-  internal::Cubic const cubic = internal::cubic(segment);
-  internal::Point const from = internal::plain(p);
+  internal::Cubic cubic = internal::cubic(segment);
+  internal::Point from = internal::plain(p);
   internal::Magnitude magnitude;
   magnitude.add(cubic);
   magnitude.add(from);
   if (!internal::isUsable(magnitude.value())) return {0.0, Point(kNaN, kNaN), kNaN};
+  double unit = 1.0;
+  if (internal::isTiny(magnitude.value())) {
+    auto const scale = internal::PowerOfTwo::below(magnitude.value());
+    cubic = internal::scaled(cubic, scale.inverse);
+    from = from * scale.inverse;
+    unit = scale.power;
+  }
   internal::Foot const foot = internal::nearestFoot(cubic, from, kInfinity);
   internal::Point const place = internal::placeOf(foot, cubic, from);
-  return {foot.t, Point(place.x, place.y), std::sqrt(foot.squaredDistance)};
+  return {foot.t, Point(place.x * unit, place.y * unit), std::sqrt(foot.squaredDistance) * unit};
 }
 
 std::optional<NearestOnCurve> nearest(Curve const& curve, Point const& p) {
-  internal::Chain const chain(curve);
-  internal::Point const from = internal::plain(p);
+  internal::Chain chain(curve);
+  internal::Point from = internal::plain(p);
   internal::Magnitude magnitude;
   for (internal::Cubic const& cubic : chain.segments) magnitude.add(cubic);
   magnitude.add(from);
   if (chain.size() == 0 || !internal::isUsable(magnitude.value())) return std::nullopt;
+  double unit = 1.0;
+  if (internal::isTiny(magnitude.value())) {
+    auto const scale = internal::PowerOfTwo::below(magnitude.value());
+    for (internal::Cubic& cubic : chain.segments) cubic = internal::scaled(cubic, scale.inverse);
+    from = from * scale.inverse;
+    unit = scale.power;
+  }
   std::size_t nearest = 0;
   internal::Foot best = internal::nearestFoot(chain.segments[0], from, kInfinity);
   for (std::size_t i = 1; i < chain.size(); ++i) {
@@ -42,8 +56,8 @@ std::optional<NearestOnCurve> nearest(Curve const& curve, Point const& p) {
     best = foot;
   }
   internal::Point const place = internal::placeOf(best, chain.segments[nearest], from);
-  return NearestOnCurve{chain.positionOf(nearest, best.t), Point(place.x, place.y),
-                        std::sqrt(best.squaredDistance)};
+  return NearestOnCurve{chain.positionOf(nearest, best.t), Point(place.x * unit, place.y * unit),
+                        std::sqrt(best.squaredDistance) * unit};
 }
 
 }  // namespace crv

@@ -43,7 +43,7 @@ TEST(AccurateNearest, NoSampleComesNearerAtAnyScale) {
     GxBezier s = random.ofManyKinds(i);
     bool const isOnSegment = i % 5 >= 3;
     Point p = isOnSegment ? s.bValue(i % 8 >= 6 ? 0.5 : random.uniform(0, 1)) : random.point(2.0);
-    double const size = std::ldexp(1.0, random.whole(-30, 30));
+    double const size = std::ldexp(1.0, random.whole(-450, 450));
     auto const unscaled = crv::nearest(s, p);
     s.scale(size, size);
     p.scale(size, size);

@@ -63,6 +63,15 @@ struct PowerOfTwo {
   }
 };
 
+// Below this magnitude the squares of small distances vanish: input is scaled up first.
+constexpr double kSmallestUnscaled = 0x1p-200;
+
+inline bool isTiny(double magnitude) { return magnitude > 0.0 && magnitude < kSmallestUnscaled; }
+
+inline Cubic scaled(Cubic const& c, double factor) {
+  return {{c.p[0] * factor, c.p[1] * factor, c.p[2] * factor, c.p[3] * factor}};
+}
+
 /// False for NaN, too.
 inline bool isUsable(double magnitude) {
   return magnitude == 0.0 || (magnitude >= kSmallestMagnitude && magnitude <= kLargestMagnitude);

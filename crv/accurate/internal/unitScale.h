@@ -30,9 +30,7 @@ struct UnitScale {
     resolution = max(wanted, kFinestResolution * magnitude);
   }
 
-  Cubic scaled(Cubic const& c) const {
-    return {{c.p[0] * factor, c.p[1] * factor, c.p[2] * factor, c.p[3] * factor}};
-  }
+  Cubic scaled(Cubic const& c) const { return internal::scaled(c, factor); }
 };
 
 /// The point of a contact: an end's own control point if it is one, else the middle between both.
