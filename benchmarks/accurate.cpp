@@ -20,11 +20,20 @@ void arcLength(benchmark::State& state, char const* set) {
   noteLength(state, set, lengthOf);
 }
 
+void flatten(benchmark::State& state, char const* set) {
+  std::vector<GxBezierCurve> curves;
+  for (Row const& row : rows(set)) curves.emplace_back().getSegments().add(row.segment);
+  auto const pointsOf = [&](std::size_t i) { return crv::flatten(curves[i], 0.1).points; };
+  overIndices(state, set, [&](std::size_t i) { return pointsOf(i).size(); });
+  notePolyline(state, set, pointsOf);
+}
+
 }  // namespace
 
 void enterAccurate() {
   enterSets("nearest parameter", "accurate", nearestOnSegment);
   enterSets("arc length, 0.1", "accurate", arcLength);
+  enterSets("polyline by halving, 0.1", "accurate", flatten);
 }
 
 }  // namespace bench

@@ -127,20 +127,38 @@ void letterDistance(benchmark::State& state) {
   overLetterPairs(state, [](GxBezierCurve& a, GxBezierCurve& b) { return a.getMinSqDistance(b); });
 }
 
-/// For one step of one unit along the chain of most segments; the chain is enlarged, since steps
-/// that pass several segments fail now and then.
-void step(benchmark::State& state) {
+/// The chain of most segments, enlarged, since steps that pass several segments fail now and then.
+GxBezierCurve longestChain() {
   GxBezierCurve longest;
   for (GxBezierCurve const& curve : chains()) {
     if (curve.length() > longest.length()) longest = curve;
   }
   longest.resize(10.0, 10.0);
-  constexpr int kSteps = 100;
+  return longest;
+}
+
+constexpr int kSteps = 100;
+
+/// For one step of one unit.
+void step(benchmark::State& state) {
+  GxBezierCurve const longest = longestChain();
   for (auto _ : state) {
     GxBezierCurvePosition pos(static_cast<int>(longest.length() / 2), 0.0);
     for (int i = 0; i < kSteps; ++i) {
       if (longest.findNextPos(pos, pos, 1.0, 1, 0) != 0) state.SkipWithError("the walk ended");
     }
+  }
+  perIteration(state, kSteps);
+}
+
+/// The same by length, along a curve that was measured before.
+void accurateStep(benchmark::State& state) {
+  GxBezierCurve const longest = longestChain();
+  crv::CurveLengths const lengths(longest, 1e-6);
+  for (auto _ : state) {
+    GxBezierCurvePosition pos(static_cast<int>(longest.length() / 2), 0.0);
+    for (int i = 0; i < kSteps; ++i) pos = lengths.positionAt(lengths.lengthAt(pos) + 1.0);
+    benchmark::DoNotOptimize(pos);
   }
   perIteration(state, kSteps);
 }
@@ -164,6 +182,7 @@ void enterCurves() {
   enter("polyline by halving, 0.1/coasts/CRV", byHalving);
   enter("tangents at a joint/coasts/CRV", tangents);
   enter("a step of 1/coasts/CRV", step);
+  enter("a step of 1/coasts/accurate", accurateStep);
   enter("copy of a curve/coasts/CRV", copyACurve);
 }
 

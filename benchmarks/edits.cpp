@@ -28,10 +28,19 @@ void copyAStretch(benchmark::State& state, Position const& start, Position const
   perIteration(state, 1);
 }
 
+void stretch(benchmark::State& state, Position const& start, Position const& end, bool forward) {
+  GxBezierCurve const source = ring();
+  for (auto _ : state) benchmark::DoNotOptimize(crv::stretch(source, start, end, forward));
+  perIteration(state, 1);
+}
+
 void mapPositions(benchmark::State& state, bool inverse) {
   GxBezierCurve source = ring(), copy;
   MapHandle map;
-  copyGxBezierCurve(copy, source, Position(70, 0.5), Position(20, 0.25), 1, map);
+  if (copyGxBezierCurve(copy, source, Position(70, 0.5), Position(20, 0.25), 1, map) != 0) {
+    state.SkipWithError("there is no such stretch");
+    return;
+  }
   std::vector<Position> positions;
   for (int i = 0; i < 1000; ++i) positions.emplace_back(i % 50, i * 1e-3);
   GxBezierCurvePositionMapBase const& carried = **map;
@@ -60,6 +69,12 @@ void enterEdits() {
         [](benchmark::State& s) { copyAStretch(s, Position(70, 0.5), Position(20, 0.25), 1); });
   enter("copy a stretch of 50 segments/backwards/CRV",
         [](benchmark::State& s) { copyAStretch(s, Position(70, 0.5), Position(20, 0.25), 0); });
+  enter("copy a stretch of 50 segments/plain/accurate",
+        [](benchmark::State& s) { stretch(s, Position(20, 0.5), Position(70, 0.25), true); });
+  enter("copy a stretch of 50 segments/over the seam/accurate",
+        [](benchmark::State& s) { stretch(s, Position(70, 0.5), Position(20, 0.25), true); });
+  enter("copy a stretch of 50 segments/backwards/accurate",
+        [](benchmark::State& s) { stretch(s, Position(70, 0.5), Position(20, 0.25), false); });
   enter("map a position/forth/CRV", [](benchmark::State& s) { mapPositions(s, false); });
   enter("map a position/back/CRV", [](benchmark::State& s) { mapPositions(s, true); });
   enter("copy a handle/a map/CRV", copyAHandle);

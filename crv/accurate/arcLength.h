@@ -5,8 +5,8 @@
 // lines are ordinary input. Gaps between segments have no length. For unusable input, an accuracy
 // or a parameter that is NaN included, lengths are NaN, parameters 0, positions (-1, 0.0).
 //
-// Method: Gauss-Legendre quadrature with as many nodes as a bound of its error asks for, halving
-// where 16 are too few; straight segments in closed form.
+// Method: Gauss-Legendre quadrature with 8, 20 or 32 nodes, as a bound of its error asks for, cut
+// above the complex zeros of the velocity where 32 are too few; straight segments in closed form.
 #pragma once
 
 #include "crv/accurate/types.h"
