@@ -1,4 +1,4 @@
-// A chain of few segments through digitised samples.
+// Chains of few segments, through digitised samples or along a curve that has more.
 #pragma once
 
 #include "crv/accurate/types.h"
@@ -48,5 +48,29 @@ struct Fit {
 /// Method: from each joint the longest run of samples that one segment can follow, found by
 /// galloping and bisection (see internal/segmentFit.h); its end direction starts the next one.
 [[nodiscard]] CRV_API Fit fit(std::vector<Point> const& samples, FitOptions const& options);
+
+/// A curve with fewer segments, and how it follows the one that it was made of.
+struct Simplified {
+  Curve curve;
+  Map map;                     ///< From positions of the source to the curve, and back.
+  double worstDistance = 0.0;  ///< Of a place of the source from its mapped place, at most.
+};
+
+/// Replaces stretches of a curve by fewer segments, where these stay within a tolerance.
+///
+/// Every place of the curve lies within worstDistance, which is at most the tolerance, of the place
+/// that the map takes it to; the bound is that of the control points of differences. Positions that
+/// follow each other are mapped to positions that do, and every position of the result is reached.
+/// There are never more segments than before. The closed flag stays; the ends, the joints where the
+/// direction turns by more than 0.1 radians, and the ends beside gaps keep their bits, and so do
+/// segments that are one point or have a cusp. A stretch that takes no fewer segments stays as it
+/// is. The seam of a closed curve stays a joint.
+///
+/// A tolerance that is not above 0 and unusable input give an empty curve; its map answers -1.
+///
+/// Method: the longest runs of segments that one cubic with the same ends and end directions can
+/// replace, or the fit above through eight places of each segment where that takes fewer; the map
+/// has its knots at the feet of those places.
+[[nodiscard]] CRV_API Simplified simplify(Curve const& curve, double tolerance);
 
 }  // namespace crv

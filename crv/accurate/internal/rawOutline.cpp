@@ -1,6 +1,7 @@
 #include "crv/accurate/internal/rawOutline.h"
 
 #include "crv/accurate/internal/blossom.h"
+#include "crv/accurate/internal/gaps.h"
 #include "crv/accurate/internal/joins.h"
 #include "crv/accurate/internal/segmentPair.h"
 #include "crv/accurate/internal/segmentParallel.h"
@@ -13,9 +14,8 @@ namespace crv::internal {
 
 namespace {
 
-// Curve units, the coordinates being of the order of 1: ends of neighbouring segments this near to
-// each other are joined.
-constexpr double kJoined = 16.0 * kRounding;
+// Curve units: the order of the coordinates.
+constexpr double kMagnitude = 1.0;
 
 // The share of the tolerance by which a joint without a join may be off.
 constexpr double kSmoothShare = 1.0 / 16.0;
@@ -49,17 +49,6 @@ bool isGentleAt(SmoothPart const& part, double t, double distance, double gap, d
 
 SmoothPart reversed(SmoothPart const& part) {
   return {reversed(part.c), part.segment, part.t1, part.t0};
-}
-
-/// The segments behind which there is a gap, or the end of an open curve.
-std::vector<std::size_t> gapsOf(Chain const& curve) {
-  std::vector<std::size_t> gaps;
-  for (std::size_t k = 0; k < curve.size(); ++k) {
-    bool const isLast = k + 1 == curve.size();
-    Point const gap = curve.segments[k].end() - curve.segments[isLast ? 0 : k + 1].start();
-    if ((isLast && !curve.closed) || largestPart(gap) > kJoined) gaps.push_back(k);
-  }
-  return gaps;
 }
 
 }  // namespace
@@ -98,7 +87,7 @@ RawOutline::RawOutline(Chain const& curve, double distance, OffsetOptions const&
                        RawSides sides, Cap cap)
     : distance_(distance), options_(options), sides_(sides), cap_(cap) {
   std::size_t const n = curve.size();
-  std::vector<std::size_t> const gaps = gapsOf(curve);
+  std::vector<std::size_t> const gaps = gapsOf(curve, kMagnitude);
   if (gaps.empty()) addRun(curve, 0, n, true);
   for (std::size_t i = 0; i < gaps.size(); ++i) {
     std::size_t const before = i == 0 ? gaps.back() : gaps[i - 1];
@@ -106,7 +95,7 @@ RawOutline::RawOutline(Chain const& curve, double distance, OffsetOptions const&
   }
 }
 
-bool RawOutline::isWhole(Chain const& curve) { return gapsOf(curve).empty(); }
+bool RawOutline::isWhole(Chain const& curve) { return gapsOf(curve, kMagnitude).empty(); }
 
 /// Adds what segments without a gap between them have, which may lead over the seam.
 void RawOutline::addRun(Chain const& curve, std::size_t first, std::size_t count, bool isClosed) {
