@@ -117,6 +117,17 @@ class Page {
     body_ << "\"/>\n";
   }
 
+  /// An area: its boundaries with a pen, filled, and its holes, which run clockwise, left white.
+  void area(std::vector<GxBezierCurve> const& curves, std::string const& pen,
+            std::string const& fill) {
+    for (bool const isHole : {false, true}) {
+      for (GxBezierCurve const& curve : curves) {
+        if (crv::isClockwise(curve) != isHole) continue;
+        chain(curve, pen + ";fill:" + (isHole ? "#fff" : fill));
+      }
+    }
+  }
+
   /// Lines from the joints to the inner control points, which are dots.
   void handles(GxBezierCurve const& curve, double radius, std::string const& look) {
     Points ends;
