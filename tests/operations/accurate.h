@@ -244,6 +244,50 @@ inline void fitSamples(World& w) {
   w.see(fit.curve, fit.worstDistance, static_cast<double>(fit.worstSample), fit.positions);
 }
 
+inline void separated(World& w) {
+  GxBezierCurve const& c = w.curve();
+  crv::Separated const found = crv::separate(c, w.flag() ? 0.0 : w.step());
+  w.require(found.rests.size() <= (c.strictIsClosed() ? 0u : 1u), "one rest of an open curve");
+  for (crv::Loop const& loop : found.loops) {
+    w.require(loop.piece.curve.strictIsClosed() != 0, "closed loops");
+    w.see(loop.piece.curve, loop.clockwise);
+  }
+  for (crv::Piece const& rest : found.rests) w.see(rest.curve);
+  GxList<GxBezierCurve> pieces;
+  int const count = seperateSelfIntersections(c, pieces);
+  w.require(count == (c.length() == 0 ? -1 : int(pieces.length())), "the number of pieces");
+}
+
+/// The curves of a region are closed to the bit, and each segment has a source.
+inline void seeRegion(World& w, crv::Region const& region) {
+  w.require(region.sources.size() == region.curves.size(), "sources of every curve");
+  for (std::size_t i = 0; i < region.curves.size(); ++i) {
+    GxBezierCurve const& c = region.curves[i];
+    int const n = static_cast<int>(c.length());
+    w.require(c.strictIsClosed() && region.sources[i].size() == c.length(), "closed");
+    for (int k = 0; k < n; ++k) w.require(c[k][3] == c[(k + 1) % n][0], "without a gap");
+    w.see(c);
+  }
+}
+
+inline void regions(World& w) {
+  std::vector<GxBezierCurve> const a = {w.curve()};
+  bool const isRelated = w.flag() && a[0].length() != 0;
+  std::vector<GxBezierCurve> const b = {isRelated ? curveOf({w.relative(a[0][0])})
+                                                  : GxBezierCurve(w.curve())};
+  auto const rule = w.flag() ? crv::FillRule::nonZero : crv::FillRule::evenOdd;
+  seeRegion(w, crv::unite(a, b, rule));
+  seeRegion(w, crv::intersect(a, b, rule));
+  seeRegion(w, crv::subtract(a, b, rule));
+  seeRegion(w, crv::exclude(a, b, rule));
+  seeRegion(w, crv::simplified(a, rule));
+  Point const p = w.pointNear(a[0]);
+  int const winding = crv::winding(a, p);
+  bool const isIn = rule == crv::FillRule::nonZero ? winding != 0 : winding % 2 != 0;
+  w.require(!isIn || crv::contains(a, p, rule), "what is wound around is inside");
+  w.see(crv::area(a, rule), winding);
+}
+
 inline Operations const kAccurate{
     {"nearestParameter",
      [](World& w) {
@@ -339,6 +383,8 @@ inline Operations const kAccurate{
        seePiece(w, c, crv::reversed(c));
      }},
     {"fitSamples", fitSamples},
+    {"separate", separated},
+    {"regions", regions},
 };
 
 }  // namespace support
