@@ -120,6 +120,10 @@ TEST(Separate, OfKnownShapes) {
       {"simple", closed(circle(1)), 1, {false}},
       {"a loop on an open segment", curveOf({loop()}), 1, {false}},
       {"a figure of eight", closed(polygon({0, 0, 2, 2, 2, 0, 0, 2, 0, 0})), 2, {false, true}},
+      {"three lines through a point",
+       polygon({-2, 0, 2, 0, 1, 2, -1, -2, 1, -2, -1, 2}),
+       2,
+       {false, false}},
       {"a touching", closed(polygon({0, 0, 2, 0, 2, 2, 1, 0, 0, 2, 0, 0})), 1, {false}},
       {"there and back", closed(polygon({0, 0, 2, 0, 0, 0})), 1, {false}},
   };

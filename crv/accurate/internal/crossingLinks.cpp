@@ -2,6 +2,7 @@
 
 #include "crv/accurate/internal/angleKey.h"
 #include "crv/accurate/internal/disjointSets.h"
+#include "crv/accurate/internal/planeGraph.h"
 #include "crv/accurate/internal/route.h"
 #include "crv/accurate/internal/segmentPair.h"
 #include "crv/foundation/tolerance.h"
@@ -43,6 +44,11 @@ struct Branch {
   bool arrives;
 };
 
+/// Where a pass arrives and leaves in the order of the branches.
+struct Ranks {
+  std::size_t in, out;
+};
+
 class Linker {
  public:
   Linker(Chain const& chain, UnitScale const& scale) : route_(chain, scale), scale_(scale) {}
@@ -58,12 +64,20 @@ class Linker {
   void linkAt(std::vector<std::size_t> const& passes);
   std::vector<Branch> branchesAt(std::vector<std::size_t> const& passes, double radius) const;
   void linkBranches(std::vector<Branch> const& branches);
+  bool cross(std::size_t p, std::size_t q) const;
+  bool exchange(std::size_t p, std::size_t q);
+  void splitReturns();
+  void splitTrail(std::size_t start);
   std::vector<Pass> turningPasses() const;
 
   Route const route_;
   UnitScale const& scale_;
-  std::vector<Visit> visits_;  // ascending
-  std::vector<Pass> passes_;   // one for each visit
+  std::vector<Visit> visits_;                       // ascending
+  std::vector<Pass> passes_;                        // one for each visit
+  std::vector<std::vector<std::size_t>> passesAt_;  // by crossing
+  std::vector<Ranks> ranks_;                        // by pass, at crossings of three and more
+  std::vector<char> isTaken_;                       // by stretch; stretch i ends at pass i
+  std::vector<std::size_t> onTrail_;                // by crossing: the last pass, or kNone
 };
 
 void Linker::collect(ChainMeetings const& meetings) {
@@ -135,6 +149,7 @@ void Linker::linkBranches(std::vector<Branch> const& branches) {
   for (std::size_t i = 0; i < 2 * branches.size(); ++i) {
     std::size_t const k = i % branches.size();
     Branch const& branch = branches[k];
+    (branch.arrives ? ranks_[branch.pass].in : ranks_[branch.pass].out) = k;
     if (branch.arrives) {
       if (i == k) arrived.push_back(branch.pass);
     } else if (!isLeft[k] && !arrived.empty()) {
@@ -163,6 +178,60 @@ void Linker::linkAt(std::vector<std::size_t> const& passes) {
   linkBranches(branches);
 }
 
+/// Whether the links of two passes through one crossing cross.
+bool Linker::cross(std::size_t p, std::size_t q) const {
+  std::size_t const a = ranks_[p].in, b = ranks_[passes_[p].next].out;
+  std::size_t const lo = std::min(a, b), hi = std::max(a, b);
+  auto const isBetween = [&](std::size_t rank) { return lo < rank && rank < hi; };
+  return isBetween(ranks_[q].in) != isBetween(ranks_[passes_[q].next].out);
+}
+
+/// Exchanges the links of two passes through one crossing, unless links would cross then.
+bool Linker::exchange(std::size_t p, std::size_t q) {
+  std::swap(passes_[p].next, passes_[q].next);
+  for (std::size_t const other : passesAt_[visits_[p].crossing]) {
+    bool const doCross = (other != p && cross(p, other)) || (other != q && cross(q, other));
+    if (!doCross) continue;
+    std::swap(passes_[p].next, passes_[q].next);
+    return false;
+  }
+  return true;
+}
+
+/// Follows the links from a stretch on. What comes back to a crossing becomes a loop of its own.
+void Linker::splitTrail(std::size_t start) {
+  std::vector<std::size_t> trail;
+  for (std::size_t stretch = start; !isTaken_[stretch];) {
+    isTaken_[stretch] = 1;
+    std::size_t pass = stretch;
+    if (pass == passes_.size()) {
+      stretch = 0;
+      continue;
+    }
+    std::size_t const crossing = visits_[pass].crossing, earlier = onTrail_[crossing];
+    if (earlier != kNone && exchange(earlier, pass)) {
+      pass = earlier;
+      for (; trail.back() != earlier; trail.pop_back())
+        onTrail_[visits_[trail.back()].crossing] = kNone;
+    } else if (passesAt_[crossing].size() > 2) {
+      onTrail_[crossing] = pass;
+      trail.push_back(pass);
+    }
+    stretch = passes_[pass].next + 1;
+  }
+  for (std::size_t const pass : trail) onTrail_[visits_[pass].crossing] = kNone;
+}
+
+/// Makes loops simple where three branches or more pass through a crossing.
+void Linker::splitReturns() {
+  bool const isNeeded = std::any_of(passesAt_.begin(), passesAt_.end(),
+                                    [](auto const& passes) { return passes.size() > 2; });
+  if (!isNeeded) return;
+  isTaken_.assign(passes_.size() + 1, 0);
+  onTrail_.assign(passesAt_.size(), kNone);
+  for (std::size_t i = 0; i <= passes_.size(); ++i) splitTrail(i);
+}
+
 /// The passes that leave their branch, with their links.
 std::vector<Pass> Linker::turningPasses() const {
   std::vector<std::size_t> numbers(passes_.size());
@@ -178,15 +247,17 @@ std::vector<Pass> Linker::turningPasses() const {
 std::vector<Pass> Linker::link(ChainMeetings const& meetings) {
   collect(meetings);
   uniteNeighbours();
-  std::vector<std::vector<std::size_t>> passesAt(2 * meetings.points.size());
+  passesAt_.resize(2 * meetings.points.size());
   for (std::size_t i = 0; i < visits_.size(); ++i) {
-    std::vector<std::size_t>& passes = passesAt[visits_[i].crossing];
+    std::vector<std::size_t>& passes = passesAt_[visits_[i].crossing];
     passes.push_back(i);
     Place const& place = visits_[i].place;
     Point const point = pointAt(route_.chain().segments[place.segment], place.t);
     passes_.push_back({place, passes.size() == 1 ? point : passes_[passes[0]].point, i});
   }
-  for (std::vector<std::size_t> const& passes : passesAt) linkAt(passes);
+  ranks_.resize(passes_.size());
+  for (std::vector<std::size_t> const& passes : passesAt_) linkAt(passes);
+  splitReturns();
   return turningPasses();
 }
 
