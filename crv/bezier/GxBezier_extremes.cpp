@@ -3,6 +3,7 @@
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/cubic.h"
+#include "crv/bezier/internal/extremes.h"
 #include "crv/bezier/internal/powerForm.h"
 #include "crv/foundation/solvers.h"
 #include "crv/foundation/tolerance.h"
@@ -46,6 +47,41 @@ struct InnerParameters {
   }
 };
 
+/// Stores the parameters of the lowest and the highest point in entry(0) and entry(1), which hold
+/// 0 and 1. Returns true if these stay because the handles at both ends are level.
+template <class Entry>
+bool storeHeightExtremes(GxBezier const& s, Entry entry) {
+  double const y0 = s[0].yval();
+  double const y1 = s[1].yval();
+  double const y2 = s[2].yval();
+  double const y3 = s[3].yval();
+  double low = y0;
+  double high = y3;
+  if (y0 > y3) {
+    std::swap(low, high);
+    std::swap(entry(0), entry(1));
+  }
+  if (IS_EQUAL(y0, y1, kZeroTolerance) && IS_EQUAL(y2, y3, kZeroTolerance)) return true;
+
+  Derivative const d = crv::internal::derivative(y0, y1, y2, y3);
+  int count = 0;
+  double roots[2] = {};
+  GxQuadraticSolver().quadraticSolve(&count, &roots[0], &roots[1], d.a, d.b, d.c, kLeading,
+                                     kDiscriminant);
+  for (int i = 0; i < count; ++i) {
+    if (!(0.0 <= roots[i] && roots[i] <= 1.0)) continue;
+    double const h = s.bValue(roots[i]).yval();
+    if (h < low) {
+      low = h;
+      entry(0) = roots[i];
+    } else if (h > high) {
+      high = h;
+      entry(1) = roots[i];
+    }
+  }
+  return false;
+}
+
 /// The highest or lowest point; beyond(h, y) tells whether height h goes beyond y.
 template <class Beyond>
 void findExtremeHeight(GxBezier const& s, Beyond beyond, double& t, double& y) {
@@ -60,9 +96,8 @@ void findExtremeHeight(GxBezier const& s, Beyond beyond, double& t, double& y) {
   // ends, the ends are the answer.
   auto const within = [&](double h) { return beyond(y, h) || h == y; };
   if (within(s[1].yval()) && within(s[2].yval())) return;
-  GxList<double> extremes;
-  GxBezier(s).getYMinMaxTValues(extremes);
-  for (double const extreme : extremes) {
+  crv::internal::HeightExtremes const extremes = crv::internal::heightExtremes(s);
+  for (double const extreme : {extremes.lowest, extremes.highest}) {
     double const h = s.bValue(extreme).yval();
     if (beyond(h, y)) {
       t = extreme;
@@ -74,39 +109,23 @@ void findExtremeHeight(GxBezier const& s, Beyond beyond, double& t, double& y) {
 
 }  // namespace
 
+namespace crv::internal {
+
+HeightExtremes heightExtremes(GxBezier const& s) {
+  double t[2] = {0.0, 1.0};
+  storeHeightExtremes(s, [&t](unsigned i) -> double& { return t[i]; });
+  return {t[0], t[1]};
+}
+
+}  // namespace crv::internal
+
 int GxBezier::getYMinMaxTValues(GxList<double>& list) const {
-  double const y0 = points_[0].yval();
-  double const y1 = points_[1].yval();
-  double const y2 = points_[2].yval();
-  double const y3 = points_[3].yval();
   // Deliberate: appended, but then addressed as entries 0 and 1.
   list.add(0.0);
   list.add(1.0);
-  double low = y0;
-  double high = y3;
-  if (y0 > y3) {
-    std::swap(low, high);
-    std::swap(list(0), list(1));
-  }
-  if (IS_EQUAL(y0, y1, kZeroTolerance) && IS_EQUAL(y2, y3, kZeroTolerance)) return 2;
-
-  Derivative const d = crv::internal::derivative(y0, y1, y2, y3);
-  int count = 0;
-  double roots[2] = {};
-  GxQuadraticSolver().quadraticSolve(&count, &roots[0], &roots[1], d.a, d.b, d.c, kLeading,
-                                     kDiscriminant);
-  for (int i = 0; i < count; ++i) {
-    if (!(0.0 <= roots[i] && roots[i] <= 1.0)) continue;
-    double const h = bValue(roots[i]).yval();
-    if (h < low) {
-      low = h;
-      list(0) = roots[i];
-    } else if (h > high) {
-      high = h;
-      list(1) = roots[i];
-    }
-  }
-  return static_cast<int>(list.length());
+  bool const areEnds =
+      storeHeightExtremes(*this, [&list](unsigned i) -> double& { return list(i); });
+  return areEnds ? 2 : static_cast<int>(list.length());
 }
 
 void GxBezier::getMaxYTValue(double& t, double& y) const {

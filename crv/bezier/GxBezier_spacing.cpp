@@ -4,6 +4,7 @@
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/cubic.h"
+#include "crv/bezier/internal/extremes.h"
 #include "crv/foundation/lines.h"
 #include "crv/foundation/tolerance.h"
 
@@ -110,8 +111,7 @@ int GxBezier::checkChordGapDist(double ta, double tb, double gap) const {
   GxCoord<double> const level(piece[3].xval(), start.yval());
   double const slope = -angle(level, start, piece[3]);
   for (int i = 1; i < 4; ++i) piece[i].rotate(slope, start);
-  GxList<double> extremes;
-  piece.getYMinMaxTValues(extremes);
-  // Deliberate: the lowest point, entry 0, is not measured.
-  return !(distanceToLineSegment(start, piece[3], piece.bValue(extremes(1))) > gap);
+  // Deliberate: the lowest point is not measured.
+  GxCoord<double> const highest = piece.bValue(crv::internal::heightExtremes(piece).highest);
+  return !(distanceToLineSegment(start, piece[3], highest) > gap);
 }

@@ -3,6 +3,7 @@
 // comes apart is snapped together, bridged, or rounded between straight lines.
 #include "crv/curve/GxBezierCurve.h"
 
+#include "crv/bezier/internal/extremes.h"
 #include "crv/curve/internal/straightSegment.h"
 #include "crv/foundation/Gx2DRotate.h"
 #include "crv/foundation/lines.h"
@@ -40,6 +41,9 @@ constexpr double kAcross = kZeroTolerance;
 constexpr double kFirstCut = 0.1;
 constexpr double kLastCut = 0.9;
 
+// Pieces of a segment that is cut at both extremes.
+constexpr std::size_t kMaxPieces = 3;
+
 // Curve units: a handle this short gives no end tangent; the points at these parameters (of the
 // segment) give it instead.
 constexpr double kShortHandle = 0.1;
@@ -75,8 +79,8 @@ GxBezier turnedByChordAngle(GxBezier const& segment) {
   if (IS_ZERO(length, kNoLength)) return segment;
   // Deliberate: the angle comes from x alone, whatever the sign of y.
   Gx2DRotate const rotation(std::acos(chord.xval() / length));
-  return GxBezier(rotation * segment[0], rotation * segment[1], rotation * segment[2],
-                  rotation * segment[3]);
+  return GxBezier(rotation.image(segment[0]), rotation.image(segment[1]),
+                  rotation.image(segment[2]), rotation.image(segment[3]));
 }
 
 /// The smaller cosine of the handles to the x direction.
@@ -95,19 +99,19 @@ double leastCosine(GxBezier const& segment) {
 void addCut(Pieces& pieces, GxBezier const& segment) {
   pieces.push_back(segment);
   if (segment.isALine(kStraight)) return;
-  GxBezier turned = turnedByChordAngle(segment);
+  GxBezier const turned = turnedByChordAngle(segment);
   if (!(std::fabs(leastCosine(turned)) < kSharpHandleCosine)) return;
-  GxList<double> cuts;
-  unsigned const count = static_cast<unsigned>(turned.getYMinMaxTValues(cuts));
-  if (count > 1 && cuts(0) < cuts(1)) std::swap(cuts(0), cuts(1));
+  crv::internal::HeightExtremes const extremes = crv::internal::heightExtremes(turned);
+  double cuts[2] = {extremes.lowest, extremes.highest};
+  if (cuts[0] < cuts[1]) std::swap(cuts[0], cuts[1]);
   std::size_t const first = pieces.size() - 1;
-  for (unsigned j = 0; j < count; ++j) {
-    double const t = cuts(j);
+  for (int j = 0; j < 2; ++j) {
+    double const t = cuts[j];
     if (!(kFirstCut < t && t < kLastCut)) continue;
     GxBezier right;
     pieces[first].split(right, t);
     pieces.insert(pieces.begin() + static_cast<std::ptrdiff_t>(first + 1), right);
-    if (j + 1 < count) cuts(j + 1) /= t;
+    if (j == 0) cuts[1] /= t;
   }
 }
 
@@ -204,34 +208,32 @@ bool isCorner(GxBezier const& a, GxBezier const& b, GxBezier const& oldA, GxBezi
   return std::fabs(u * v) < kParallel;
 }
 
-/// Closes the gap from the end of a to the start of b: snaps them together, or adds a segment to
-/// bridge. cornerLimit bounds the handles of a corner.
-void closeGap(GxBezier& a, GxBezier& b, GxBezier const& oldA, GxBezier const& oldB,
-              double cornerLimit, GxList<GxBezier>& bridge) {
-  if (isEqual(a[3], b[0], kSnap)) {
-    pointsAverage(b[0], a[3]);
-  } else if (isCorner(a, b, oldA, oldB)) {
-    bridge.add(cornerBetween(a, b, cornerLimit));
-  } else {
-    bridge.add(straightSegment(a[3], b[0]));
-  }
-}
+/// A segment that bridges the gap behind a parallel.
+struct Bridge {
+  std::size_t parallel;
+  GxBezier segment;
+};
 
-/// Closes the gaps between the parallels of segments, from the last one to the first; bridges[k]
-/// comes behind parallel k.
+/// Closes the gaps between the parallels of segments, from the last one to the first: snaps their
+/// ends together, or adds a segment to bridge.
 void closeGaps(Pieces& parallels, Pieces const& old, double distance,
-               std::vector<GxList<GxBezier>>& bridges) {
+               std::vector<Bridge>& bridges) {
   double const twice = 2.0 * std::fabs(distance);
   std::size_t const n = parallels.size();
-  for (std::size_t k = n; k > 0; --k) {
-    std::size_t const next = k % n;
-    GxBezier& a = parallels[k - 1];
+  for (std::size_t k = n; k-- > 0;) {
+    std::size_t const next = (k + 1) % n;
+    GxBezier& a = parallels[k];
     GxBezier& b = parallels[next];
     double const gap = (b[0] - a[3]).length();
-    // Deliberate: the ends of an open curve are joined, too; only there a corner has the lesser
-    // limit.
-    double const cornerLimit = next == 0 ? min(twice, gap) : max(twice, gap);
-    closeGap(a, b, old[k - 1], old[next], cornerLimit, bridges[k - 1]);
+    if (isEqual(a[3], b[0], kSnap)) {
+      pointsAverage(b[0], a[3]);
+    } else if (isCorner(a, b, old[k], old[next])) {
+      // Deliberate: the ends of an open curve are joined, too; only there a corner has the lesser
+      // limit.
+      bridges.push_back({k, cornerBetween(a, b, next == 0 ? min(twice, gap) : max(twice, gap))});
+    } else {
+      bridges.push_back({k, straightSegment(a[3], b[0])});
+    }
   }
 }
 
@@ -240,11 +242,13 @@ void addParallels(GxList<GxBezier>& out, Pieces const& segments, double distance
   Pieces parallels;
   parallels.reserve(segments.size());
   for (GxBezier const& s : segments) parallels.push_back(parallelOf(s, distance));
-  std::vector<GxList<GxBezier>> bridges(segments.size());
+  std::vector<Bridge> bridges;
   if (segments.size() > 1) closeGaps(parallels, segments, distance, bridges);
   for (std::size_t k = 0; k < segments.size(); ++k) {
     out.add(parallels[k]);
-    out.join(bridges[k]);
+    if (bridges.empty() || bridges.back().parallel != k) continue;
+    out.add(bridges.back().segment);
+    bridges.pop_back();
   }
 }
 
@@ -288,7 +292,7 @@ void GxBezierCurve::offset(double distance, int side, int mode) {
   if (!cuts && !shifts) return;
   if (shifts && IS_ZERO(distance, kSmallDistance)) return;
   Pieces pieces;
-  pieces.reserve(segments_.length());
+  pieces.reserve((cuts ? kMaxPieces : 1) * std::size_t{segments_.length()});
   for (GxBezier const& segment : segments_) {
     if (cuts) {
       addCut(pieces, segment);
