@@ -34,24 +34,22 @@ constexpr double kLeastTolerance = 64.0;
 struct Frame {
   Frame(Chain const& source, double signedDistance, OffsetOptions const& given)
       : options(given), isMirrored(signedDistance < 0.0) {
-    double const size = source.magnitude() + std::fabs(signedDistance);
-    exponent = std::ilogb(size) + 1;
-    distance = std::ldexp(std::fabs(signedDistance), -exponent);
-    options.tolerance =
-        std::max(std::ldexp(given.tolerance, -exponent), kLeastTolerance * internal::kRounding);
+    int const exponent = std::ilogb(source.magnitude() + std::fabs(signedDistance)) + 1;
+    unit = std::ldexp(1.0, exponent);
+    double const factor = std::ldexp(1.0, -exponent);
+    distance = std::fabs(signedDistance) * factor;
+    options.tolerance = std::max(given.tolerance * factor, kLeastTolerance * internal::kRounding);
     curve.closed = source.closed;
+    curve.segments.reserve(source.size());
     for (Cubic c : source.segments) {
-      for (internal::Point& p : c.p)
-        p = {std::ldexp(p.x, -exponent), mirrored(std::ldexp(p.y, -exponent))};
+      for (internal::Point& p : c.p) p = {p.x * factor, mirrored(p.y * factor)};
       curve.segments.push_back(c);
     }
   }
 
   double mirrored(double y) const { return isMirrored ? -y : y; }
 
-  Point toCaller(internal::Point const& p) const {
-    return {std::ldexp(p.x, exponent), mirrored(std::ldexp(p.y, exponent))};
-  }
+  Point toCaller(internal::Point const& p) const { return {p.x * unit, mirrored(p.y * unit)}; }
 
   Segment toCaller(Cubic const& c) const {
     return {toCaller(c.p[0]), toCaller(c.p[1]), toCaller(c.p[2]), toCaller(c.p[3])};
@@ -60,7 +58,7 @@ struct Frame {
   Chain curve;
   double distance;
   OffsetOptions options;
-  int exponent;
+  double unit;  // of the frame, in the caller's units
   bool isMirrored;
 };
 
@@ -139,7 +137,7 @@ Offset ParallelMaker::result() {
   Offset offset;
   for (auto& [place, piece] : found_) offset.parallels.push_back(std::move(piece));
   double const rounding = kLeastTolerance * internal::kRounding;
-  offset.worstError = std::ldexp(std::max(worstError_, rounding), frame_.exponent);
+  offset.worstError = std::max(worstError_, rounding) * frame_.unit;
   return offset;
 }
 

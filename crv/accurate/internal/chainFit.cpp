@@ -36,10 +36,6 @@ Point unit(Point const& v) {
   return length > 0.0 ? v * (1.0 / length) : kAnyTangent;
 }
 
-Motion motionOf(Cubic const& c) {
-  return {c.p[1] - c.start(), c.p[2] - c.start(), c.end() - c.start()};
-}
-
 double boxDiagonal(std::vector<Point> const& points) {
   Box box = {points[0].x, points[0].y, points[0].x, points[0].y};
   for (Point const& p : points) box = united(box, {p.x, p.y, p.x, p.y});

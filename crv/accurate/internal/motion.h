@@ -18,6 +18,11 @@ struct Motion {
   Point acceleration(double t) const { return c2 * 2.0 + c3 * (6.0 * t); }
 };
 
+/// Of a cubic, relative to its start.
+inline Motion motionOf(Cubic const& c) {
+  return {c.p[1] - c.start(), c.p[2] - c.start(), c.end() - c.start()};
+}
+
 /// How far to go back in t for the foot of the point from which the motion is an error away, by
 /// Newton's method for the nearest point; by its first-order form where the curvature would lead
 /// away.

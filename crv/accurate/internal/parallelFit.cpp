@@ -1,6 +1,5 @@
 #include "crv/accurate/internal/parallelFit.h"
 
-#include "crv/accurate/internal/segmentPair.h"
 #include "crv/accurate/internal/tangent.h"
 
 #include <cmath>
@@ -15,9 +14,10 @@ constexpr int kMaxRounds = 5;
 // A fit succeeds hardly ever whose worst error is so many tolerances after the first rounds.
 constexpr double kHopeless = 40.0;
 
-// The worst error between samples as a multiple of the worst one at a sample: in a million
-// stretches none was larger.
-constexpr double kBetweenSamples = 1.5;
+// The worst error between samples as a multiple of the worst one at a sample, where the samples lie
+// as they do at first, and where they are closer; larger ones are rare.
+constexpr double kBetweenSamples = 1.75;
+constexpr double kBetweenCloseSamples = 1.25;
 
 // The shortest handle as a part of the chord.
 constexpr double kMinHandle = 1e-3;
@@ -35,8 +35,9 @@ constexpr double kSettled = 0.02;
 // Parameter of the cubic: samples farther apart than this do not tell the error between them. How
 // often the gap between two is halved, and the Newton steps that find a foot there.
 constexpr double kWidestGap = 0.16;
+constexpr double kCloseGap = 0.1;
 constexpr int kMaxHalvings = 8;
-constexpr int kFootSteps = 4;
+constexpr int kFootSteps = 2;
 
 // Relative to the sum of the equations' diagonal: keeps handles that hardly matter where they are.
 constexpr double kRidge = 1e-3;
@@ -45,18 +46,19 @@ constexpr double kRidge = 1e-3;
 
 /// The length of a handle that gives the cubic the velocity of the parallel.
 double ParallelFit::startHandle(double t, double width) const {
-  Point const first = derivativeAt(source_, t);
-  Point const second = secondDerivativeAt(source_, t);
+  Point const first = motion_.velocity(t);
+  Point const second = motion_.acceleration(t);
   double const speed = std::sqrt(dot(first, first));
   double const turn = speed > 0.0 ? distance_ * cross(first, second) / (speed * speed) : speed;
   return (speed - turn) * width * (1.0 / 3.0);
 }
 
 ParallelFit::Sample ParallelFit::sampleAt(double t, double s) const {
-  Point const velocity = derivativeAt(source_, t);
+  Point const velocity = motion_.velocity(t);
   double const speed = std::sqrt(dot(velocity, velocity));
   Point const tangent = speed > 0.0 ? velocity * (1.0 / speed) : startDirection(source_);
-  return {pointAt(source_, t) + leftOf(tangent) * distance_, tangent, t, s, 0.0};
+  Point const place = source_.start() + motion_.place(t) + leftOf(tangent) * distance_;
+  return {place, tangent, t, s, 0.0};
 }
 
 void ParallelFit::prepare(ParallelStretch const& stretch) {
@@ -78,9 +80,9 @@ void ParallelFit::place(ParallelStretch const& stretch) {
 
 /// Moves the foot of a sample by a Newton step, which it returns, and finds the error that is left
 /// there, to first order.
-double ParallelFit::improveFoot(Sample& sample) const {
-  Point const gap = sample.place - pointAt(cubic_, sample.s);
-  Point const velocity = derivativeAt(cubic_, sample.s);
+double ParallelFit::improveFoot(Motion const& motion, Sample& sample) const {
+  Point const gap = (sample.place - cubic_.start()) - motion.place(sample.s);
+  Point const velocity = motion.velocity(sample.s);
   double const speed = dot(velocity, sample.tangent);
   double const step = speed > 0.0 ? dot(gap, sample.tangent) / speed : 0.0;
   double const s = min(1.0, max(0.0, sample.s + step));
@@ -94,8 +96,9 @@ double ParallelFit::improveFoot(Sample& sample) const {
 double ParallelFit::measure() {
   double worst = 0.0;
   farthestStep_ = 0.0;
+  Motion const motion = motionOf(cubic_);
   for (Sample& sample : samples_) {
-    farthestStep_ = max(farthestStep_, std::fabs(improveFoot(sample)));
+    farthestStep_ = max(farthestStep_, std::fabs(improveFoot(motion, sample)));
     worst = max(worst, std::fabs(sample.error));
   }
   return worst;
@@ -103,15 +106,16 @@ double ParallelFit::measure() {
 
 /// The worst error at more samples, between two that lie far apart on the cubic.
 double ParallelFit::measureBetween(Sample const& before, Sample const& behind, int halvings) const {
-  if (behind.s - before.s <= kWidestGap || halvings == 0) return 0.0;
+  if (behind.s - before.s <= kCloseGap || halvings == 0) return 0.0;
   Sample sample = sampleAt(0.5 * (before.t + behind.t), 0.5 * (before.s + behind.s));
-  for (int i = 0; i < kFootSteps; ++i) improveFoot(sample);
+  Motion const motion = motionOf(cubic_);
+  for (int i = 0; i < kFootSteps; ++i) improveFoot(motion, sample);
   double const worst = max(measureBetween(before, sample, halvings - 1),
                            measureBetween(sample, behind, halvings - 1));
   return max(worst, std::fabs(sample.error));
 }
 
-/// The worst error where the samples leave gaps.
+/// The worst error between the samples.
 double ParallelFit::measureGaps(ParallelStretch const& stretch) const {
   double worst = 0.0;
   Sample before = {{}, {}, stretch.t0, 0.0, 0.0};
@@ -120,6 +124,24 @@ double ParallelFit::measureGaps(ParallelStretch const& stretch) const {
     before = sample;
   }
   return max(worst, measureBetween(before, {{}, {}, stretch.t1, 1.0, 0.0}, kMaxHalvings));
+}
+
+bool ParallelFit::hasWideGaps() const {
+  double before = 0.0;
+  for (Sample const& sample : samples_) {
+    if (sample.s - before > kWidestGap) return true;
+    before = sample.s;
+  }
+  return 1.0 - before > kWidestGap;
+}
+
+/// Whether the worst error, of which that at the samples is given, keeps the tolerance.
+bool ParallelFit::keepsTolerance(ParallelStretch const& stretch, double worst) {
+  error_ = kBetweenSamples * worst;
+  if (error_ <= tolerance_ && !hasWideGaps()) return true;
+  if (kBetweenCloseSamples * worst > tolerance_) return false;
+  error_ = kBetweenCloseSamples * max(worst, measureGaps(stretch));
+  return error_ <= tolerance_;
 }
 
 /// Changes the handles so that the squares of the errors become least; false where they become too
@@ -159,13 +181,9 @@ bool ParallelFit::fit(ParallelStretch const& stretch) {
   prepare(stretch);
   for (int round = 0; round < kMaxRounds; ++round) {
     place(stretch);
-    error_ = kBetweenSamples * measure();
-    bool const isSettled = farthestStep_ <= kSettled;
-    if (isSettled && error_ <= tolerance_) {
-      error_ = max(error_, kBetweenSamples * measureGaps(stretch));
-      if (error_ <= tolerance_) return true;
-    }
-    if (!(error_ <= kHopeless * tolerance_) && round > 1) return false;
+    double const worst = measure();
+    if (farthestStep_ <= kSettled && keepsTolerance(stretch, worst)) return true;
+    if (!(worst <= kHopeless * tolerance_) && round > 1) return false;
     if (!improveHandles(stretch)) return false;
   }
   return false;

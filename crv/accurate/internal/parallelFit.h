@@ -1,6 +1,7 @@
 // One cubic segment along a stretch of the parallel of another.
 #pragma once
 
+#include "crv/accurate/internal/motion.h"
 #include "crv/bezier/internal/cubic.h"
 
 namespace crv::internal {
@@ -23,7 +24,7 @@ class ParallelFit {
  public:
   /// The distance is positive to the left. Coordinates are of the order of 1.
   ParallelFit(Cubic const& source, double distance, double tolerance)
-      : source_(source), distance_(distance), tolerance_(tolerance) {}
+      : source_(source), motion_(motionOf(source)), distance_(distance), tolerance_(tolerance) {}
 
   /// Whether a cubic stays within the tolerance of the distance. If so, it is cubic(), and error()
   /// bounds the difference.
@@ -47,13 +48,16 @@ class ParallelFit {
   double startHandle(double t, double width) const;
   void place(ParallelStretch const& stretch);
   Sample sampleAt(double t, double s) const;
-  double improveFoot(Sample& sample) const;
+  double improveFoot(Motion const& motion, Sample& sample) const;
   double measure();
   double measureBetween(Sample const& before, Sample const& behind, int halvings) const;
   double measureGaps(ParallelStretch const& stretch) const;
+  bool hasWideGaps() const;
+  bool keepsTolerance(ParallelStretch const& stretch, double worst);
   bool improveHandles(ParallelStretch const& stretch);
 
   Cubic const source_;
+  Motion const motion_;
   double const distance_;
   double const tolerance_;
   Sample samples_[kSamples] = {};

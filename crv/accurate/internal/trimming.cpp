@@ -22,23 +22,30 @@ constexpr std::size_t kWitnesses = 4;
 // How much nearer than the distance a place of a boundary may be, in tolerances.
 constexpr double kSlack = 2.0;
 
+// In units of the resolution: a meeting this near to a joint is the joint.
+constexpr double kJointReach = 4.0;
+
 /// Whether two segments of which the second follows the first, or one segment, advance in one
 /// direction all along: then they meet at their joint only.
 bool advance(Cubic const& a, Cubic const& b) {
   Point const chordA = a.end() - a.start(), chordB = b.end() - b.start();
   if (largestPart(chordA) == 0.0 || largestPart(chordB) == 0.0) return false;
   Point const direction = unitVector(chordA) + unitVector(chordB);
-  return Edges(a).leastAlong(direction) > 0.0 && Edges(b).leastAlong(direction) > 0.0;
+  return dot(chordA, direction) > 0.0 && dot(chordB, direction) > 0.0 &&
+         Edges(a).leastAlong(direction) >= 0.0 && Edges(b).leastAlong(direction) >= 0.0;
 }
 
 /// Whether two segments meet nowhere, or where the second follows the first, at their joint only.
 bool meetAtMostAtJoint(Cubic const& a, Cubic const& b, bool follows, UnitScale const& scale) {
   if (follows && advance(a, b)) return true;
+  Cubic const c = scale.scaled(a), d = scale.scaled(b);
   Meetings found;
-  findMeetings(scale.scaled(a), scale.scaled(b), scale.magnitude, scale.resolution, Stretches::all,
-               found);
+  findMeetings(c, d, scale.magnitude, scale.resolution, Stretches::all, found);
+  double const reach = kJointReach * scale.resolution;
   for (Meeting const& m : found.points) {
-    if (!follows || m.t != 1.0 || m.u != 0.0) return false;
+    bool const isAtJoint = distance(pointAt(c, m.t), c.end()) <= reach &&
+                           distance(pointAt(d, m.u), d.start()) <= reach;
+    if (!follows || !isAtJoint) return false;
   }
   return found.stretches.empty();
 }
@@ -93,8 +100,8 @@ bool isSimple(Chain const& curve) {
   BoxTree const tree = boxTree(curve, scale.resolution / scale.factor);
   std::size_t const n = curve.size();
   bool isClear = true;
-  BoxTree::visitOverlaps(tree, tree, [&](std::size_t i, std::size_t k) {
-    if (i > k || !isClear) return;
+  BoxTree::visitOwnOverlaps(tree, [&](std::size_t i, std::size_t k) {
+    if (!isClear) return;
     Cubic const &a = curve.segments[i], &b = curve.segments[k];
     bool const leads = i == 0 && k + 1 == n && n > 2;
     if (i == k) {
