@@ -62,11 +62,14 @@ double integral(Hodograph const& h, double tolerance) {
 
 double CubicLength::scaledBetween(double t0, double t1, double tolerance) const {
   if (isStraight()) return straightBetween(t0, t1);
+  return integral(hodograph(t0, t1), tolerance);
+}
+
+Hodograph CubicLength::hodograph(double t0, double t1) const {
   if (t0 == 0.0 && t1 == 1.0) {
     Point const ends = e_[0] + e_[2];
-    return integral(
-        {(ends + e_[1] * 2.0) * 0.375, (e_[2] - e_[0]) * 0.75, (ends - e_[1] * 2.0) * 0.375},
-        tolerance);
+    Point const twice = e_[1] * 2.0;
+    return {(ends + twice) * 0.375, (e_[2] - e_[0]) * 0.75, (ends - twice) * 0.375};
   }
   double const h = 0.5 * (t1 - t0);
   double const t = 0.5 * (t0 + t1);
@@ -76,8 +79,7 @@ double CubicLength::scaledBetween(double t0, double t1, double tolerance) const 
   Point const velocity = e_[0] * (s * s) + e_[1] * (2.0 * s * t) + e_[2] * (t * t);
   Point const acceleration = bend0 * s + bend1 * t;
   double const k = 3.0 * h;
-  return integral({velocity * k, acceleration * (2.0 * k * h), (bend1 - bend0) * (k * h * h)},
-                  tolerance);
+  return {velocity * k, acceleration * (2.0 * k * h), (bend1 - bend0) * (k * h * h)};
 }
 
 bool CubicLength::isStraight() const {

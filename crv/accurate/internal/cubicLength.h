@@ -2,6 +2,7 @@
 #pragma once
 
 #include "crv/accurate/internal/scale.h"
+#include "crv/accurate/internal/speed.h"
 #include "crv/bezier/internal/cubic.h"
 
 #include <cmath>
@@ -46,6 +47,7 @@ class CubicLength {
   static constexpr double kRoundingShare = 5 * kRounding;
 
   double scaledBetween(double t0, double t1, double tolerance) const;
+  Hodograph hodograph(double t0, double t1) const;
   bool isStraight() const;
   double straightBetween(double t0, double t1) const;
   Point offset(double t) const;
