@@ -20,8 +20,13 @@ using P = internal::Point;
 // Relative to the largest coordinate: bounds the error of a measured distance.
 constexpr double kDistanceNoise = 16 * internal::kRounding;
 
-// Parameters between samples of the density of chords.
+// Stretches between samples of the density of chords: of segments that need few, and of others.
+constexpr int kFewSamples = 8;
 constexpr int kSamples = 16;
+constexpr double kFewChords = 20.0;
+
+// Planned chords: with more a segment is not tried as one chord.
+constexpr double kTriedAsOne = 3.0;
 
 // Relative: the density is only sampled, so a chord more than this many are planned.
 constexpr double kReserve = 0.01;
@@ -152,8 +157,9 @@ class Flattener {
     e2_ = (e[2] - e[1]) - (e[1] - e[0]);
     Vertex const first = {0.0, cubic_.start(), e[0]};
     Vertex const end = {1.0, cubic_.end(), e[2]};
-    bool const isFlat = take(distanceFromChord(first, end));
-    std::size_t const chords = isFlat ? 1 : plan();
+    double const planned = plan();
+    bool const isFlat = planned <= kTriedAsOne && take(distanceFromChord(first, end));
+    auto const chords = isFlat ? 1 : static_cast<std::size_t>(max(1.0, std::ceil(planned)));
     makeRoom(chords + chords / 8 + 2);
     P const& start = given_.segments[k].start();
     P const& before = given_.segments[k > 0 ? k - 1 : 0].end();
@@ -164,9 +170,17 @@ class Flattener {
 
   Vertex vertex(double t) const { return {t, cubic_.point(t), e0_ + (e1_ + e2_ * t) * t}; }
 
-  /// Samples how many chords the curve needs for a step of one sample, and adds them up: at least
-  /// one.
-  std::size_t plan() {
+  /// The number of chords that the density asks for; not rounded.
+  double plan() {
+    double const chords = sampled<kFewSamples>();
+    return chords <= kFewChords ? chords : sampled<kSamples>();
+  }
+
+  /// Samples how many chords the curve needs for a step of one sample, and adds them up.
+  template <int kCount>
+  double sampled() {
+    samples_ = kCount;
+    constexpr double kStep = 1.0 / kCount;
     double const c0 = cross(e0_, e1_);
     double const c1 = 2.0 * cross(e0_, e2_);
     double const c2 = cross(e1_, e2_);
@@ -174,24 +188,25 @@ class Flattener {
     // Where the velocity vanishes the quotient is rounding. No stretch needs more chords than the
     // second derivative asks for.
     double const most = factor * (norm(e1_) + 2.0 * norm(e2_));
-    for (int i = 0; i <= kSamples; ++i) {
-      double const t = i * (1.0 / kSamples);
+    for (int i = 0; i <= kCount; ++i) {
+      double const t = i * kStep;
       double const x = e0_.x + (e1_.x + e2_.x * t) * t;
       double const y = e0_.y + (e1_.y + e2_.y * t) * t;
       double const turn = factor * std::fabs(c0 + (c1 + c2 * t) * t);
       double const density = turn / std::sqrt(x * x + y * y);
-      densities_[i] = density > 0.0 ? std::sqrt(min(density, most)) * (1.0 / kSamples) : 0.0;
+      densities_[i] = density > 0.0 ? std::sqrt(min(density, most)) * kStep : 0.0;
     }
     sums_[0] = 0.0;
-    for (int i = 0; i < kSamples; ++i) {
+    for (int i = 0; i < kCount; ++i) {
       sums_[i + 1] = sums_[i] + 0.5 * (densities_[i] + densities_[i + 1]);
     }
-    return static_cast<std::size_t>(max(1.0, std::ceil(sums_[kSamples] * (1.0 + kReserve))));
+    std::fill(sums_ + kCount + 1, sums_ + kSamples + 1, kUnknown);
+    return sums_[kCount] * (1.0 + kReserve);
   }
 
   /// Chords with equal shares of the density, and more where they are too far.
   void addPlanned(Vertex const& first, Vertex const& end, std::size_t chords) {
-    double const shareOfOne = sums_[kSamples] / static_cast<double>(chords);
+    double const shareOfOne = sums_[samples_] / static_cast<double>(chords);
     Batch batch;
     batch.set(0, first);
     for (std::size_t done = 0; done < chords;) {
@@ -218,18 +233,19 @@ class Flattener {
     for (std::size_t i = 0; i < count; ++i) {
       double const sum = shareOfOne * static_cast<double>(done + i + 1);
       int sample = 0;
-      for (int step = kSamples / 2; step > 0; step /= 2) {
-        sample += static_cast<int>(sums_[sample + step] < sum) * step;
+      for (int halved = kSamples / 2; halved > 0; halved /= 2) {
+        sample += static_cast<int>(sums_[sample + halved] < sum) * halved;
       }
       start[i] = sample;
       rest[i] = sum - sums_[sample];
       from[i] = densities_[sample];
       to[i] = densities_[sample + 1];
     }
+    double const step = 1.0 / samples_;
     for (std::size_t i = 0; i < count; ++i) {
       double const root = std::sqrt(from[i] * from[i] + 2.0 * (to[i] - from[i]) * rest[i]);
       double const part = min(1.0, 2.0 * rest[i] / (from[i] + root));
-      batch.t[i + 1] = (start[i] + part) * (1.0 / kSamples);
+      batch.t[i + 1] = (start[i] + part) * step;
     }
   }
 
@@ -293,6 +309,7 @@ class Flattener {
   bool isChords_ = true;  // all segments so far are
   Cubic cubic_ = {};
   int segment_ = 0;
+  int samples_ = 0;
   P e0_ = {}, e1_ = {}, e2_ = {};  // a third of the derivative in powers of t
   double densities_[kSamples + 1] = {};
   double sums_[kSamples + 1] = {};

@@ -29,8 +29,8 @@ double globalParameter(GxBezierCurvePosition const& p) {
 
 GxBezierCurvePosition::GxBezierCurvePosition() : segment_(-1), t_(0.0) {}
 
-GxBezierCurvePosition::GxBezierCurvePosition(int segment, double t) : segment_(segment), t_(t) {
-  if (!(std::fabs(t) < kCarryLimit)) return;
+void GxBezierCurvePosition::normalise() {
+  if (!(std::fabs(t_) < kCarryLimit)) return;
   if (t_ < 0.0) {
     // Exact form: carrying 1 at a time is exact in every step but the last, so all but the last are
     // carried at once.

@@ -20,7 +20,9 @@ class CRV_API GxBezierCurvePosition {
 
   /// Normalises: whole numbers are carried from t to the segment number, which is not checked
   /// against any curve. A t that is NaN, infinite or at least 2^53 in magnitude is stored as given.
-  GxBezierCurvePosition(int segment, double t);
+  GxBezierCurvePosition(int segment, double t) : segment_(segment), t_(t) {
+    if (!(t >= 0.0 && t < 1.0)) normalise();
+  }
 
   /// The number of the segment.
   long getSegmentNumber() const { return segment_; }
@@ -65,6 +67,8 @@ class CRV_API GxBezierCurvePosition {
 
  private:
   friend class GxBezierCurvePositionConstructor;
+
+  void normalise();
 
   long segment_;
   double t_;
