@@ -230,6 +230,7 @@ void Cutter::carry(std::size_t from, double t0, double t1, std::size_t to, doubl
     if (isCut) continue;
     Foot const foot = nearestFoot(part(segments_[to].c, lo, hi), pointAt(segments_[from].c, cut.t),
                                   kFarthestFoot);
+    if (foot.squaredDistance > reach() * reach()) continue;
     double const u = foot.t == 1.0 ? hi : lo + (hi - lo) * foot.t;
     added.push_back({to, u, cut.place});
   }
