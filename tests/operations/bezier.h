@@ -270,7 +270,7 @@ inline Operations const kBezier{
      }},
     {"getPolyline",
      [](World& w) {
-       GxBezier const& s = w.segment();
+       OpenBezier const& s = w.segment();
        double const tol = w.halvingTolerance(curveOf({s}));
        auto& chain = w.filled<std::list<Point>>();
        auto& row = w.filled<std::vector<Point>>();
@@ -283,6 +283,13 @@ inline Operations const kBezier{
        // Under a condition nothing but the count of pieces ends what is never flat.
        if (tol >= 0.0) s.getPolyline(tol, timed, times, GxBezierPolylineCondition());
        w.require(chain.size() - before == row.size() - rows, "both forms");
+       std::list<Point> rest;
+       std::vector<Point> restRow;
+       s.makePolyline(tol, rest), s.makePolyline(tol, restRow);
+       w.require(rest.size() == restRow.size() && rest.size() + 1 == row.size() - rows &&
+                     (rest.empty() ||
+                      (sameBits(rest.back(), row.back()) && sameBits(restRow.back(), row.back()))),
+                 "the same without the start");
        w.require(timed.size() == times.size(), "a parameter for every point");
        for (double const t : times) w.require(isParameter(t), "a parameter");
        w.require(!(tol >= 0.0) || timed.size() == row.size() - rows, "the same points");
@@ -293,7 +300,8 @@ inline Operations const kBezier{
        OpenBezier const& s = w.segment();
        double const tol = w.step(), start = w.parameter();
        int const isPart = w.flag(), pieces = 1 + static_cast<int>(w.below(8));
-       PieceLimits const limits(w);
+       PieceLimits limits(w);
+       limits = PieceLimits(limits);  // conditions are values
        std::list<Point> points;
        std::list<double> times;
        if (isPart) s.makePolyline(tol, start, pieces, points, times, limits);

@@ -170,6 +170,8 @@ inline Operations const kFoundation{
      [](World& w) {
        Vector const a = w.vector(), b = w.vector();
        Point p = w.point(), q = Point() + a;
+       Vector sum = a;
+       w.require(sameBits(sum += b, a + b), "+= is +");
        w.see(a + b, a - b, -a, a * 3.0, a * b, a.cross(b), a.length(), a.normalize());
        w.see(b.ortho(w.extremeInt()), p == q, p != q, p - q, p.distance(q), p.squaredDistance(q));
        p.scale(a.xval(), b.yval());
