@@ -211,7 +211,7 @@ class Flattener {
     batch.set(0, first);
     for (std::size_t done = 0; done < chords;) {
       std::size_t const count = std::min(kBatch, chords - done);
-      share(batch, shareOfOne, done, count);
+      setParameters(batch, shareOfOne, done, count);
       place(batch, count);
       done += count;
       if (done == chords) batch.set(count, end);
@@ -228,7 +228,7 @@ class Flattener {
 
   /// The parameters up to which the density, being linear between samples, has added up to
   /// multiples of a share.
-  void share(Batch& batch, double shareOfOne, std::size_t done, std::size_t count) const {
+  void setParameters(Batch& batch, double shareOfOne, std::size_t done, std::size_t count) const {
     double start[kBatch], rest[kBatch], from[kBatch], to[kBatch];
     for (std::size_t i = 0; i < count; ++i) {
       double const sum = shareOfOne * static_cast<double>(done + i + 1);
