@@ -1,6 +1,7 @@
 // Where two cubic segments come together: the search beneath all contacts.
 #pragma once
 
+#include "crv/accurate/internal/shortList.h"
 #include "crv/bezier/internal/cubic.h"
 
 #include <vector>
@@ -19,7 +20,7 @@ struct SharedStretch {
 };
 
 struct Meetings {
-  std::vector<Meeting> points;           // ascending in t, then in u
+  ShortList<Meeting, 9> points;          // ascending in t, then in u
   std::vector<SharedStretch> stretches;  // ascending in t0
 };
 

@@ -45,12 +45,56 @@ struct Range {
   }
 };
 
-/// The offsets of b's control points from a's chord, times the chord's length, against those of a.
-bool isBesideChord(Cubic const& a, Cubic const& b, double resolution) {
-  Point const chord = a.p[3] - a.p[0];
+bool areNear(Box const& a, Box const& b, double r) {
+  return overlap({a.minX - r, a.minY - r, a.maxX + r, a.maxY + r}, b);
+}
+
+double sizeOf(Box const& box) { return max(box.maxX - box.minX, box.maxY - box.minY); }
+
+/// A part with its box.
+struct Piece {
+  Part part;
+  Box box;
+
+  explicit Piece(Part const& of) : part(of), box(of.c.hull()) {}
+  bool isPoint(double resolution) const {
+    return sizeOf(box) <= 0.25 * resolution || std::fabs(part.t1 - part.t0) < kShortestPart;
+  }
+};
+
+struct Halves {
+  Part left, right;
+  explicit Halves(Part const& part) { part.split(0.5, left, right); }
+};
+
+/// The control polygon of a part.
+struct Edges {
+  Point edge[3], chord;
+
+  explicit Edges(Cubic const& c) {
+    for (int i = 0; i < 3; ++i) edge[i] = c.p[i + 1] - c.p[i];
+    chord = c.p[3] - c.p[0];
+  }
+
+  /// Whether it keeps within 31 degrees of the chord's direction.
+  bool areGentle() const {
+    double const slack = kNoise * (std::fabs(chord.x) + std::fabs(chord.y));
+    for (Point const& d : edge) {
+      double const along = dot(chord, d);
+      if (!(std::fabs(cross(chord, d)) <= kGentle * along + slack)) return false;
+      if (!(along > 0.0) && std::fabs(d.x) + std::fabs(d.y) > kNoise) return false;
+    }
+    return true;
+  }
+};
+
+/// Whether b lies on one side of the fat line about a's chord: the offsets of the control points
+/// from the chord, times its length.
+bool isBesideChord(Cubic const& a, Edges const& edges, Cubic const& b, double resolution) {
+  Point const chord = edges.chord;
   Range own = {0.0, 0.0};
-  own.add(cross(chord, a.p[1] - a.p[0]));
-  own.add(cross(chord, a.p[2] - a.p[0]));
+  own.add(cross(chord, edges.edge[0]));
+  own.add(-cross(chord, edges.edge[2]));
   double const margin = resolution * (std::fabs(chord.x) + std::fabs(chord.y));
   double const first = cross(chord, b.p[0] - a.p[0]);
   Range other = {first, first};
@@ -58,38 +102,18 @@ bool isBesideChord(Cubic const& a, Cubic const& b, double resolution) {
   return other.lo > own.hi + margin || other.hi < own.lo - margin;
 }
 
-double sizeOf(Box const& box) { return max(box.maxX - box.minX, box.maxY - box.minY); }
-
-/// Whether a part keeps within 31 degrees of its chord's direction.
-bool isGentle(Cubic const& c) {
-  Point const chord = c.p[3] - c.p[0];
-  double const slack = kNoise * (std::fabs(chord.x) + std::fabs(chord.y));
-  for (int i = 0; i < 3; ++i) {
-    Point const d = c.p[i + 1] - c.p[i];
-    double const along = dot(chord, d);
-    if (!(std::fabs(cross(chord, d)) <= kGentle * along + slack)) return false;
-    if (!(along > 0.0) && std::fabs(d.x) + std::fabs(d.y) > kNoise) return false;
-  }
-  return true;
-}
-
-/// Whether every direction of a lies clearly on one side of every direction of b.
-bool runAcross(Cubic const& a, Cubic const& b) {
-  Point da[3], db[3];
-  for (int i = 0; i < 3; ++i) {
-    da[i] = a.p[i + 1] - a.p[i];
-    db[i] = b.p[i + 1] - b.p[i];
-  }
-  double const first = cross(da[0], db[0]);
+/// Whether every direction of a lies clearly on one side of every direction of b: then they meet
+/// at most once.
+bool runAcross(Edges const& a, Edges const& b) {
+  double const first = cross(a.edge[0], b.edge[0]);
   Range crosses = {first, first};
-  for (Point const& p : da) {
-    for (Point const& q : db) crosses.add(cross(p, q));
+  for (Point const& p : a.edge) {
+    for (Point const& q : b.edge) crosses.add(cross(p, q));
   }
   if (crosses.lo < 0.0 && crosses.hi > 0.0) return false;
-  Point const chordA = a.p[3] - a.p[0], chordB = b.p[3] - b.p[0];
-  double const sine = cross(chordA, chordB);
+  double const sine = cross(a.chord, b.chord);
   double const squaredLeast = kSteepCrossing * kSteepCrossing;
-  return sine * sine > squaredLeast * dot(chordA, chordA) * dot(chordB, chordB);
+  return sine * sine > squaredLeast * dot(a.chord, a.chord) * dot(b.chord, b.chord);
 }
 
 Point unit(Point const& v) {
@@ -99,16 +123,16 @@ Point unit(Point const& v) {
 
 class Search {
  public:
-  Search(SegmentPair const& pair, double resolution, std::vector<Approach>& found)
+  Search(SegmentPair const& pair, double resolution, Approaches& found)
       : pair_(pair), resolution_(resolution), found_(found) {}
 
-  void search(Part const& a, Part const& b);
   void search(Part const& a, Part const& b, int runs) {
     runs_ = runs;
-    search(a, b);
+    search(Piece(a), Piece(b));
   }
 
  private:
+  void search(Piece const& a, Piece const& b);
   void searchGraphs(Part const& a, Part const& b);
   void searchNode(Part const& a, Part const& b);
   bool addClearCrossing(Part const& a, Part const& b);
@@ -122,30 +146,41 @@ class Search {
 
   SegmentPair const& pair_;
   double const resolution_;
-  std::vector<Approach>& found_;
+  Approaches& found_;
   int pairs_ = 0;
   int runs_ = 0;
 };
 
-void Search::search(Part const& a, Part const& b) {
+void Search::search(Piece const& a, Piece const& b) {
   if (++pairs_ > kMostPairs) return;
-  Box const boxA = a.c.hull(), boxB = b.c.hull();
   double const r = resolution_;
-  if (!overlap({boxA.minX - r, boxA.minY - r, boxA.maxX + r, boxA.maxY + r}, boxB)) return;
-  double const pointSize = 0.25 * resolution_;
-  bool const isPointA = sizeOf(boxA) <= pointSize || std::fabs(a.t1 - a.t0) < kShortestPart;
-  bool const isPointB = sizeOf(boxB) <= pointSize || std::fabs(b.t1 - b.t0) < kShortestPart;
-  if (isPointA && isPointB) return addIfNear(a.t0, b.t0);
-  if (isBesideChord(a.c, b.c, r) || isBesideChord(b.c, a.c, r)) return;
+  if (!areNear(a.box, b.box, r)) return;
+  Edges const edgesA(a.part.c), edgesB(b.part.c);
+  if (isBesideChord(a.part.c, edgesA, b.part.c, r)) return;
+  if (isBesideChord(b.part.c, edgesB, a.part.c, r)) return;
+  if (runAcross(edgesA, edgesB) && addClearCrossing(a.part, b.part)) return;
 
-  bool const halveA = !isPointA && (isPointB || !isGentle(a.c));
-  bool const halveB = !isPointB && (isPointA || !isGentle(b.c));
-  if (!halveA && !halveB) return searchGraphs(a, b);
-  Part partsA[2] = {a, a}, partsB[2] = {b, b};
-  if (halveA) a.split(0.5, partsA[0], partsA[1]);
-  if (halveB) b.split(0.5, partsB[0], partsB[1]);
-  for (int i = 0; i <= int(halveA); ++i) {
-    for (int k = 0; k <= int(halveB); ++k) search(partsA[i], partsB[k]);
+  bool const isPointA = a.isPoint(r), isPointB = b.isPoint(r);
+  if (isPointA && isPointB) return addIfNear(a.part.t0, b.part.t0);
+  bool const halveA = !isPointA && (isPointB || !edgesA.areGentle());
+  bool const halveB = !isPointB && (isPointA || !edgesB.areGentle());
+  if (!halveA && !halveB) return searchGraphs(a.part, b.part);
+  if (!halveB) {
+    Halves const halves(a.part);
+    search(Piece(halves.left), b);
+    search(Piece(halves.right), b);
+  } else if (!halveA) {
+    Halves const halves(b.part);
+    search(a, Piece(halves.left));
+    search(a, Piece(halves.right));
+  } else {
+    Halves const halvesA(a.part), halvesB(b.part);
+    Piece const leftB(halvesB.left), rightB(halvesB.right);
+    for (Part const* const half : {&halvesA.left, &halvesA.right}) {
+      Piece const halfA(*half);
+      search(halfA, leftB);
+      search(halfA, rightB);
+    }
   }
 }
 
@@ -167,7 +202,6 @@ bool Search::addClearCrossing(Part const& a, Part const& b) {
 /// Two gentle parts: they are turned onto the bisector of their chords, the second one the way of
 /// the first.
 void Search::searchGraphs(Part const& a, Part const& b) {
-  if (runAcross(a.c, b.c) && addClearCrossing(a, b)) return;
   Point const directionA = unit(a.c.p[3] - a.c.p[0]), directionB = unit(b.c.p[3] - b.c.p[0]);
   bool const sameWay = dot(directionA, directionB) >= 0.0;
   Point const axis = unit(sameWay ? directionA + directionB : directionA - directionB);
@@ -296,6 +330,10 @@ void Search::addIfNear(double t, double u) {
 /// it turns back. No parts if it is not straight.
 int straightParts(Cubic const& c, double resolution, Part parts[3]) {
   parts[0] = {c, 0.0, 1.0};
+  Point const chord = c.p[3] - c.p[0], edge = c.p[1] - c.p[0];
+  double const extent =
+      std::fabs(chord.x) + std::fabs(chord.y) + std::fabs(edge.x) + std::fabs(edge.y);
+  if (std::fabs(cross(chord, edge)) > 2.0 * resolution * extent) return 0;
   int farthest = 1;
   for (int i = 2; i < 4; ++i) {
     if (squaredDistance(c.p[0], c.p[i]) > squaredDistance(c.p[0], c.p[farthest])) farthest = i;
@@ -327,7 +365,8 @@ int straightParts(Cubic const& c, double resolution, Part parts[3]) {
 
 }  // namespace
 
-void findApproaches(SegmentPair const& pair, double resolution, std::vector<Approach>& found) {
+void findApproaches(SegmentPair const& pair, double resolution, Approaches& found) {
+  if (!areNear(pair.a.hull(), pair.b.hull(), resolution)) return;
   Part partsA[3], partsB[3];
   int const countA = max(1, straightParts(pair.a, resolution, partsA));
   int const countB = max(1, straightParts(pair.b, resolution, partsB));
@@ -337,7 +376,7 @@ void findApproaches(SegmentPair const& pair, double resolution, std::vector<Appr
   }
 }
 
-bool findOwnApproaches(SegmentPair const& pair, double resolution, std::vector<Approach>& found) {
+bool findOwnApproaches(SegmentPair const& pair, double resolution, Approaches& found) {
   Part parts[3];
   int const count = straightParts(pair.a, resolution, parts);
   Search search(pair, resolution, found);

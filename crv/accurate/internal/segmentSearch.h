@@ -2,9 +2,8 @@
 #pragma once
 
 #include "crv/accurate/internal/segmentPair.h"
+#include "crv/accurate/internal/shortList.h"
 #include "crv/bezier/internal/cubic.h"
-
-#include <vector>
 
 namespace crv::internal {
 
@@ -16,13 +15,16 @@ struct Approach {
   int runs;               // which runs of straight segments that turn back; 0 of others
 };
 
+/// Two segments that cross, and do nothing else, have nine at most.
+using Approaches = ShortList<Approach, 9>;
+
 /// Appends all approaches of two segments whose coordinates have a magnitude of at most 1: at
 /// least one in each connected set of pairs (t, u) with |A(t) - B(u)| <= resolution, and every
 /// place within it where the segments change sides, or an approach that covers it.
-void findApproaches(SegmentPair const& pair, double resolution, std::vector<Approach>& found);
+void findApproaches(SegmentPair const& pair, double resolution, Approaches& found);
 
 /// For a pair of one segment with itself: false unless the segment is straight within the
 /// resolution; then the approaches of its runs between the places where it turns back, t before u.
-bool findOwnApproaches(SegmentPair const& pair, double resolution, std::vector<Approach>& found);
+bool findOwnApproaches(SegmentPair const& pair, double resolution, Approaches& found);
 
 }  // namespace crv::internal

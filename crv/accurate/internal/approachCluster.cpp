@@ -1,0 +1,114 @@
+// Which approaches of two segments are connected.
+#include "crv/accurate/internal/approachCluster.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace crv::internal {
+
+namespace {
+
+// Share of the resolution within which approaches are connected: places that are as far apart as
+// the resolution, up to rounding, do not part a cluster.
+constexpr double kSlack = 1.0625;
+
+// Clusters that come next in order and may be connected to an approach: nine passes through one
+// place.
+constexpr std::size_t kNeighbours = 12;
+
+double between(double a, double b, double s) { return a + (b - a) * s; }
+
+class Collection {
+ public:
+  Collection(SegmentPair const& pair, double magnitude, double resolution)
+      : pair_(pair), magnitude_(magnitude), resolution_(resolution) {}
+
+  void add(Approach const& approach);
+  std::vector<ApproachCluster>& clusters() { return clusters_; }
+
+ private:
+  int senseOf(Approach const& approach) const;
+  bool areConnected(Approach const& p, Approach const& q) const;
+  ApproachCluster* homeOf(Approach const& approach, int sense);
+
+  SegmentPair const& pair_;
+  double const magnitude_;
+  double const resolution_;
+  std::vector<ApproachCluster> clusters_;
+};
+
+/// Stretches no longer than the resolution have no sense of their own.
+int Collection::senseOf(Approach const& p) const {
+  if (p.t0 == p.t1 || p.u0 == p.u1) return 0;
+  double const length = distance(pointAt(pair_.a, p.t0), pointAt(pair_.a, p.t1));
+  if (length <= 4.0 * resolution_) return 0;
+  return p.u0 < p.u1 ? 1 : -1;
+}
+
+bool Collection::areConnected(Approach const& p, Approach const& q) const {
+  if (p.runs != q.runs) return false;
+  if (q.t0 >= p.t1) {
+    return keepNear(pair_, magnitude_, resolution_, p.t1, p.u1, q.t0, q.u0);
+  }
+  double const u = between(p.u0, p.u1, (q.t0 - p.t0) / (p.t1 - p.t0));
+  return keepNear(pair_, magnitude_, resolution_, q.t0, u, q.t0, q.u0);
+}
+
+/// The cluster to which an approach is connected, if there is one.
+ApproachCluster* Collection::homeOf(Approach const& p, int sense) {
+  std::size_t const last = clusters_.size();
+  std::size_t const first = last > kNeighbours ? last - kNeighbours : 0;
+  for (std::size_t k = last; k-- > first;) {
+    ApproachCluster& cluster = clusters_[k];
+    if (sense * cluster.sense < 0) continue;
+    Approach const whole = {cluster.t0, cluster.t1, cluster.u0,
+                            cluster.u1, false,      cluster.members[0].runs};
+    if (areConnected(whole, p) || areConnected(cluster.members.back(), p)) return &cluster;
+  }
+  return nullptr;
+}
+
+void Collection::add(Approach const& p) {
+  int const sense = senseOf(p);
+  ApproachCluster* const home = homeOf(p, sense);
+  if (home == nullptr) {
+    clusters_.push_back({p.t0, p.t1, p.u0, p.u1, sense, {p}});
+    return;
+  }
+  home->members.push_back(p);
+  if (home->sense == 0) home->sense = sense;
+  if (p.t1 > home->t1 || (p.t1 == home->t1 && home->sense * (p.u1 - home->u1) > 0.0)) {
+    home->t1 = p.t1;
+    home->u1 = p.u1;
+  }
+}
+
+}  // namespace
+
+bool keepNear(SegmentPair const& pair, double magnitude, double resolution, double t0, double u0,
+              double t1, double u1) {
+  double const wayA = squaredDistance(pointAt(pair.a, t0), pointAt(pair.a, t1));
+  double const wayB = squaredDistance(pointAt(pair.b, u0), pointAt(pair.b, u1));
+  double const far = kFarApart * magnitude;
+  if (wayA > far * far || wayB > far * far) return false;
+  for (double const s : {0.5, 0.25, 0.75}) {
+    double const t = between(t0, t1, s), u = between(u0, u1, s);
+    if (!(pair.footOnB(t, u).distance <= kSlack * resolution)) return false;
+    if (!(pair.footOnA(t, u).distance <= kSlack * resolution)) return false;
+  }
+  return true;
+}
+
+std::vector<ApproachCluster> collectClusters(SegmentPair const& pair, double magnitude,
+                                             double resolution, Approaches& approaches) {
+  std::sort(approaches.begin(), approaches.end(), [](Approach const& p, Approach const& q) {
+    if (p.t0 != q.t0) return p.t0 < q.t0;
+    if (p.u0 != q.u0) return p.u0 < q.u0;
+    return p.t1 < q.t1;
+  });
+  Collection collection(pair, magnitude, resolution);
+  for (Approach const& approach : approaches) collection.add(approach);
+  return std::move(collection.clusters());
+}
+
+}  // namespace crv::internal

@@ -1,0 +1,254 @@
+// Judging connected approaches.
+#include "crv/accurate/internal/clusterJudge.h"
+
+#include "crv/foundation/tolerance.h"
+
+#include <cmath>
+#include <cstddef>
+#include <vector>
+
+namespace crv::internal {
+
+namespace {
+
+// Relative to the largest coordinate: two curves this near touch up to rounding.
+constexpr double kExact = 0x1p-48;
+
+// Relative to the largest coordinate: segments this near where they are parallel touch there, and
+// roots near by are rounding.
+constexpr double kRounded = 0x1p-51;
+
+// Sine of the angle from which on a root is a crossing without another look.
+constexpr double kClearSine = 0x1p-16;
+
+// Places of a long stretch at which the side is asked: two crossings nearer to each other than this
+// share of it are none.
+constexpr int kSamples = 64;
+
+// Share of the resolution: segments farther apart than this all along do not touch in one place.
+constexpr double kTouching = 0x1p-6;
+
+// Derivative relative to the largest coordinate: a segment that turns back has less than this.
+constexpr double kTurnsBack = 0x1p-24;
+
+bool isEnd(double t) { return t == 0.0 || t == 1.0; }
+
+double between(double a, double b, double s) { return a + (b - a) * s; }
+
+}  // namespace
+
+/// The signed distance of A(t) from b, positive to the left of b; u becomes the foot.
+double ClusterJudge::sideAt(double t, double& u) const {
+  u = pair_.footOnB(t, u).u;
+  Point const direction = derivativeAt(pair_.b, u);
+  double const speed = std::sqrt(dot(direction, direction));
+  if (!(speed > 0.0)) return 0.0;
+  return cross(direction, pointAt(pair_.a, t) - pointAt(pair_.b, u)) / speed;
+}
+
+/// Whether a stretch ends here because a segment ends or turns back.
+bool ClusterJudge::isBound(double t, double u) const {
+  if (isEnd(t) || isEnd(u)) return true;
+  Point const da = derivativeAt(pair_.a, t), db = derivativeAt(pair_.b, u);
+  double const least = kTurnsBack * magnitude_;
+  return dot(da, da) <= least * least || dot(db, db) <= least * least;
+}
+
+double ClusterJudge::lengthOf(ApproachCluster const& c) const {
+  if (c.t0 == c.t1) return 0.0;
+  double length = 0.0;
+  for (int i = 0; i < 4; ++i) {
+    length += distance(pointAt(pair_.a, between(c.t0, c.t1, 0.25 * i)),
+                       pointAt(pair_.a, between(c.t0, c.t1, 0.25 * (i + 1))));
+  }
+  return length;
+}
+
+/// For a long cluster at an end of which the segments move apart: whether they meet in one place of
+/// it only, and where. They do if they change sides once, or never and touch.
+bool ClusterJudge::findOnlyPlace(ApproachCluster const& c, FootPair& place) const {
+  double const noise = kExact * magnitude_;
+  int changes = 0, lastSide = 0;
+  double lastT = c.t0, fromT = c.t0, toT = c.t1, fromU = c.u0;
+  double least = resolution_ * 2.0, zeroFrom = 2.0, zeroTo = -1.0;
+  for (int i = 0; i <= kSamples; ++i) {
+    double const t = between(c.t0, c.t1, double(i) / kSamples);
+    double u = between(c.u0, c.u1, double(i) / kSamples);
+    double const side = sideAt(t, u);
+    if (std::fabs(side) < least) {
+      least = std::fabs(side);
+      place = {t, u, least};
+    }
+    if (std::fabs(side) <= noise) {
+      zeroFrom = min(zeroFrom, t);
+      zeroTo = t;
+      continue;
+    }
+    int const sign = side > 0.0 ? 1 : -1;
+    if (lastSide * sign < 0) {
+      ++changes;
+      fromT = lastT;
+      toT = t;
+      fromU = u;
+    }
+    lastSide = sign;
+    lastT = t;
+  }
+  if (lastSide == 0 || changes > 1) return false;
+  if (changes == 0) {
+    if (least > kTouching * resolution_) return false;
+    for (FootPair const& end : {snapped({c.t0, c.u0, 0.0}), snapped({c.t1, c.u1, 0.0})}) {
+      bool const isExactEnd =
+          (isEnd(end.t) || isEnd(end.u)) && end.t >= zeroFrom && end.t <= zeroTo;
+      if (isExactEnd) {
+        place = end;
+        return true;
+      }
+    }
+    if (zeroTo > zeroFrom) place = pair_.footOnB(0.5 * (zeroFrom + zeroTo), place.u);
+    return place.distance <= resolution_;
+  }
+  // The middle of the stretch in which the segments are nearest: at small angles and at crossings
+  // of high order, rounding blurs the crossing itself.
+  double const level = kTouching * resolution_ * lastSide;
+  double const before = whereSideIs(-level, c.t0, toT, fromU);
+  place = pair_.footOnB(0.5 * (before + whereSideIs(level, fromT, c.t1, fromU)), fromU);
+  return place.distance <= resolution_;
+}
+
+/// The t in a bracket at which a is at a signed distance from b, by bisection.
+double ClusterJudge::whereSideIs(double level, double lo, double hi, double u) const {
+  bool const rises = sideAt(hi, u) > level;
+  for (int i = 0; i < 60 && hi > lo; ++i) {
+    double const t = 0.5 * (lo + hi);
+    if ((sideAt(t, u) > level) == rises) {
+      hi = t;
+    } else {
+      lo = t;
+    }
+  }
+  return lo;
+}
+
+/// The end of a segment that is one place with t: the segment stays near it in between, too.
+double ClusterJudge::snappedParameter(Cubic const& c, double t) const {
+  double const end = t < 0.5 ? 0.0 : 1.0;
+  Point const place = t < 0.5 ? c.p[0] : c.p[3];
+  for (double const s : {t, between(t, end, 0.5)}) {
+    if (distance(pointAt(c, s), place) > resolution_) return t;
+  }
+  return end;
+}
+
+FootPair ClusterJudge::snapped(FootPair place) const {
+  double const t = snappedParameter(pair_.a, place.t), u = snappedParameter(pair_.b, place.u);
+  if (isEnd(t) && isEnd(u) && pair_.distanceAt(t, u) <= resolution_) {
+    return {t, u, pair_.distanceAt(t, u)};
+  }
+  FootPair foot = place;
+  if (isEnd(t) && !isEnd(place.t)) {
+    foot = pair_.footOnB(t, place.u);
+  } else if (isEnd(u) && !isEnd(place.u)) {
+    foot = pair_.footOnA(place.t, u);
+  }
+  return foot.distance <= resolution_ ? foot : place;
+}
+
+bool ClusterJudge::isClearOfEnds(Point const& place) const {
+  double const squared = resolution_ * resolution_;
+  for (Cubic const* const c : {&pair_.a, &pair_.b}) {
+    if (squaredDistance(place, c->p[0]) <= 2.0 * squared) return false;
+    if (squaredDistance(place, c->p[3]) <= 2.0 * squared) return false;
+  }
+  return true;
+}
+
+/// The one pair of parameters that stands for a short cluster: an end that touches exactly, else
+/// the middle root where the sides change, else the place of touching or the nearest end.
+FootPair ClusterJudge::placeOf(ApproachCluster const& c) const {
+  std::vector<FootPair> roots;
+  FootPair nearestEnd = {0.0, 0.0, 2.0 * resolution_}, nearest = nearestEnd;
+  for (Approach const& p : c.members) {
+    for (bool const last : {false, true}) {
+      double const t = last ? p.t1 : p.t0, u = last ? p.u1 : p.u0;
+      FootPair const foot = {t, u, pair_.distanceAt(t, u)};
+      if (foot.distance < nearest.distance) nearest = foot;
+      FootPair const end = snapped(foot);
+      bool const isCorner = isEnd(end.t) && isEnd(end.u);
+      bool const wasCorner = isEnd(nearestEnd.t) && isEnd(nearestEnd.u);
+      bool const isBetter = isCorner != wasCorner ? isCorner : end.distance < nearestEnd.distance;
+      if ((isEnd(end.t) || isEnd(end.u)) && end.distance <= resolution_ &&
+          (isBetter || nearestEnd.distance > resolution_)) {
+        nearestEnd = end;
+      }
+      if (p.isRoot && !last) roots.push_back(foot);
+    }
+  }
+  if (nearestEnd.distance <= kExact * magnitude_) return nearestEnd;
+  if (roots.size() == 1 && isClear(roots[0].t, roots[0].u)) return snapped(roots[0]);
+
+  double const reach = kLongStretch * magnitude_;
+  auto const belongs = [&](double t, double u) {
+    return t >= 0.0 && t <= 1.0 && u >= 0.0 && u <= 1.0 &&
+           distance(pointAt(pair_.a, t), pointAt(pair_.a, nearest.t)) <= reach &&
+           pair_.distanceAt(t, u) <= max(nearest.distance, kExact * magnitude_);
+  };
+  double t = 0.5 * (c.t0 + c.t1), u = 0.5 * (c.u0 + c.u1);
+  bool const isTangent = pair_.findTangency(t, u) && belongs(t, u);
+  FootPair const tangency = {t, u, pair_.distanceAt(t, u)};
+  if (isTangent && tangency.distance <= kRounded * magnitude_) return snapped(tangency);
+  if (roots.size() % 2 == 1) return snapped(roots[roots.size() / 2]);
+  t = 0.5 * (c.t0 + c.t1);
+  u = 0.5 * (c.u0 + c.u1);
+  if (roots.empty() && pair_.findCrossing(t, u) && belongs(t, u)) {
+    return snapped({t, u, pair_.distanceAt(t, u)});
+  }
+  if (isTangent) return snapped(tangency);
+  if (nearestEnd.distance <= resolution_) return nearestEnd;
+  return snapped(roots.empty() ? nearest : roots[0]);
+}
+
+/// The side of b on which a lies a little farther on, or farther back.
+double ClusterJudge::sideBeyond(FootPair const& place, double direction) const {
+  double side = 0.0, u = place.u;
+  double const room = direction > 0.0 ? 1.0 - place.t : place.t;
+  for (double share = 0x1p-24; share <= 1.0; share *= 2.0) {
+    side = sideAt(place.t + direction * room * share, u);
+    if (std::fabs(side) > 4.0 * resolution_) break;
+  }
+  return side;
+}
+
+bool ClusterJudge::isClear(double t, double u) const {
+  Point const da = derivativeAt(pair_.a, t), db = derivativeAt(pair_.b, u);
+  double const sine = cross(da, db);
+  return sine * sine > kClearSine * kClearSine * dot(da, da) * dot(db, db);
+}
+
+bool ClusterJudge::crosses(FootPair const& place) const {
+  if (isEnd(place.t) || isEnd(place.u)) return false;
+  if (isClear(place.t, place.u)) return true;
+  double const before = sideBeyond(place, -1.0), after = sideBeyond(place, 1.0);
+  return (before < 0.0 && after > 0.0) || (before > 0.0 && after < 0.0);
+}
+
+void ClusterJudge::judge(ApproachCluster const& cluster, Meetings& found) const {
+  double const length = lengthOf(cluster);
+  bool const isLong = length > max(kLongStretch * magnitude_, 4.0 * resolution_);
+  bool const mayBeShort = told_ == Stretches::all && cluster.sense != 0;
+  FootPair place = {0.0, 0.0, -1.0};
+  if (isLong || mayBeShort) {
+    FootPair const first = snapped({cluster.t0, cluster.u0, 0.0});
+    FootPair const last = snapped({cluster.t1, cluster.u1, 0.0});
+    bool const isProper = first.t < last.t && first.u != last.u;
+    bool const isBounded = isBound(first.t, first.u) && isBound(last.t, last.u);
+    if (isProper && (isBounded || (isLong && !findOnlyPlace(cluster, place)))) {
+      found.stretches.push_back({first.t, last.t, first.u, last.u});
+      return;
+    }
+  }
+  place = isLong && place.distance >= 0.0 ? snapped(place) : placeOf(cluster);
+  found.points.push_back({place.t, place.u, crosses(place)});
+}
+
+}  // namespace crv::internal
