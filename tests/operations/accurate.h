@@ -168,9 +168,9 @@ inline void evenly(World& w) {
 inline void walkFar(World& w) {
   GxBezierCurve const& c = w.curve();
   Position const from = w.position(c);
-  double const distance = w.step();
+  double const distance = w.flag() ? w.step() : -w.step(), accuracy = w.step();
   auto const measure = w.flag() ? crv::Measure::chord : crv::Measure::length;
-  auto const to = crv::walk(c, from, w.flag() ? distance : -distance, measure, w.step());
+  auto const to = crv::walk(c, from, distance, measure, accuracy);
   if (!to) return;
   w.require(isOn(c, *to), "on the curve");
   w.see(*to);

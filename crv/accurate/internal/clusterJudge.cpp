@@ -21,6 +21,9 @@ constexpr double kRounded = 0x1p-51;
 // Sine of the angle from which on a root is a crossing without another look.
 constexpr double kClearSine = 0x1p-16;
 
+// Sine of the greatest angle between segments that touch, with what rounding does to it.
+constexpr double kParallelSine = 0x1p-30;
+
 // Places of a long stretch at which the side is asked: two crossings nearer to each other than this
 // share of it are none.
 constexpr int kSamples = 64;
@@ -194,7 +197,8 @@ FootPair ClusterJudge::placeOf(ApproachCluster const& c) const {
            pair_.distanceAt(t, u) <= max(nearest.distance, kExact * magnitude_);
   };
   double t = 0.5 * (c.t0 + c.t1), u = 0.5 * (c.u0 + c.u1);
-  bool const isTangent = pair_.findTangency(t, u) && belongs(t, u);
+  bool const isTangent =
+      pair_.findTangency(t, u) && belongs(t, u) && !isSineAbove(kParallelSine, t, u);
   FootPair const tangency = {t, u, pair_.distanceAt(t, u)};
   if (isTangent && tangency.distance <= kRounded * magnitude_) return snapped(tangency);
   if (roots.size() % 2 == 1) return snapped(roots[roots.size() / 2]);
@@ -213,17 +217,22 @@ double ClusterJudge::sideBeyond(FootPair const& place, double direction) const {
   double side = 0.0, u = place.u;
   double const room = direction > 0.0 ? 1.0 - place.t : place.t;
   for (double share = 0x1p-24; share <= 1.0; share *= 2.0) {
-    side = sideAt(place.t + direction * room * share, u);
+    double const next = sideAt(place.t + direction * room * share, u);
+    // Beyond the end of b there are no sides.
+    if (isEnd(u) && side != 0.0) break;
+    side = next;
     if (std::fabs(side) > 4.0 * resolution_) break;
   }
   return side;
 }
 
-bool ClusterJudge::isClear(double t, double u) const {
+bool ClusterJudge::isSineAbove(double least, double t, double u) const {
   Point const da = derivativeAt(pair_.a, t), db = derivativeAt(pair_.b, u);
   double const sine = cross(da, db);
-  return sine * sine > kClearSine * kClearSine * dot(da, da) * dot(db, db);
+  return sine * sine > least * least * dot(da, da) * dot(db, db);
 }
+
+bool ClusterJudge::isClear(double t, double u) const { return isSineAbove(kClearSine, t, u); }
 
 bool ClusterJudge::crosses(FootPair const& place) const {
   if (isEnd(place.t) || isEnd(place.u)) return false;

@@ -30,6 +30,7 @@ class ClusterJudge {
   bool crosses(FootPair const& place) const;
 
  private:
+  bool isSineAbove(double least, double t, double u) const;
   double sideAt(double t, double& u) const;
   bool isBound(double t, double u) const;
   double lengthOf(ApproachCluster const& cluster) const;
