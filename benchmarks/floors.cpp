@@ -1,5 +1,6 @@
-// The floor of an operation: the barest inline code for the steps that it must take, with none of
-// its guards, checks or lists of results.
+// The floor of an operation: the barest inline code for the steps that it must take. The floors of
+// polylines and of lines give the results of the library, bit for bit and in the same containers,
+// which is checked; the others leave out guards, checks and lists of results.
 #include <algorithm>
 #include <cmath>
 
@@ -36,6 +37,14 @@ void splitAt(double const (&p)[4], double t, double (&left)[4], double (&right)[
   double const e = b + (d - b) * t;
   left[0] = p[0], left[1] = a, left[2] = b, left[3] = e;
   right[0] = e, right[1] = d, right[2] = c, right[3] = p[3];
+}
+
+/// Fails unless floor(i) gives what the library gives for every row.
+template <class Floor, class Library>
+void expectSame(benchmark::State& state, char const* set, Floor floor, Library library) {
+  for (std::size_t i = 0; i < rows(set).size(); ++i) {
+    if (floor(i) != library(i)) state.SkipWithError("the floor gives other results");
+  }
 }
 
 void split(benchmark::State& state, char const* set) {
@@ -94,13 +103,28 @@ void arcLength(benchmark::State& state, char const* set) {
   });
 }
 
-/// Halves until the inner points lie within 0.1 of the chord; appends the ends of the pieces.
+constexpr double kSquaredTolerance = 0.1 * 0.1;
+
+double square(double x) { return x * x; }
+
+/// Whether inner point i lies within the tolerance of the chord (dx, dy).
+bool isNearChord(Cubic const& c, int i, double dx, double dy) {
+  double const x = c.x[i] - c.x[0], y = c.y[i] - c.y[0];
+  double const length = dx * dx + dy * dy, along = dx * x + dy * y;
+  if (along <= 0.0) return x * x + y * y <= kSquaredTolerance;
+  if (along >= length) return square(x - dx) + square(y - dy) <= kSquaredTolerance;
+  return square(dx * y - dy * x) <= kSquaredTolerance * length;
+}
+
+/// Halves until the inner points lie within 0.1 of the chord; appends the ends of the pieces but
+/// for those that are points.
 void halve(Cubic const& c, std::vector<Point>& out) {
   double const dx = c.x[3] - c.x[0], dy = c.y[3] - c.y[0];
-  double const d1 = (c.x[1] - c.x[0]) * dy - (c.y[1] - c.y[0]) * dx;
-  double const d2 = (c.x[2] - c.x[0]) * dy - (c.y[2] - c.y[0]) * dx;
-  if (std::max(d1 * d1, d2 * d2) <= 0.01 * (dx * dx + dy * dy)) {
-    out.emplace_back(c.x[3], c.y[3]);
+  if (isNearChord(c, 1, dx, dy) && isNearChord(c, 2, dx, dy)) {
+    bool const isPoint = dx * dx + dy * dy <= kSquaredTolerance &&
+                         square(c.x[1] - c.x[0]) + square(c.y[1] - c.y[0]) <= kSquaredTolerance &&
+                         square(c.x[2] - c.x[3]) + square(c.y[2] - c.y[3]) <= kSquaredTolerance;
+    if (!isPoint) out.emplace_back(c.x[3], c.y[3]);
     return;
   }
   Cubic left, right;
@@ -111,11 +135,16 @@ void halve(Cubic const& c, std::vector<Point>& out) {
 }
 
 void polyline(benchmark::State& state, char const* set) {
-  std::vector<Point> out;
-  overAll(state, cubics(set), [&out](Cubic const& c) {
-    out.assign(1, Point(c.x[0], c.y[0]));
-    halve(c, out);
-    return out.size();
+  auto const polylineOf = [&all = cubics(set)](std::size_t i) {
+    std::vector<Point> out(1, Point(all[i].x[0], all[i].y[0]));
+    halve(all[i], out);
+    return out;
+  };
+  overIndices(state, set, [=](std::size_t i) { return polylineOf(i).size(); });
+  expectSame(state, set, polylineOf, [=](std::size_t i) {
+    std::vector<Point> out;
+    rows(set)[i].segment.getPolyline(0.1, out);
+    return out;
   });
 }
 
@@ -157,6 +186,135 @@ void nearest(benchmark::State& state, char const* set) {
   });
 }
 
+/// a b - c d, both products exact (Dekker).
+double differenceOfProducts(double a, double b, double c, double d) {
+  auto const high = [](double x) {
+    double const t = 134217729.0 * x;
+    return t - (t - x);
+  };
+  auto const error = [high](double x, double y) {
+    double const xHigh = high(x), xLow = x - xHigh, yHigh = high(y), yLow = y - yHigh;
+    return xLow * yLow - (((x * y - xHigh * yHigh) - xLow * yHigh) - xHigh * yLow);
+  };
+  return (a * b - c * d) + (error(a, b) - error(c, d));
+}
+
+/// A cubic polynomial, and Newton's method with bisection for the root between lo and hi.
+struct Polynomial {
+  double a, b, c, d;
+
+  double value(double t) const { return ((a * t + b) * t + c) * t + d; }
+
+  double root(double lo, double hi, double x) const {
+    bool const rises = value(hi) > 0.0;
+    if (!(lo < x && x < hi)) x = lo + 0.5 * (hi - lo);
+    for (double lastStep = hi - lo;;) {
+      double const v = value(x), slope = (3.0 * a * x + 2.0 * b) * x + c;
+      double next = x - v / slope;
+      if (v == 0.0 || next == x) return x;
+      ((v > 0.0) == rises ? hi : lo) = x;
+      double const step = std::fabs(next - x);
+      double const curvature = std::fabs(6.0 * a * x + 2.0 * b) + step * std::fabs(6.0 * a);
+      if (std::fabs(2.0 * v) > std::fabs(lastStep * slope) || !(lo < next && next < hi)) {
+        next = lo + 0.5 * (hi - lo);
+        if (next == lo || next == hi) return x;
+      } else if (step * step * curvature < 0x1p-55 * std::fabs(next * slope)) {
+        return next;
+      }
+      lastStep = std::fabs(next - x);
+      x = next;
+    }
+  }
+};
+
+/// The real roots of b t^2 + c t + d, ascending; false if there are no two.
+bool quadraticRoots(double b, double c, double d, double& first, double& second) {
+  double const discriminant = differenceOfProducts(c, c, 4.0 * b, d);
+  if (discriminant <= 0.0) return false;
+  double const q = -0.5 * (c + std::copysign(std::sqrt(discriminant), c));
+  first = std::min(q / b, d / q);
+  second = std::max(q / b, d / q);
+  return true;
+}
+
+/// Calls visit(t) with the roots in [0, 1], found as those between the stationary points.
+template <class Visit>
+void forRoots(Polynomial const& f, Visit visit) {
+  double s0 = 0.0, s1 = 0.0;
+  if (f.a == 0.0) {
+    if (!quadraticRoots(f.b, f.c, f.d, s0, s1)) return;
+    for (double const t : {s0, s1}) {
+      if (0.0 <= t && t <= 1.0) visit(t);
+    }
+    return;
+  }
+  double const bound =
+      1.0 + std::max(std::max(std::fabs(f.b), std::fabs(f.c)), std::fabs(f.d)) / std::fabs(f.a);
+  double const inflection = -f.b / (3.0 * f.a);
+  auto const visitBetween = [&](double lo, double hi, double start) {
+    bool const crosses = (f.value(std::max(lo, 0.0)) < 0.0) != (f.value(std::min(hi, 1.0)) < 0.0);
+    if (lo < 1.0 && hi > 0.0 && crosses) visit(f.root(lo, hi, start));
+  };
+  if (!quadraticRoots(3.0 * f.a, 2.0 * f.b, f.c, s0, s1)) {
+    return visitBetween(-bound, bound, inflection);
+  }
+  double const r = 0.5 * (s1 - s0);
+  double const k = f.value(inflection) / (2.0 * f.a * r * r * r);
+  double const w = std::sqrt(std::max(0.0, 1.0 - std::fabs(k)));
+  double const p = 0.18311158 + w * (0.08469496 + w * (-0.02068827 + w * 0.08519288));
+  double const middle = std::copysign((1.0 - w) * (1.0 + w * p), k);
+  double const side = std::sqrt(12.0 - 3.0 * middle * middle);
+  visitBetween(-bound, s0, inflection + 0.5 * (-middle - side) * r);
+  visitBetween(s0, s1, inflection + middle * r);
+  visitBetween(s1, bound, inflection + 0.5 * (-middle + side) * r);
+}
+
+Polynomial powerForm(double const (&p)[4]) {
+  return {-p[0] + 3.0 * p[1] - 3.0 * p[2] + p[3], 3.0 * p[0] - 6.0 * p[1] + 3.0 * p[2],
+          3.0 * p[1] - 3.0 * p[0], p[0]};
+}
+
+struct Crossings {
+  GxList<double> segment, line;
+  bool operator!=(Crossings const& other) const {
+    return segment != other.segment || line != other.line;
+  }
+};
+
+void crossLine(Cubic const& c, Row const& row, Crossings& out) {
+  Point const& start = row.lineStart;
+  GxVector<double> const v = row.lineEnd - start;
+  Polynomial const x = powerForm(c.x), y = powerForm(c.y);
+  auto const height = [&v](double px, double py) { return -v.yval() * px + v.xval() * py; };
+  Polynomial const f = {height(x.a, y.a), height(x.b, y.b), height(x.c, y.c),
+                        height(x.d - start.xval(), y.d - start.yval())};
+  forRoots(f, [&](double t) {
+    double const position = (row.segment.bValue(t) - start) * v / v.squaredLength();
+    if (!(0.0 <= position && position <= 1.0)) return;
+    out.segment.add(t);
+    out.line.add(position);
+  });
+}
+
+void crossingsWithALine(benchmark::State& state, char const* set) {
+  auto const cross = [&all = cubics(set), &inputs = rows(set)](std::size_t i) {
+    Crossings found;
+    crossLine(all[i], inputs[i], found);
+    return found;
+  };
+  overIndices(state, set, [&all = cubics(set), &inputs = rows(set)](std::size_t i) {
+    Crossings found;
+    crossLine(all[i], inputs[i], found);
+    return found.line.length();
+  });
+  expectSame(state, set, cross, [=](std::size_t i) {
+    Row const& row = rows(set)[i];
+    Crossings found;
+    row.segment.findYCStrongIntersection(row.lineStart, row.lineEnd, found.segment, found.line);
+    return found;
+  });
+}
+
 }  // namespace
 
 void enterFloors() {
@@ -164,6 +322,7 @@ void enterFloors() {
   enterSets("polyline by halving, 0.1", "floor", polyline);
   enterSets("arc length, 0.1", "floor", arcLength);
   enterSets("16 points and derivatives", "floor", pointsAndDerivatives);
+  enterSets("crossings with a line", "floor", crossingsWithALine);
   enterSets("split", "floor", split);
 }
 

@@ -19,14 +19,34 @@ GxBezierCurve waves(int n, double y = 0.0) {
   return curve;
 }
 
-/// Runs operation(curve) on waves of n segments.
-template <class Operation>
-auto onWaves(Operation operation) {
-  return [operation](benchmark::State& state, int n) {
-    GxBezierCurve curve = waves(n);
+/// A row of equal arches, at whose joints no chord of 4.5 ends.
+GxBezierCurve arches(int n) {
+  GxBezierCurve curve;
+  for (int i = 0; i < n; ++i) {
+    double const x = 10.0 * i;
+    curve.getSegments().add(GxBezier({x, 0.0}, {x + 3.0, 1.0}, {x + 7.0, 1.0}, {x + 10.0, 0.0}));
+  }
+  return curve;
+}
+
+/// Runs operation(curve) on make(n).
+template <class Make, class Operation>
+auto onCurve(Make make, Operation operation) {
+  return [=](benchmark::State& state, int n) {
+    GxBezierCurve curve = make(n);
     for (auto _ : state) benchmark::DoNotOptimize(operation(curve));
     perIteration(state, 1);
   };
+}
+
+template <class Operation>
+auto onWaves(Operation operation) {
+  return onCurve([](int n) { return waves(n); }, operation);
+}
+
+template <class Operation>
+auto onArches(Operation operation) {
+  return onCurve(arches, operation);
 }
 
 /// Runs operation(a, b) on two waves of n segments that cross some hundred times at most.
@@ -90,12 +110,13 @@ void enterGrowths() {
                            curve.lastPos(), result, 1e-8) +
                        result.getTValue();
               }));
-  enterGrowth("equal chords of 4.5 on n segments", "n", segments, onWaves([](GxBezierCurve& curve) {
+  enterGrowth("equal chords of 4.5 over n joints", "n", segments,
+              onArches([](GxBezierCurve& curve) {
                 GxList<Point> out;
                 curve.makeCurve(4.5, out, 0);
                 return out.length();
               }));
-  enterGrowth("long chords on n segments", "n", segments, onWaves([](GxBezierCurve& curve) {
+  enterGrowth("long chords over n joints", "n", segments, onArches([](GxBezierCurve& curve) {
                 GxList<Point> out;
                 curve.makeCurveEx(4.5, 1.0, 0.5, out);
                 return out.length();

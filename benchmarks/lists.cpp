@@ -29,6 +29,18 @@ void appendStandard(benchmark::State& state) {
   perIteration(state, kLength);
 }
 
+/// The memory of each node, taken and given back.
+void appendFloor(benchmark::State& state) {
+  constexpr std::size_t kNode = 3 * sizeof(double);
+  std::vector<void*> nodes(kLength);
+  for (auto _ : state) {
+    for (void*& node : nodes) node = ::operator new(kNode);
+    benchmark::DoNotOptimize(nodes.data());
+    for (void* const node : nodes) ::operator delete(node);
+  }
+  perIteration(state, kLength);
+}
+
 template <class Sum>
 void sums(benchmark::State& state, Sum sum) {
   for (auto _ : state) benchmark::DoNotOptimize(sum());
@@ -40,6 +52,15 @@ void byIndex(benchmark::State& state, unsigned stride) {
   sums(state, [&] {
     double sum = 0.0;
     for (unsigned i = 0; i < kLength; ++i) sum += list[i * stride % kLength];
+    return sum;
+  });
+}
+
+void byRange(benchmark::State& state) {
+  GxList<double> const list = ascending();
+  sums(state, [&] {
+    double sum = 0.0;
+    for (double const x : list) sum += x;
     return sum;
   });
 }
@@ -58,8 +79,11 @@ void standardLoop(benchmark::State& state) {
 void enterLists() {
   enter("append to a list/1000/CRV", append);
   enter("append to a list/1000/std", appendStandard);
+  enter("append to a list/1000/floor", appendFloor);
   enter("loop over a list by index/1000/CRV", [](benchmark::State& s) { byIndex(s, 1); });
   enter("loop over a list by index/1000/std", standardLoop);
+  enter("loop over a list by range/1000/CRV", byRange);
+  enter("loop over a list by range/1000/std", standardLoop);
   enter("list element at random/1000/CRV", [](benchmark::State& s) { byIndex(s, 7919); });
 }
 

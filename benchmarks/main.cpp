@@ -75,6 +75,10 @@ class Tables : public benchmark::BenchmarkReporter {
   void ReportRuns(std::vector<Run> const& runs) override {
     for (Run const& run : runs) {
       if (run.run_type != Run::RT_Iteration) continue;
+      if (run.error_occurred) {
+        std::fprintf(stderr, "%s: %s\n", run.benchmark_name().c_str(), run.error_message.c_str());
+        continue;
+      }
       Figures& figures = found_[keyOf(run.run_name.function_name)];
       figures.label = run.report_label;
       for (auto const& [name, counter] : run.counters) figures.notes[name] = counter.value;

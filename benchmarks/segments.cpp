@@ -27,6 +27,19 @@ void pointsAndDerivatives(benchmark::State& state, char const* set) {
   });
 }
 
+void pointsAndDerivativesInOneCall(benchmark::State& state, char const* set) {
+  std::vector<double> t;
+  for (int i = 0; i < 16; ++i) t.push_back(i / 15.0);
+  Point points[16];
+  GxVector<double> derivatives[16];
+  overRows(state, set, [&](Row const& row) {
+    row.segment.bValues(t.data(), 16, points, derivatives);
+    double sum = 0.0;
+    for (int i = 0; i < 16; ++i) sum += points[i].xval() + derivatives[i].yval();
+    return sum;
+  });
+}
+
 void split(benchmark::State& state, char const* set) {
   overRows(state, set, [](Row const& row) {
     GxBezier left, right;
@@ -197,6 +210,7 @@ void enterSegments() {
   enterSets("arc length, 0.1", "CRV", arcLength);
   enterSets("crossings with a line", "CRV", crossingsWithALine);
   enterSets("16 points and derivatives", "CRV", pointsAndDerivatives);
+  enterSets("16 points and derivatives, one call", "CRV", pointsAndDerivativesInOneCall);
   enterSets("point", "CRV", value);
   enterSets("split", "CRV", split);
   enterSets("tight box", "CRV", tightBox);
