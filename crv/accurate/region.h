@@ -4,6 +4,13 @@
 // An area is what the curves of a list wind around as the rule says. Curves may cross, touch, share
 // stretches, lie in each other and run back on themselves. Open curves are closed by a straight
 // line, and so are gaps between segments.
+//
+// Boundaries of results lie within the resolution r = 2^-40 S of their sources, areas within r
+// times the perimeter; stretches nearer to each other than r are one. Input that is not finite, or
+// of a magnitude beyond 2^500 or below 2^-500, has the area NaN, winds around nothing, contains
+// nothing and gives results without curves. Cost: n log n for n segments that meet few others each,
+// and k log k for k meetings. Where many places lie as near to each other as r, results are closed,
+// but may touch themselves and have a wrong area. Method: see internal/arrangement.h.
 #pragma once
 
 #include "crv/accurate/types.h"
