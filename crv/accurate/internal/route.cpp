@@ -16,6 +16,9 @@ constexpr int kMostHalvings = 50;
 // Share of the unit scale: branches are followed no farther than this.
 constexpr double kFarthest = 0x1p-6;
 
+// Units of the largest coordinate: rounding of differences of places.
+constexpr double kNoise = 0x1p-50;
+
 bool isNear(Cubic const& c, Point const& centre, double reach) {
   for (Point const& p : c.p) {
     if (!(squaredDistance(p, centre) <= reach * reach)) return false;
@@ -34,10 +37,47 @@ Cubic stretchOf(Cubic const& c, double t0, double t1) {
   return t0 < t1 ? result.c : result.reversed().c;
 }
 
+/// Whether the distance from a point never falls along a cubic, but by rounding.
+bool movesAway(Cubic const& c, Point const& centre) {
+  for (int i = 0; i < 3; ++i) {
+    Point const edge = c.p[i + 1] - c.p[i];
+    double const slack = kNoise * (std::fabs(edge.x) + std::fabs(edge.y));
+    for (Point const& p : c.p) {
+      if (!(dot(edge, p - centre) >= -slack)) return false;
+    }
+  }
+  return true;
+}
+
+/// Where a cubic that moves away from the centre of a circle leaves it, if it does: Newton's method
+/// in a bracket.
+std::optional<Point> onlyExitOf(Cubic const& c, Point const& centre, double radius) {
+  double const squaredRadius = radius * radius;
+  if (squaredDistance(c.p[3], centre) <= squaredRadius) return std::nullopt;
+  double lo = 0.0, hi = 1.0, t = 0.5;
+  for (int i = 0; i < kMostHalvings; ++i) {
+    Point const offset = pointAt(c, t) - centre;
+    double const value = dot(offset, offset) - squaredRadius;
+    if (value > 0.0) {
+      hi = t;
+    } else {
+      lo = t;
+    }
+    double next = t - value / (2.0 * dot(offset, derivativeAt(c, t)));
+    if (!(next > lo && next < hi)) next = 0.5 * (lo + hi);
+    double const step = std::fabs(next - t);
+    t = next;
+    if (step <= 0x1p-50) break;
+  }
+  return pointAt(c, t);
+}
+
 /// Where a cubic leaves a circle first, if it does.
 std::optional<Point> exitOf(Cubic const& c, Point const& centre, double radius, int halvings) {
   if (isNear(c, centre, radius)) return std::nullopt;
-  if (halvings == 0) return c.p[0];
+  bool const isOutside = !(squaredDistance(c.p[0], centre) <= radius * radius);
+  if (halvings == 0 || isOutside) return c.p[0];
+  if (movesAway(c, centre)) return onlyExitOf(c, centre, radius);
   Cubic left, right;
   c.split(0.5, left, right);
   auto const exit = exitOf(left, centre, radius, halvings - 1);
