@@ -12,6 +12,7 @@
 namespace crv {
 
 using internal::Foot;
+using internal::kEnlargement;
 using internal::Minima;
 
 namespace {
@@ -41,27 +42,25 @@ struct CurveSearch::Table {
   explicit Table(internal::Chain const& given)
       : chain(given), tree(boxesOf(chain)), magnitude(chain.magnitude()) {
     if (!internal::isTiny(magnitude)) return;
-    scale = internal::PowerOfTwo::below(magnitude);
     internal::Chain larger = chain;
-    for (internal::Cubic& cubic : larger.segments) cubic = internal::scaled(cubic, scale.inverse);
-    scaledUp = std::make_unique<Table const>(larger);
+    for (internal::Cubic& c : larger.segments) c = internal::scaled(c, kEnlargement);
+    enlarged = std::make_unique<Table const>(larger);
   }
 
   std::optional<NearestOnCurve> nearest(Point const& p) const;
   std::vector<NearestOnCurve> within(Point const& p, double distance) const;
 
-  /// Whether squares vanish, so that the table that is scaled up answers.
+  /// Whether squares vanish, so that the enlarged table answers.
   bool isTiny(double size) const {
-    return scaledUp != nullptr && size < internal::kSmallestUnscaled;
+    return enlarged != nullptr && size < internal::kSmallestUnscaled;
   }
-  Point scaledDown(Point const& p) const {
-    return Point(p.xval() * scale.power, p.yval() * scale.power);
+  static Point enlargedPoint(Point const& p) {
+    return Point(p.xval() * kEnlargement, p.yval() * kEnlargement);
   }
-  NearestOnCurve scaledDown(NearestOnCurve const& found) const {
-    return {found.position, scaledDown(found.point), found.distance * scale.power};
-  }
-  Point raised(Point const& p) const {
-    return Point(p.xval() * scale.inverse, p.yval() * scale.inverse);
+  static NearestOnCurve reduced(NearestOnCurve const& found) {
+    return {found.position,
+            Point(found.point.xval() / kEnlargement, found.point.yval() / kEnlargement),
+            found.distance / kEnlargement};
   }
 
   /// The largest coordinate of curve and point; NaN if there is no answer.
@@ -87,8 +86,7 @@ struct CurveSearch::Table {
   internal::Chain chain;
   internal::BoxTree tree;
   double magnitude;
-  internal::PowerOfTwo scale = {1.0, 1.0};
-  std::unique_ptr<Table const> scaledUp;  // by the inverse of the scale; only of tiny curves
+  std::unique_ptr<Table const> enlarged;  // of the same curve, if it is tiny
 };
 
 namespace {
@@ -233,7 +231,7 @@ std::optional<NearestOnCurve> CurveSearch::Table::nearest(Point const& p) const 
   internal::Point const from = internal::plain(p);
   double const size = usableMagnitude(from);
   if (size != size) return std::nullopt;
-  if (isTiny(size)) return scaledDown(*scaledUp->nearest(raised(p)));
+  if (isTiny(size)) return reduced(*enlarged->nearest(enlargedPoint(p)));
   std::size_t nearestSegment = chain.size();
   Foot best = {0.0, {0.0, 0.0}, kInfinity};
   tree.visitNear(from, kInfinity, [&](std::size_t segment, double) {
@@ -256,8 +254,8 @@ std::vector<NearestOnCurve> CurveSearch::Table::within(Point const& p, double di
   double const size = usableMagnitude(from);
   if (size != size || !(distance >= 0.0)) return found;
   if (isTiny(size)) {
-    found = scaledUp->within(raised(p), distance * scale.inverse);
-    for (NearestOnCurve& minimum : found) minimum = scaledDown(minimum);
+    found = enlarged->within(enlargedPoint(p), distance * kEnlargement);
+    for (NearestOnCurve& minimum : found) minimum = reduced(minimum);
     return found;
   }
   double const limit = distance * distance;

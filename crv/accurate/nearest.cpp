@@ -22,10 +22,9 @@ NearestOnSegment nearest(Segment const& segment, Point const& p) {
   if (!internal::isUsable(magnitude.value())) return {0.0, Point(kNaN, kNaN), kNaN};
   double unit = 1.0;
   if (internal::isTiny(magnitude.value())) {
-    auto const scale = internal::PowerOfTwo::below(magnitude.value());
-    cubic = internal::scaled(cubic, scale.inverse);
-    from = from * scale.inverse;
-    unit = scale.power;
+    cubic = internal::scaled(cubic, internal::kEnlargement);
+    from = from * internal::kEnlargement;
+    unit = 1.0 / internal::kEnlargement;
   }
   internal::Foot const foot = internal::nearestFoot(cubic, from, kInfinity);
   internal::Point const place = internal::placeOf(foot, cubic, from);
@@ -41,10 +40,9 @@ std::optional<NearestOnCurve> nearest(Curve const& curve, Point const& p) {
   if (chain.size() == 0 || !internal::isUsable(magnitude.value())) return std::nullopt;
   double unit = 1.0;
   if (internal::isTiny(magnitude.value())) {
-    auto const scale = internal::PowerOfTwo::below(magnitude.value());
-    for (internal::Cubic& cubic : chain.segments) cubic = internal::scaled(cubic, scale.inverse);
-    from = from * scale.inverse;
-    unit = scale.power;
+    for (internal::Cubic& c : chain.segments) c = internal::scaled(c, internal::kEnlargement);
+    from = from * internal::kEnlargement;
+    unit = 1.0 / internal::kEnlargement;
   }
   std::size_t nearest = 0;
   internal::Foot best = internal::nearestFoot(chain.segments[0], from, kInfinity);

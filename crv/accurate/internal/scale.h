@@ -63,8 +63,10 @@ struct PowerOfTwo {
   }
 };
 
-// Below this magnitude the squares of small distances vanish: input is scaled up first.
+// Below this magnitude the squares of small distances vanish: input is enlarged first, to between
+// 2^-50 and 2^250.
 constexpr double kSmallestUnscaled = 0x1p-200;
+constexpr double kEnlargement = 0x1p450;
 
 inline bool isTiny(double magnitude) { return magnitude > 0.0 && magnitude < kSmallestUnscaled; }
 
