@@ -288,6 +288,73 @@ inline void regions(World& w) {
   w.see(crv::area(a, rule), winding);
 }
 
+/// That a map goes from curve to curve and leaves what it does not know.
+inline void seeMap(World& w, GxBezierCurve const& from, GxBezierCurve const& to,
+                   crv::Map const& map) {
+  w.require(!map.isNull(), "a map is never null");
+  for (int i = 0; i < 3; ++i) {
+    Position const p = w.position(from);
+    Position there, back;
+    int const code = map->mapPosition(there, p);
+    w.requireCode(code, -1, 0);
+    if (code != 0) continue;
+    w.require(isOn(to, there), "on the result");
+    w.require(map->inverseMapPosition(back, there) == 0 && isOn(from, back), "and back");
+    w.see(there, back);
+  }
+}
+
+inline crv::OffsetOptions offsetOptions(World& w, GxBezierCurve const& c) {
+  crv::OffsetOptions options;
+  options.tolerance = w.halvingTolerance(c);
+  options.join = static_cast<crv::Join>(w.below(3));
+  options.miterLimit = w.number();
+  return options;
+}
+
+inline void offsetCurve(World& w) {
+  GxBezierCurve const& c = w.curve();
+  double const step = w.step();
+  double const distance = w.flag() ? step : -step;
+  crv::OffsetOptions const options = offsetOptions(w, c);
+  crv::Offset const offset = crv::offset(c, distance, options);
+  for (crv::Piece const& piece : offset.parallels) {
+    // At the distance 0 it is the curve itself, gaps and all.
+    bool const isSame = piece.curve == c;
+    for (int i = 1; i < static_cast<int>(piece.curve.length()); ++i) {
+      w.require(isSame || sameBits(piece.curve[i - 1][3], piece.curve[i][0]), "joined to the bit");
+    }
+    seeMap(w, c, piece.curve, piece.map);
+    w.see(piece.curve);
+  }
+  w.see(offset.worstError);
+}
+
+inline void outlineStroke(World& w) {
+  GxBezierCurve const& c = w.curve();
+  double const width = w.step();
+  auto const cap = static_cast<crv::Cap>(w.below(3));
+  crv::OffsetOptions const options = offsetOptions(w, c);
+  for (GxBezierCurve const& outline : crv::strokeOutline(c, width, cap, options)) {
+    int const n = static_cast<int>(outline.length());
+    w.require(outline.strictIsClosed() && n > 0, "closed");
+    for (int i = 0; i < n; ++i) {
+      w.require(sameBits(outline[i][3], outline[(i + 1) % n][0]), "joined to the bit");
+    }
+    w.see(outline);
+  }
+}
+
+inline void simplifyCurve(World& w) {
+  GxBezierCurve const& c = w.curve();
+  double const tolerance = w.halvingTolerance(c);
+  crv::Simplified const simplified = crv::simplify(c, tolerance);
+  w.require(simplified.curve.length() <= c.length(), "not more segments");
+  w.require(!(simplified.worstDistance > std::fmax(tolerance, 0.0)), "the tolerance");
+  seeMap(w, c, simplified.curve, simplified.map);
+  w.see(simplified.curve, simplified.worstDistance);
+}
+
 inline Operations const kAccurate{
     {"nearestParameter",
      [](World& w) {
@@ -383,6 +450,9 @@ inline Operations const kAccurate{
        seePiece(w, c, crv::reversed(c));
      }},
     {"fitSamples", fitSamples},
+    {"simplify", simplifyCurve},
+    {"offsetCurve", offsetCurve},
+    {"strokeOutline", outlineStroke},
     {"separate", separated},
     {"regions", regions},
 };
