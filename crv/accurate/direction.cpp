@@ -3,6 +3,7 @@
 #include "crv/accurate/internal/chain.h"
 #include "crv/accurate/internal/segmentArea.h"
 #include "crv/accurate/internal/sum.h"
+#include "crv/accurate/internal/tangent.h"
 
 #include <cmath>
 #include <limits>
@@ -13,50 +14,25 @@ namespace {
 
 using internal::Chain;
 using internal::Cubic;
+using internal::largestPart;
 
 // Relative to the longest edge: rounding cannot tell a velocity, as the blend of the edges, from
 // zero below this.
 constexpr double kStill = 8 * internal::kRounding;
 
-double size(internal::Point const& v) { return max(std::fabs(v.x), std::fabs(v.y)); }
+Vector vectorOf(internal::Point const& v) { return {v.x, v.y}; }
 
-/// The unit vector; v is not zero. Scaled first, so that no square underflows.
-Vector unit(internal::Point const& v) {
-  double const largest = size(v);
-  double const x = v.x / largest;
-  double const y = v.y / largest;
-  double const length = std::sqrt(x * x + y * y);
-  return {x / length, y / length};
-}
-
-bool moves(Cubic const& c) {
-  return size(c.p[1] - c.p[0]) > 0.0 || size(c.p[2] - c.p[0]) > 0.0 || size(c.p[3] - c.p[0]) > 0.0;
-}
-
-/// Where a segment that moves goes from its start: to the first control point off it.
-Vector atStart(Cubic const& c) {
-  for (int i = 1; i < 3; ++i) {
-    if (size(c.p[i] - c.p[0]) > 0.0) return unit(c.p[i] - c.p[0]);
-  }
-  return unit(c.p[3] - c.p[0]);
-}
-
-Vector atEnd(Cubic const& c) {
-  for (int i = 2; i > 0; --i) {
-    if (size(c.p[3] - c.p[i]) > 0.0) return unit(c.p[3] - c.p[i]);
-  }
-  return unit(c.p[3] - c.p[0]);
-}
+Vector unit(internal::Point const& v) { return vectorOf(internal::unitVector(v)); }
 
 /// At an inner parameter of a segment that moves.
 Directions inside(Cubic const& c, double t) {
   internal::Point const e[3] = {c.p[1] - c.p[0], c.p[2] - c.p[1], c.p[3] - c.p[2]};
   double const s = 1.0 - t;
-  double const still = kStill * max(size(e[0]), max(size(e[1]), size(e[2])));
+  double const still = kStill * max(largestPart(e[0]), max(largestPart(e[1]), largestPart(e[2])));
   internal::Point const velocity = e[0] * (s * s) + e[1] * (2.0 * s * t) + e[2] * (t * t);
-  if (size(velocity) > still) return {unit(velocity), unit(velocity)};
+  if (largestPart(velocity) > still) return {unit(velocity), unit(velocity)};
   internal::Point const turn = (e[1] - e[0]) * s + (e[2] - e[1]) * t;
-  if (size(turn) > still) return {-unit(turn), unit(turn)};
+  if (largestPart(turn) > still) return {-unit(turn), unit(turn)};
   internal::Point const rest = (e[2] - e[1]) - (e[1] - e[0]);
   return {unit(rest), unit(rest)};
 }
@@ -68,7 +44,7 @@ std::optional<std::size_t> moving(Chain const& chain, long from, long step) {
   for (long count = 0; count < n; ++count, from += step) {
     if (!chain.closed && (from < 0 || from >= n)) return std::nullopt;
     auto const k = static_cast<std::size_t>((from + n) % n);
-    if (moves(chain.segments[k])) return k;
+    if (!internal::isPoint(chain.segments[k])) return k;
   }
   return std::nullopt;
 }
@@ -81,16 +57,19 @@ Directions directions(Curve const& curve, Position const& position) {
   if (!place || !internal::isUsable(chain.magnitude())) return {};
   long const k = static_cast<long>(place->segment);
   bool const isInside = place->t > 0.0 && place->t < 1.0;
-  if (isInside && moves(chain.segments[place->segment])) {
+  if (isInside && !internal::isPoint(chain.segments[place->segment])) {
     return inside(chain.segments[place->segment], place->t);
   }
   // Between the segments before and behind, neither of which is left or reached inside.
   auto const before = moving(chain, place->t == 1.0 ? k : k - 1, -1);
   auto const behind = moving(chain, place->t == 0.0 ? k : k + 1, 1);
   if (!before && !behind) return {};
-  Vector const in = before ? atEnd(chain.segments[*before]) : atStart(chain.segments[*behind]);
-  Vector const out = behind ? atStart(chain.segments[*behind]) : in;
-  return {in, out};
+  Cubic const& arriving = chain.segments[before ? *before : *behind];
+  Cubic const& leaving = chain.segments[behind ? *behind : *before];
+  using internal::endDirection;
+  using internal::startDirection;
+  return {vectorOf(before ? endDirection(arriving) : startDirection(arriving)),
+          vectorOf(behind ? startDirection(leaving) : endDirection(leaving))};
 }
 
 double signedArea(Curve const& curve) {
