@@ -22,7 +22,7 @@ static_assert(movesWithoutThrowing<GxList<double>> && movesWithoutThrowing<GxBez
 
 // A program's own operators are preferred to the library's.
 struct Marked {};
-Marked operator/(GxVector<double> const&, double) { return {}; }
+[[maybe_unused]] Marked operator/(GxVector<double> const&, double) { return {}; }
 static_assert(std::is_same_v<decltype(Vector() / 2.0), Marked>);
 
 TEST(Language, PointsAndVectorsCalculate) {
