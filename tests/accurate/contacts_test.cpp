@@ -159,6 +159,10 @@ TEST(SegmentContacts, GiveSharedStretchesAsIntervals) {
        segmentFrom({0, 0, 6, 0}),
        segmentFrom({1, 0, 5, 0, 5, 0, 1, 0}),
        {{1.0 / 6.0, 4.0 / 6.0, 0, 0.5}, {1.0 / 6.0, 4.0 / 6.0, 1, 0.5}}},
+      {"a line that turns back at its end by a rounding",
+       segmentFrom({0, 0, -1, -1, -1, -1, -1, -1 + 0x1p-50}),
+       segmentFrom({-1 + 0x1p-50, -1 + 0x1p-50, 0, 0}),
+       {{0, 1, 1, 0}}},
   };
   for (auto const& row : rows) {
     SCOPED_TRACE(row.name);

@@ -37,6 +37,10 @@ constexpr double kSteepCrossing = 0x1p-20;
 // Parameter: the shortest part that is halved.
 constexpr double kShortestPart = 0x1p-51;
 
+// Units of the largest coordinate: graphs whose difference is monotone and within the resolution at
+// both ends of a stretch this long cross at an angle too small for one place.
+constexpr double kLongEnough = 0x1p-16;
+
 struct Range {
   double lo, hi;
   void add(double x) {
@@ -270,6 +274,10 @@ void Search::searchNode(Part const& a, Part const& b) {
   bool const isMonotone =
       areBounded && (slopesA.range.hi < slopesB.range.lo || slopesB.range.hi < slopesA.range.lo);
   bool const isShort = length <= 0.5 * resolution_;
+  // A monotone difference lies between those at the ends. On long stretches this is no crossing but
+  // rounding of the shortest edges.
+  bool const isNear = std::fabs(before) <= within && std::fabs(after) <= within;
+  if (isMonotone && isNear && length > kLongEnough) return addStretch(a.t0, a.t1, b.t0, b.t1);
   if (isMonotone || isShort) {
     if ((before < 0.0 && after > 0.0) || (before > 0.0 && after < 0.0)) addRoot(a, b);
     if (std::fabs(before) <= far) addIfNear(a.t0, b.t0);
