@@ -3,6 +3,7 @@
 #include "crv/io.h"
 #include "tests/support/data.h"
 
+#include <memory>
 #include <set>
 #include <sstream>
 #include <type_traits>
@@ -87,7 +88,8 @@ TEST(Language, MovesTakeElementsOverAndLeaveNothing) {
   shared = crv::Map();
   shared = std::move(into);
   EXPECT_TRUE(shared && !into);
-  EXPECT_NE(shared.detach(), nullptr) << "no share was left behind";
+  std::unique_ptr<GxBezierCurvePositionMapBase> const released(shared.detach());
+  EXPECT_NE(released, nullptr) << "no share was left behind";
 }
 
 /// A list whose third copy throws stays as it was.
