@@ -143,7 +143,7 @@ class RootSearch {
   bool exhausted_ = false;
 };
 
-/// The candidate nearest to a query. Of equally near ones the first that is offered stays.
+/// The candidate nearest to a query. Of equally near ones the first stays.
 class Nearest {
  public:
   Nearest(Cubic const& segment, Point const& query)
@@ -152,7 +152,7 @@ class Nearest {
         distance_(squaredDistance(query, segment.start())),
         endDistance_(squaredDistance(query, segment.end())) {}
 
-  void offer(double root) {
+  void update(double root) {
     double const d = squaredDistance(query_, segment_.point(root));
     if (d < distance_) {
       distance_ = d;
@@ -163,7 +163,7 @@ class Nearest {
   /// The squared distance of the start, or of the nearest root so far.
   double distance() const { return distance_; }
 
-  /// The parameter, once all roots are offered.
+  /// The parameter, once every root has been tried.
   double t() const { return endDistance_ < distance_ ? 1.0 : t_; }
 
   /// The squared distance at which no candidate is taken any more.
@@ -211,7 +211,7 @@ double halve(Point const* w, Halves& halves) {
 /// Offers the roots that the full search finds, but for those that are certainly farther from the
 /// query than another candidate: over an interval, the sums of the control values bound the change
 /// of the squared distance. Ends with false wherever a value comes near zero, which the full search
-/// treats in its own way; what was offered until then is among its roots.
+/// treats in its own way; the roots tried until then are among its own.
 class BoundedSearch {
  public:
   BoundedSearch(Cubic const& segment, Point const& query, Nearest& nearest)
@@ -238,7 +238,7 @@ class BoundedSearch {
     if (changes == 1) {
       bool const isMinimum = w[0].y < 0.0;
       if (isMinimum) return searchMinimum(w, depth);
-      if (isFlatPolygon(w, kDegree)) return offerCrossing(w);
+      if (isFlatPolygon(w, kDegree)) return tryCrossing(w);
     }
     Halves halves;
     if (!canHalve(w, depth, halves)) return false;
@@ -258,7 +258,7 @@ class BoundedSearch {
       if (!canHalve(w, depth, next)) return false;
       w = next.right()->y < 0.0 ? next.right() : next.left();
     }
-    return offerCrossing(w);
+    return tryCrossing(w);
   }
 
   bool isTooFar(Point const* w, double startDistance, double thirdOfWidth) const {
@@ -275,9 +275,9 @@ class BoundedSearch {
     return depth < kMaxBoundedDepth && halve(w, halves) >= kLeastValue * kLeastValue;
   }
 
-  bool offerCrossing(Point const* w) {
+  bool tryCrossing(Point const* w) {
     double root;
-    if (crossXAxis(w[0], w[kDegree], root)) nearest_.offer(root);
+    if (crossXAxis(w[0], w[kDegree], root)) nearest_.update(root);
     return true;
   }
 
@@ -313,7 +313,7 @@ void GxBezier::findNearestPointTValue(GxCoord<double> const& p, double& t) const
     double roots[kMaxRoots];
     RootSearch full(roots);
     full.search(w, kDegree, 0);
-    for (int i = 0; i < full.count(); ++i) nearest.offer(roots[i]);
+    for (int i = 0; i < full.count(); ++i) nearest.update(roots[i]);
   }
   t = nearest.t();
 }

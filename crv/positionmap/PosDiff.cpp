@@ -3,7 +3,7 @@
 #include "crv/foundation/tolerance.h"
 #include "crv/positionmap/internal/positionAt.h"
 
-using crv::internal::segmentOf;
+using crv::internal::clampedSegment;
 
 namespace {
 
@@ -29,7 +29,7 @@ int PosDiff::operator<(PosDiff const& other) const {
 PosDiff diff(GxBezierCurvePosition const& a, GxBezierCurvePosition const& b, int forward, int n) {
   GxBezierCurvePosition const& start = forward ? a : b;
   GxBezierCurvePosition const& end = forward ? b : a;
-  long long segments = segmentOf(end) - segmentOf(start);
+  long long segments = clampedSegment(end) - clampedSegment(start);
   double fraction = end.getTValue() - start.getTValue();
   if (fraction < 0.0) {
     fraction += 1.0;

@@ -8,8 +8,8 @@
 #include <new>
 
 using crv::internal::clampedInt;
+using crv::internal::clampedSegment;
 using crv::internal::positionAt;
-using crv::internal::segmentOf;
 
 namespace {
 
@@ -20,7 +20,7 @@ using MapHandle = GxHandle<GxBezierCurvePositionMapBase>;
 constexpr double kPiece = 1e-9;
 
 /// The parameter on the new segment of a place at the length part of a piece of the length whole.
-double share(double part, double whole) { return IS_ZERO(whole, kPiece) ? 0.0 : part / whole; }
+double fraction(double part, double whole) { return IS_ZERO(whole, kPiece) ? 0.0 : part / whole; }
 
 /// A stretch and the curve it was taken from; for closed 0 the curve is never looked at.
 struct Stretch {
@@ -41,7 +41,7 @@ struct Stretch {
   }
 
   long long segmentSpan() const {
-    return segmentOf(end) - segmentOf(start) + (end.getTValue() != 0.0 ? 1 : 0);
+    return clampedSegment(end) - clampedSegment(start) + (end.getTValue() != 0.0 ? 1 : 0);
   }
 };
 
@@ -71,7 +71,7 @@ class StretchMap : public GxBezierCurvePositionMapBase {
   Position onNew(long long segments, double t) const {
     return positionAt(stretch_.base + segments, t);
   }
-  long long segmentsIntoNew(Position const& q) const { return segmentOf(q) - stretch_.base; }
+  long long segmentsIntoNew(Position const& q) const { return clampedSegment(q) - stretch_.base; }
 
   Position newStart() const { return onNew(0, 0.0); }
   Position newEnd() const { return onNew(count_, 0.0); }
@@ -80,7 +80,7 @@ class StretchMap : public GxBezierCurvePositionMapBase {
   Position inStartPiece(double t, double lastT) const {
     double const firstT = start().getTValue();
     if (IS_EQUAL(firstT, 1.0, kPiece)) return start();
-    return positionAt(segmentOf(start()), firstT + t * (lastT - firstT));
+    return positionAt(clampedSegment(start()), firstT + t * (lastT - firstT));
   }
 
   /// The old position at t of the last new segment, the piece of an old one up to the end.
@@ -119,7 +119,7 @@ class GxRangePositionMap : public StretchMap {
   int inverseMapPosition(Position& out, Position const& in) const override {
     Position const q = in;
     long long const j = segmentsIntoNew(q);
-    long long const segment = segmentOf(start()) + j;
+    long long const segment = clampedSegment(start()) + j;
     if (j < 0) {
       out = start();
       return -1;
@@ -143,17 +143,17 @@ class GxRangePositionMap : public StretchMap {
     double const t = p.getTValue();
     double const firstT = start().getTValue();
     double const lastT = end().getTValue();
-    if (inStartSegment(p) && inEndSegment(p)) return onNew(0, share(t - firstT, lastT - firstT));
+    if (inStartSegment(p) && inEndSegment(p)) return onNew(0, fraction(t - firstT, lastT - firstT));
     if (inStartSegment(p)) {
       if (firstT == 0.0) return onNew(0, t);
       if (IS_EQUAL(t, firstT, kPiece)) return newStart();
-      return onNew(0, share(t - firstT, 1.0 - firstT));
+      return onNew(0, fraction(t - firstT, 1.0 - firstT));
     }
     if (inEndSegment(p)) {
       if (IS_EQUAL(t, lastT, kPiece) || IS_ZERO(lastT, kPiece)) return newEnd();
       return onNew(count() - 1, t / lastT);
     }
-    return onNew(segmentOf(p) - segmentOf(start()), t);
+    return onNew(clampedSegment(p) - clampedSegment(start()), t);
   }
 };
 
@@ -161,15 +161,16 @@ class GxRangePositionMap : public StretchMap {
 class GxWrappedRangePositionMap : public StretchMap {
  public:
   GxWrappedRangePositionMap(Stretch const& stretch, Position const& curveEnd)
-      : StretchMap(stretch, segmentOf(curveEnd)),
-        n_(segmentOf(curveEnd)),
-        beforeSeam_(n_ - segmentOf(start())) {}
+      : StretchMap(stretch, clampedSegment(curveEnd)),
+        n_(clampedSegment(curveEnd)),
+        beforeSeam_(n_ - clampedSegment(start())) {}
 
   int mapPosition(Position& out, Position const& in) const override {
     Position const p = seamResolved(in);
     if (end() < p && p < start()) {
       // Deliberate: near the end gives the start, near the start gives the end.
-      bool const nearEnd = segmentOf(p) - segmentOf(end()) <= segmentOf(start()) - segmentOf(p);
+      bool const nearEnd =
+          clampedSegment(p) - clampedSegment(end()) <= clampedSegment(start()) - clampedSegment(p);
       out = nearEnd ? newStart() : newEnd();
       return -1;
     }
@@ -190,9 +191,9 @@ class GxWrappedRangePositionMap : public StretchMap {
       out = end();
     } else if (j == count() - 1 && j >= beforeSeam_) {
       out = inEndPiece(j - beforeSeam_, t);
-    } else if (segmentOf(q) < beforeSeam_) {
+    } else if (clampedSegment(q) < beforeSeam_) {
       // Deliberate: the number on the new curve is compared, base and all.
-      out = positionAt(segmentOf(start()) + j, t);
+      out = positionAt(clampedSegment(start()) + j, t);
     } else {
       out = positionAt(j - beforeSeam_, t);
     }
@@ -201,27 +202,27 @@ class GxWrappedRangePositionMap : public StretchMap {
 
  private:
   int mapBeforeSeam(Position& out, Position const& p) const {
-    long long const segment = segmentOf(p);
+    long long const segment = clampedSegment(p);
     double const t = p.getTValue();
     if (segment >= n_) {
       out = onNew(beforeSeam_, 0.0);
       return segment == n_ && t == 0.0 ? 0 : -1;
     }
     double const firstT = start().getTValue();
-    out = inStartSegment(p) ? onNew(0, share(t - firstT, 1.0 - firstT))
-                            : onNew(segment - segmentOf(start()), t);
+    out = inStartSegment(p) ? onNew(0, fraction(t - firstT, 1.0 - firstT))
+                            : onNew(segment - clampedSegment(start()), t);
     return 0;
   }
 
   int mapAfterSeam(Position& out, Position const& p) const {
     double const t = p.getTValue();
     double const lastT = end().getTValue();
-    if (segmentOf(p) < 0) {
+    if (clampedSegment(p) < 0) {
       out = onNew(beforeSeam_, 0.0);
       return -1;
     }
     if (!inEndSegment(p)) {
-      out = onNew(segmentOf(p) + beforeSeam_, t);
+      out = onNew(clampedSegment(p) + beforeSeam_, t);
     } else if (IS_ZERO(lastT, kPiece)) {
       out = newEnd();
     } else {
@@ -252,7 +253,7 @@ MapHandle constructRangePositionMap(GxBezierCurve const& curve, int closed, int 
     return stretch.start < stretch.end ? plainMap(stretch) : wrappedMap(stretch, curveEnd);
   }
 
-  MapHandle const reversal = constructReversePositionMap(clampedInt(segmentOf(curveEnd)));
+  MapHandle const reversal = constructReversePositionMap(clampedInt(clampedSegment(curveEnd)));
   if (reversal.isNull()) return reversal;
   if (reversal->mapPosition(stretch.start, stretch.start) != 0 ||
       reversal->mapPosition(stretch.end, stretch.end) != 0) {

@@ -5,8 +5,8 @@
 
 #include <cmath>
 
+using crv::internal::clampedSegment;
 using crv::internal::positionAt;
-using crv::internal::segmentOf;
 
 namespace {
 
@@ -68,8 +68,8 @@ int isBothInclusiveBetweenPosition(Position const& p, Position const& a, Positio
 }
 
 Position snapToAnchor(Position const& pos, double tol) {
-  if (IS_ZERO(pos.getTValue(), tol)) return positionAt(segmentOf(pos), 0.0);
-  if (IS_EQUAL(pos.getTValue(), 1.0, tol)) return positionAt(segmentOf(pos) + 1, 0.0);
+  if (IS_ZERO(pos.getTValue(), tol)) return positionAt(clampedSegment(pos), 0.0);
+  if (IS_EQUAL(pos.getTValue(), 1.0, tol)) return positionAt(clampedSegment(pos) + 1, 0.0);
   return pos;
 }
 
@@ -77,13 +77,13 @@ void adjustBezierCurvePosition(Position& result, Position const& from, GxBezierC
                                double dt) {
   long long const n = static_cast<long long>(curve.length());
   if (std::fabs(dt) > 1.0 || n == 0) return;
-  Position const moved = positionAt(segmentOf(from), from.getTValue() + dt);
+  Position const moved = positionAt(clampedSegment(from), from.getTValue() + dt);
   bool const beyond = moved > curve.lastPos();
   bool const before = moved < curve.firstPos();
   if (!beyond && !before) {
     result = moved;
   } else if (curve.strictIsClosed()) {
-    result = positionAt(segmentOf(moved) + (beyond ? -n : n), moved.getTValue());
+    result = positionAt(clampedSegment(moved) + (beyond ? -n : n), moved.getTValue());
   } else {
     result = beyond ? curve.lastPos() : curve.firstPos();
   }

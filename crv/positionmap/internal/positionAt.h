@@ -16,7 +16,7 @@ inline int clampedInt(long long n) {
 }
 
 /// A segment number, held where sums and differences of two and a few ints stay in range.
-inline long long segmentOf(GxBezierCurvePosition const& p) {
+inline long long clampedSegment(GxBezierCurvePosition const& p) {
   constexpr long long kFar = 1LL << 61;
   return std::clamp(static_cast<long long>(p.getSegmentNumber()), -kFar, kFar);
 }
