@@ -36,7 +36,7 @@ constexpr double kDeviationOverTolerance = 17377.85622528;
 constexpr long kMaxPairs = 1L << 26;
 constexpr int kMaxDepth = 1100;
 
-// Halved pieces that one search keeps, 36 kilobytes: enough for four ordinary crossings.
+// Halved pieces that one search keeps, 24 kilobytes: enough for four ordinary crossings.
 constexpr int kMaxKept = 128;
 
 // How far apart two pieces must lie to be passed over. In curve units: beyond what the boxes of two
@@ -75,7 +75,6 @@ struct Halves;
 /// The part [lo, hi] of a segment, still to be halved depth times; its halves once they are made.
 struct Piece {
   Cubic cubic;
-  Box box;
   double lo, hi;
   int depth;
   Halves* halves;
@@ -88,8 +87,6 @@ struct Halves {
 
   void make(Piece const& piece) {
     piece.cubic.split(0.5, left.cubic, right.cubic);
-    left.box = Box(left.cubic);
-    right.box = Box(right.cubic);
     left.lo = piece.lo;
     right.hi = piece.hi;
     left.hi = right.lo = (piece.lo + piece.hi) * 0.5;
@@ -98,9 +95,16 @@ struct Halves {
   }
 };
 
-/// Whether a and b lie more than margin apart, seen along the chord of one of them: along a's in
-/// one lane, along b's in the other.
-bool areBeside(Cubic const& a, Cubic const& b, double margin) {
+/// The halves of a piece that may reach another piece, as flags.
+struct Reaching {
+  int left, right;
+
+  bool isNone() const { return (left | right) == 0; }
+};
+
+/// Which halves of a and of b reach the other piece: not those that lie more than margin apart from
+/// it, seen along its chord. Along a's chord in one lane, along b's in the other.
+void findReaching(Cubic const& a, Cubic const& b, double margin, Reaching& ofA, Reaching& ofB) {
   Point const aChord = a.end() - a.start();
   Point const bChord = b.end() - b.start();
   Lanes const chordX = {aChord.x, bChord.x};
@@ -110,15 +114,26 @@ bool areBeside(Cubic const& a, Cubic const& b, double margin) {
   };
   // The chord's end is as high as its start.
   Lanes const own[3] = {heights(a.p[0], b.p[0]), heights(a.p[1], b.p[1]), heights(a.p[2], b.p[2])};
-  Lanes const other[4] = {heights(b.p[0], a.p[0]), heights(b.p[1], a.p[1]), heights(b.p[2], a.p[2]),
-                          heights(b.p[3], a.p[3])};
-  Lanes const gapAbove = minOf(minOf(other[0], other[1]), minOf(other[2], other[3])) -
-                         maxOf(own[0], maxOf(own[1], own[2]));
-  Lanes const gapBelow = minOf(own[0], minOf(own[1], own[2])) -
-                         maxOf(maxOf(other[0], other[1]), maxOf(other[2], other[3]));
   Lanes const wanted = {margin * (std::fabs(aChord.x) + std::fabs(aChord.y)),
                         margin * (std::fabs(bChord.x) + std::fabs(bChord.y))};
-  return holdsInAny(maxOf(gapAbove, gapBelow) > wanted);
+  Lanes const above = maxOf(own[0], maxOf(own[1], own[2])) + wanted;
+  Lanes const below = minOf(own[0], minOf(own[1], own[2])) - wanted;
+  auto const areApart = [=](Lanes p0, Lanes p1, Lanes p2, Lanes p3) {
+    return (minOf(minOf(p0, p1), minOf(p2, p3)) > above) |
+           (maxOf(maxOf(p0, p1), maxOf(p2, p3)) < below);
+  };
+  // The heights of the other piece's halves, by de Casteljau's triangle.
+  Lanes const start = heights(b.p[0], a.p[0]), first = heights(b.p[1], a.p[1]);
+  Lanes const second = heights(b.p[2], a.p[2]), end = heights(b.p[3], a.p[3]);
+  Lanes const half = inBothLanes(0.5);
+  Lanes const left1 = (start + first) * half, inner = (first + second) * half;
+  Lanes const right2 = (second + end) * half;
+  Lanes const left2 = (left1 + inner) * half, right1 = (inner + right2) * half;
+  Lanes const middle = (left2 + right1) * half;
+  LaneMask const isLeftApart = areApart(start, left1, left2, middle);
+  LaneMask const isRightApart = areApart(middle, right1, right2, end);
+  ofB = {isLeftApart[0] == 0, isRightApart[0] == 0};
+  ofA = {isLeftApart[1] == 0, isRightApart[1] == 0};
 }
 
 /// Intersects the lines p0-p1 and q0-q1, ends included: the fractions along both.
@@ -153,39 +168,62 @@ class Search {
     ++pairs_;
     if (a.isLeaf() && b.isLeaf()) {
       intersectLeaves(a, b);
-    } else if (areBeside(a.cubic, b.cubic, margin_)) {
       return;
-    } else if (a.isLeaf()) {
-      Halves scratch;
-      Halves& bHalves = halvesOf(b, scratch);
-      intersectIfOverlapping(a, bHalves.left);
-      intersectIfOverlapping(a, bHalves.right);
-    } else if (b.isLeaf()) {
-      Halves scratch;
-      Halves& aHalves = halvesOf(a, scratch);
-      intersectIfOverlapping(aHalves.left, b);
-      intersectIfOverlapping(aHalves.right, b);
-    } else {
-      intersectHalves(a, b);
     }
+    Reaching ofA, ofB;
+    findReaching(a.cubic, b.cubic, margin_, ofA, ofB);
+    if (ofA.isNone() || ofB.isNone()) return;
+    Halves aScratch;
+    Halves bScratch;
+    Part aParts[2];
+    Part bParts[2];
+    setParts(a, ofA, aScratch, aParts);
+    setParts(b, ofB, bScratch, bParts);
+    // Every pair is stored, but kept only if the count grows: a branch would be mispredicted.
+    std::pair<Piece*, Piece*> reaching[4];
+    int count = 0;
+    for (Part const& bPart : bParts) {
+      for (Part const& aPart : aParts) {
+        reaching[count] = {aPart.piece, bPart.piece};
+        count += aPart.reaches & bPart.reaches;
+      }
+    }
+    intersectOverlapping(reaching, count);
   }
 
  private:
-  void intersectHalves(Piece& a, Piece& b) {
-    Halves aScratch;
-    Halves bScratch;
-    Halves& aHalves = halvesOf(a, aScratch);
-    Halves& bHalves = halvesOf(b, bScratch);
-    // Every pair is stored, but kept only if the count grows: a branch would be mispredicted.
-    std::pair<Piece*, Piece*> overlapping[4];
-    int count = 0;
-    for (Piece* const bHalf : {&bHalves.left, &bHalves.right}) {
-      for (Piece* const aHalf : {&aHalves.left, &aHalves.right}) {
-        overlapping[count] = {aHalf, bHalf};
-        count += overlap(aHalf->box, bHalf->box);
-      }
+  /// A piece that is halved no further, or a half of one.
+  struct Part {
+    Piece* piece;
+    int reaches;
+  };
+
+  /// The halves of a piece; of a leaf the leaf itself, and nothing.
+  void setParts(Piece& piece, Reaching const& reaching, Halves& scratch, Part (&parts)[2]) {
+    if (piece.isLeaf()) {
+      parts[0] = {&piece, 1};
+      parts[1] = {&piece, 0};
+    } else {
+      Halves& halves = halvesOf(piece, scratch);
+      parts[0] = {&halves.left, reaching.left};
+      parts[1] = {&halves.right, reaching.right};
     }
-    for (int i = 0; i < count; ++i) intersectPieces(*overlapping[i].first, *overlapping[i].second);
+  }
+
+  /// Pieces lie in the boxes of those that they are halves of, so it is enough to compare the boxes
+  /// of leaves. Others are compared where that may save something.
+  void intersectOverlapping(std::pair<Piece*, Piece*> (&pairs)[4], int count) {
+    if (count == 1 && !(pairs[0].first->isLeaf() && pairs[0].second->isLeaf())) {
+      intersectPieces(*pairs[0].first, *pairs[0].second);
+      return;
+    }
+    int overlapping = 0;
+    for (int i = 0; i < count; ++i) {
+      auto const [a, b] = pairs[i];
+      pairs[overlapping] = {a, b};
+      overlapping += overlap(Box(a->cubic), Box(b->cubic));
+    }
+    for (int i = 0; i < overlapping; ++i) intersectPieces(*pairs[i].first, *pairs[i].second);
   }
 
   /// The halves of a piece, made once and kept for the other pairs it is in; when there are too
@@ -199,10 +237,6 @@ class Search {
     piece.halves = &kept_[keptCount_++];
     piece.halves->make(piece);
     return *piece.halves;
-  }
-
-  void intersectIfOverlapping(Piece& a, Piece& b) {
-    if (overlap(a.box, b.box)) intersectPieces(a, b);
   }
 
   void intersectLeaves(Piece const& a, Piece const& b) {
@@ -220,7 +254,7 @@ class Search {
 };
 
 Piece pieceOf(Cubic const& cubic, double lo, double hi, int depth) {
-  return {cubic, Box(cubic), lo, hi, min(depth, kMaxDepth), nullptr};
+  return {cubic, lo, hi, min(depth, kMaxDepth), nullptr};
 }
 
 /// The number of halvings after which every piece is as flat as wanted; none if below 1.
@@ -246,7 +280,7 @@ double marginOf(Piece const& a, Piece const& b) {
   Lanes largest = inBothLanes(0.0);
   for (Piece const* const piece : {&a, &b}) {
     for (Point const& p : piece->cubic.p) sum = sum + Lanes{p.x, p.y};
-    Box const& box = piece->box;
+    Box const box(piece->cubic);
     largest = maxOf(largest, maxOf(box.greatest, inBothLanes(0.0) - box.least));
   }
   double const size = max(largest[0], largest[1]);
