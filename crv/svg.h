@@ -27,6 +27,7 @@ struct PathFault {
   PathFaultReason reason;
 };
 
+/// What a text says, as far as it could be read.
 struct ParsedPath {
   std::vector<Curve> curves;       // one a subpath that draws anything, closed where Z ends it
   std::optional<PathFault> fault;  // nothing where all of the text was read

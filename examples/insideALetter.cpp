@@ -12,18 +12,6 @@
 
 namespace {
 
-/// A stroke of tests/data, "x y" a line.
-svg::Points readStroke(std::string const& name) {
-  svg::Points points;
-  std::ifstream in(CRV_SOURCE_DIR "/tests/data/strokes/" + name);
-  for (std::string line; std::getline(in, line);) {
-    std::istringstream numbers(line);
-    double x = 0, y = 0;
-    if (numbers >> x >> y) points.emplace_back(x, y);
-  }
-  return points;
-}
-
 std::string withDigits(double x) {
   std::ostringstream out;
   out.precision(3);

@@ -1,4 +1,4 @@
-# Read by ./check, ./demo and ./bench: installs on Debian and Ubuntu what a build needs and is not
+# Read by ./check, ./demo, ./bench and ./site: installs on Debian and Ubuntu what a build needs and is not
 # there, says on other systems what to install, and builds presets. POSIX sh. Where nothing is
 # missing, nothing is asked of the network.
 
@@ -52,6 +52,8 @@ is_there() {
     libcli11-dev) has_header CLI/CLI.hpp ;;
     lib2geom-dev) pkg-config --exists 2geom ;;
     libagg-dev) pkg-config --exists libagg ;;
+    doxygen-awesome-css) [ -e /usr/share/doxygen-awesome-css/doxygen-awesome.css ] ;;
+    emscripten) command -v em++ ;;
     libclang-rt-dev) echo 'int main() {}' | clang++ -fsanitize=address -x c++ - -o /dev/null ;;
     *) command -v "$1" ;;
   esac >/dev/null 2>&1

@@ -26,11 +26,11 @@
 
 namespace crv {
 
-using Point = GxCoord<double>;
-using Vector = GxVector<double>;
-using Segment = GxBezier;
-using Curve = GxBezierCurve;
-using Position = GxBezierCurvePosition;
-using Map = GxHandle<GxBezierCurvePositionMapBase>;
+using Point = GxCoord<double>;                       ///< A place in the plane.
+using Vector = GxVector<double>;                     ///< A displacement.
+using Segment = GxBezier;                            ///< One cubic.
+using Curve = GxBezierCurve;                         ///< A chain of cubics.
+using Position = GxBezierCurvePosition;              ///< A place on a curve: a segment and a t.
+using Map = GxHandle<GxBezierCurvePositionMapBase>;  ///< Carries positions through an edit.
 
 }  // namespace crv

@@ -12,6 +12,7 @@
 ///   1  parallel, degenerate or not a number; out is left as it was
 CRV_API int intersect(GxCoord<double>* out, GxCoord<double> const& a1, GxCoord<double> const& a2,
                       GxCoord<double> const& b1, GxCoord<double> const& b2);
+/// The same with a reference.
 CRV_API int intersect(GxCoord<double>& out, GxCoord<double> const& a1, GxCoord<double> const& a2,
                       GxCoord<double> const& b1, GxCoord<double> const& b2);
 

@@ -24,7 +24,7 @@ readme() {
 
 # Pages link to files that exist.
 links() {
-  grep -oE '(\]\(|src=")[^)"#:]+[)"#]' ./*.md ./*/*.md ./*/data/*.md | while IFS= read -r link; do
+  grep -oE '(\]\(|src=")[^)"#:]+[)"#]' ./*.md ./*/*.md ./*/data/*.md docs/guide/*.md | while IFS= read -r link; do
     target=${link#*[(\"]}
     [ -e "$(dirname "${link%%:*}")/${target%?}" ] || printf '%s\n' "$link"
   done

@@ -1,0 +1,52 @@
+// Panels side by side, for the pictures of the guide.
+#pragma once
+
+#include "examples/svg.h"
+
+#include <sstream>
+#include <string>
+
+namespace panels {
+
+// Pixels.
+constexpr double kWidth = 430;
+constexpr double kHeight = 360;
+constexpr double kTop = 56;
+
+constexpr char const* kInk = "stroke:#212529;stroke-width:2";
+constexpr char const* kGhost = "stroke:#ced4da;stroke-width:1.5";
+constexpr char const* kBlue = "stroke:#1864ab;stroke-width:2";
+constexpr char const* kOrange = "stroke:#e8590c;stroke-width:2";
+constexpr char const* kGreen = "stroke:#2b8a3e;stroke-width:2";
+constexpr char const* kRed = "stroke:#c2255c;stroke-width:2";
+constexpr char const* kGrey = "stroke:#adb5bd";
+
+/// A page for a number of panels.
+inline svg::Page page(int count) { return {kWidth * count, kTop + kHeight}; }
+
+/// Begins a panel: its title, a note below it, and a view of a box.
+inline void begin(svg::Page& page, int index, svg::Box const& box, std::string const& title,
+                  std::string const& note) {
+  double const left = kWidth * index;
+  page.text(left + 20, 26, title, "font-weight:bold;font-size:15px");
+  page.text(left + 20, 46, note, "fill:#868e96");
+  page.view(box, {left, kTop, left + kWidth, kTop + kHeight}, 20);
+}
+
+/// The tight box of a curve.
+inline svg::Box boxOf(GxBezierCurve const& curve) {
+  svg::Box box{};
+  curve.getLocalBoundingBox(box.minX, box.minY, box.maxX, box.maxY);
+  return box;
+}
+
+/// A number with a few digits, and words.
+template <class Number>
+std::string say(Number number, std::string const& words, int digits = 4) {
+  std::ostringstream out;
+  out.precision(digits);
+  out << number << words;
+  return out.str();
+}
+
+}  // namespace panels
