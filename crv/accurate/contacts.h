@@ -41,10 +41,14 @@ struct SegmentContacts {
 /// change sides only once in it, or touch in one place: such a set is the one contact that a
 /// crossing at a small angle or of high order has. Where a set holds an end of a segment that lies
 /// on the other to 2^-48 S, or is nearer to the contact than the resolution, the contact is at that
-/// end. No contact is reported at the ends of an overlap, nor in it.
+/// end. No contact is reported at the ends of an overlap, nor in it, but where the shared stretch
+/// crosses itself: there each passes the other's place at another parameter.
 ///
 /// A crossing is exact to rounding across both segments: they are within 64 u S of each other
 /// there. The point is an end's control point where the kind is end, else the middle between both.
+///
+/// Stretches of one cubic, with parameters in proportion, are recognised by their ends and control
+/// points, and share all between these ends.
 ///
 /// A segment that is a point has its contacts at t = 0. Segments that are straight within the
 /// resolution are cut where they turn back: each of their runs overlaps for itself.

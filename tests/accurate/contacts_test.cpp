@@ -142,10 +142,19 @@ TEST(SegmentContacts, GiveSharedStretchesAsIntervals) {
   middle = head;
   middle.split(rest, 1.0 / 3.0);
   Segment const tail = rest;  // [0.25, 0.75] of the arch
+  Segment const cusp = segmentFrom({0, 0, 1, 1, 0, 1, 1, 0}), loop = support::loop();
+  Segment const leaf = segmentFrom({0, 0, 3, 1, 1, 3, 0, 0});
+  auto const moved = [](Segment const& s, double by) { return changed(s, 1.0, by, by); };
+  auto const firstPart = [](Segment s) {
+    Segment behind;
+    s.split(behind, 0.75);
+    return s;
+  };
   struct {
     char const* name;
     Segment a, b;
     std::vector<Numbers> overlaps;
+    std::size_t points = 0;  // where the stretch crosses itself
   } const rows[] = {
       {"itself", arch, arch, {{0, 1, 0, 1}}},
       {"itself reversed", arch, reversed(arch), {{0, 1, 1, 0}}},
@@ -163,11 +172,16 @@ TEST(SegmentContacts, GiveSharedStretchesAsIntervals) {
        segmentFrom({0, 0, -1, -1, -1, -1, -1, -1 + 0x1p-50}),
        segmentFrom({-1 + 0x1p-50, -1 + 0x1p-50, 0, 0}),
        {{0, 1, 1, 0}}},
+      {"a cusp beside itself", cusp, moved(cusp, 0x1p-50), {{0, 1, 0, 1}}},
+      {"a part of a cusp beside itself", cusp, firstPart(moved(cusp, 0x1p-50)), {{0, 0.75, 0, 1}}},
+      {"a loop", loop, reversed(loop), {{0, 1, 1, 0}}, 2},
+      {"a loop and its end", loop, reversed(firstPart(loop)), {{0, 0.75, 1, 0}}, 1},
+      {"a leaf", leaf, moved(leaf, 0x1p-50), {{0, 1, 0, 1}}, 2},
   };
   for (auto const& row : rows) {
     SCOPED_TRACE(row.name);
     SegmentContacts const found = contacts(row.a, row.b);
-    EXPECT_EQ(found.points.size(), 0u);
+    EXPECT_EQ(found.points.size(), row.points);
     ASSERT_EQ(found.overlaps.size(), row.overlaps.size());
     for (std::size_t i = 0; i < row.overlaps.size(); ++i) {
       EXPECT_NEAR(found.overlaps[i].t0, row.overlaps[i][0], kNearParameter);

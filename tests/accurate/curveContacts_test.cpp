@@ -231,6 +231,16 @@ TEST(CurveContacts, WithALineAreInOrderAlongIt) {
   EXPECT_EQ(tip[0].kind, ContactKind::end);
 }
 
+TEST(CurveContacts, LieAtTheirPositionsBesideGapsWithinTheResolution) {
+  Curve gaping = polygon({0, 0, 4, 0}, false);
+  gaping.getSegments().add(polygon({4.75, 0, 10, 5}, false)[0]);
+  Curve const line = polygon({3.25, -3, 3.25, 6}, false);
+  CurveContacts const found = contacts(gaping, line, 1.0);
+  ASSERT_EQ(found.points.size(), 1u);
+  Point const place = gaping.locateCurvePosition(found.points[0].first);
+  EXPECT_LE(place.distance(line.locateCurvePosition(found.points[0].second)), 1.0);
+}
+
 TEST(CurveContacts, AnswerAnyInput) {
   Curve const empty, square = polygon({0, 0, 4, 0, 4, 4, 0, 4});
   double const nan = std::numeric_limits<double>::quiet_NaN();

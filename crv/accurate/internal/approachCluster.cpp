@@ -1,6 +1,9 @@
 // Which approaches of two segments are connected.
 #include "crv/accurate/internal/approachCluster.h"
 
+#include "crv/accurate/internal/meetings.h"
+#include "crv/foundation/tolerance.h"
+
 #include <algorithm>
 #include <cstddef>
 
@@ -11,6 +14,9 @@ namespace {
 // Share of the resolution within which approaches are connected: places that are as far apart as
 // the resolution, up to rounding, do not part a cluster.
 constexpr double kSlack = 1.0625;
+
+// How many times farther than its end, squared, a way may lead from its start.
+constexpr double kLongestDetour = 4.0;
 
 // Clusters that come next in order and may be connected to an approach: nine passes through one
 // place.
@@ -47,7 +53,7 @@ int Collection::senseOf(Approach const& p) const {
 
 bool Collection::areConnected(Approach const& p, Approach const& q) const {
   if (p.runs != q.runs) return false;
-  if (q.t0 >= p.t1) {
+  if (q.t0 >= p.t1 || p.t0 == p.t1) {
     return keepNear(pair_, magnitude_, resolution_, p.t1, p.u1, q.t0, q.u0);
   }
   double const u = between(p.u0, p.u1, (q.t0 - p.t0) / (p.t1 - p.t0));
@@ -63,7 +69,11 @@ ApproachCluster* Collection::homeOf(Approach const& p, int sense) {
     if (sense * cluster.sense < 0) continue;
     Approach const whole = {cluster.t0, cluster.t1, cluster.u0,
                             cluster.u1, false,      cluster.members[0].runs};
-    if (areConnected(whole, p) || areConnected(cluster.members.back(), p)) return &cluster;
+    // At a cusp the way from the end of the cluster to the approach may run back.
+    Approach const end = {cluster.t1, cluster.t1, cluster.u1, cluster.u1, false, whole.runs};
+    for (Approach const& part : {whole, cluster.members.back(), end}) {
+      if (areConnected(part, p)) return &cluster;
+    }
   }
   return nullptr;
 }
@@ -91,8 +101,14 @@ bool keepNear(SegmentPair const& pair, double magnitude, double resolution, doub
   double const wayB = squaredDistance(pointAt(pair.b, u0), pointAt(pair.b, u1));
   double const far = kFarApart * magnitude;
   if (wayA > far * far || wayB > far * far) return false;
+  // A loop returns to its place, but leaves it in between.
+  double const bulge = max(kLongStretch * magnitude, 4.0 * resolution);
+  double const reach = max(kLongestDetour * max(wayA, wayB), bulge * bulge);
+  Point const start = pointAt(pair.a, t0);
   for (double const s : {0.5, 0.25, 0.75}) {
     double const t = between(t0, t1, s), u = between(u0, u1, s);
+    if (!(squaredDistance(start, pointAt(pair.a, t)) <= reach)) return false;
+    if (!(squaredDistance(start, pointAt(pair.b, u)) <= reach)) return false;
     if (!(pair.footOnB(t, u).distance <= kSlack * resolution)) return false;
     if (!(pair.footOnA(t, u).distance <= kSlack * resolution)) return false;
   }

@@ -21,6 +21,9 @@ constexpr double kFarApart = 0x1p-14;
 // Relative to the largest coordinate: curves this near meet up to rounding.
 constexpr double kExact = 0x1p-48;
 
+// Share of the resolution within which places are one, with what rounding does to it.
+constexpr double kSlack = 1.0625;
+
 // Meetings that come next in order and may be one with another.
 constexpr std::size_t kNeighbours = 12;
 
@@ -51,6 +54,7 @@ class Assembly {
   std::size_t linkBehind(Link const& link) const;
   bool areJoined(Link const& link, Link const& next) const;
   double lengthOf(Link const& link) const;
+  bool isPartner(ChainMeeting const& m, Link const& link) const;
   bool isInLink(ChainMeeting const& m, Link const& link) const;
   bool isInLinks(ChainMeeting const& m) const;
   bool isOn(Route const& route, Place const& place, Place const& from, Place const& to) const;
@@ -70,6 +74,11 @@ class Assembly {
 
 void Assembly::addPoint(Place const& first, Place const& second, bool crosses) {
   Place p = a_.normalised(first), q = b_.normalised(second);
+  // The start behind a joint may be as far from the end before it as the resolution.
+  if (distance(a_.at(p), b_.at(q)) > kSlack * scale_.resolution) {
+    p = a_.keptOnSegment(first);
+    q = b_.keptOnSegment(second);
+  }
   if (isSelf_ && isBefore(q, p)) std::swap(p, q);
   if (isSelf_ && areEqual(p, q)) return;
   points_.push_back({p, q, crosses});
@@ -176,8 +185,23 @@ bool Assembly::isOn(Route const& route, Place const& place, Place const& from,
          route.staysNear(centre, reach, place, route.normalised(to));
 }
 
+/// Whether the place of the second curve at a meeting is the one that shares the first's with it in
+/// a link, and not one at which the link passes the same place again.
+bool Assembly::isPartner(ChainMeeting const& m, Link const& l) const {
+  if (m.first.segment != l.from.segment || m.first.t < l.from.t || m.first.t > l.to.t) return true;
+  double const share = (m.first.t - l.from.t) / (l.to.t - l.from.t);
+  double const guess = l.otherFrom.t + (l.otherTo.t - l.otherFrom.t) * share;
+  std::size_t const segment = l.otherFrom.segment;
+  Point const place = a_.at(m.first);
+  Place const partner = b_.normalised({segment, footOn(b_[segment], place, guess)});
+  bool const isFound = distance(b_.at(partner), place) <= 2.0 * scale_.resolution;
+  return !isFound || areOne(m, {m.first, partner, false});
+}
+
 bool Assembly::isInLink(ChainMeeting const& m, Link const& l) const {
-  if (isOn(a_, m.first, l.from, l.to) && isOn(b_, m.second, l.otherFrom, l.otherTo)) return true;
+  bool const isOnBoth =
+      isOn(a_, m.first, l.from, l.to) && isOn(b_, m.second, l.otherFrom, l.otherTo);
+  if (isOnBoth && isPartner(m, l)) return true;
   ChainMeeting const ends[] = {{a_.normalised(l.from), b_.normalised(l.otherFrom), false},
                                {a_.normalised(l.to), b_.normalised(l.otherTo), false}};
   return areOne(m, ends[0]) || areOne(m, ends[1]);
@@ -217,7 +241,7 @@ bool Assembly::keepTogether(Route const& way, Place const& p, Place const& q, Ro
     samples[1] = {p.segment, endP};
     samples[2] = {q.segment, 0.5 * (q.t + endQ)};
   }
-  double const reach = 1.0625 * scale_.resolution;
+  double const reach = kSlack * scale_.resolution;
   for (Place const& sample : samples) {
     Point const point = way.at(sample);
     bool isNear = false;
@@ -235,7 +259,7 @@ bool Assembly::areOne(ChainMeeting const& m, ChainMeeting const& n) const {
   Point const place = a_.at(m.first);
   double const apart = distance(place, a_.at(n.first));
   if (apart > kFarApart * scale_.magnitude) return false;
-  double const reach = 1.0625 * scale_.resolution;
+  double const reach = kSlack * scale_.resolution;
   if (a_.staysNear(place, reach, m.first, n.first) &&
       b_.staysNear(place, reach, m.second, n.second)) {
     return true;
@@ -307,7 +331,7 @@ ChainMeetings Assembly::assemble() {
   ChainMeetings result = chainedLinks();
   mergePoints();
   // A place that the curve does not leave in between is no contact of a curve with itself.
-  double const reach = 1.0625 * scale_.resolution;
+  double const reach = kSlack * scale_.resolution;
   auto const isNone = [&](ChainMeeting const& m) {
     return (isSelf_ && a_.staysNear(a_.at(m.first), reach, m.first, m.second)) || isInLinks(m);
   };

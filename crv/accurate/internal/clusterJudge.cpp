@@ -57,14 +57,19 @@ bool ClusterJudge::isBound(double t, double u) const {
   return dot(da, da) <= least * least || dot(db, db) <= least * least;
 }
 
-double ClusterJudge::lengthOf(ApproachCluster const& c) const {
-  if (c.t0 == c.t1) return 0.0;
+double ClusterJudge::lengthBetween(double t0, double t1) const {
+  if (t0 == t1) return 0.0;
   double length = 0.0;
   for (int i = 0; i < 4; ++i) {
-    length += distance(pointAt(pair_.a, between(c.t0, c.t1, 0.25 * i)),
-                       pointAt(pair_.a, between(c.t0, c.t1, 0.25 * (i + 1))));
+    length += distance(pointAt(pair_.a, between(t0, t1, 0.25 * i)),
+                       pointAt(pair_.a, between(t0, t1, 0.25 * (i + 1))));
   }
   return length;
+}
+
+bool ClusterJudge::isTold(SharedStretch const& s) const {
+  double const least = told_ == Stretches::all ? 0.0 : kLongStretch * magnitude_;
+  return lengthBetween(s.t0, s.t1) > max(least, 4.0 * resolution_);
 }
 
 /// For a long cluster at an end of which the segments move apart: whether they meet in one place of
@@ -242,7 +247,7 @@ bool ClusterJudge::crosses(FootPair const& place) const {
 }
 
 void ClusterJudge::judge(ApproachCluster const& cluster, Meetings& found) const {
-  double const length = lengthOf(cluster);
+  double const length = lengthBetween(cluster.t0, cluster.t1);
   bool const isLong = length > max(kLongStretch * magnitude_, 4.0 * resolution_);
   bool const mayBeShort = told_ == Stretches::all && cluster.sense != 0;
   FootPair place = {0.0, 0.0, -1.0};

@@ -16,6 +16,9 @@ class ClusterJudge {
   /// Adds the meeting or the stretch that a cluster is.
   void judge(ApproachCluster const& cluster, Meetings& found) const;
 
+  /// Whether a stretch that the ends of the segments bound is long enough to be told.
+  bool isTold(SharedStretch const& stretch) const;
+
   /// A place within the resolution of an end of a segment is that end, if the other segment is
   /// within the resolution there.
   FootPair snapped(FootPair place) const;
@@ -33,7 +36,7 @@ class ClusterJudge {
   bool isSineAbove(double least, double t, double u) const;
   double sideAt(double t, double& u) const;
   bool isBound(double t, double u) const;
-  double lengthOf(ApproachCluster const& cluster) const;
+  double lengthBetween(double t0, double t1) const;
   double whereSideIs(double level, double lo, double hi, double u) const;
   bool findOnlyPlace(ApproachCluster const& cluster, FootPair& place) const;
   FootPair placeOf(ApproachCluster const& cluster) const;

@@ -5,6 +5,7 @@
 #include "crv/accurate/internal/clusterJudge.h"
 #include "crv/accurate/internal/segmentPair.h"
 #include "crv/accurate/internal/segmentSearch.h"
+#include "crv/accurate/internal/sharedCarrier.h"
 #include "crv/foundation/tolerance.h"
 
 #include <algorithm>
@@ -22,24 +23,30 @@ bool isEnd(double t) { return t == 0.0 || t == 1.0; }
 
 bool isBefore(Meeting const& m, Meeting const& n) { return m.t != n.t ? m.t < n.t : m.u < n.u; }
 
-/// Whether a meeting lies in a stretch, its ends included.
-bool isCovered(SegmentPair const& pair, Meeting const& m, SharedStretch const& s,
+/// Whether a meeting lies in a stretch, its ends included, and does not pass through a place of the
+/// stretch another time.
+bool isCovered(SegmentPair const& pair, Meeting const& m, SharedStretch const& s, double magnitude,
                double resolution) {
   auto const isWithin = [&](Cubic const& c, double t, double lo, double hi) {
     if (t >= lo && t <= hi) return true;
     return distance(pointAt(c, t), pointAt(c, t < lo ? lo : hi)) <= 2.0 * resolution &&
            std::fabs(t - (t < lo ? lo : hi)) < 0.25;
   };
-  return isWithin(pair.a, m.t, s.t0, s.t1) &&
-         isWithin(pair.b, m.u, min(s.u0, s.u1), max(s.u0, s.u1));
+  if (!isWithin(pair.a, m.t, s.t0, s.t1)) return false;
+  if (!isWithin(pair.b, m.u, min(s.u0, s.u1), max(s.u0, s.u1))) return false;
+  double const t = min(s.t1, max(s.t0, m.t)), share = (t - s.t0) / (s.t1 - s.t0);
+  FootPair const partner = pair.footOnB(t, s.u0 + (s.u1 - s.u0) * share);
+  return partner.distance > 2.0 * resolution ||
+         keepNear(pair, magnitude, resolution, t, partner.u, m.t, m.u);
 }
 
 /// What is left to be done when all clusters are judged: order, and meetings in stretches or at one
 /// place with others are dropped.
 void tidy(SegmentPair const& pair, double magnitude, double resolution, Meetings& found) {
   auto const covered = [&](Meeting const& m) {
-    return std::any_of(found.stretches.begin(), found.stretches.end(),
-                       [&](SharedStretch const& s) { return isCovered(pair, m, s, resolution); });
+    return std::any_of(found.stretches.begin(), found.stretches.end(), [&](SharedStretch const& s) {
+      return isCovered(pair, m, s, magnitude, resolution);
+    });
   };
   auto& points = found.points;
   points.shrink(
@@ -95,35 +102,13 @@ void judgeAll(SegmentPair const& pair, Approaches& approaches, double magnitude,
   tidy(pair, magnitude, resolution, found);
 }
 
-/// The pair of parameters in [0, 1] at which a segment passes through its double point, if it does:
-/// with P(t) = a t^3 + b t^2 + c t + p0 and p = t + u, q = t u, P(t) = P(u) says that
-/// a (p^2 - q) + b p + c is zero.
-bool findDoublePoint(Cubic const& s, double resolution, double& t, double& u) {
-  Point const c = (s.p[1] - s.p[0]) * 3.0;
-  Point const b = (s.p[2] - s.p[1] * 2.0 + s.p[0]) * 3.0;
-  Point const a = (s.p[3] - s.p[0]) - (s.p[2] - s.p[1]) * 3.0;
-  double const ab = cross(a, b);
-  double const p = -cross(a, c) / ab;
-  Point const rest = b * p + c;
-  double const q = p * p + dot(rest, a) / dot(a, a);
-  double const discriminant = p * p - 4.0 * q;
-  if (!(discriminant > 0.0) || !(std::fabs(p) <= 4.0)) return false;
-  double const root = std::sqrt(discriminant);
-  t = 0.5 * (p - root);
-  u = 0.5 * (p + root);
-  SegmentPair const pair = {s, s};
-  double polishedT = t, polishedU = u;
-  if (pair.findCrossing(polishedT, polishedU) && polishedT < polishedU) {
-    t = polishedT;
-    u = polishedU;
-  }
-  // An end that stops short of the double point may still be within the resolution.
-  double const heldT = min(1.0, max(0.0, t)), heldU = min(1.0, max(0.0, u));
-  if (heldT == t && heldU == u) return true;
-  FootPair const foot = heldT != t ? pair.footOnB(heldT, heldU) : pair.footOnA(heldT, heldU);
-  t = foot.t;
-  u = foot.u;
-  return foot.distance <= resolution && t < u;
+/// Tells of a stretch that is all that two segments of one carrier share, and of their other
+/// meetings.
+void addShared(ClusterJudge const& judge, SegmentPair const& pair, double magnitude,
+               double resolution, SharedStretch const& shared, Meetings& found) {
+  addOtherMeetings(judge, pair, magnitude, resolution, shared, found);
+  tidy(pair, magnitude, resolution, found);
+  found.stretches.push_back(shared);
 }
 
 }  // namespace
@@ -131,8 +116,18 @@ bool findDoublePoint(Cubic const& s, double resolution, double& t, double& u) {
 void findMeetings(Cubic const& a, Cubic const& b, double magnitude, double resolution,
                   Stretches told, Meetings& found) {
   SegmentPair const pair = {a, b};
+  ClusterJudge const judge(pair, magnitude, resolution, told);
+  SharedStretch shared = {};
+  if (areOneSegment(pair, resolution, shared) && judge.isTold(shared)) {
+    return addShared(judge, pair, magnitude, resolution, shared, found);
+  }
   Approaches approaches;
   findApproaches(pair, resolution, approaches);
+  bool const isAlong = std::any_of(approaches.begin(), approaches.end(),
+                                   [](Approach const& p) { return p.t0 < p.t1; });
+  if (isAlong && findSharedCarrier(pair, resolution, shared) && judge.isTold(shared)) {
+    return addShared(judge, pair, magnitude, resolution, shared, found);
+  }
   judgeAll(pair, approaches, magnitude, resolution, told, found);
 }
 
@@ -143,7 +138,7 @@ void findOwnMeetings(Cubic const& c, double magnitude, double resolution, Meetin
     return judgeAll(pair, approaches, magnitude, resolution, Stretches::all, found);
   }
   double t = 0.0, u = 1.0;
-  if (!findDoublePoint(c, resolution, t, u)) return;
+  if (!findDoublePoint(c, t, u) || !holdCrossing(pair, resolution, t, u) || !(t < u)) return;
   ClusterJudge const judge(pair, magnitude, resolution, Stretches::all);
   FootPair const place = judge.snapped({t, u, 0.0});
   found.points.push_back({place.t, place.u, judge.crosses(place)});

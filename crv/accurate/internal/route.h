@@ -26,8 +26,14 @@ class Route {
   /// below 1. Only the end of an open curve keeps t = 1.
   Place normalised(Place const& place) const {
     if (place.t != 1.0 || isLast(place.segment)) return place;
-    if (isGapBehind(place.segment)) return {place.segment, 1.0 - kRounding};
+    if (isGapBehind(place.segment)) return keptOnSegment(place);
     return {next(place.segment), 0.0};
+  }
+
+  /// The place with t below 1 on the same segment; the end of an open curve keeps t = 1.
+  Place keptOnSegment(Place const& place) const {
+    if (place.t != 1.0 || isLast(place.segment)) return place;
+    return {place.segment, 1.0 - kRounding};
   }
 
   /// Whether a segment ends an open curve.

@@ -14,6 +14,12 @@ namespace {
 // singular place may take all of these and is then given up.
 constexpr int kMaxSteps = 14;
 
+// Steps to the nearest point: next to a cusp each is half the one before.
+constexpr int kMaxFootSteps = 40;
+
+// Parameter: longer steps to the nearest point than this are checked.
+constexpr double kLongStep = 0x1p-20;
+
 // Parameter: a step shorter than this has converged.
 constexpr double kConverged = 0x1p-44;
 
@@ -44,15 +50,25 @@ bool isNear(double t) { return t >= -kSlack && t <= 1.0 + kSlack; }
 }  // namespace
 
 double footOn(Cubic const& c, Point const& p, double u) {
-  for (int i = 0; i < kMaxSteps; ++i) {
+  double nearest = u, least = 0.0, step = 0.0;
+  for (int i = 0; i < kMaxFootSteps; ++i) {
     Point const away = pointAt(c, u) - p, d = derivativeAt(c, u);
+    double const squared = dot(away, away);
+    if (step > kLongStep && squared > 2.0 * least) {
+      // Next to a cusp a step may lead away: half of it is taken.
+      step *= 0.5;
+      u = 0.5 * (u + nearest);
+      continue;
+    }
+    nearest = u;
+    least = squared;
     double const slope = dot(away, d), squaredSpeed = dot(d, d);
     double const curvature = squaredSpeed + dot(away, secondDerivativeAt(c, u));
     // Where the distance is not convex, the step of Gauss and Newton still goes downhill.
     double const second = curvature > 0.5 * squaredSpeed ? curvature : squaredSpeed;
     if (!(second > 0.0)) return u;
     double const next = min(1.0, max(0.0, u - slope / second));
-    double const step = std::fabs(next - u);
+    step = std::fabs(next - u);
     u = next;
     if (step <= kConverged) break;
   }

@@ -1,0 +1,137 @@
+// Stretches of one cubic are recognised by their ends: an end of one segment that lies on the other
+// gives a pair of parameters, and between two pairs the control points of both segments agree.
+#include "crv/accurate/internal/sharedCarrier.h"
+
+#include "crv/accurate/internal/approachCluster.h"
+#include "crv/accurate/internal/blossom.h"
+#include "crv/accurate/internal/foot.h"
+#include "crv/accurate/internal/straightParts.h"
+#include "crv/foundation/tolerance.h"
+
+#include <cmath>
+#include <vector>
+
+namespace crv::internal {
+
+namespace {
+
+// Parameter: double points whose middle is farther from a segment than this are of no use to it.
+constexpr double kFarthestMiddle = 2.0;
+
+struct Pair {
+  double t, u;
+};
+
+bool areNear(Cubic const& a, Cubic const& b, double reach) {
+  for (int i = 0; i < 4; ++i) {
+    if (!(squaredDistance(a.p[i], b.p[i]) <= reach * reach)) return false;
+  }
+  return true;
+}
+
+/// The parameters at which a segment is nearest to a point, within a distance; ends count.
+std::vector<double> feetOn(Cubic const& c, Point const& p, double reach) {
+  std::vector<double> feet;
+  for (double const end : {0.0, 1.0}) {
+    if (squaredDistance(pointAt(c, end), p) <= reach * reach) feet.push_back(end);
+  }
+  for (Foot const& foot : localMinima(c, p, reach * reach).inside) feet.push_back(foot.t);
+  return feet;
+}
+
+std::vector<Pair> endsOnTheOther(SegmentPair const& pair, double reach) {
+  std::vector<Pair> pairs;
+  for (double const end : {0.0, 1.0}) {
+    for (double const u : feetOn(pair.b, pointAt(pair.a, end), reach)) pairs.push_back({end, u});
+    for (double const t : feetOn(pair.a, pointAt(pair.b, end), reach)) pairs.push_back({t, end});
+  }
+  return pairs;
+}
+
+}  // namespace
+
+bool areOneSegment(SegmentPair const& pair, double resolution, SharedStretch& shared) {
+  bool const isSame = areNear(pair.a, pair.b, resolution);
+  if (!isSame && !areNear(pair.a, reversed(pair.b), resolution)) return false;
+  Part parts[3];
+  if (straightParts(pair.a, resolution, parts) > 1) return false;
+  if (straightParts(pair.b, resolution, parts) > 1) return false;
+  shared = {0.0, 1.0, isSame ? 0.0 : 1.0, isSame ? 1.0 : 0.0};
+  return true;
+}
+
+bool findSharedCarrier(SegmentPair const& pair, double resolution, SharedStretch& shared) {
+  Part parts[3];
+  if (straightParts(pair.a, resolution, parts) > 0) return false;
+  if (straightParts(pair.b, resolution, parts) > 0) return false;
+  std::vector<Pair> const ends = endsOnTheOther(pair, resolution);
+  shared = {0.0, 0.0, 0.0, 0.0};
+  for (Pair const& p : ends) {
+    for (Pair const& q : ends) {
+      if (!(q.t - p.t > shared.t1 - shared.t0) || p.u == q.u) continue;
+      if (!areNear(part(pair.a, p.t, q.t), part(pair.b, p.u, q.u), resolution)) continue;
+      shared = {p.t, q.t, p.u, q.u};
+    }
+  }
+  return shared.t1 > shared.t0;
+}
+
+bool findDoublePoint(Cubic const& s, double& t, double& u) {
+  // With P(t) = a t^3 + b t^2 + c t + p0, p = t + u and q = t u, P(t) = P(u) says that
+  // a (p^2 - q) + b p + c is zero.
+  Point const c = (s.p[1] - s.p[0]) * 3.0;
+  Point const b = (s.p[2] - s.p[1] * 2.0 + s.p[0]) * 3.0;
+  Point const a = (s.p[3] - s.p[0]) - (s.p[2] - s.p[1]) * 3.0;
+  double const p = -cross(a, c) / cross(a, b);
+  Point const rest = b * p + c;
+  double const q = p * p + dot(rest, a) / dot(a, a);
+  double const discriminant = p * p - 4.0 * q;
+  if (!(discriminant > 0.0) || !(std::fabs(p) <= 2.0 * kFarthestMiddle)) return false;
+  double const root = std::sqrt(discriminant);
+  t = 0.5 * (p - root);
+  u = 0.5 * (p + root);
+  return true;
+}
+
+bool holdCrossing(SegmentPair const& pair, double resolution, double& t, double& u) {
+  double const wayBefore = u - t;
+  double polishedT = t, polishedU = u;
+  if (pair.findCrossing(polishedT, polishedU) && (polishedU - polishedT) * wayBefore > 0.0) {
+    t = polishedT;
+    u = polishedU;
+  }
+  // An end that stops short of the double point may still be within the resolution.
+  double const heldT = min(1.0, max(0.0, t)), heldU = min(1.0, max(0.0, u));
+  if (heldT == t && heldU == u) return true;
+  FootPair const foot = heldT != t ? pair.footOnB(heldT, heldU) : pair.footOnA(heldT, heldU);
+  t = foot.t;
+  u = foot.u;
+  return foot.distance <= resolution;
+}
+
+void addOtherMeetings(ClusterJudge const& judge, SegmentPair const& pair, double magnitude,
+                      double resolution, SharedStretch const& s, Meetings& found) {
+  double const ratio = (s.u1 - s.u0) / (s.t1 - s.t0);
+  auto const partnerOf = [&](double t) { return s.u0 + (t - s.t0) * ratio; };
+  auto const add = [&](double t, double u) {
+    double const partner = min(1.0, max(0.0, partnerOf(t)));
+    if (keepNear(pair, magnitude, resolution, t, partner, t, u)) return;
+    FootPair const place = judge.snapped({t, u, pair.distanceAt(t, u)});
+    found.points.push_back({place.t, place.u, judge.crosses(place)});
+  };
+  for (double const t : {0.0, 1.0}) {
+    for (double const u : {0.0, 1.0}) {
+      if (pair.distanceAt(t, u) <= resolution) add(t, u);
+    }
+  }
+  // The double point is more exact on the longer of the two segments.
+  bool const isOnA = std::fabs(ratio) >= 1.0;
+  double x = 0.0, y = 0.0;
+  if (!findDoublePoint(isOnA ? pair.a : pair.b, x, y)) return;
+  for (Pair const& p : {Pair{x, y}, Pair{y, x}}) {
+    double t = isOnA ? p.t : s.t0 + (p.t - s.u0) / ratio, u = isOnA ? partnerOf(p.u) : p.u;
+    if (holdCrossing(pair, resolution, t, u)) add(t, u);
+  }
+}
+
+}  // namespace crv::internal
