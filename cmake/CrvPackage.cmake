@@ -51,6 +51,16 @@ install(CODE "
   file(CHMOD \"\${folder}/\${CMAKE_MATCH_2}.debug\" PERMISSIONS OWNER_READ OWNER_WRITE GROUP_READ WORLD_READ)"
   COMPONENT Debug EXCLUDE_FROM_ALL)
 
+# The command crv is a package of its own, where it is built.
+set(tools)
+if(CRV_BUILD_TOOL)
+  set(tools "Tools crv-tools")
+  list(APPEND CPACK_COMPONENTS_ALL Tools)
+  crv_component(Tools crv-tools graphics "the command crv.")
+  set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS
+    "${runtime} (= ${PROJECT_VERSION}-1), libc6, libstdc++6 (>= 12), libpugixml1v5")
+endif()
+
 # Each package has a changelog and a copyright file, as Debian wants it. They are part of no other
 # installation.
 set(documents ${PROJECT_BINARY_DIR}/documents)
@@ -63,7 +73,7 @@ file(WRITE ${documents}/changelog "libcrv (${PROJECT_VERSION}-1) unstable; urgen
 file(COPY_FILE ${PROJECT_SOURCE_DIR}/packaging/debian/copyright ${documents}/copyright)
 execute_process(COMMAND gzip -9nf changelog WORKING_DIRECTORY ${documents} COMMAND_ERROR_IS_FATAL ANY)
 file(RENAME ${documents}/changelog.gz ${documents}/changelog.Debian.gz)
-foreach(pair "Runtime ${runtime}" "Development libcrv-dev" "Debug ${runtime}-dbgsym")
+foreach(pair "Runtime ${runtime}" "Development libcrv-dev" "Debug ${runtime}-dbgsym" ${tools})
   separate_arguments(pair UNIX_COMMAND "${pair}")
   list(GET pair 0 component)
   list(GET pair 1 package)

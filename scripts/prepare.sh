@@ -50,6 +50,8 @@ is_there() {
     libgtest-dev) has_header gtest/gtest.h ;;
     libbenchmark-dev) has_header benchmark/benchmark.h ;;
     libcli11-dev) has_header CLI/CLI.hpp ;;
+    libpugixml-dev) has_header pugixml.hpp ;;
+    nlohmann-json3-dev) has_header nlohmann/json.hpp ;;
     lib2geom-dev) pkg-config --exists 2geom ;;
     libagg-dev) pkg-config --exists libagg ;;
     doxygen-awesome-css) [ -e /usr/share/doxygen-awesome-css/doxygen-awesome.css ] ;;
