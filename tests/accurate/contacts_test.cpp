@@ -142,6 +142,7 @@ TEST(SegmentContacts, GiveSharedStretchesAsIntervals) {
   middle = head;
   middle.split(rest, 1.0 / 3.0);
   Segment const tail = rest;  // [0.25, 0.75] of the arch
+  double const r = 0x1p-40;   // the resolution of segments of size 1
   Segment const cusp = segmentFrom({0, 0, 1, 1, 0, 1, 1, 0}), loop = support::loop();
   Segment const leaf = segmentFrom({0, 0, 3, 1, 1, 3, 0, 0});
   auto const moved = [](Segment const& s, double by) { return changed(s, 1.0, by, by); };
@@ -172,6 +173,10 @@ TEST(SegmentContacts, GiveSharedStretchesAsIntervals) {
        segmentFrom({0, 0, -1, -1, -1, -1, -1, -1 + 0x1p-50}),
        segmentFrom({-1 + 0x1p-50, -1 + 0x1p-50, 0, 0}),
        {{0, 1, 1, 0}}},
+      {"a graph that leaves a line",
+       segmentFrom({0, 0, 1, 0}),
+       segmentFrom({0, 0.5 * r, 1.0 / 3.0, 0.5 * r, 2.0 / 3.0, 0.5 * r, 1, 4.0 * r}),
+       {{0, std::cbrt(1.0 / 7.0), 0, std::cbrt(1.0 / 7.0)}}},
       {"a cusp beside itself", cusp, moved(cusp, 0x1p-50), {{0, 1, 0, 1}}},
       {"a part of a cusp beside itself", cusp, firstPart(moved(cusp, 0x1p-50)), {{0, 0.75, 0, 1}}},
       {"a loop", loop, reversed(loop), {{0, 1, 1, 0}}, 2},

@@ -56,7 +56,8 @@ bool Collection::areConnected(Approach const& p, Approach const& q) const {
   if (q.t0 >= p.t1 || p.t0 == p.t1) {
     return keepNear(pair_, magnitude_, resolution_, p.t1, p.u1, q.t0, q.u0);
   }
-  double const u = between(p.u0, p.u1, (q.t0 - p.t0) / (p.t1 - p.t0));
+  double const guess = between(p.u0, p.u1, (q.t0 - p.t0) / (p.t1 - p.t0));
+  double const u = pair_.footOnB(q.t0, guess).u;
   return keepNear(pair_, magnitude_, resolution_, q.t0, u, q.t0, q.u0);
 }
 

@@ -10,6 +10,7 @@
 #include "crv/foundation/tolerance.h"
 
 #include <cmath>
+#include <utility>
 
 namespace crv::internal {
 
@@ -34,12 +35,19 @@ constexpr double kNoise = 0x1p-46;
 // Sine of an angle: Newton's method finds a crossing at this angle and more with all its digits.
 constexpr double kSteepCrossing = 0x1p-20;
 
+// Halvings until the end of what two graphs share is known to rounding.
+constexpr int kMostHalvings = 52;
+
 // Parameter: the shortest part that is halved.
 constexpr double kShortestPart = 0x1p-51;
 
-// Units of the largest coordinate: graphs whose difference is monotone and within the resolution at
-// both ends of a stretch this long cross at an angle too small for one place.
-constexpr double kLongEnough = 0x1p-16;
+// Sine of an angle over the resolution: crossings at this angle and more are single places.
+constexpr double kSteepness = 0x1p20;
+
+// Tangent of an angle, as such and over the resolution: where graphs part faster than this, what
+// they share is far too short for a stretch, and points tell it.
+constexpr double kSlow = 0x1p-4;
+constexpr double kSlowness = 0x1p18;
 
 struct Range {
   double lo, hi;
@@ -108,7 +116,7 @@ bool isBesideChord(Cubic const& a, Edges const& edges, Cubic const& b, double re
 
 /// Whether every direction of a lies clearly on one side of every direction of b: then they meet
 /// at most once.
-bool runAcross(Edges const& a, Edges const& b) {
+bool runAcross(Edges const& a, Edges const& b, double resolution) {
   double const first = cross(a.edge[0], b.edge[0]);
   Range crosses = {first, first};
   for (Point const& p : a.edge) {
@@ -116,8 +124,8 @@ bool runAcross(Edges const& a, Edges const& b) {
   }
   if (crosses.lo < 0.0 && crosses.hi > 0.0) return false;
   double const sine = cross(a.chord, b.chord);
-  double const squaredLeast = kSteepCrossing * kSteepCrossing;
-  return sine * sine > squaredLeast * dot(a.chord, a.chord) * dot(b.chord, b.chord);
+  double const least = max(kSteepCrossing, kSteepness * resolution);
+  return sine * sine > least * least * dot(a.chord, a.chord) * dot(b.chord, b.chord);
 }
 
 Point unit(Point const& v) {
@@ -140,6 +148,7 @@ class Search {
   void searchGraphs(Part const& a, Part const& b);
   void searchNode(Part const& a, Part const& b);
   bool addClearCrossing(Part const& a, Part const& b);
+  bool addNearPart(Part const& a, Part const& b);
   void addRoot(Part const& a, Part const& b);
   void addIfNear(double t, double u);
   void addPlace(double t, double u, bool isRoot) { found_.push_back({t, t, u, u, isRoot, runs_}); }
@@ -162,7 +171,7 @@ void Search::search(Piece const& a, Piece const& b) {
   Edges const edgesA(a.part.c), edgesB(b.part.c);
   if (isBesideChord(a.part.c, edgesA, b.part.c, r)) return;
   if (isBesideChord(b.part.c, edgesB, a.part.c, r)) return;
-  if (runAcross(edgesA, edgesB) && addClearCrossing(a.part, b.part)) return;
+  if (runAcross(edgesA, edgesB, r) && addClearCrossing(a.part, b.part)) return;
 
   bool const isPointA = a.isPoint(r), isPointB = b.isPoint(r);
   if (isPointA && isPointB) return addIfNear(a.part.t0, b.part.t0);
@@ -274,10 +283,9 @@ void Search::searchNode(Part const& a, Part const& b) {
   bool const isMonotone =
       areBounded && (slopesA.range.hi < slopesB.range.lo || slopesB.range.hi < slopesA.range.lo);
   bool const isShort = length <= 0.5 * resolution_;
-  // A monotone difference lies between those at the ends. On long stretches this is no crossing but
-  // rounding of the shortest edges.
-  bool const isNear = std::fabs(before) <= within && std::fabs(after) <= within;
-  if (isMonotone && isNear && length > kLongEnough) return addStretch(a.t0, a.t1, b.t0, b.t1);
+  double const slow = min(kSlow, kSlowness * resolution_);
+  bool const isSlow = isMonotone && std::fabs(after - before) <= slow * length;
+  if (isSlow && addNearPart(a, b)) return;
   if (isMonotone || isShort) {
     if ((before < 0.0 && after > 0.0) || (before > 0.0 && after < 0.0)) addRoot(a, b);
     if (std::fabs(before) <= far) addIfNear(a.t0, b.t0);
@@ -290,6 +298,44 @@ void Search::searchNode(Part const& a, Part const& b) {
   b.split(whereXIs(b.c, middle), leftB, rightB);
   searchNode(leftA, leftB);
   searchNode(rightA, rightB);
+}
+
+/// The distance of two graphs at a place of the axis, where they run nearly side by side.
+double distanceWhereXIs(Part const& a, Part const& b, double x, double& s, double& w) {
+  s = whereXIs(a.c, x);
+  w = whereXIs(b.c, x);
+  Point const direction = derivativeAt(a.c, s);
+  double const gap = std::fabs(pointAt(b.c, w).y - pointAt(a.c, s).y),
+               squared = dot(direction, direction);
+  return squared > 0.0 ? gap * std::fabs(direction.x) / std::sqrt(squared) : gap;
+}
+
+/// Adds the part of two graphs with a monotone difference that is within the resolution, if it
+/// begins at an end of them, and the crossing in it.
+bool Search::addNearPart(Part const& a, Part const& b) {
+  double s = 0.0, w = 0.0;
+  double near = a.c.p[0].x, far = a.c.p[3].x;
+  bool const isNearBefore = distanceWhereXIs(a, b, near, s, w) <= resolution_;
+  bool const isNearAfter = distanceWhereXIs(a, b, far, s, w) <= resolution_;
+  if (!isNearBefore && !isNearAfter) return false;
+  double const before = b.c.p[0].y - a.c.p[0].y, after = b.c.p[3].y - a.c.p[3].y;
+  if ((before < 0.0 && after > 0.0) || (before > 0.0 && after < 0.0)) addRoot(a, b);
+  if (isNearBefore && isNearAfter) {
+    addStretch(a.t0, a.t1, b.t0, b.t1);
+    return true;
+  }
+  if (!isNearBefore) std::swap(near, far);
+  for (int i = 0; i < kMostHalvings; ++i) {
+    double const x = 0.5 * (near + far);
+    (distanceWhereXIs(a, b, x, s, w) <= resolution_ ? near : far) = x;
+  }
+  distanceWhereXIs(a, b, near, s, w);
+  if (isNearBefore) {
+    addStretch(a.t0, a.parameter(s), b.t0, b.parameter(w));
+  } else {
+    addStretch(a.parameter(s), a.t1, b.parameter(w), b.t1);
+  }
+  return true;
 }
 
 /// The crossing of two graphs that change sides between their ends.
