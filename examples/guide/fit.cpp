@@ -30,17 +30,17 @@ int main() {
     if (auto const found = crv::nearest(plain, p)) farthest = max(farthest, found->distance);
   }
 
-  svg::Page page = panels::page(2);
+  panels::Row page(2);
   svg::Box const box = svg::boxOf(samples);
-  panels::begin(page, 0, box, "GxBezierCurve(samples, 16.0)",
-                panels::say(plain.length(), " segments, the farthest sample ") +
-                    panels::say(farthest, " away", 3));
+  page.panel(0, box, "GxBezierCurve(samples, 16.0)",
+             panels::say(plain.length(), " segments, the farthest sample ") +
+                 panels::say(farthest, " away", 3));
   page.dots(samples, 4, panels::kGrey);
   page.chain(plain, panels::kBlue);
   page.dots(svg::jointsOf(plain), 3.5, "stroke:#1864ab");
-  panels::begin(page, 1, box, "crv::fit(samples, options)",
-                panels::say(fit.curve.length(), " segments, the farthest sample ") +
-                    panels::say(fit.worstDistance, " away", 3));
+  page.panel(1, box, "crv::fit(samples, options)",
+             panels::say(fit.curve.length(), " segments, the farthest sample ") +
+                 panels::say(fit.worstDistance, " away", 3));
   page.dots(samples, 4, panels::kGrey);
   page.chain(fit.curve, panels::kBlue);
   page.dots(svg::jointsOf(fit.curve), 3.5, "stroke:#1864ab");

@@ -21,7 +21,7 @@ int main() {
   // few.points, few.positions: where on the curve each point lies; few.worstDistance <= 4
   //! [accurate]
 
-  svg::Page page = panels::page(3);
+  panels::Row page(3);
   svg::Box const box = panels::boxOf(letter);
   struct {
     char const* title;
@@ -33,8 +33,8 @@ int main() {
       {"letter.makeCurve(40.0, out, 0)", svg::toPoints(spaced), "each 40 from the one before"},
   };
   for (int i = 0; i < 3; ++i) {
-    panels::begin(page, i, box, ways[i].title,
-                  panels::say(ways[i].points.size(), " points  ") + ways[i].note);
+    page.panel(i, box, ways[i].title,
+               panels::say(ways[i].points.size(), " points  ") + ways[i].note);
     page.chain(letter, panels::kGhost);
     page.polyline(ways[i].points, panels::kBlue);
     page.dots(ways[i].points, 3, "stroke:#1864ab");

@@ -9,8 +9,8 @@
 namespace panels {
 
 // Pixels.
-constexpr double kWidth = 430;
-constexpr double kHeight = 360;
+constexpr double kWidth = 900;
+constexpr double kHeight = 340;
 constexpr double kTop = 56;
 
 constexpr char const* kInk = "stroke:#212529;stroke-width:2";
@@ -21,17 +21,22 @@ constexpr char const* kGreen = "stroke:#2b8a3e;stroke-width:2";
 constexpr char const* kRed = "stroke:#c2255c;stroke-width:2";
 constexpr char const* kGrey = "stroke:#adb5bd";
 
-/// A page for a number of panels.
-inline svg::Page page(int count) { return {kWidth * count, kTop + kHeight}; }
+/// A page of panels beside each other.
+class Row : public svg::Page {
+ public:
+  explicit Row(int count) : Page(kWidth, kTop + kHeight), width_(kWidth / count) {}
 
-/// Begins a panel: its title, a note below it, and a view of a box.
-inline void begin(svg::Page& page, int index, svg::Box const& box, std::string const& title,
-                  std::string const& note) {
-  double const left = kWidth * index;
-  page.text(left + 20, 26, title, "font-weight:bold;font-size:15px");
-  page.text(left + 20, 46, note, "fill:#868e96");
-  page.view(box, {left, kTop, left + kWidth, kTop + kHeight}, 20);
-}
+  /// Begins a panel: its title, a note below it, and a view of a box.
+  void panel(int index, svg::Box const& box, std::string const& title, std::string const& note) {
+    double const left = width_ * index;
+    text(left + 16, 26, title, "font-weight:bold;font-size:14px");
+    text(left + 16, 46, note, "fill:#868e96");
+    view(box, {left, kTop, left + width_, kTop + kHeight}, 16);
+  }
+
+ private:
+  double width_;
+};
 
 /// The tight box of a curve.
 inline svg::Box boxOf(GxBezierCurve const& curve) {
