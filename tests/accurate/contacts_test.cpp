@@ -123,6 +123,12 @@ TEST(SegmentContacts, TellCrossingTouchingAndEndApart) {
        ContactKind::touching},
       {"an inflection along its tangent", segmentFrom({-1, -1, 0, 1, 0, -1, 1, 1}),
        segmentFrom({-1, 1, 1, -1}), ContactKind::crossing},
+      {"the sides of a tip, which rounding makes cross beside it",
+       segmentFrom({350, 686, 312.30622003537087, 683.02417526595025, 219.5113467956551,
+                    683.00019481449476, 176.04941598208089, 683.00000156989756}),
+       segmentFrom({176.04941598208089, 683.00000156989756, 176.36884554335387, 683,
+                    176.68572153503706, 683, 177, 683}),
+       ContactKind::end},
       {"an end on a line", segmentFrom({0, 0, 4, 4}), segmentFrom({0, 8, 8, 0}), ContactKind::end},
   };
   for (auto const& row : rows) {
@@ -207,6 +213,12 @@ TEST(SegmentContacts, AnswerAnyInput) {
   expectParameters(contacts(origin, origin), {0, 0});
   expectParameters(contacts(line, origin), {0, 0});
   expectParameters(contacts(segmentFrom({1, 2, 1, 2}), line), {0, 1.0 / 3.0});
+  // It turns back next to the other's end, where Newton's method stops beside both.
+  expectParameters(
+      contacts(segmentFrom({-2, -2, -0.99999999999999956, -0.99999999999999956, -3.97625732421875,
+                            -3.97625732421875, 1.0000000000000016, 1.0000000000000016}),
+               segmentFrom({0, -2, 0, -2, 38.400268554687685, 38.400268554687685, -2, -2})),
+      {0, 1});
   for (double const resolution : {-1.0, inf - inf, inf, 1e-300, 1.0}) {
     EXPECT_EQ(contacts(line, segmentFrom({0, 6, 6, 0}), resolution).points.size(), 1u);
   }

@@ -147,9 +147,11 @@ class Search {
   void search(Piece const& a, Piece const& b);
   void searchGraphs(Part const& a, Part const& b);
   void searchNode(Part const& a, Part const& b);
+  bool findsCrossing(Part const& a, Part const& b, double& t, double& u) const;
   bool addClearCrossing(Part const& a, Part const& b);
   bool addNearPart(Part const& a, Part const& b);
   void addRoot(Part const& a, Part const& b);
+  void addEndsNear(double t, double u);
   void addIfNear(double t, double u);
   void addPlace(double t, double u, bool isRoot) { found_.push_back({t, t, u, u, isRoot, runs_}); }
   void addStretch(double t0, double t1, double u0, double u1) {
@@ -197,6 +199,13 @@ void Search::search(Piece const& a, Piece const& b) {
   }
 }
 
+/// Newton's method for a crossing inside two parts. Where a segment turns back its steps may end
+/// beside the crossing.
+bool Search::findsCrossing(Part const& a, Part const& b, double& t, double& u) const {
+  return pair_.findCrossing(t, u) && t >= min(a.t0, a.t1) && t <= max(a.t0, a.t1) &&
+         u >= min(b.t0, b.t1) && u <= max(b.t0, b.t1) && pair_.distanceAt(t, u) <= resolution_;
+}
+
 /// Adds the only crossing of two parts that run across each other, if Newton's method finds it
 /// inside both.
 bool Search::addClearCrossing(Part const& a, Part const& b) {
@@ -205,11 +214,21 @@ bool Search::addClearCrossing(Part const& a, Part const& b) {
   double const det = cross(chordA, chordB);
   double const s = cross(gap, chordB) / det, w = cross(gap, chordA) / det;
   double t = a.parameter(min(1.0, max(0.0, s))), u = b.parameter(min(1.0, max(0.0, w)));
-  if (!pair_.findCrossing(t, u)) return false;
-  bool const isInside =
-      t >= min(a.t0, a.t1) && t <= max(a.t0, a.t1) && u >= min(b.t0, b.t1) && u <= max(b.t0, b.t1);
-  if (isInside) addPlace(t, u, true);
-  return isInside;
+  if (!findsCrossing(a, b, t, u)) return false;
+  addPlace(t, u, true);
+  addEndsNear(t, u);
+  return true;
+}
+
+/// Adds the ends of segments that may be within the resolution all along from a crossing.
+void Search::addEndsNear(double t, double u) {
+  Point const place = pointAt(pair_.a, t);
+  double const reach = 2.0 * kSteepness * resolution_;
+  for (double const end : {0.0, 1.0}) {
+    int const i = end == 0.0 ? 0 : 3;
+    if (squaredDistance(place, pair_.a.p[i]) <= reach * reach) addIfNear(end, u);
+    if (squaredDistance(place, pair_.b.p[i]) <= reach * reach) addIfNear(t, end);
+  }
 }
 
 /// Two gentle parts: they are turned onto the bisector of their chords, the second one the way of
@@ -343,9 +362,7 @@ void Search::addRoot(Part const& a, Part const& b) {
   double const before = b.c.p[0].y - a.c.p[0].y, after = b.c.p[3].y - a.c.p[3].y;
   double const share = before / (before - after);
   double t = a.parameter(share), u = b.parameter(share);
-  bool const found = pair_.findCrossing(t, u) && t >= min(a.t0, a.t1) && t <= max(a.t0, a.t1) &&
-                     u >= min(b.t0, b.t1) && u <= max(b.t0, b.t1);
-  if (found) return addPlace(t, u, true);
+  if (findsCrossing(a, b, t, u)) return addPlace(t, u, true);
   double lo = a.c.p[0].x, hi = a.c.p[3].x, x = lo + (hi - lo) * share;
   for (int i = 0; i < 60; ++i) {
     double const s = whereXIs(a.c, x), w = whereXIs(b.c, x);
@@ -362,7 +379,7 @@ void Search::addRoot(Part const& a, Part const& b) {
     if (next == x) break;
     x = next;
   }
-  addPlace(t, u, true);
+  if (pair_.distanceAt(t, u) <= resolution_) addPlace(t, u, true);
 }
 
 /// Adds a pair of parameters if the segments are within the resolution there: the parameter that is
