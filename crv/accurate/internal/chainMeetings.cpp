@@ -2,6 +2,7 @@
 #include "crv/accurate/internal/chainMeetings.h"
 
 #include "crv/accurate/internal/meetings.h"
+#include "crv/accurate/internal/parting.h"
 #include "crv/accurate/internal/route.h"
 #include "crv/accurate/internal/segmentPair.h"
 #include "crv/foundation/tolerance.h"
@@ -44,6 +45,7 @@ class Assembly {
       : a_(a, scale), b_(b, scale), isSelf_(isSelf), scale_(scale) {}
 
   void addPair(std::size_t i, std::size_t k);
+  bool partAtJoint(std::size_t i, std::size_t k) const;
   void addOwn(std::size_t i);
   ChainMeetings assemble();
 
@@ -95,6 +97,18 @@ void Assembly::addPair(std::size_t i, std::size_t k) {
   Meetings found;
   findMeetings(a_[i], b_[k], scale_.magnitude, scale_.resolution, Stretches::all, found);
   add(found, i, k);
+}
+
+/// Whether two segments of one curve meet at their common joint only.
+bool Assembly::partAtJoint(std::size_t i, std::size_t k) const {
+  auto const part = [this](std::size_t first, std::size_t second) {
+    if (!areEqual(a_.normalised({first, 1.0}), {second, 0.0})) return false;
+    Cubic const& before = a_.chain().segments[first];
+    Cubic const& behind = a_.chain().segments[second];
+    bool const isJoined = squaredDistance(before.end(), behind.start()) == 0.0;
+    return isJoined && partAtStart(reversed(before), behind, scale_.resolution / scale_.factor);
+  };
+  return part(i, k) || part(k, i);
 }
 
 void Assembly::addOwn(std::size_t i) {
@@ -290,6 +304,10 @@ void Assembly::mergePoints() {
   points_.erase(std::unique(points_.begin(), points_.end(), same), points_.end());
 
   std::size_t const n = points_.size();
+  std::vector<Point> places;
+  places.reserve(n);
+  for (ChainMeeting const& m : points_) places.push_back(a_.at(m.first));
+  double const far = kFarApart * scale_.magnitude;
   std::vector<std::size_t> home(n);  // the meeting that stands for this one, or leads to it
   std::iota(home.begin(), home.end(), std::size_t{0});
   auto const homeOf = [&](std::size_t i) {
@@ -299,6 +317,7 @@ void Assembly::mergePoints() {
   for (std::size_t i = 0; i < n; ++i) {
     for (std::size_t step = 1; step <= kNeighbours && step < n; ++step) {
       std::size_t const k = (i + step) % n;  // around the seam, too
+      if (!(squaredDistance(places[i], places[k]) <= far * far)) continue;
       std::size_t const p = homeOf(i), q = homeOf(k);
       if (p == q || !areOne(points_[i], points_[k])) continue;
       if (standsFor(points_[p], points_[q])) {
@@ -383,7 +402,7 @@ ChainMeetings findSelfMeetings(Chain const& chain, BoxTree const& wideTree, BoxT
   Assembly assembly(chain, chain, true, scale);
   BoxTree::visitOverlaps(wideTree, tree, [&](std::size_t i, std::size_t k) {
     if (i == k) assembly.addOwn(i);
-    if (i < k) assembly.addPair(i, k);
+    if (i < k && !assembly.partAtJoint(i, k)) assembly.addPair(i, k);
   });
   return assembly.assemble();
 }

@@ -5,6 +5,7 @@
 #include "crv/accurate/internal/disjointSets.h"
 #include "crv/accurate/internal/foot.h"
 #include "crv/accurate/internal/meetings.h"
+#include "crv/accurate/internal/parting.h"
 #include "crv/accurate/internal/segmentPair.h"
 #include "crv/curve/internal/boxTree.h"
 #include "crv/foundation/tolerance.h"
@@ -18,10 +19,6 @@ namespace {
 // In units of the resolution: the meetings of segments that pass through one place lie this near to
 // each other.
 constexpr double kOnePlace = 2.0;
-
-// Squared cosine: two segments that leave a joint into cones that keep this far from the plane
-// between them come within the resolution of each other at the joint only.
-constexpr double kSquaredConeCosine = 0x1p-8;
 
 // Rounds in which cuts are carried over between stretches that coincide: one is the rule, and more
 // are needed where a chain of stretches coincides pairwise only.
@@ -57,27 +54,6 @@ bool advances(Cubic const& c) {
     if (!(dot(chord, c.p[i + 1] - c.p[i]) >= 0.0)) return false;
   }
   return dot(chord, chord) > 0.0;
-}
-
-bool isInCone(Cubic const& c, Point const& axis, double reach) {
-  for (int i = 1; i < 4; ++i) {
-    Point const d = c.p[i] - c.p[0];
-    double const along = dot(d, axis), squared = dot(d, d);
-    if (squared <= reach * reach) continue;
-    if (!(along > 0.0) || along * along < kSquaredConeCosine * squared * dot(axis, axis)) {
-      return false;
-    }
-  }
-  return true;
-}
-
-/// Whether two segments that leave one place in opposite half-planes meet in that place only.
-bool partAtStart(Cubic const& a, Cubic const& b, double reach) {
-  Point const p = departure(a), q = departure(b);
-  double const squaredP = dot(p, p), squaredQ = dot(q, q);
-  if (!(squaredP > 0.0) || !(squaredQ > 0.0)) return false;
-  Point const axis = p * (1.0 / std::sqrt(squaredP)) - q * (1.0 / std::sqrt(squaredQ));
-  return isInCone(a, axis, reach) && isInCone(b, axis * -1.0, reach);
 }
 
 class Cutter {

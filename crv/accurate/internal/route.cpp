@@ -54,7 +54,8 @@ bool movesAway(Cubic const& c, Point const& centre) {
 std::optional<Point> onlyExitOf(Cubic const& c, Point const& centre, double radius) {
   double const squaredRadius = radius * radius;
   if (squaredDistance(c.p[3], centre) <= squaredRadius) return std::nullopt;
-  double lo = 0.0, hi = 1.0, t = 0.5;
+  double const speed = norm(derivativeAt(c, 0.0));
+  double lo = 0.0, hi = 1.0, t = radius < 0.5 * speed ? radius / speed : 0.5;
   for (int i = 0; i < kMostHalvings; ++i) {
     Point const offset = pointAt(c, t) - centre;
     double const value = dot(offset, offset) - squaredRadius;

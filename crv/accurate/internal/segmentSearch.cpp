@@ -38,6 +38,9 @@ constexpr double kSteepCrossing = 0x1p-20;
 // Halvings until the end of what two graphs share is known to rounding.
 constexpr int kMostHalvings = 52;
 
+// Share of a chord: where chords meet this far beyond their ends, Newton's method is not tried.
+constexpr double kFarOutside = 0.25;
+
 // Parameter: the shortest part that is halved.
 constexpr double kShortestPart = 0x1p-51;
 
@@ -68,6 +71,7 @@ struct Piece {
   Part part;
   Box box;
 
+  Piece() = default;
   explicit Piece(Part const& of) : part(of), box(of.c.hull()) {}
   bool isPoint(double resolution) const {
     return sizeOf(box) <= 0.25 * resolution || std::fabs(part.t1 - part.t0) < kShortestPart;
@@ -75,8 +79,12 @@ struct Piece {
 };
 
 struct Halves {
-  Part left, right;
-  explicit Halves(Part const& part) { part.split(0.5, left, right); }
+  Piece half[2];
+
+  explicit Halves(Part const& part) {
+    part.split(0.5, half[0].part, half[1].part);
+    for (Piece& piece : half) piece.box = piece.part.c.hull();
+  }
 };
 
 /// The control polygon of a part.
@@ -167,9 +175,8 @@ class Search {
 };
 
 void Search::search(Piece const& a, Piece const& b) {
-  if (++pairs_ > kMostPairs) return;
   double const r = resolution_;
-  if (!areNear(a.box, b.box, r)) return;
+  if (!areNear(a.box, b.box, r) || ++pairs_ > kMostPairs) return;
   Edges const edgesA(a.part.c), edgesB(b.part.c);
   if (isBesideChord(a.part.c, edgesA, b.part.c, r)) return;
   if (isBesideChord(b.part.c, edgesB, a.part.c, r)) return;
@@ -182,19 +189,14 @@ void Search::search(Piece const& a, Piece const& b) {
   if (!halveA && !halveB) return searchGraphs(a.part, b.part);
   if (!halveB) {
     Halves const halves(a.part);
-    search(Piece(halves.left), b);
-    search(Piece(halves.right), b);
+    for (Piece const& half : halves.half) search(half, b);
   } else if (!halveA) {
     Halves const halves(b.part);
-    search(a, Piece(halves.left));
-    search(a, Piece(halves.right));
+    for (Piece const& half : halves.half) search(a, half);
   } else {
     Halves const halvesA(a.part), halvesB(b.part);
-    Piece const leftB(halvesB.left), rightB(halvesB.right);
-    for (Part const* const half : {&halvesA.left, &halvesA.right}) {
-      Piece const halfA(*half);
-      search(halfA, leftB);
-      search(halfA, rightB);
+    for (Piece const& halfA : halvesA.half) {
+      for (Piece const& halfB : halvesB.half) search(halfA, halfB);
     }
   }
 }
@@ -213,6 +215,9 @@ bool Search::addClearCrossing(Part const& a, Part const& b) {
   Point const gap = b.c.p[0] - a.c.p[0];
   double const det = cross(chordA, chordB);
   double const s = cross(gap, chordB) / det, w = cross(gap, chordA) / det;
+  if (!(s > -kFarOutside && s < 1.0 + kFarOutside && w > -kFarOutside && w < 1.0 + kFarOutside)) {
+    return false;
+  }
   double t = a.parameter(min(1.0, max(0.0, s))), u = b.parameter(min(1.0, max(0.0, w)));
   if (!findsCrossing(a, b, t, u)) return false;
   addPlace(t, u, true);
