@@ -169,16 +169,23 @@ class Page {
     }
   }
 
-  /// Throws std::runtime_error when the file cannot be written.
-  void save(std::string const& file) {
+  /// Ends the view: the whole page as text.
+  std::string document() {
     endView();
-    std::ofstream out(file);
+    std::ostringstream out;
     out << "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" << width_ << "\" height=\""
         << height_ << "\" viewBox=\"0 0 " << width_ << " " << height_
         << "\" font-family=\"Helvetica,Arial,sans-serif\" font-size=\"13\" fill=\"none\" "
            "stroke-linecap=\"round\" stroke-linejoin=\"round\">\n"
            "<rect width=\"100%\" height=\"100%\" fill=\"#fff\"/>\n"
         << body_.str() << "</svg>\n";
+    return out.str();
+  }
+
+  /// Throws std::runtime_error when the file cannot be written.
+  void save(std::string const& file) {
+    std::ofstream out(file);
+    out << document();
     out.close();
     if (!out) throw std::runtime_error("cannot write " + file);
   }
