@@ -56,6 +56,8 @@ is_there() {
     libagg-dev) pkg-config --exists libagg ;;
     doxygen-awesome-css) [ -e /usr/share/doxygen-awesome-css/doxygen-awesome.css ] ;;
     emscripten) command -v em++ ;;
+    chromium-driver) command -v chromedriver ;;
+    nodejs) command -v node ;;
     libclang-rt-dev) echo 'int main() {}' | clang++ -fsanitize=address -x c++ - -o /dev/null ;;
     *) command -v "$1" ;;
   esac >/dev/null 2>&1
