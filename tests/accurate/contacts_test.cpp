@@ -129,6 +129,8 @@ TEST(SegmentContacts, TellCrossingTouchingAndEndApart) {
        segmentFrom({176.04941598208089, 683.00000156989756, 176.36884554335387, 683,
                     176.68572153503706, 683, 177, 683}),
        ContactKind::end},
+      {"a cusp on a line", segmentFrom({328, -216, -476, 2476, -124, 548, -24, 1712}),
+       segmentFrom({3761, -4367, 1129, -575, -1503, 3217, -4135, 7009}), ContactKind::touching},
       {"an end on a line", segmentFrom({0, 0, 4, 4}), segmentFrom({0, 8, 8, 0}), ContactKind::end},
   };
   for (auto const& row : rows) {

@@ -21,6 +21,10 @@ constexpr double kRounded = 0x1p-51;
 // Sine of the angle from which on a root is a crossing without another look.
 constexpr double kClearSine = 0x1p-16;
 
+// Squared derivative over the resolution: slower segments may turn back within the resolution of a
+// place. In unit scale no second derivative is above 24.
+constexpr double kStraightOn = 0x1p11;
+
 // Sine of the greatest angle between segments that touch, with what rounding does to it.
 constexpr double kParallelSine = 0x1p-30;
 
@@ -237,7 +241,13 @@ bool ClusterJudge::isSineAbove(double least, double t, double u) const {
   return sine * sine > least * least * dot(da, da) * dot(db, db);
 }
 
-bool ClusterJudge::isClear(double t, double u) const { return isSineAbove(kClearSine, t, u); }
+bool ClusterJudge::isClear(double t, double u) const {
+  Point const da = derivativeAt(pair_.a, t), db = derivativeAt(pair_.b, u);
+  double const sine = cross(da, db), squaredA = dot(da, da), squaredB = dot(db, db);
+  double const least = kStraightOn * resolution_;
+  return squaredA > least && squaredB > least &&
+         sine * sine > kClearSine * kClearSine * squaredA * squaredB;
+}
 
 bool ClusterJudge::crosses(FootPair const& place) const {
   if (isEnd(place.t) || isEnd(place.u)) return false;

@@ -70,9 +70,9 @@ double footOn(Cubic const& c, Point const& p, double u) {
     double const next = min(1.0, max(0.0, u - slope / second));
     step = std::fabs(next - u);
     u = next;
-    if (step <= kConverged) break;
+    if (step <= kConverged) return u;
   }
-  return u;
+  return nearest;
 }
 
 bool SegmentPair::findCrossing(double& t, double& u) const {

@@ -228,6 +228,11 @@ bool Search::addClearCrossing(Part const& a, Part const& b) {
 /// Adds the ends of segments that may be within the resolution all along from a crossing.
 void Search::addEndsNear(double t, double u) {
   Point const place = pointAt(pair_.a, t);
+  auto const isAtEnd = [&](Cubic const& c) {
+    double const squared = resolution_ * resolution_;
+    return squaredDistance(place, c.p[0]) <= squared || squaredDistance(place, c.p[3]) <= squared;
+  };
+  if (isAtEnd(pair_.a) && isAtEnd(pair_.b)) return;
   double const reach = 2.0 * kSteepness * resolution_;
   for (double const end : {0.0, 1.0}) {
     int const i = end == 0.0 ? 0 : 3;
