@@ -28,6 +28,7 @@ function readPromise(line,    cells, names, n, i) {
   if (section ~ /heavy/) return
   n = split(cells[2], names, "`")
   for (i = 2; i <= n; i += 2) {
+    sub(/^.*::/, "", names[i])
     if (cells[3] != "") promise[section, names[i], "Cost"] = cells[3]
     if (cells[4] != "") promise[section, names[i], "Odd input"] = cells[4]
     if (cells[5] != "") promise[section, names[i], "On failure"] = cells[5]
@@ -36,7 +37,7 @@ function readPromise(line,    cells, names, n, i) {
 }
 
 function sectionOf(file) {
-  if (file ~ /foundation/) return "## Points, lines, solvers, lists"
+  if (file ~ /foundation|bernstein|GxHandle/) return "## Points, lines, solvers, lists"
   if (file ~ /bezier\/GxBezier.h/) return "## One segment, `GxBezier`"
   if (file ~ /GxBezierCurve.h/) return "## A curve, `GxBezierCurve`"
   return "## Positions and maps"
@@ -90,7 +91,7 @@ function commentLine(text,    lead, key) {
   closeRows()
   gsub(/<(ratio|chrono)>/, "`&`", text)
   sub(/^ Method: /, " @par Method\n" indent "/// ", text)
-  sub(/^ Trap: /, " @warning ", text)
+  if (sub(/^ Trap: /, "", text)) text = " @attention " toupper(substr(text, 1, 1)) substr(text, 2)
   sub(/^ Precondition: /, " @pre ", text)
   print indent "///" text
 }

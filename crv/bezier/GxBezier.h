@@ -331,6 +331,7 @@ class CRV_API GxBezier {
   ///   -1  64 trials failed, or one of them touched the end of the segment: t is the last trial
   /// The length left is that up to the segment's end, not to farT. A farT that lies against the
   /// direction can lead to a parameter on the wrong side of startT.
+  /// Trap: the distance is squared here, but not in GxBezierCurve::findNextPos.
   int findNextPos(double& t, double startT, double squaredDistance, int forward) const;
   /// Searches as far as farT.
   int findNextPos(double& t, double startT, double farT, double squaredDistance, int forward) const;

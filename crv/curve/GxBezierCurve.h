@@ -32,6 +32,7 @@ class CRV_API GxBezierCurve {
 
   /// Fits an open curve to two or more points with a squared tolerance, see makeBezierPolyFit. For
   /// fewer points, or null, the curve is empty.
+  /// Trap: the tolerance is the square of a distance: 4.0 allows 2.0.
   GxBezierCurve(GxList<GxCoord<double>> const* points, double error);
   /// The same from a vector.
   GxBezierCurve(std::vector<GxCoord<double>> const& points, double error);
@@ -152,12 +153,15 @@ class CRV_API GxBezierCurve {
   /// Returns 1 when the ends lie within 0.5 of each other, after moving both onto their midpoint.
   /// Returns 0 for ends farther apart or an empty curve, and changes nothing. The closed flag plays
   /// no part.
+  /// Trap: this query moves the ends that it asks about.
   int isClose();
 
   // ---- GxBezierCurve_measure.cpp: length, boxes, highest and lowest places ----------------------
  public:
   /// Returns the sum of the lengths of the segments, as GxBezier::length measures them; 0.0 for an
   /// empty curve.
+  /// Trap: two measurements of each segment agree within 0.1, which does not bound the error;
+  /// crv::arcLength has a bound.
   double curveLength() const;
 
   /// Stores the box of all control points; four zeros for an empty curve.
@@ -227,6 +231,7 @@ class CRV_API GxBezierCurve {
   /// Appends points at a straight-line distance of step from each other, within 0.1. Mode 1 spaces
   /// each segment on its own, evenly if that fits better, and leaves out the curve's end. Any other
   /// mode carries what is left of a step across the joints.
+  /// Trap: points are a step apart, wherever that leads: corners and tips between two are cut off.
   void makeCurve(double step, GxList<GxCoord<double>>& out, int mode) const;
 
   /// Does the same as makeCurve in a mode other than 1, with chords of length step where the curve
@@ -262,6 +267,8 @@ class CRV_API GxBezierCurve {
   ///    0  the search ended with the last segment, or the curve has one
   ///    1  it went on, whichever segment answers; so it does for two segments of which neither
   ///       comes near
+  /// Trap: the search is content with a point 0.7 away, so small curves get wrong answers; see
+  /// crv::nearest.
   int findNearestPoint(GxCoord<double> const& p, GxCoord<double>& nearest) const;
 
   /// Searches in the same way for the position; the end of segment i is (i + 1, 0.0).
@@ -276,6 +283,8 @@ class CRV_API GxBezierCurve {
  public:
   /// Appends the crossings of every segment of other with every segment of this curve. Returns 1
   /// when the list is not empty afterwards, even if only the caller put points there, else 0.
+  /// Trap: a crossing on a joint can come once for each segment that ends there; crv::contacts
+  /// tells it once.
   int findIntersections(GxBezierCurve const& other, GxList<GxCoord<double>>& points) const;
 
   // ---- GxBezierCurve_intersectLine.cpp: the first crossing with a line --------------------------
@@ -309,6 +318,7 @@ class CRV_API GxBezierCurve {
   /// Returns 1 when the outline runs clockwise, as read at its highest point, else 0. valid becomes
   /// 0 when no orientation is found (an empty curve, no turn at the top), else 1. A curve that is
   /// one straight line gives 0 with valid 1.
+  /// Trap: clockwise is meant with y up; where y runs down, the answer is the opposite.
   int isClockwise(int& valid) const;
 
   /// Reverses the curve if it does not run as wanted (non-zero: clockwise). Returns 0, or -1 with
@@ -367,6 +377,8 @@ class CRV_API GxBezierCurve {
   ///   mode 1           strongly bent segments are cut at their extremes first
   ///   mode 2           only that cutting, at any distance
   ///   mode 3 or above  nothing
+  /// Trap: nothing is trimmed, so the result crosses itself inside sharp corners and tight bends;
+  /// see crv::offset.
   void offset(double distance, int side, int mode);
 
   /// Computes the distance, with its sign, to hand to offset (side 1) so that the place of the

@@ -20,8 +20,8 @@
 ///       constructSingletonPositionMap, which takes start, as translate reads it, to dst's end:
 ///       (3, 0.0) of 3 closed segments is read as (0, 0.0)
 ///   -1  start or end is not on src: dst and map are unchanged
-/// The map of a stretch of a strictly closed src refers to src, which must outlive it and keep its
-/// number of segments.
+/// Trap: the map of a stretch of a strictly closed src refers to src, which must outlive it and
+/// keep its number of segments; that of crv::stretch refers to nothing.
 [[nodiscard]] CRV_API int copyGxBezierCurve(GxBezierCurve& dst, GxBezierCurve const& src,
                                             GxBezierCurvePosition const& start,
                                             GxBezierCurvePosition const& end, int forward,
@@ -45,6 +45,8 @@ CRV_API int reverseGxBezierCurve(GxBezierCurve& curve, GxHandle<GxBezierCurvePos
 /// first, secondMap that after pos to second. They refer to no curve.
 ///    0  cut
 ///   -1  pos is not on first, first is empty, or first is second: nothing is changed
+/// Trap: from segment 2 on the segment before the cut is lost, and the maps do not fit the parts;
+/// crv::cut cuts everywhere alike.
 [[nodiscard]] CRV_API int spliteGxBezierCurve(GxBezierCurvePosition const& pos,
                                               GxBezierCurve& first, GxBezierCurve& second,
                                               GxHandle<GxBezierCurvePositionMapBase>& firstMap,
