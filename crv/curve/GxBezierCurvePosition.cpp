@@ -17,7 +17,8 @@ long saturatedSum(long segment, double carry) {
   double const sum = static_cast<double>(segment) + carry;
   if (sum <= static_cast<double>(kLowest)) return kLowest;
   if (sum >= static_cast<double>(kHighest)) return kHighest;
-  return segment + static_cast<long>(carry);
+  // The carry alone may lie beyond a long of 32 bits.
+  return static_cast<long>(segment + static_cast<long long>(carry));
 }
 
 /// The position as one number, segment + t.

@@ -8,8 +8,15 @@
 #ifdef __cpp_lib_to_chars
 #include <array>
 #else
+#include <cmath>
 #include <locale>
 #include <sstream>
+
+#include <locale.h>
+#include <stdlib.h>
+#ifdef __APPLE__
+#include <xlocale.h>
+#endif
 #endif
 
 namespace crv::internal {
@@ -75,19 +82,22 @@ std::string shortestText(double value) {
   return std::string(text.data(), result.ptr);
 }
 
-#else  // standard libraries that convert only whole numbers: streams of the classic locale
+#else  // standard libraries that convert only whole numbers
 
+/// By the system's function: a stream may cut long numbers short, and refuse the smallest.
 std::optional<double> nearestDouble(std::string_view text) {
-  std::istringstream in{std::string(text)};
-  in.imbue(std::locale::classic());
-  double value = 0.0;
-  if (!(in >> value)) return std::nullopt;
+  static locale_t const classic = newlocale(LC_ALL_MASK, "C", nullptr);
+  double const value = strtod_l(std::string(text).c_str(), nullptr, classic);
+  bool const isZero = text.find_first_of("123456789") >= text.find_first_of("eE");
+  if (std::isinf(value) || (value == 0.0 && !isZero)) return std::nullopt;
   return value;
 }
 
 std::string shortestText(double value) {
+  // Numbers below the normal range have fewer digits than the 15 that every other one can have.
+  int const fewest = std::fabs(value) < std::numeric_limits<double>::min() ? 1 : 15;
   std::string text;
-  for (int digits = 15; digits <= std::numeric_limits<double>::max_digits10; ++digits) {
+  for (int digits = fewest; digits <= std::numeric_limits<double>::max_digits10; ++digits) {
     std::ostringstream out;
     out.imbue(std::locale::classic());
     out.precision(digits);
