@@ -1,13 +1,15 @@
 # Installs the library, its public headers, and what finds it: CMake's and pkg-config's packages.
-include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/CRV)
+if(CMAKE_VERSION VERSION_GREATER_EQUAL 3.23)  # else crv_sources installs them
+  set(headers FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT Development)
+endif()
 install(TARGETS CRV EXPORT CRV
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime NAMELINK_COMPONENT Development
   ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development
-  FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT Development)
+  ${headers})
 
 # CRV depends on nothing, so the exported targets are the whole package.
 install(EXPORT CRV NAMESPACE CRV:: FILE CRVConfig.cmake DESTINATION ${package_dir}
