@@ -14,6 +14,10 @@ set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_STRIP_FILES ON)
+file(GLOB licence ${PROJECT_SOURCE_DIR}/LICENSES/*.txt)
+if(licence)
+  set(CPACK_RESOURCE_FILE_LICENSE ${licence})
+endif()
 
 set(description "A C++ library that fits, flattens, measures, crosses, offsets and edits
 curves made of cubic Bezier segments, and carries positions through every

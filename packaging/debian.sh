@@ -29,7 +29,7 @@ trap 'rm -rf "$root"' EXIT
 debootstrap --variant=minbase --cache-dir="$downloads" "$release" "$root" "$mirror"
 in_root() env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C DEBIAN_FRONTEND=noninteractive chroot "$root" "$@"
 in_root apt-get install -y --no-install-recommends -o Dpkg::Options::=--force-unsafe-io \
-  g++ cmake ninja-build pkg-config gdb
+  g++ make cmake pkg-config gdb
 files_in_root() (cd "$root" && find etc usr -not -type d -not -name '*.pyc' | sort)
 files_in_root >$build/before.txt
 
@@ -39,7 +39,7 @@ cmake --install $build-static --prefix "$host/static"
 cp $build/packages/*.deb examples/firstResult.cpp "$host"
 cp -r --parents tests/package "$host"
 cat >"$host/CMakeLists.txt" <<'CMAKE'
-cmake_minimum_required(VERSION 3.24)
+cmake_minimum_required(VERSION 3.22)
 project(host LANGUAGES CXX)
 find_package(CRV 0.2 REQUIRED)
 add_executable(host firstResult.cpp)
@@ -48,7 +48,7 @@ CMAKE
 in_root sh -euxc '
   cd /tmp/host
   dpkg -i ./*.deb
-  cmake -G Ninja -B by-cmake
+  cmake -B by-cmake
   cmake --build by-cmake
   by-cmake/host
   c++ -std=c++17 firstResult.cpp $(pkg-config --cflags --libs CRV) -o by-pkg-config
@@ -57,7 +57,7 @@ in_root sh -euxc '
   dpkg --purge $(dpkg-query -W -f "\${Package} " "libcrv*")
 
   export PKG_CONFIG_PATH=$PWD/static/lib/pkgconfig
-  cmake -G Ninja -B static-by-cmake -DCMAKE_PREFIX_PATH=$PWD/static
+  cmake -B static-by-cmake -DCMAKE_PREFIX_PATH=$PWD/static
   cmake --build static-by-cmake
   static-by-cmake/host
   c++ -std=c++17 firstResult.cpp $(pkg-config --cflags --libs CRV) -o static-by-pkg-config

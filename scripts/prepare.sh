@@ -47,6 +47,9 @@ is_there() {
     g++) command -v "${CXX:-g++}" ;;
     cmake) printf '3.25\n%s\n' "$(cmake --version | sed -n '1s/[^0-9]*//p')" | sort -CV ;;
     ninja-build) command -v ninja ;;
+    googletest) [ -e /usr/src/googletest/CMakeLists.txt ] ;;
+    g++-mingw-w64-x86-64-posix) command -v x86_64-w64-mingw32-g++-posix ;;
+    emscripten) command -v em++ ;;
     libgtest-dev) has_header gtest/gtest.h ;;
     libbenchmark-dev) has_header benchmark/benchmark.h ;;
     libcli11-dev) has_header CLI/CLI.hpp ;;

@@ -24,7 +24,8 @@ class CrvConan(ConanFile):
 
     def export_sources(self):
         root = os.path.join(self.recipe_folder, "..", "..")
-        for pattern in ("CMakeLists.txt", "cmake/*", "crv/*", "debugging/*", "packaging/debian/*"):
+        for pattern in ("CMakeLists.txt", "cmake/*", "crv/*", "debugging/*", "LICENSES/*",
+                        "packaging/debian/*"):
             copy(self, pattern, root, self.export_sources_folder)
 
     def layout(self):
