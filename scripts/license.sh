@@ -31,6 +31,7 @@ main() {
   holder=$2
   text=LICENSES/$licence.txt
   [ -s "$text" ] || { echo "put the text of the licence into $text first" >&2; exit 1; }
+  find LICENSES -name "*.txt" ! -name "$licence.txt" -delete
   mkdir -p build
 
   mark // '*.h' '*.cpp'
