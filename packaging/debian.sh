@@ -27,7 +27,11 @@ mkdir -p "$downloads"
 root=$(mktemp -d)
 trap 'rm -rf "$root"' EXIT
 debootstrap --variant=minbase --cache-dir="$downloads" "$release" "$root" "$mirror"
-in_root() env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C DEBIAN_FRONTEND=noninteractive chroot "$root" "$@"
+# gdb wants /proc, which is there as long as the command runs.
+in_root() {
+  env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C DEBIAN_FRONTEND=noninteractive \
+    unshare --mount sh -euc 'mount -t proc proc "$0/proc"; exec chroot "$0" "$@"' "$root" "$@"
+}
 in_root apt-get install -y --no-install-recommends -o Dpkg::Options::=--force-unsafe-io \
   g++ make cmake pkg-config gdb
 files_in_root() (cd "$root" && find etc usr -not -type d -not -name '*.pyc' | sort)
