@@ -79,7 +79,7 @@ struct CurveSearch::Table {
 
   NearestOnCurve at(std::size_t segment, Foot const& foot, internal::Point const& p) const {
     internal::Point const place = internal::placeOf(foot, chain.segments[segment], p);
-    return {chain.positionOf(segment, foot.t), Point(place.x, place.y),
+    return {chain.positionOn(segment, foot.t, magnitude), Point(place.x, place.y),
             std::sqrt(foot.squaredDistance)};
   }
 

@@ -26,8 +26,8 @@ struct Polyline {
 /// tolerance at or below 0 or unusable input. The time is linear in the number of points.
 ///
 /// Method: chords get equal shares of the integral of the square root of half the curvature over
-/// four times the tolerance, which levels their errors; each chord is then measured by the control
-/// points of its stretch and halved if it is too far.
+/// four times the tolerance, which levels their errors; each chord is then measured by the second
+/// derivative across it, or by the control points of its stretch, and halved if it is too far.
 [[nodiscard]] CRV_API Polyline flatten(Curve const& curve, double tolerance);
 
 }  // namespace crv

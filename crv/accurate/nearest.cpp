@@ -35,12 +35,14 @@ std::optional<NearestOnCurve> nearest(Curve const& curve, Point const& p) {
   internal::Chain chain(curve);
   internal::Point from = internal::plain(p);
   internal::Magnitude magnitude;
-  for (internal::Cubic const& cubic : chain.segments) magnitude.add(cubic);
+  double ofCurve = chain.magnitude();
+  magnitude.add(ofCurve);
   magnitude.add(from);
   if (chain.size() == 0 || !internal::isUsable(magnitude.value())) return std::nullopt;
   double unit = 1.0;
   if (internal::isTiny(magnitude.value())) {
     for (internal::Cubic& c : chain.segments) c = internal::scaled(c, internal::kEnlargement);
+    ofCurve *= internal::kEnlargement;
     from = from * internal::kEnlargement;
     unit = 1.0 / internal::kEnlargement;
   }
@@ -54,7 +56,8 @@ std::optional<NearestOnCurve> nearest(Curve const& curve, Point const& p) {
     best = foot;
   }
   internal::Point const place = internal::placeOf(best, chain.segments[nearest], from);
-  return NearestOnCurve{chain.positionOf(nearest, best.t), Point(place.x * unit, place.y * unit),
+  return NearestOnCurve{chain.positionOn(nearest, best.t, ofCurve),
+                        Point(place.x * unit, place.y * unit),
                         std::sqrt(best.squaredDistance) * unit};
 }
 

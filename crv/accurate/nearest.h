@@ -17,9 +17,11 @@ struct NearestOnSegment {
 
 /// The place of a curve that is nearest to a point.
 struct NearestOnCurve {
-  Position position;  ///< The position, normalised.
-  Point point;        ///< The point at the position.
-  double distance;    ///< The distance of the point.
+  /// The position, normalised. The end of a segment before a gap of more than 16 u S is at 1 -
+  /// 2^-53, because the next segment starts behind it.
+  Position position;
+  Point point;      ///< The point at the position.
+  double distance;  ///< The distance of the point.
 };
 
 /// The place of the segment that is nearest to p. distance is within 8 u S of the least distance,

@@ -1,5 +1,6 @@
 #include "crv/accurate/nearest.h"
 
+#include "crv/accurate/curveSearch.h"
 #include "tests/support/data.h"
 #include "tests/support/expect.h"
 #include "tests/support/shapes.h"
@@ -9,6 +10,7 @@
 namespace {
 
 using support::bezier;
+using support::curveOf;
 using support::kInf;
 using support::kNaN;
 using support::Point;
@@ -83,6 +85,22 @@ TEST(AccurateNearest, TheStretchBeforeTheSeamCountsAndTheSeamIsTheStart) {
   EXPECT_BITS(crv::nearest(circle, Point(120, 0))->position, Position(0, 0.0));
   GxBezierCurve const open = support::polygon({0, 0, 4, 0, 4, 4});
   EXPECT_BITS(crv::nearest(open, Point(5, 5))->position, Position(2, 0.0));
+}
+
+TEST(AccurateNearest, TheEndBeforeAGapIsNotTheStartBehindIt) {
+  GxBezierCurve curve = curveOf({support::evenLine(0, 0, 3, 0), support::evenLine(3, 1, 6, 1)});
+  for (int const closed : {0, 1}) {
+    curve.setStrictIsClosed(closed);
+    crv::CurveSearch const search(curve);
+    for (auto const& found :
+         {*crv::nearest(curve, Point(3, 0.25)), *search.nearest(Point(3, 0.25))}) {
+      EXPECT_BITS(found.position, Position(0, 1.0 - 0x1p-53));
+      EXPECT_BITS(found.point, Point(3, 0));
+    }
+    EXPECT_BITS(crv::nearest(curve, Point(3, 0.75))->position, Position(1, 0.0));
+    EXPECT_BITS(search.nearest(Point(7, 1))->position,
+                closed != 0 ? Position(1, 1.0 - 0x1p-53) : Position(2, 0.0));
+  }
 }
 
 TEST(AccurateNearest, UnusableInputHasNoAnswer) {

@@ -6,6 +6,7 @@
 #include "crv/curve/GxBezierCurve.h"
 #include "crv/curve/GxBezierCurvePosition.h"
 
+#include <cmath>
 #include <cstddef>
 #include <optional>
 #include <vector>
@@ -65,6 +66,22 @@ struct Chain {
     }
     if (closed && segment == size()) segment = 0;
     return GxBezierCurvePosition(static_cast<int>(segment), t);
+  }
+
+  /// Whether there is a gap of more than 16 u S behind a segment, or the end of an open curve.
+  bool endsBehind(std::size_t segment, double magnitude) const {
+    bool const isLast = segment + 1 == size();
+    if (isLast && !closed) return true;
+    Point const gap = segments[segment].end() - segments[isLast ? 0 : segment + 1].start();
+    return max(std::fabs(gap.x), std::fabs(gap.y)) > 16.0 * kRounding * magnitude;
+  }
+
+  /// The position of a parameter in [0, 1] of a segment; an end before a gap has the last one
+  /// before it, because behind it the next segment starts.
+  GxBezierCurvePosition positionOn(std::size_t segment, double t, double magnitude) const {
+    bool const isAtGap =
+        t == 1.0 && segment + (closed ? 0 : 1) < size() && endsBehind(segment, magnitude);
+    return positionOf(segment, isAtGap ? 1.0 - kRounding : t);
   }
 
   /// The place of a position on this curve; see placeAmong.

@@ -18,7 +18,9 @@ class CubicLength {
         bound_((std::fabs(e_[0].x) + std::fabs(e_[0].y)) +
                (std::fabs(e_[1].x) + std::fabs(e_[1].y)) +
                (std::fabs(e_[2].x) + std::fabs(e_[2].y))),
-        scale_(PowerOfTwo::below(bound_)) {
+        scale_{1.0, 1.0} {
+    if (bound_ >= kSmallestUnscaled && bound_ <= kLargestUnscaled) return;
+    scale_ = PowerOfTwo::below(bound_);
     for (Point& e : e_) e = e * scale_.inverse;
   }
 
@@ -45,6 +47,10 @@ class CubicLength {
   // Relative to the bound of the length: what is kept for rounding, and the least that the method
   // is asked for. The bound is at most six times the length, so that both stay below 64 u L.
   static constexpr double kRoundingShare = 5 * kRounding;
+
+  // Bounds between which eighth powers of the edges are in range.
+  static constexpr double kSmallestUnscaled = 0x1p-64;
+  static constexpr double kLargestUnscaled = 0x1p64;
 
   double scaledBetween(double t0, double t1, double tolerance) const;
   Hodograph hodograph(double t0, double t1) const;

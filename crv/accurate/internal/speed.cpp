@@ -19,7 +19,8 @@ constexpr double kNearEnd = 0.05;
 constexpr double kGrading = 6.0;
 constexpr double kShortest = 0.01;
 
-// n^(3/2) / kZeroFactor of 32 nodes.
+// n^(3/2) / kZeroFactor of 20 and 32 nodes.
+constexpr double kGainOfTwenty = 89.442719099991592 / kZeroFactor;
 constexpr double kGainOfThirtyTwo = 181.01933598375617 / kZeroFactor;
 
 /// The complex zeros of a hodograph. Far ones stand for none.
@@ -81,12 +82,22 @@ double whereToCut(Point const& zero) {
 double integral(Hodograph const& h, Zeros const& zeros, double tolerance, int depth) {
   double const near0 = ellipseThrough(zeros.at[0]);
   double const near1 = ellipseThrough(zeros.at[1]);
-  double power = min(near0, near1);
-  for (int k = 2; k < 64; k *= 2) power = doubled(power);
+  // (rho^k + rho^-k) / 2 for k = 8, 16 and 32.
+  double const eighth = doubled(doubled(min(near0, near1)));
+  double const sixteenth = doubled(eighth);
+  double const thirtySecond = doubled(sixteenth);
+  double const fortieth = eighth * (2.0 * (thirtySecond - sixteenth) + 1.0);
   SquaredSpeed const speed(h);
-  // At most rho^64 / (kZeroFactor n^(-3/2)); the square of it is compared.
-  double const gain = kGainOfThirtyTwo * (2.0 * power - 1.0);
-  if (speed.mean() <= gain * gain * (tolerance * tolerance)) return speed.quadrature(kThirtyTwo);
+  double const wanted = speed.mean();
+  // The gain is at most rho^(2n) / (kZeroFactor n^(-3/2)); the square of it is compared.
+  auto const reached = [tolerance](double power, double factor) {
+    double const gain = factor * (2.0 * power - 1.0) * tolerance;
+    return gain * gain;
+  };
+  if (wanted <= reached(fortieth, kGainOfTwenty)) return speed.quadrature(kTwenty);
+  if (wanted <= reached(doubled(thirtySecond), kGainOfThirtyTwo)) {
+    return speed.quadrature(kThirtyTwo);
+  }
   // The length lies between chord and control polygon.
   double const polygon =
       (norm(h.m0 - h.m1 + h.m2) + norm(h.m0 - h.m2) + norm(h.m0 + h.m1 + h.m2)) * (2.0 / 3.0);
