@@ -1,13 +1,14 @@
 # links.sh FOLDER: every local link, picture and script of the pages in a folder leads to a file and,
 # where it names one, to an anchor in it. Prints what does not, and fails. Links out of the folder's
-# pages with a scheme are not followed; states behind # of the playground are no anchors.
+# pages with a scheme are not followed. States behind # of the playground name one of its operations.
 set -eu
+operations=$(sed -n 's/^  \([a-z]*\): {$/ \1 /p' website/play/operations.js)
 cd "$1"
 find . -name '*.html' | sed 's,^\./,,' | sort >.pages
 [ -s .pages ]
 find . -type f | sed 's,^\./,,' >.files
-# shellcheck disable=SC2046  # names of pages have no spaces
-LC_ALL=C awk '
+# shellcheck disable=SC2046,SC2086  # names have no spaces
+LC_ALL=C awk -v operations="$(echo $operations)" '
   FILENAME == ".files" { isFile[$0] = 1; next }
   {
     page = FILENAME
@@ -36,8 +37,13 @@ LC_ALL=C awk '
       }
       path = target == "" ? parts[1] : folder target
       while (sub(/[^\/]+\/\.\.\//, "", path)) {}
+      operation = anchor
+      if (!sub(/^op=/, "", operation)) operation = ""
+      sub(/&.*/, "", operation)
       if (!(path in isFile)) print parts[1] ": no file for " parts[2]
-      else if (anchor != "" && path !~ /^play\// && !((path "#" anchor) in isAnchor))
+      else if (operation != "") {
+        if (index(" " operations " ", " " operation " ") == 0) print parts[1] ": no operation " operation
+      } else if (anchor != "" && !((path "#" anchor) in isAnchor))
         print parts[1] ": no anchor for " parts[2]
     }
   }' .files $(cat .pages) >.dead

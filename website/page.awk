@@ -1,6 +1,6 @@
 # Reads a page as Doxygen should see it: links to public headers lead to their place in the
 # reference, links to examples to their source, and what is not part of the site loses its link.
-# "[text](try:NAME)" becomes a link to the playground at an operation.
+# "[text](try:NAME&KEY=VALUE)" becomes a link to the playground at an operation.
 FNR == 1 {
   folder = FILENAME
   if (!sub(/\/[^\/]*$/, "/", folder)) folder = ""
@@ -37,6 +37,7 @@ function rewritten(link,    text, target, path) {
   if (target ~ /^(https?:|#|mailto:)/) return link
   if (target ~ /^try:/) {
     sub(/^try:/, "", target)
+    gsub(/&/, "\\&amp;", target)
     return "<div class=\"try\"><a href=\"play/index.html" (target == "" ? "" : "#op=" target) "\">" text "</a></div>"
   }
   if (target ~ /\.html/) return "<a href=\"" target "\">" text "</a>"

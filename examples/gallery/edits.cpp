@@ -28,7 +28,7 @@ void showCuts(Room& room, GxBezierCurve const& letter) {
   for (std::size_t i = 0; i < pieces.size(); ++i) {
     drawEdit(cut, letter, pieces[i].curve, pieces[i].map, looks[i % 3]);
   }
-  room.show("crv::cut", "cut", "Three cuts of a closed curve.",
+  room.show("crv::cut", "cut&a=letter+%26", "Three cuts of a closed curve.",
             say(pieces.size(), " pieces of ", pieces[0].curve.length(), ", ",
                 pieces[1].curve.length(), " and ", pieces[2].curve.length(), " segments"),
             cut);
@@ -39,7 +39,7 @@ void showCuts(Room& room, GxBezierCurve const& letter) {
   Picture stretch(letter);
   stretch.chain(letter, kGhost);
   drawEdit(stretch, letter, part.curve, part.map, kBlue);
-  room.show("crv::stretch", "copy", "A part, here across the seam, with its marks.",
+  room.show("crv::stretch", "copy&a=letter+%26", "A part, here across the seam, with its marks.",
             say(part.curve.length(), " segments"), stretch);
 
   //! [copyGxBezierCurve]
@@ -50,7 +50,8 @@ void showCuts(Room& room, GxBezierCurve const& letter) {
   Picture plain(letter);
   plain.chain(letter, kGhost);
   drawEdit(plain, letter, copy, map, kOrange);
-  room.show("copyGxBezierCurve", "copy", "The plain copy of a stretch, with its marks.",
+  room.show("copyGxBezierCurve", "copy&a=letter+%26",
+            "The plain copy of a stretch, with its marks.",
             say("code ", code, ", ", copy.length(), " segments"), plain);
 
   //! [crv::withJoint]
@@ -60,7 +61,7 @@ void showCuts(Room& room, GxBezierCurve const& letter) {
   joined.chain(joint.curve, kBlue);
   joined.dots(svg::jointsOf(joint.curve), 2.5, "stroke:#1864ab");
   joined.dots({letter.locateCurvePosition({5, 0.25})}, 4, "stroke:#c2255c");
-  room.show("crv::withJoint", "cut", "The same shape with one more joint.",
+  room.show("crv::withJoint", "cut&a=letter+%26", "The same shape with one more joint.",
             say(letter.length(), " segments became ", joint.curve.length()), joined);
 }
 
@@ -70,7 +71,7 @@ void showSenses(Room& room, GxBezierCurve const& letter) {
   //! [crv::reversed]
   Picture reversed(letter);
   drawEdit(reversed, letter, back.curve, back.map, kBlue);
-  room.show("crv::reversed", "reverse", "Run the other way; marks stay in place.",
+  room.show("crv::reversed", "reverse&a=letter+%26", "Run the other way; marks stay in place.",
             say("area ", crv::signedArea(letter), " became ", crv::signedArea(back.curve)),
             reversed);
 
@@ -81,7 +82,8 @@ void showSenses(Room& room, GxBezierCurve const& letter) {
   Picture arranged(letter);
   arranged.chain(turned, kBlue);
   arranged.dots({turned[0][0]}, 4, "stroke:#c2255c");
-  room.show("arrangeBezierCurve", "reverse", "A closed curve with a new start, the red dot.",
+  room.show("arrangeBezierCurve", "reverse&a=letter+%26",
+            "A closed curve with a new start, the red dot.",
             say(letter.length(), " segments, then ", turned.length()), arranged);
 
   std::vector<crv::Point> const samples = readStroke("island-malta.txt");

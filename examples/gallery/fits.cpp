@@ -18,7 +18,8 @@ void showPen(Room& room) {
   //! [GxBezierCurve(samples, error)]
   Picture plain(svg::boxOf(samples));
   drawFit(plain, samples, curve);
-  room.show("GxBezierCurve(samples, error)", "fit", "The plain fit of a written letter.",
+  room.show("GxBezierCurve(samples, error)", "fit&stroke=script+R",
+            "The plain fit of a written letter.",
             say(samples.size(), " samples, ", curve.length(), " segments"), plain);
 
   //! [crv::fit]
@@ -28,7 +29,7 @@ void showPen(Room& room) {
   //! [crv::fit]
   Picture accurate(svg::boxOf(samples));
   drawFit(accurate, samples, fit.curve);
-  room.show("crv::fit", "fit", "Few segments, every sample within the tolerance.",
+  room.show("crv::fit", "fit&stroke=script+R", "Few segments, every sample within the tolerance.",
             say(fit.curve.length(), " segments, worst sample ", fit.worstSample, " at ",
                 fit.worstDistance),
             accurate);

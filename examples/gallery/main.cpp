@@ -57,7 +57,8 @@ void write(std::ostream& out, gallery::Exhibit const& exhibit, std::string const
       << "</p>\n"
       << exhibit.picture << "<pre>" << escaped(exhibit.code) << "</pre>\n<p class=\"returned\">"
       << escaped(exhibit.returned) << "</p>\n<p><a href=\"" << playground
-      << "#op=" << exhibit.operation << "\">Try it in the playground</a></p>\n</article>\n";
+      << "#op=" << escaped(exhibit.operation)
+      << "\">Try it in the playground</a></p>\n</article>\n";
 }
 
 void write(std::string const& folder, std::string const& playground) {

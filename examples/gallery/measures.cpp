@@ -14,7 +14,7 @@ void showNearest(Room& room, GxBezierCurve const& letter) {
   one.chain(letter, kInk);
   one.polyline({p, nearest->point}, kRed);
   one.dots({p, nearest->point}, 3.5, "stroke:#c2255c");
-  room.show("crv::nearest", "nearest", "The place of a letter nearest to a point.",
+  room.show("crv::nearest", "nearest&a=letter+S", "The place of a letter nearest to a point.",
             say(say(nearest->position), ", ", nearest->distance, " away"), one);
 
   //! [CurveSearch::within]
@@ -26,8 +26,8 @@ void showNearest(Room& room, GxBezierCurve const& letter) {
   for (crv::NearestOnCurve const& place : minima) many.polyline({p, place.point}, kBlue);
   for (crv::NearestOnCurve const& place : minima) many.dots({place.point}, 3, "stroke:#1864ab");
   many.dots({p}, 3.5, "stroke:#c2255c");
-  room.show("CurveSearch::within", "nearest", "Every local minimum of the distance up to 260.",
-            say(minima.size(), " places"), many);
+  room.show("CurveSearch::within", "nearest&a=letter+S",
+            "Every local minimum of the distance up to 260.", say(minima.size(), " places"), many);
 
   //! [GxBezierCurve::findNearestPointPos]
   GxBezierCurvePosition at;
@@ -37,7 +37,7 @@ void showNearest(Room& room, GxBezierCurve const& letter) {
   plain.chain(letter, kInk);
   plain.polyline({p, letter.locateCurvePosition(at)}, kOrange);
   plain.dots({p, letter.locateCurvePosition(at)}, 3.5, "stroke:#e8590c");
-  room.show("GxBezierCurve::findNearestPointPos", "nearest", "The plain search.",
+  room.show("GxBezierCurve::findNearestPointPos", "nearest&a=letter+S", "The plain search.",
             say("code ", code, ", ", say(at)), plain);
 }
 
@@ -50,7 +50,7 @@ void showMeasures(Room& room, GxBezierCurve const& letter) {
   Picture length(letter);
   length.chain(letter, kGhost);
   length.chain(crv::stretch(letter, letter.firstPos(), third, true).curve, kRed);
-  room.show("CurveLengths", "walk", "Lengths along the curve: the first third.",
+  room.show("CurveLengths", "walk&a=letter+S", "Lengths along the curve: the first third.",
             say("total ", total, ", a third at ", say(third)), length);
 
   //! [crv::directions]
@@ -61,7 +61,8 @@ void showMeasures(Room& room, GxBezierCurve const& letter) {
   directions.chain(letter, kInk);
   directions.polyline({joint + way.in * -150.0, joint}, kBlue);
   directions.polyline({joint, joint + way.out * 150.0}, kRed);
-  room.show("crv::directions", "nearest", "Blue: the way into a joint, red: the way out.",
+  room.show("crv::directions", "nearest&a=letter+S",
+            "Blue: the way into a joint, red: the way out.",
             say("in (", way.in.xval(), ", ", way.in.yval(), "), out (", way.out.xval(), ", ",
                 way.out.yval(), ")"),
             directions);
@@ -73,7 +74,7 @@ void showMeasures(Room& room, GxBezierCurve const& letter) {
   Picture box(letter, 20);
   box.chain(letter, kInk);
   box.polyline({{minX, minY}, {maxX, minY}, {maxX, maxY}, {minX, maxY}, {minX, minY}}, kBlue);
-  room.show("GxBezierCurve::getLocalBoundingBox", "nearest", "The tight box.",
+  room.show("GxBezierCurve::getLocalBoundingBox", "nearest&a=letter+S", "The tight box.",
             say(minX, " to ", maxX, ", ", minY, " to ", maxY), box);
 
   //! [crv::signedArea]
@@ -82,7 +83,7 @@ void showMeasures(Room& room, GxBezierCurve const& letter) {
   //! [crv::signedArea]
   Picture filled(letter);
   filled.chain(letter, std::string(kInk) + ";fill:#e7f5ff");
-  room.show("crv::signedArea", "reverse", "Positive for counter-clockwise, with y up.",
+  room.show("crv::signedArea", "reverse&a=letter+S", "Positive for counter-clockwise, with y up.",
             say(area, isClockwise ? ", clockwise" : ", counter-clockwise"), filled);
 }
 

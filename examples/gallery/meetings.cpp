@@ -23,7 +23,8 @@ void showPair(Room& room) {
   pair.chain(at, kBlue);
   pair.chain(w, kOrange);
   pair.dots(pointsOf(met.points), 3, "stroke:#212529");
-  room.show("crv::contacts of two curves", "contacts", "Each contact once, with its kind.",
+  room.show("crv::contacts of two curves", "contacts&a=letter+@&b=letter+W",
+            "Each contact once, with its kind.",
             say(met.points.size(), " contacts, ", met.overlaps.size(), " overlaps"), pair);
 
   //! [GxBezierCurve::findIntersections]
@@ -34,7 +35,8 @@ void showPair(Room& room) {
   plain.chain(at, kBlue);
   plain.chain(w, kOrange);
   plain.dots(svg::toPoints(points), 3, "stroke:#212529");
-  room.show("GxBezierCurve::findIntersections", "contacts", "The plain search: points alone.",
+  room.show("GxBezierCurve::findIntersections", "contacts&a=letter+@&b=letter+W",
+            "The plain search: points alone.",
             say("code ", found, ", ", points.length(), " points"), plain);
 
   //! [crv::contacts of a copy]

@@ -14,7 +14,8 @@ void showOffsets(Room& room) {
   Picture moved(letter, 25);
   moved.chain(letter, kInk);
   moved.chain(plain, kOrange);
-  room.show("GxBezierCurve::offset", "offset", "Each segment moved and joined; nothing trimmed.",
+  room.show("GxBezierCurve::offset", "offset&a=letter+g",
+            "Each segment moved and joined; nothing trimmed.",
             say(letter.length(), " segments became ", plain.length()), moved);
 
   //! [crv::offset]
@@ -23,7 +24,7 @@ void showOffsets(Room& room) {
   Picture trimmed(letter, 25);
   trimmed.chain(letter, kInk);
   for (crv::Piece const& piece : parallel.parallels) trimmed.chain(piece.curve, kBlue);
-  room.show("crv::offset", "offset", "At the distance, and nowhere nearer.",
+  room.show("crv::offset", "offset&a=letter+g", "At the distance, and nowhere nearer.",
             say(parallel.parallels.size(), " parallels, off by ", parallel.worstError), trimmed);
 
   double value = 0;
@@ -34,7 +35,7 @@ void showOffsets(Room& room) {
   raised.chain(letter, kInk);
   for (crv::Piece const& piece : crv::offset(letter, value).parallels)
     raised.chain(piece.curve, kBlue);
-  room.show("GxBezierCurve::calculateOffsetValue", "offset",
+  room.show("GxBezierCurve::calculateOffsetValue", "offset&a=letter+g",
             "The distance that moves the top up by 10.", say("code ", code, ", distance ", value),
             raised);
 }

@@ -15,7 +15,7 @@ void showPoints(Room& room, std::string const& name, std::string const& words,
   picture.chain(curve, kGhost);
   picture.polyline(points, kBlue);
   picture.dots(points, 2.5, "stroke:#1864ab");
-  room.show(name, "flatten", words, say(points.size(), " points", more), picture);
+  room.show(name, "flatten&a=letter+f", words, say(points.size(), " points", more), picture);
 }
 
 }  // namespace

@@ -12,7 +12,7 @@ void showRegion(Room& room, std::string const& name, std::string const& words,
   Picture picture(svg::Box{-10, -100, 620, 830});
   for (crv::Curve const& source : sources) picture.chain(source, kGhost);
   picture.area(region.curves, kBlue, "#d0ebff");
-  room.show(name, "weld", words,
+  room.show(name, "weld&a=letter+S&b=letter+f", words,
             say(region.curves.size(), " outlines, area ",
                 crv::area(region.curves, crv::FillRule::nonZero)),
             picture);

@@ -36,7 +36,7 @@ class Picture : public svg::Page {
 /// An operation on show.
 struct Exhibit {
   std::string name;
-  std::string operation;  ///< Its name in the playground.
+  std::string operation;  ///< Its name in the playground, and what to begin with: "cut&a=letter+g".
   std::string words;
   std::string code;
   std::string returned;
