@@ -110,6 +110,7 @@ bool keepNear(SegmentPair const& pair, double magnitude, double resolution, doub
     double const t = between(t0, t1, s), u = between(u0, u1, s);
     if (!(squaredDistance(start, pointAt(pair.a, t)) <= reach)) return false;
     if (!(squaredDistance(start, pointAt(pair.b, u)) <= reach)) return false;
+    if (pair.distanceAt(t, u) <= kSlack * resolution) continue;
     if (!(pair.footOnB(t, u).distance <= kSlack * resolution)) return false;
     if (!(pair.footOnA(t, u).distance <= kSlack * resolution)) return false;
   }

@@ -1,6 +1,7 @@
 // Meetings of curves: found segment by segment, then one for each place, stretches chained.
 #include "crv/accurate/internal/chainMeetings.h"
 
+#include "crv/accurate/internal/meetingPlaces.h"
 #include "crv/accurate/internal/meetings.h"
 #include "crv/accurate/internal/parting.h"
 #include "crv/accurate/internal/route.h"
@@ -9,29 +10,11 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <numeric>
 #include <utility>
 
 namespace crv::internal {
 
 namespace {
-
-// Relative to the largest coordinate: meetings farther apart than this are not one.
-constexpr double kFarApart = 0x1p-14;
-
-// Relative to the largest coordinate: curves this near meet up to rounding.
-constexpr double kExact = 0x1p-48;
-
-// Share of the resolution within which places are one, with what rounding does to it.
-constexpr double kSlack = 1.0625;
-
-// Meetings that come next in order and may be one with another.
-constexpr std::size_t kNeighbours = 12;
-
-bool isBefore(Place const& p, Place const& q) {
-  return p.segment != q.segment ? p.segment < q.segment : p.t < q.t;
-}
-bool areEqual(Place const& p, Place const& q) { return p.segment == q.segment && p.t == q.t; }
 
 /// A stretch on one segment of either curve.
 struct Link {
@@ -42,7 +25,7 @@ struct Link {
 class Assembly {
  public:
   Assembly(Chain const& a, Chain const& b, bool isSelf, UnitScale const& scale)
-      : a_(a, scale), b_(b, scale), isSelf_(isSelf), scale_(scale) {}
+      : a_(a, scale), b_(b, scale), places_(a_, b_, scale), isSelf_(isSelf), scale_(scale) {}
 
   void addPair(std::size_t i, std::size_t k);
   bool partAtJoint(std::size_t i, std::size_t k) const;
@@ -60,14 +43,10 @@ class Assembly {
   bool isInLink(ChainMeeting const& m, Link const& link) const;
   bool isInLinks(ChainMeeting const& m) const;
   bool isOn(Route const& route, Place const& place, Place const& from, Place const& to) const;
-  bool areOne(ChainMeeting const& m, ChainMeeting const& n) const;
-  bool keepTogether(Route const& way, Place const& p, Place const& q, Route const& other,
-                    Place const& otherP, Place const& otherQ) const;
-  bool standsFor(ChainMeeting const& m, ChainMeeting const& n) const;
-  void mergePoints();
   void judgeKinds();
 
   Route const a_, b_;
+  MeetingPlaces const places_;
   bool const isSelf_;
   UnitScale const& scale_;
   std::vector<ChainMeeting> points_;
@@ -77,7 +56,7 @@ class Assembly {
 void Assembly::addPoint(Place const& first, Place const& second, bool crosses) {
   Place p = a_.normalised(first), q = b_.normalised(second);
   // The start behind a joint may be as far from the end before it as the resolution.
-  if (distance(a_.at(p), b_.at(q)) > kSlack * scale_.resolution) {
+  if (distance(a_.at(p), b_.at(q)) > kPlaceSlack * scale_.resolution) {
     p = a_.keptOnSegment(first);
     q = b_.keptOnSegment(second);
   }
@@ -209,7 +188,7 @@ bool Assembly::isPartner(ChainMeeting const& m, Link const& l) const {
   Point const place = a_.at(m.first);
   Place const partner = b_.normalised({segment, footOn(b_[segment], place, guess)});
   bool const isFound = distance(b_.at(partner), place) <= 2.0 * scale_.resolution;
-  return !isFound || areOne(m, {m.first, partner, false});
+  return !isFound || places_.areOne(m, {m.first, partner, false});
 }
 
 bool Assembly::isInLink(ChainMeeting const& m, Link const& l) const {
@@ -218,7 +197,7 @@ bool Assembly::isInLink(ChainMeeting const& m, Link const& l) const {
   if (isOnBoth && isPartner(m, l)) return true;
   ChainMeeting const ends[] = {{a_.normalised(l.from), b_.normalised(l.otherFrom), false},
                                {a_.normalised(l.to), b_.normalised(l.otherTo), false}};
-  return areOne(m, ends[0]) || areOne(m, ends[1]);
+  return places_.areOne(m, ends[0]) || places_.areOne(m, ends[1]);
 }
 
 /// Whether a meeting lies in a stretch, or is one place with an end of it.
@@ -239,101 +218,6 @@ bool Assembly::isInLinks(ChainMeeting const& m) const {
   return false;
 }
 
-/// Whether `other` keeps within the resolution of `way` between two places on the same or on
-/// neighbouring segments.
-bool Assembly::keepTogether(Route const& way, Place const& p, Place const& q, Route const& other,
-                            Place const& otherP, Place const& otherQ) const {
-  Place samples[3];
-  if (p.segment == q.segment) {
-    for (int i = 0; i < 3; ++i) samples[i] = {p.segment, p.t + (q.t - p.t) * 0.25 * (i + 1)};
-  } else {
-    bool const isForward = areEqual(way.normalised({p.segment, 1.0}), {q.segment, 0.0});
-    bool const isBackward = areEqual(way.normalised({q.segment, 1.0}), {p.segment, 0.0});
-    if (!isForward && !isBackward) return false;
-    double const endP = isForward ? 1.0 : 0.0, endQ = 1.0 - endP;
-    samples[0] = {p.segment, 0.5 * (p.t + endP)};
-    samples[1] = {p.segment, endP};
-    samples[2] = {q.segment, 0.5 * (q.t + endQ)};
-  }
-  double const reach = kSlack * scale_.resolution;
-  for (Place const& sample : samples) {
-    Point const point = way.at(sample);
-    bool isNear = false;
-    for (Place const& guess : {otherP, otherQ}) {
-      Cubic const c = other[guess.segment];
-      isNear = isNear || distance(pointAt(c, footOn(c, point, guess.t)), point) <= reach;
-    }
-    if (!isNear) return false;
-  }
-  return true;
-}
-
-bool Assembly::areOne(ChainMeeting const& m, ChainMeeting const& n) const {
-  if (areEqual(m.first, n.first) && areEqual(m.second, n.second)) return true;
-  Point const place = a_.at(m.first);
-  double const apart = distance(place, a_.at(n.first));
-  if (apart > kFarApart * scale_.magnitude) return false;
-  double const reach = kSlack * scale_.resolution;
-  if (a_.staysNear(place, reach, m.first, n.first) &&
-      b_.staysNear(place, reach, m.second, n.second)) {
-    return true;
-  }
-  return keepTogether(a_, m.first, n.first, b_, m.second, n.second) &&
-         keepTogether(b_, m.second, n.second, a_, m.first, n.first);
-}
-
-/// Which of two meetings at one place stands for it: the exact one, else that at more joints, else
-/// the nearer one.
-bool Assembly::standsFor(ChainMeeting const& m, ChainMeeting const& n) const {
-  double const exact = kExact * scale_.magnitude;
-  double const gapM = distance(a_.at(m.first), b_.at(m.second));
-  double const gapN = distance(a_.at(n.first), b_.at(n.second));
-  if ((gapM <= exact) != (gapN <= exact)) return gapM <= exact;
-  int const jointsM = int(a_.isJoint(m.first)) + int(b_.isJoint(m.second));
-  int const jointsN = int(a_.isJoint(n.first)) + int(b_.isJoint(n.second));
-  return jointsM != jointsN ? jointsM > jointsN : gapM < gapN;
-}
-
-void Assembly::mergePoints() {
-  std::sort(points_.begin(), points_.end(), [](ChainMeeting const& m, ChainMeeting const& n) {
-    return areEqual(m.first, n.first) ? isBefore(m.second, n.second) : isBefore(m.first, n.first);
-  });
-  auto const same = [](ChainMeeting const& m, ChainMeeting const& n) {
-    return areEqual(m.first, n.first) && areEqual(m.second, n.second);
-  };
-  points_.erase(std::unique(points_.begin(), points_.end(), same), points_.end());
-
-  std::size_t const n = points_.size();
-  std::vector<Point> places;
-  places.reserve(n);
-  for (ChainMeeting const& m : points_) places.push_back(a_.at(m.first));
-  double const far = kFarApart * scale_.magnitude;
-  std::vector<std::size_t> home(n);  // the meeting that stands for this one, or leads to it
-  std::iota(home.begin(), home.end(), std::size_t{0});
-  auto const homeOf = [&](std::size_t i) {
-    while (home[i] != i) i = home[i] = home[home[i]];
-    return i;
-  };
-  for (std::size_t i = 0; i < n; ++i) {
-    for (std::size_t step = 1; step <= kNeighbours && step < n; ++step) {
-      std::size_t const k = (i + step) % n;  // around the seam, too
-      if (!(squaredDistance(places[i], places[k]) <= far * far)) continue;
-      std::size_t const p = homeOf(i), q = homeOf(k);
-      if (p == q || !areOne(points_[i], points_[k])) continue;
-      if (standsFor(points_[p], points_[q])) {
-        home[q] = p;
-      } else {
-        home[p] = q;
-      }
-    }
-  }
-  std::vector<ChainMeeting> merged;
-  for (std::size_t i = 0; i < n; ++i) {
-    if (home[i] == i) merged.push_back(points_[i]);
-  }
-  points_ = std::move(merged);
-}
-
 /// At joints the segments alone cannot tell whether the curves cross.
 void Assembly::judgeKinds() {
   for (ChainMeeting& m : points_) {
@@ -348,9 +232,9 @@ ChainMeetings Assembly::assemble() {
     return areEqual(l.from, m.from) ? isBefore(l.otherFrom, m.otherFrom) : isBefore(l.from, m.from);
   });
   ChainMeetings result = chainedLinks();
-  mergePoints();
+  points_ = places_.merged(std::move(points_));
   // A place that the curve does not leave in between is no contact of a curve with itself.
-  double const reach = kSlack * scale_.resolution;
+  double const reach = kPlaceSlack * scale_.resolution;
   auto const isNone = [&](ChainMeeting const& m) {
     return (isSelf_ && a_.staysNear(a_.at(m.first), reach, m.first, m.second)) || isInLinks(m);
   };

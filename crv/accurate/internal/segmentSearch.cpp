@@ -6,6 +6,7 @@
 #include "crv/accurate/internal/segmentSearch.h"
 
 #include "crv/accurate/internal/graph.h"
+#include "crv/accurate/internal/searchParts.h"
 #include "crv/accurate/internal/straightParts.h"
 #include "crv/foundation/tolerance.h"
 
@@ -20,20 +21,9 @@ namespace {
 // Beyond this the search ends with what it has found.
 constexpr int kMostPairs = 1 << 15;
 
-// Tangent of the greatest angle between a gentle part and its chord, 31 degrees: two gentle parts
-// with chords less than 90 degrees apart are graphs over the bisector, with slopes up to 4.1.
-constexpr double kGentle = 0.6;
-constexpr double kSteepest = 4.1;
-
 // The length of a vector (1, slope) at the steepest slope: vertical distances are at most this many
 // times the true ones.
 constexpr double kVertical = 4.3;
-
-// Units of the largest coordinate: rounding of differences of control points.
-constexpr double kNoise = 0x1p-46;
-
-// Sine of an angle: Newton's method finds a crossing at this angle and more with all its digits.
-constexpr double kSteepCrossing = 0x1p-20;
 
 // Halvings until the end of what two graphs share is known to rounding.
 constexpr int kMostHalvings = 52;
@@ -41,100 +31,10 @@ constexpr int kMostHalvings = 52;
 // Share of a chord: where chords meet this far beyond their ends, Newton's method is not tried.
 constexpr double kFarOutside = 0.25;
 
-// Parameter: the shortest part that is halved.
-constexpr double kShortestPart = 0x1p-51;
-
-// Sine of an angle over the resolution: crossings at this angle and more are single places.
-constexpr double kSteepness = 0x1p20;
-
 // Tangent of an angle, as such and over the resolution: where graphs part faster than this, what
 // they share is far too short for a stretch, and points tell it.
 constexpr double kSlow = 0x1p-4;
 constexpr double kSlowness = 0x1p18;
-
-struct Range {
-  double lo, hi;
-  void add(double x) {
-    lo = min(lo, x);
-    hi = max(hi, x);
-  }
-};
-
-bool areNear(Box const& a, Box const& b, double r) {
-  return overlap({a.minX - r, a.minY - r, a.maxX + r, a.maxY + r}, b);
-}
-
-double sizeOf(Box const& box) { return max(box.maxX - box.minX, box.maxY - box.minY); }
-
-/// A part with its box.
-struct Piece {
-  Part part;
-  Box box;
-
-  Piece() = default;
-  explicit Piece(Part const& of) : part(of), box(of.c.hull()) {}
-  bool isPoint(double resolution) const {
-    return sizeOf(box) <= 0.25 * resolution || std::fabs(part.t1 - part.t0) < kShortestPart;
-  }
-};
-
-struct Halves {
-  Piece half[2];
-
-  explicit Halves(Part const& part) {
-    part.split(0.5, half[0].part, half[1].part);
-    for (Piece& piece : half) piece.box = piece.part.c.hull();
-  }
-};
-
-/// The control polygon of a part.
-struct Edges {
-  Point edge[3], chord;
-
-  explicit Edges(Cubic const& c) {
-    for (int i = 0; i < 3; ++i) edge[i] = c.p[i + 1] - c.p[i];
-    chord = c.p[3] - c.p[0];
-  }
-
-  /// Whether it keeps within 31 degrees of the chord's direction.
-  bool areGentle() const {
-    double const slack = kNoise * (std::fabs(chord.x) + std::fabs(chord.y));
-    for (Point const& d : edge) {
-      double const along = dot(chord, d);
-      if (!(std::fabs(cross(chord, d)) <= kGentle * along + slack)) return false;
-      if (!(along > 0.0) && std::fabs(d.x) + std::fabs(d.y) > kNoise) return false;
-    }
-    return true;
-  }
-};
-
-/// Whether b lies on one side of the fat line about a's chord: the offsets of the control points
-/// from the chord, times its length.
-bool isBesideChord(Cubic const& a, Edges const& edges, Cubic const& b, double resolution) {
-  Point const chord = edges.chord;
-  Range own = {0.0, 0.0};
-  own.add(cross(chord, edges.edge[0]));
-  own.add(-cross(chord, edges.edge[2]));
-  double const margin = resolution * (std::fabs(chord.x) + std::fabs(chord.y));
-  double const first = cross(chord, b.p[0] - a.p[0]);
-  Range other = {first, first};
-  for (int i = 1; i < 4; ++i) other.add(cross(chord, b.p[i] - a.p[0]));
-  return other.lo > own.hi + margin || other.hi < own.lo - margin;
-}
-
-/// Whether every direction of a lies clearly on one side of every direction of b: then they meet
-/// at most once.
-bool runAcross(Edges const& a, Edges const& b, double resolution) {
-  double const first = cross(a.edge[0], b.edge[0]);
-  Range crosses = {first, first};
-  for (Point const& p : a.edge) {
-    for (Point const& q : b.edge) crosses.add(cross(p, q));
-  }
-  if (crosses.lo < 0.0 && crosses.hi > 0.0) return false;
-  double const sine = cross(a.chord, b.chord);
-  double const least = max(kSteepCrossing, kSteepness * resolution);
-  return sine * sine > least * least * dot(a.chord, a.chord) * dot(b.chord, b.chord);
-}
 
 Point unit(Point const& v) {
   double const length = std::sqrt(dot(v, v));
@@ -148,11 +48,11 @@ class Search {
 
   void search(Part const& a, Part const& b, int runs) {
     runs_ = runs;
-    search(Piece(a), Piece(b));
+    search(SearchPiece(a), SearchPiece(b));
   }
 
  private:
-  void search(Piece const& a, Piece const& b);
+  void search(SearchPiece const& a, SearchPiece const& b);
   void searchGraphs(Part const& a, Part const& b);
   void searchNode(Part const& a, Part const& b);
   bool findsCrossing(Part const& a, Part const& b, double& t, double& u) const;
@@ -174,10 +74,10 @@ class Search {
   int runs_ = 0;
 };
 
-void Search::search(Piece const& a, Piece const& b) {
+void Search::search(SearchPiece const& a, SearchPiece const& b) {
   double const r = resolution_;
   if (!areNear(a.box, b.box, r) || ++pairs_ > kMostPairs) return;
-  Edges const edgesA(a.part.c), edgesB(b.part.c);
+  ControlPolygon const edgesA(a.part.c), edgesB(b.part.c);
   if (isBesideChord(a.part.c, edgesA, b.part.c, r)) return;
   if (isBesideChord(b.part.c, edgesB, a.part.c, r)) return;
   if (runAcross(edgesA, edgesB, r) && addClearCrossing(a.part, b.part)) return;
@@ -188,15 +88,15 @@ void Search::search(Piece const& a, Piece const& b) {
   bool const halveB = !isPointB && (isPointA || !edgesB.areGentle());
   if (!halveA && !halveB) return searchGraphs(a.part, b.part);
   if (!halveB) {
-    Halves const halves(a.part);
-    for (Piece const& half : halves.half) search(half, b);
+    SearchHalves const halves(a.part);
+    for (SearchPiece const& half : halves.half) search(half, b);
   } else if (!halveA) {
-    Halves const halves(b.part);
-    for (Piece const& half : halves.half) search(a, half);
+    SearchHalves const halves(b.part);
+    for (SearchPiece const& half : halves.half) search(a, half);
   } else {
-    Halves const halvesA(a.part), halvesB(b.part);
-    for (Piece const& halfA : halvesA.half) {
-      for (Piece const& halfB : halvesB.half) search(halfA, halfB);
+    SearchHalves const halvesA(a.part), halvesB(b.part);
+    for (SearchPiece const& halfA : halvesA.half) {
+      for (SearchPiece const& halfB : halvesB.half) search(halfA, halfB);
     }
   }
 }
@@ -261,23 +161,6 @@ void Search::searchGraphs(Part const& a, Part const& b) {
   searchNode(trimmed(seenA, lo, hi), trimmed(seenB, lo, hi));
 }
 
-/// The range of slopes of the control polygon; nothing where x does not rise.
-struct Slopes {
-  Range range;
-  bool areBounded;
-};
-
-Slopes slopesOf(Cubic const& c) {
-  Slopes slopes = {{kSteepest, -kSteepest}, true};
-  for (int i = 0; i < 3; ++i) {
-    Point const d = c.p[i + 1] - c.p[i];
-    if (std::fabs(d.x) <= kNoise && std::fabs(d.y) <= kNoise) continue;
-    if (!(d.x > 0.0)) return {{-kSteepest, kSteepest}, false};
-    slopes.range.add(d.y / d.x);
-  }
-  return slopes;
-}
-
 /// Two graphs over the same stretch of the axis.
 void Search::searchNode(Part const& a, Part const& b) {
   if (++pairs_ > kMostPairs) return;
@@ -288,8 +171,8 @@ void Search::searchNode(Part const& a, Part const& b) {
   // Both are sheared so that their mean chord is level.
   double const rise = (a.c.p[3].y - a.c.p[0].y) + (b.c.p[3].y - b.c.p[0].y);
   double const mean = length > 0.0 ? 0.5 * rise / length : 0.0;
-  Slopes const slopesA = slopesOf(a.c), slopesB = slopesOf(b.c);
-  Range gapX = {0.0, 0.0}, gapY = {before, before};
+  SlopeRange const slopesA = slopeRangeOf(a.c), slopesB = slopeRangeOf(b.c);
+  ValueRange gapX = {0.0, 0.0}, gapY = {before, before};
   for (int i = 0; i < 4; ++i) {
     Point const gap = b.c.p[i] - a.c.p[i];
     gapX.add(gap.x);

@@ -1,0 +1,128 @@
+// Places of two curves at which they meet: comparing and merging them.
+#include "crv/accurate/internal/meetingPlaces.h"
+
+#include "crv/accurate/internal/meetings.h"
+#include "crv/accurate/internal/segmentPair.h"
+#include "crv/foundation/tolerance.h"
+
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
+namespace crv::internal {
+
+namespace {
+
+// Relative to the largest coordinate: meetings farther apart than this are not one.
+constexpr double kFarApart = 0x1p-14;
+
+// Relative to the largest coordinate: curves this near meet up to rounding.
+constexpr double kExact = 0x1p-48;
+
+// Meetings that come next in order and may be one with another.
+constexpr std::size_t kNeighbours = 12;
+
+}  // namespace
+
+/// Whether `other` keeps within the resolution of `way` between two places on the same or on
+/// neighbouring segments.
+bool MeetingPlaces::keepTogether(Route const& way, Place const& p, Place const& q,
+                                 Route const& other, Place const& otherP,
+                                 Place const& otherQ) const {
+  Place samples[3];
+  if (p.segment == q.segment) {
+    for (int i = 0; i < 3; ++i) samples[i] = {p.segment, p.t + (q.t - p.t) * 0.25 * (i + 1)};
+  } else {
+    bool const isForward = areEqual(way.normalised({p.segment, 1.0}), {q.segment, 0.0});
+    bool const isBackward = areEqual(way.normalised({q.segment, 1.0}), {p.segment, 0.0});
+    if (!isForward && !isBackward) return false;
+    double const endP = isForward ? 1.0 : 0.0, endQ = 1.0 - endP;
+    samples[0] = {p.segment, 0.5 * (p.t + endP)};
+    samples[1] = {p.segment, endP};
+    samples[2] = {q.segment, 0.5 * (q.t + endQ)};
+  }
+  double const reach = kPlaceSlack * scale_.resolution;
+  // A loop returns to its place, but leaves it in between.
+  Point const start = way.at(p);
+  double const farthest = max(2.0 * distance(start, way.at(q)),
+                              max(kLongStretch * scale_.magnitude, 4.0 * scale_.resolution));
+  for (Place const& sample : samples) {
+    Point const point = way.at(sample);
+    if (distance(start, point) > farthest) return false;
+    bool isNear = false;
+    for (Place const& guess : {otherP, otherQ}) {
+      Cubic const c = other[guess.segment];
+      isNear = isNear || distance(pointAt(c, footOn(c, point, guess.t)), point) <= reach;
+    }
+    if (!isNear) return false;
+  }
+  return true;
+}
+
+bool MeetingPlaces::areOne(ChainMeeting const& m, ChainMeeting const& n) const {
+  if (areEqual(m.first, n.first) && areEqual(m.second, n.second)) return true;
+  Point const place = a_.at(m.first);
+  double const apart = distance(place, a_.at(n.first));
+  if (apart > kFarApart * scale_.magnitude) return false;
+  double const reach = kPlaceSlack * scale_.resolution;
+  if (a_.staysNear(place, reach, m.first, n.first) &&
+      b_.staysNear(place, reach, m.second, n.second)) {
+    return true;
+  }
+  return keepTogether(a_, m.first, n.first, b_, m.second, n.second) &&
+         keepTogether(b_, m.second, n.second, a_, m.first, n.first);
+}
+
+/// Which of two meetings at one place stands for it: the exact one, else that at more joints, else
+/// the nearer one.
+bool MeetingPlaces::standsFor(ChainMeeting const& m, ChainMeeting const& n) const {
+  double const exact = kExact * scale_.magnitude;
+  double const gapM = distance(a_.at(m.first), b_.at(m.second));
+  double const gapN = distance(a_.at(n.first), b_.at(n.second));
+  if ((gapM <= exact) != (gapN <= exact)) return gapM <= exact;
+  int const jointsM = int(a_.isJoint(m.first)) + int(b_.isJoint(m.second));
+  int const jointsN = int(a_.isJoint(n.first)) + int(b_.isJoint(n.second));
+  return jointsM != jointsN ? jointsM > jointsN : gapM < gapN;
+}
+
+std::vector<ChainMeeting> MeetingPlaces::merged(std::vector<ChainMeeting> points) const {
+  std::sort(points.begin(), points.end(), [](ChainMeeting const& m, ChainMeeting const& n) {
+    return areEqual(m.first, n.first) ? isBefore(m.second, n.second) : isBefore(m.first, n.first);
+  });
+  auto const same = [](ChainMeeting const& m, ChainMeeting const& n) {
+    return areEqual(m.first, n.first) && areEqual(m.second, n.second);
+  };
+  points.erase(std::unique(points.begin(), points.end(), same), points.end());
+
+  std::size_t const n = points.size();
+  std::vector<Point> places;
+  places.reserve(n);
+  for (ChainMeeting const& m : points) places.push_back(a_.at(m.first));
+  double const far = kFarApart * scale_.magnitude;
+  std::vector<std::size_t> home(n);  // the meeting that stands for this one, or leads to it
+  std::iota(home.begin(), home.end(), std::size_t{0});
+  auto const homeOf = [&](std::size_t i) {
+    while (home[i] != i) i = home[i] = home[home[i]];
+    return i;
+  };
+  for (std::size_t i = 0; i < n; ++i) {
+    for (std::size_t step = 1; step <= kNeighbours && step < n; ++step) {
+      std::size_t const k = (i + step) % n;  // around the seam, too
+      if (!(squaredDistance(places[i], places[k]) <= far * far)) continue;
+      std::size_t const p = homeOf(i), q = homeOf(k);
+      if (p == q || !areOne(points[i], points[k])) continue;
+      if (standsFor(points[p], points[q])) {
+        home[q] = p;
+      } else {
+        home[p] = q;
+      }
+    }
+  }
+  std::vector<ChainMeeting> merged;
+  for (std::size_t i = 0; i < n; ++i) {
+    if (home[i] == i) merged.push_back(points[i]);
+  }
+  return merged;
+}
+
+}  // namespace crv::internal

@@ -1,0 +1,45 @@
+// Whether meetings of two curves are one, and which of them stands for it.
+#pragma once
+
+#include "crv/accurate/internal/chainMeetings.h"
+#include "crv/accurate/internal/route.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace crv::internal {
+
+// Share of the resolution within which places are one, with what rounding does to it.
+constexpr double kPlaceSlack = 1.0625;
+
+inline bool isBefore(Place const& p, Place const& q) {
+  return p.segment != q.segment ? p.segment < q.segment : p.t < q.t;
+}
+inline bool areEqual(Place const& p, Place const& q) {
+  return p.segment == q.segment && p.t == q.t;
+}
+
+/// The questions about single meetings of two curves.
+class MeetingPlaces {
+ public:
+  /// Keeps references to the curves.
+  MeetingPlaces(Route const& a, Route const& b, UnitScale const& scale)
+      : a_(a), b_(b), scale_(scale) {}
+
+  /// Whether both curves keep within the resolution of each other between two meetings.
+  bool areOne(ChainMeeting const& m, ChainMeeting const& n) const;
+
+  /// The meetings in order, one for each place.
+  std::vector<ChainMeeting> merged(std::vector<ChainMeeting> points) const;
+
+ private:
+  bool keepTogether(Route const& way, Place const& p, Place const& q, Route const& other,
+                    Place const& otherP, Place const& otherQ) const;
+  bool standsFor(ChainMeeting const& m, ChainMeeting const& n) const;
+
+  Route const& a_;
+  Route const& b_;
+  UnitScale const& scale_;
+};
+
+}  // namespace crv::internal
