@@ -12,12 +12,30 @@ void nearestOnSegment(benchmark::State& state, char const* set) {
   });
 }
 
-void arcLength(benchmark::State& state, char const* set) {
-  auto const lengthOf = [&all = rows(set)](std::size_t i) {
-    return crv::arcLength(all[i].segment, 0.0, 1.0, 0.1);
+void arcLength(benchmark::State& state, char const* set, double accuracy) {
+  auto const lengthOf = [=, &all = rows(set)](std::size_t i) {
+    return crv::arcLength(all[i].segment, 0.0, 1.0, accuracy);
   };
   overIndices(state, set, lengthOf);
   noteLength(state, set, lengthOf);
+}
+
+void parameterAtLength(benchmark::State& state, char const* set) {
+  overRows(state, set, [](Row const& row) {
+    return crv::parameterAtLength(row.segment, 0.0, row.arcLength, 1e-6);
+  });
+}
+
+void contacts(benchmark::State& state, char const* set) {
+  auto const contactsOf = [&all = rows(set)](unsigned i, unsigned j) {
+    return crv::contacts(all[i].segment, all[j].segment).points;
+  };
+  overPairs(state, set, [=](unsigned i, unsigned j) { return contactsOf(i, j).size(); });
+  noteCrossings(state, set, [=](unsigned i, unsigned j) {
+    std::vector<std::pair<double, double>> found;
+    for (auto const& contact : contactsOf(i, j)) found.emplace_back(contact.t, contact.u);
+    return found;
+  });
 }
 
 void flatten(benchmark::State& state, char const* set) {
@@ -28,12 +46,26 @@ void flatten(benchmark::State& state, char const* set) {
   notePolyline(state, set, pointsOf);
 }
 
+/// For one segment of a curve of all rows, which do not join.
+void flattenACurve(benchmark::State& state, char const* set) {
+  GxBezierCurve curve;
+  for (Row const& row : rows(set)) curve.getSegments().add(row.segment);
+  for (auto _ : state) benchmark::DoNotOptimize(crv::flatten(curve, 0.1).points.size());
+  perIteration(state, curve.length());
+}
+
 }  // namespace
 
 void enterAccurate() {
   enterSets("nearest parameter", "accurate", nearestOnSegment);
-  enterSets("arc length, 0.1", "accurate", arcLength);
-  enterSets("polyline by halving, 0.1", "accurate", flatten);
+  enterSets("crossings of a pair", "accurate", contacts);
+  enterSets("arc length, 0.1", "accurate",
+            [](benchmark::State& state, char const* set) { arcLength(state, set, 0.1); });
+  enterSets("arc length, 1e-6", "accurate",
+            [](benchmark::State& state, char const* set) { arcLength(state, set, 1e-6); });
+  enterSets("parameter at a length, 1e-6", "accurate", parameterAtLength);
+  enterSets("few chords, 0.1", "accurate", flatten);
+  enterSets("few chords, 0.1, of a long curve", "accurate", flattenACurve);
 }
 
 }  // namespace bench

@@ -148,6 +148,33 @@ void polyline(benchmark::State& state, char const* set) {
   });
 }
 
+/// A polyline with as many vertices as crv::flatten gives, at parameters that are known: containers
+/// and points alone.
+void fewChords(benchmark::State& state, char const* set) {
+  std::vector<std::vector<double>> parameters;
+  for (Row const& row : rows(set)) {
+    std::vector<double>& t = parameters.emplace_back();
+    for (auto const& position : crv::flatten(GxBezierCurve{row.segment}, 0.1).positions) {
+      t.push_back(position.getTValue());
+    }
+    t.back() = 1.0;
+  }
+  overIndices(state, set, [&, &all = cubics(set)](std::size_t i) {
+    crv::Polyline line = {{}, {}, 0.1};
+    line.points.reserve(parameters[i].size());
+    line.positions.reserve(parameters[i].size());
+    Cubic const& c = all[i];
+    for (double const t : parameters[i]) {
+      double const s = 1.0 - t;
+      double const b0 = s * s * s, b1 = 3.0 * t * s * s, b2 = 3.0 * t * t * s, b3 = t * t * t;
+      line.points.emplace_back(c.x[0] * b0 + c.x[1] * b1 + c.x[2] * b2 + c.x[3] * b3,
+                               c.y[0] * b0 + c.y[1] * b1 + c.y[2] * b2 + c.y[3] * b3);
+      line.positions.emplace_back(0, t);
+    }
+    return line.points.size();
+  });
+}
+
 /// The quintic (B - p) . B' at 17 parameters, and five Newton steps for each that is followed by a
 /// change of sign from below.
 void nearest(benchmark::State& state, char const* set) {
@@ -320,6 +347,7 @@ void crossingsWithALine(benchmark::State& state, char const* set) {
 void enterFloors() {
   enterSets("nearest parameter", "floor", nearest);
   enterSets("polyline by halving, 0.1", "floor", polyline);
+  enterSets("few chords, 0.1", "floor", fewChords);
   enterSets("arc length, 0.1", "floor", arcLength);
   enterSets("16 points and derivatives", "floor", pointsAndDerivatives);
   enterSets("crossings with a line", "floor", crossingsWithALine);

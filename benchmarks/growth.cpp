@@ -82,6 +82,39 @@ void indexAccess(benchmark::State& state, int n) {
   perIteration(state, static_cast<std::size_t>(n));
 }
 
+/// For one query at places all along the curve.
+void searchNearest(benchmark::State& state, int n) {
+  crv::CurveSearch const search(waves(n));
+  std::size_t constexpr kQueries = 64;
+  for (auto _ : state) {
+    for (std::size_t i = 0; i < kQueries; ++i) {
+      Point const p(4.0 * n * static_cast<double>(i * 37 % kQueries) / kQueries, 3.0);
+      benchmark::DoNotOptimize(search.nearest(p)->distance);
+    }
+  }
+  perIteration(state, kQueries);
+}
+
+void fitClosely(benchmark::State& state, int n) {
+  std::vector<Point> stroke;
+  for (int i = 0; i < n; ++i) {
+    double const x = 0.2 * i;
+    stroke.emplace_back(x, 20.0 * std::sin(0.05 * x) + std::sin(0.7 * x));
+  }
+  crv::FitOptions options;
+  options.tolerance = 0.1;
+  for (auto _ : state) benchmark::DoNotOptimize(crv::fit(stroke, options).curve.length());
+  perIteration(state, 1);
+}
+
+void uniteLetters(benchmark::State& state, int n) {
+  std::vector<GxBezierCurve> const row = rowOfLetters(static_cast<std::size_t>(n));
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(crv::unite(row, {}, crv::FillRule::nonZero).curves.size());
+  }
+  perIteration(state, 1);
+}
+
 double walkWhole(GxBezierCurve const& curve, int shortChords) {
   GxBezierCurvePosition to;
   int const code = curve.findNextPos(GxBezierCurvePosition(0, 0.0), to,
@@ -143,6 +176,37 @@ void enterGrowths() {
               }));
   enterGrowth("least sampled distance, n and n", "n^2 at most", {10, 100, 1000},
               onTwoWaves([](GxBezierCurve& a, GxBezierCurve& b) { return a.getMinSqDistance(b); }));
+  enterGrowth("accurate: nearest by CurveSearch, n segments", "0.2 at most", segments,
+              searchNearest);
+  enterGrowth("accurate: contacts of n and n segments", "1.15 at most", {10, 100, 1000, 10000},
+              onTwoWaves([](GxBezierCurve const& a, GxBezierCurve const& b) {
+                return crv::contacts(a, b).points.size();
+              }));
+  enterGrowth(
+      "accurate: contacts of n segments with themselves", "n log n", segments,
+      onWaves([](GxBezierCurve const& curve) { return crv::selfContacts(curve).points.size(); }));
+  enterGrowth("accurate: length of n segments", "n", segments,
+              onWaves([](GxBezierCurve const& curve) { return crv::arcLength(curve, 1e-6); }));
+  enterGrowth("accurate: walk over n segments by length", "n", segments,
+              onWaves([](GxBezierCurve const& curve) {
+                double const distance = 4.0 * static_cast<double>(curve.length());
+                return crv::walk(curve, {0, 0.0}, distance, crv::Measure::length, 1e-6).has_value();
+              }));
+  enterGrowth(
+      "accurate: few chords of n segments", "n", segments,
+      onWaves([](GxBezierCurve const& curve) { return crv::flatten(curve, 0.01).points.size(); }));
+  enterGrowth("accurate: cut of n segments at the middle", "n", segments,
+              onWaves([](GxBezierCurve const& curve) {
+                return crv::cut(curve, {{static_cast<int>(curve.length() / 2), 0.5}}).size();
+              }));
+  enterGrowth(
+      "accurate: offset of n segments", "n log n", {1, 10, 100, 1000, 10000},
+      onWaves([](GxBezierCurve const& curve) { return crv::offset(curve, 0.5).parallels.size(); }));
+  enterGrowth(
+      "accurate: simplified chain of n segments", "n log n", segments,
+      onWaves([](GxBezierCurve const& curve) { return crv::simplify(curve, 0.1).curve.length(); }));
+  enterGrowth("accurate: fit of n points", "n log n", {100, 1000, 10000, 100000}, fitClosely);
+  enterGrowth("accurate: union of a row of n letters", "n log n", {1, 10, 100, 1000}, uniteLetters);
   enterGrowth("list element by index, of n", "constant", {100, 1000, 10000, 100000}, indexAccess);
 }
 

@@ -110,13 +110,15 @@ class Tables : public benchmark::BenchmarkReporter {
     return hasWho ? Key(name.substr(0, slash), name.substr(slash + 1)) : Key(name, "CRV");
   }
 
-  /// The works that were measured here, in the order of entry.
+  /// The works of this library that were measured, in the order of entry.
   std::vector<std::string> works(bool growth) const {
     std::vector<std::string> all;
     for (std::string const& name : bench::entered()) {
       Key const key = keyOf(name);
       bool const isGrowth = name.rfind("growth", 0) == 0;
-      if (key.second == "CRV" && isGrowth == growth && name != "yardstick" && found_.count(key)) {
+      bool const isOurs = key.second == "CRV" || key.second == "accurate";
+      bool const isNew = std::find(all.begin(), all.end(), key.first) == all.end();
+      if (isOurs && isNew && isGrowth == growth && name != "yardstick" && found_.count(key)) {
         all.push_back(key.first);
       }
     }
@@ -141,20 +143,21 @@ class Tables : public benchmark::BenchmarkReporter {
     for (std::size_t i = 0; i < peers.size(); ++i) std::printf("---|");
     std::printf("---|---|\n");
     for (std::string const& work : works(false)) {
-      Figures* const ours = figuresOf(work, "CRV");
-      std::printf("| %-50s | %8.4g | %-10s | %-10s |", work.c_str(), ours->median(),
-                  cell(ours).c_str(), cell(figuresOf(work, "floor")).c_str());
+      Figures* const plain = figuresOf(work, "CRV");
       Figures* const accurate = figuresOf(work, "accurate");
+      Figures* const ours = plain ? plain : accurate;
+      std::printf("| %-50s | %8.4g | %-10s | %-10s |", work.c_str(), ours->median(),
+                  cell(plain).c_str(), cell(figuresOf(work, "floor")).c_str());
       std::printf(" %-10s |", cell(accurate).c_str());
       double best = 0.0;
-      std::string accuracy = notesOf("", ours);
-      if (accurate) accuracy += notesOf("; accurate ", accurate);
+      std::string accuracy = plain ? notesOf("", plain) : "";
+      if (accurate) accuracy += notesOf(plain ? "; accurate " : "", accurate);
       for (std::string const& peer : peers) {
         Figures* const figures = figuresOf(work, peer);
         std::printf(" %-10s |", cell(figures).c_str());
         if (!figures) continue;
         if (best == 0.0 || figures->median() < best) best = figures->median();
-        accuracy += notesOf("; " + peer + " ", figures);
+        accuracy += notesOf((accuracy.empty() ? "" : "; ") + peer + " ", figures);
       }
       std::string const ratio = best > 0.0 ? text("%.2f", ours->median() / best) : "-";
       std::printf(" %-9s | %s |\n", ratio.c_str(), accuracy.c_str());
@@ -217,6 +220,7 @@ int main(int argc, char** argv) {
   bench::enterGrowths();
   bench::enterFloors();
   bench::enterAccurate();
+  bench::enterAccurateCurves();
 #ifdef CRV_HAS_2GEOM
   bench::enterLib2geom();
 #endif

@@ -2,6 +2,7 @@
 #include "accuracy.h"
 #include <2geom/bezier-curve.h>
 #include <2geom/bezier-utils.h>
+#include <2geom/intersection-graph.h>
 #include <2geom/path.h>
 
 namespace bench {
@@ -42,8 +43,8 @@ void crossings(benchmark::State& state, char const* set) {
   });
 }
 
-void arcLength(benchmark::State& state, char const* set) {
-  auto const lengthOf = [&all = cubics(set)](std::size_t i) { return all[i].length(0.1); };
+void arcLength(benchmark::State& state, char const* set, double accuracy) {
+  auto const lengthOf = [=, &all = cubics(set)](std::size_t i) { return all[i].length(accuracy); };
   overIndices(state, set, lengthOf);
   noteLength(state, set, lengthOf);
 }
@@ -134,14 +135,36 @@ std::vector<Geom::Path> letterPaths() {
 }
 
 /// For one pair of letters, each with the next.
-void letterCrossings(benchmark::State& state) {
+template <class Operation>
+void overLetterPairs(benchmark::State& state, Operation operation) {
   std::vector<Geom::Path> const paths = letterPaths();
   for (auto _ : state) {
     for (std::size_t i = 1; i < paths.size(); ++i) {
-      benchmark::DoNotOptimize(paths[i - 1].intersect(paths[i], 1e-6));
+      benchmark::DoNotOptimize(operation(paths[i - 1], paths[i]));
     }
   }
   perIteration(state, paths.size() - 1);
+}
+
+void letterCrossings(benchmark::State& state) {
+  overLetterPairs(
+      state, [](Geom::Path const& a, Geom::Path const& b) { return a.intersect(b, 1e-6).size(); });
+}
+
+/// Some unions fail with an exception; the figure counts them, with the time that they take.
+void unite(benchmark::State& state) {
+  std::size_t failed = 0;
+  overLetterPairs(state, [&](Geom::Path const& a, Geom::Path const& b) -> std::size_t {
+    try {
+      return Geom::PathIntersectionGraph(Geom::PathVector(a), Geom::PathVector(b))
+          .getUnion()
+          .size();
+    } catch (...) {
+      return ++failed;
+    }
+  });
+  double const calls = static_cast<double>(state.iterations()) * state.counters["operations"];
+  state.counters["failed"] = static_cast<double>(failed) / calls;
 }
 
 }  // namespace
@@ -149,7 +172,10 @@ void letterCrossings(benchmark::State& state) {
 void enterLib2geom() {
   enterSets("nearest parameter", "lib2geom", nearest);
   enterSets("crossings of a pair", "lib2geom", crossings);
-  enterSets("arc length, 0.1", "lib2geom", arcLength);
+  enterSets("arc length, 0.1", "lib2geom",
+            [](benchmark::State& state, char const* set) { arcLength(state, set, 0.1); });
+  enterSets("arc length, 1e-6", "lib2geom",
+            [](benchmark::State& state, char const* set) { arcLength(state, set, 1e-6); });
   enterSets("crossings with a line", "lib2geom", crossingsWithALine);
   enterSets("16 points and derivatives", "lib2geom", pointsAndDerivatives);
   enterSets("split", "lib2geom", split);
@@ -161,6 +187,7 @@ void enterLib2geom() {
     enter(name, [error](benchmark::State& state) { fit(state, error); });
   }
   enter("crossings of two letters/letters/lib2geom", letterCrossings);
+  enter("union of two letters/letters/lib2geom", unite);
 }
 
 }  // namespace bench

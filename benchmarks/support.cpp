@@ -135,4 +135,13 @@ std::vector<GxList<Point>> const& coasts() {
   return all;
 }
 
+std::vector<GxBezierCurve> rowOfLetters(std::size_t count) {
+  std::vector<GxBezierCurve> row;
+  for (std::size_t i = 0; i < count; ++i) {
+    row.push_back(letters()[i % letters().size()]);
+    row.back().moveCurve(GxVector<double>(250.0 * static_cast<double>(i), 0.0));
+  }
+  return row;
+}
+
 }  // namespace bench

@@ -38,6 +38,9 @@ std::vector<GxList<Point>> const& coasts();
 /// The first outline of each letter of glyphs.txt, closed.
 std::vector<GxBezierCurve> const& letters();
 
+/// One letter beside the other, each over the next.
+std::vector<GxBezierCurve> rowOfLetters(std::size_t count);
+
 // ---- Entering benchmarks ----------------------------------------------------------------------
 
 /// Names are work/data/who, as main.cpp describes; rows are printed in the order of entry.
@@ -75,6 +78,7 @@ void enterLists();
 void enterGrowths();
 void enterFloors();
 void enterAccurate();
+void enterAccurateCurves();
 void enterLib2geom();
 void enterAgg();
 
