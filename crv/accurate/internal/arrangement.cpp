@@ -2,15 +2,31 @@
 
 #include "crv/accurate/internal/blossom.h"
 #include "crv/accurate/internal/scale.h"
+#include "crv/accurate/internal/segmentPair.h"
 #include "crv/accurate/internal/trails.h"
 #include "crv/accurate/internal/turns.h"
 #include "crv/accurate/internal/windings.h"
 
+#include <cmath>
 #include <utility>
 
 namespace crv::internal {
 
 namespace {
+
+// Squared sine of 2^-6 radians: between directions that differ by less, a path turns back.
+constexpr double kSquaredTipSine = 0x1p-12;
+
+// In units of the resolution: a run that ends farther than this off its segment was moved there.
+constexpr double kOffSegment = 0x1p-6;
+
+// Relative to the largest coordinate: near a tip, only this much of a run is bent towards its node,
+// so that the two sides of a tip are within the resolution no longer than single places are.
+constexpr double kShortBend = 0x1p-18;
+
+// In units of the resolution: stretches this near to each other are one edge, so that what rounding
+// and moved ends leave of the distance between two edges is more than the resolution.
+constexpr double kMargin = 1.125;
 
 double magnitudeOf(std::vector<ArrangedSegment> const& segments) {
   Magnitude magnitude;
@@ -18,11 +34,24 @@ double magnitudeOf(std::vector<ArrangedSegment> const& segments) {
   return magnitude.value();
 }
 
+/// Where a bend of a cubic ends that begins at t: at t itself where the way to the other parameter
+/// is short.
+double endOfBend(Cubic const& c, double t, double other, double longest) {
+  double end = t + 0.25 * (other - t);
+  auto const isLong = [&] {
+    return squaredDistance(pointAt(c, t), pointAt(c, end)) > longest * longest;
+  };
+  if (!isLong()) return t;
+  while (isLong()) end = t + 0.5 * (end - t);
+  return end;
+}
+
 }  // namespace
 
 Arrangement::Arrangement(std::vector<ArrangedSegment> segments, double resolution)
     : segments_(std::move(segments)), scale_(magnitudeOf(segments_), resolution) {
   for (ArrangedSegment& s : segments_) s.c = scale_.scaled(s.c);
+  scale_.resolution *= kMargin;
   cutting_ = cutAtMeetings(segments_, scale_);
   turns_ = sortTurns(cutting_, scale_.resolution);
   findWindings(cutting_, turns_);
@@ -48,7 +77,16 @@ Path Arrangement::pathOf(Trail const& trail) const {
   }
   Path path = {{}, trail.isClosed};
   path.parts.reserve(runs.size());
-  for (Run const& run : runs) path.parts.push_back(partOf(run));
+  auto const isTipBehind = [&](std::size_t i) {
+    bool const isEnd = i + 1 == runs.size();
+    return (!isEnd || trail.isClosed) && isTip(runs[i], runs[isEnd ? 0 : i + 1]);
+  };
+  bool fromTip = isTipBehind(runs.size() - 1);
+  for (std::size_t i = 0; i < runs.size(); ++i) {
+    bool const toTip = isTipBehind(i);
+    addParts(path.parts, runs[i], fromTip, toTip);
+    fromTip = toTip;
+  }
   return path;
 }
 
@@ -78,14 +116,41 @@ bool Arrangement::areOne(Run const& run, Run const& next) const {
          next.first == (run.isBackwards ? run.last - 1 : run.last + 1);
 }
 
-PathPart Arrangement::partOf(Run const& run) const {
+/// Whether a path turns back between two runs.
+bool Arrangement::isTip(Run const& run, Run const& next) const {
+  Cubic const& c = cutting_.stretches[run.last].c;
+  Cubic const& d = cutting_.stretches[next.first].c;
+  Point const back = departure(run.isBackwards ? c : reversed(c));
+  Point const on = departure(next.isBackwards ? reversed(d) : d);
+  double const across = cross(back, on);
+  return dot(back, on) > 0.0 && across * across <= kSquaredTipSine * dot(back, back) * dot(on, on);
+}
+
+/// Adds the parts of a run: one, and a short one at each tip to which it had to be moved.
+void Arrangement::addParts(std::vector<PathPart>& parts, Run const& run, bool fromTip,
+                           bool toTip) const {
   Stretch const& low = cutting_.stretches[run.isBackwards ? run.last : run.first];
   Stretch const& high = cutting_.stretches[run.isBackwards ? run.first : run.last];
   Cubic const& whole = segments_[low.segment].c;
-  Cubic c = withEnds(part(whole, low.from, high.to), low.c.start(), high.c.end());
-  double const factor = 1.0 / scale_.factor;
-  for (Point& p : c.p) p = p * factor;
-  return {low.segment, low.from, high.to, run.isBackwards, run.isBackwards ? reversed(c) : c};
+  double const from = low.from, to = high.to;
+  double const off = kOffSegment * scale_.resolution, longest = kShortBend * scale_.magnitude;
+  auto const isBent = [&](double t, Point const& node, bool isAtTip) {
+    return isAtTip && squaredDistance(pointAt(whole, t), node) > off * off;
+  };
+  bool const isBentAtLow = isBent(from, low.c.start(), run.isBackwards ? toTip : fromTip);
+  bool const isBentAtHigh = isBent(to, high.c.end(), run.isBackwards ? fromTip : toTip);
+  double const cuts[] = {from, isBentAtLow ? endOfBend(whole, from, to, longest) : from,
+                         isBentAtHigh ? endOfBend(whole, to, from, longest) : to, to};
+  for (int i = 0; i < 3; ++i) {
+    int const k = run.isBackwards ? 2 - i : i;
+    if (cuts[k] == cuts[k + 1]) continue;
+    Cubic c = part(whole, cuts[k], cuts[k + 1]);
+    c = withEnds(c, cuts[k] == from ? low.c.start() : c.start(),
+                 cuts[k + 1] == to ? high.c.end() : c.end());
+    for (Point& p : c.p) p = p * (1.0 / scale_.factor);
+    parts.push_back(
+        {low.segment, cuts[k], cuts[k + 1], run.isBackwards, run.isBackwards ? reversed(c) : c});
+  }
 }
 
 }  // namespace crv::internal

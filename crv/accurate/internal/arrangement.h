@@ -71,7 +71,8 @@ class Arrangement {
   Run runAlong(std::size_t halfEdge) const;
   bool extend(Run& run, std::size_t halfEdge) const;
   bool areOne(Run const& run, Run const& next) const;
-  PathPart partOf(Run const& run) const;
+  bool isTip(Run const& run, Run const& next) const;
+  void addParts(std::vector<PathPart>& parts, Run const& run, bool fromTip, bool toTip) const;
 
   std::vector<ArrangedSegment> segments_;
   UnitScale scale_;

@@ -72,7 +72,7 @@ double ClusterJudge::lengthBetween(double t0, double t1) const {
 }
 
 bool ClusterJudge::isTold(SharedStretch const& s) const {
-  double const least = told_ == Stretches::all ? 0.0 : kLongStretch * magnitude_;
+  double const least = told_ != Stretches::onlyLong ? 0.0 : kLongStretch * magnitude_;
   return lengthBetween(s.t0, s.t1) > max(least, 4.0 * resolution_);
 }
 
@@ -259,14 +259,16 @@ bool ClusterJudge::crosses(FootPair const& place) const {
 void ClusterJudge::judge(ApproachCluster const& cluster, Meetings& found) const {
   double const length = lengthBetween(cluster.t0, cluster.t1);
   bool const isLong = length > max(kLongStretch * magnitude_, 4.0 * resolution_);
-  bool const mayBeShort = told_ == Stretches::all && cluster.sense != 0;
+  bool const mayBeShort = told_ != Stretches::onlyLong && cluster.sense != 0;
   FootPair place = {0.0, 0.0, -1.0};
   if (isLong || mayBeShort) {
     FootPair const first = snapped({cluster.t0, cluster.u0, 0.0});
     FootPair const last = snapped({cluster.t1, cluster.u1, 0.0});
     bool const isProper = first.t < last.t && first.u != last.u;
     bool const isBounded = isBound(first.t, first.u) && isBound(last.t, last.u);
-    if (isProper && (isBounded || (isLong && !findOnlyPlace(cluster, place)))) {
+    bool const isStretch =
+        isBounded || (isLong && (told_ == Stretches::evenMet || !findOnlyPlace(cluster, place)));
+    if (isProper && isStretch) {
       found.stretches.push_back({first.t, last.t, first.u, last.u});
       return;
     }

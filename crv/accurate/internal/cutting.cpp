@@ -148,8 +148,8 @@ bool Cutter::partAtJoint(std::size_t i, std::size_t k) {
 
 void Cutter::findPair(std::size_t i, std::size_t k) {
   if (partAtJoint(i, k)) return;
-  findMeetings(segments_[i].c, segments_[k].c, scale_.magnitude, scale_.resolution, Stretches::all,
-               found_);
+  findMeetings(segments_[i].c, segments_[k].c, scale_.magnitude, scale_.resolution,
+               Stretches::evenMet, found_);
   add(i, k);
 }
 

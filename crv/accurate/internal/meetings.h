@@ -28,9 +28,10 @@ struct Meetings {
 // single places. Two circles that touch are within the default resolution for 2^-19.
 constexpr double kLongStretch = 0x1p-16;
 
-/// Which shared stretches are told: only those longer than 2^-16 S, or also shorter ones that the
-/// ends of the segments bound, as parts of what two curves may share.
-enum class Stretches { onlyLong, all };
+/// Which shared stretches are told: only those longer than 2^-16 S; or also shorter ones that the
+/// ends of the segments bound, as parts of what two curves may share; or besides these also long
+/// ones in which the segments meet in one place only.
+enum class Stretches { onlyLong, all, evenMet };
 
 /// All meetings of two segments whose coordinates have a magnitude S of at most 1, places nearer
 /// than the resolution being one place. Two segments meet once for each connected set of pairs

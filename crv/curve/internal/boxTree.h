@@ -159,6 +159,7 @@ class BoxTree {
       std::vector<std::size_t>& found = candidates[level - 1];
       found.clear();
       for (std::size_t const other : candidates[level]) {
+        if (!overlap(box, b.box(level, other))) continue;
         Run const others = b.children(level, other);
         std::size_t const first = onlyUpwards ? std::max(others.begin, child) : others.begin;
         for (std::size_t k = first; k < others.end; ++k) {
