@@ -54,6 +54,9 @@ is_there() {
     libbenchmark-dev) has_header benchmark/benchmark.h ;;
     libcli11-dev) has_header CLI/CLI.hpp ;;
     libpugixml-dev) has_header pugixml.hpp ;;
+    python3-dev) pkg-config --exists python3 ;;
+    pybind11-dev) [ -e /usr/include/pybind11/pybind11.h ] ;;
+    python3-numpy) /usr/bin/python3 -c 'import numpy' ;;
     nlohmann-json3-dev) has_header nlohmann/json.hpp ;;
     lib2geom-dev) pkg-config --exists 2geom ;;
     libagg-dev) pkg-config --exists libagg ;;

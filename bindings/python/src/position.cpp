@@ -1,0 +1,84 @@
+// Positions on curves, and the distances between them.
+#include "bindings/python/src/arrays.h"
+
+#include <functional>
+
+#include <pybind11/operators.h>
+
+namespace python {
+
+void bindPosition(py::module_& m) {
+  auto const direct = [](int segment, double t) {
+    return GxBezierCurvePositionConstructor().constructDirectPosition(segment, t);
+  };
+  py::class_<Position>(m, "GxBezierCurvePosition")
+      .def(py::init<>())
+      .def(py::init<int, double>(), py::arg("segment"), py::arg("t"))
+      .def(py::init([](py::tuple const& pair) {
+        if (pair.size() != 2) throw py::value_error("a position is made of (segment, t)");
+        return Position(pair[0].cast<int>(), pair[1].cast<double>());
+      }))
+      .def("getSegmentNumber", &Position::getSegmentNumber)
+      .def("getTValue", &Position::getTValue)
+      .def_property_readonly("segment", &Position::getSegmentNumber)
+      .def_property_readonly("t", &Position::getTValue)
+      .def("__eq__", [](Position const& a, Position const& b) { return (a == b) != 0; })
+      .def("__eq__", [](Position const&, py::object const&) { return false; })
+      .def("__lt__", [](Position const& a, Position const& b) { return (a < b) != 0; })
+      .def("__le__", [](Position const& a, Position const& b) { return (a <= b) != 0; })
+      .def("__gt__", [](Position const& a, Position const& b) { return (a > b) != 0; })
+      .def("__ge__", [](Position const& a, Position const& b) { return (a >= b) != 0; })
+      .def(
+          "__hash__",
+          [](Position const& p) { return static_cast<py::ssize_t>(std::hash<Position>()(p) >> 1); })
+      .def("__iter__",
+           [](Position const& p) {
+             return py::iter(py::make_tuple(p.getSegmentNumber(), p.getTValue()));
+           })
+      .def("__repr__",
+           [](Position const& p) {
+             return "GxBezierCurvePosition(" + std::to_string(p.getSegmentNumber()) + ", " +
+                    std::string(py::repr(py::float_(p.getTValue()))) + ")";
+           })
+      .def(py::pickle(
+          [](Position const& p) { return py::make_tuple(p.getSegmentNumber(), p.getTValue()); },
+          [direct](py::tuple const& state) {
+            return direct(state[0].cast<int>(), state[1].cast<double>());
+          }))
+      .def(
+          "isEqual",
+          [](Position const& a, Position const& b, double tol) { return a.isEqual(b, tol) != 0; },
+          py::arg("p"), py::arg("tol"))
+      .def_static("reverseSense", &Position::reverseSense, py::arg("sense"))
+      .def_static(
+          "isCompatibleSense", [](int a, int b) { return Position::isCompatibleSense(a, b) != 0; },
+          py::arg("a"), py::arg("b"));
+  py::implicitly_convertible<py::tuple, Position>();
+
+  using Constructor = GxBezierCurvePositionConstructor;
+  py::class_<Constructor>(m, "GxBezierCurvePositionConstructor")
+      .def(py::init<>())
+      .def("constructPosition", &Constructor::constructPosition, py::arg("segment"), py::arg("t"))
+      .def("constructDirectPosition", &Constructor::constructDirectPosition, py::arg("segment"),
+           py::arg("t"));
+  m.def(
+      "isEqual",
+      [](Position const& a, Position const& b, double tol) { return isEqual(a, b, tol) != 0; },
+      py::arg("a"), py::arg("b"), py::arg("tol"));
+
+  py::class_<PosDiff>(m, "PosDiff")
+      .def(py::init<int, double>(), py::arg("first"), py::arg("second"))
+      .def_property_readonly("first", [](PosDiff const& d) { return d.first; })
+      .def_property_readonly("second", [](PosDiff const& d) { return d.second; })
+      .def("__eq__", [](PosDiff const& a, PosDiff const& b) { return (a == b) != 0; })
+      .def("__eq__", [](PosDiff const&, py::object const&) { return false; })
+      .def("__lt__", [](PosDiff const& a, PosDiff const& b) { return (a < b) != 0; })
+      .def("__repr__", [](PosDiff const& d) {
+        return "PosDiff(" + std::to_string(d.first) + ", " +
+               std::string(py::repr(py::float_(d.second))) + ")";
+      });
+  m.def("diff", &diff, py::arg("a"), py::arg("b"), py::arg("forward"), py::arg("n"));
+  m.def("ratio", &crv::ratio, py::arg("part"), py::arg("whole"));
+}
+
+}  // namespace python
