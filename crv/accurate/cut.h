@@ -42,18 +42,20 @@ struct Piece {
 [[nodiscard]] CRV_API std::vector<Piece> cut(Curve const& curve, std::vector<Position> const& cuts);
 
 /// The same shape with one more joint, at position. The curve as it is where there is a joint
-/// already, at the ends, and where position is off the curve. The closed flag stays.
+/// already, at the ends, and where position is off the curve. The closed flag stays. Linear in the
+/// segments.
 [[nodiscard]] CRV_API Piece withJoint(Curve const& curve, Position const& position);
 
 /// The part of a curve from one position to another, as an open curve that starts at from and ends
 /// at to. With forward false it runs against the curve. On a closed curve it crosses the seam where
 /// it has to, and from == to is the whole curve, opened there. On an open curve from == to is one
 /// segment that is a point. Empty where an open curve does not lead from from to to in that sense,
-/// and where one of them is off the curve.
+/// and where one of them is off the curve. Linear in the segments.
 [[nodiscard]] CRV_API Piece stretch(Curve const& curve, Position const& from, Position const& to,
                                     bool forward);
 
-/// The curve run the other way, with the same control points and closed flag.
+/// The curve run the other way, with the same control points and closed flag. Linear in the
+/// segments.
 [[nodiscard]] CRV_API Piece reversed(Curve const& curve);
 
 }  // namespace crv

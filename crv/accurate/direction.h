@@ -26,10 +26,12 @@ struct Directions {
 /// Ends of segments that do not meet are joined by straight lines, the last with the first, whether
 /// or not the curve is closed. Within 64 u S times the length of the control polygon; 0 for an
 /// empty curve, NaN for unusable input. Method: Green's theorem, the integral of each segment about
-/// its start in closed form.
+/// its start in closed form. Linear in the segments.
+/// Trap: positive and counter-clockwise are meant with y up.
 [[nodiscard]] CRV_API double signedArea(Curve const& curve);
 
 /// True when the signed area is negative.
+/// Trap: with y down the answer is the opposite. A figure eight answers by its larger loop.
 [[nodiscard]] CRV_API bool isClockwise(Curve const& curve);
 
 }  // namespace crv

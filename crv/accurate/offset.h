@@ -61,6 +61,9 @@ struct Offset {
 /// other side or with an end. Parallels do not cross themselves or each other; loops no larger than
 /// the tolerance may stay.
 ///
+/// Trap: left is the inside of a counter-clockwise outline only. There may be several parallels, or
+/// none: the first is not the whole.
+///
 /// The distance 0, and distances below 2^-40 S, give the curve as it is. Curves that are one point
 /// have no parallels. A tolerance that is not above 0, and unusable input, give an empty result.
 ///

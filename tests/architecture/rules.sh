@@ -30,5 +30,13 @@ links() {
   done
 }
 
+# Every name that the guide offers in place of another library's stands in a public header.
+names() {
+  awk -F'|' 'NF > 4 { print $3 }' docs/guide/porting.md | grep -oE '`[^`]+`' |
+    grep -oE '[A-Za-z][A-Za-z0-9]*' | sort -u | while IFS= read -r name; do
+    grep -qw -- "$name" crv/*.h crv/*/*.h || printf 'porting.md: %s\n' "$name"
+  done
+}
+
 broken=$("$1") || [ -n "$broken" ] || broken="$1 failed"
 [ -z "$broken" ] || { printf '%s\n' "$broken" >&2 && exit 1; }
