@@ -23,7 +23,9 @@ function(crv_target target)
   endif()
 
   # No extended precision: not the registers of the first x86 processors.
-  if(NOT MSVC AND CMAKE_SIZEOF_VOID_P EQUAL 4 AND CMAKE_SYSTEM_PROCESSOR MATCHES "86|AMD64")
+  # Emscripten calls its processor x86, too, but has no such registers.
+  if(NOT MSVC AND NOT EMSCRIPTEN AND CMAKE_SIZEOF_VOID_P EQUAL 4
+      AND CMAKE_SYSTEM_PROCESSOR MATCHES "86|AMD64")
     target_compile_options(${target} PRIVATE -msse2 -mfpmath=sse)
   endif()
 
