@@ -45,7 +45,7 @@ function controlPoints(curve) {
     kind, segment: k, index: i, get at() { return [s[k][2 * i], s[k][2 * i + 1]]; },
     move([x, y]) {
       const dx = x - s[k][2 * i], dy = y - s[k][2 * i + 1];
-      for (const [l, j] of [[k, i], ...partners]) { s[l][2 * j] += dx; s[l][2 * j + 1] += dy; }
+      for (const [l, j] of [[k, i], ...partners]) { s[l][2 * j] = stage.round(s[l][2 * j] + dx); s[l][2 * j + 1] = stage.round(s[l][2 * j + 1] + dy); }
       for (const [l, j] of partners) if (j % 3 === 0) [s[l][2 * j], s[l][2 * j + 1]] = [x, y];
       [s[k][2 * i], s[k][2 * i + 1]] = [x, y];
     }});
@@ -62,7 +62,7 @@ function controlPoints(curve) {
 }
 
 function shift(curve, dx, dy) {
-  for (const s of curve.segments) for (let i = 0; i < 8; i += 2) { s[i] += dx; s[i + 1] += dy; }
+  for (const s of curve.segments) for (let i = 0; i < 8; i += 2) { s[i] = stage.round(s[i] + dx); s[i + 1] = stage.round(s[i + 1] + dy); }
 }
 
 /** Takes the samples near one along, the farther the less. */
@@ -73,7 +73,7 @@ function pull(samples, index, [x, y], reach) {
       const far = Math.hypot(samples[i][0] - fromX, samples[i][1] - fromY) / reach;
       if (far >= 1) break;
       const share = (1 - far * far) ** 2;
-      samples[i] = i === index ? [x, y] : [samples[i][0] + dx * share, samples[i][1] + dy * share];
+      samples[i] = i === index ? [x, y] : [stage.round(samples[i][0] + dx * share), stage.round(samples[i][1] + dy * share)];
     }
   }
 }

@@ -67,7 +67,7 @@ function dragOf(event) {
 
 /** A stroke drawn with the pointer, which becomes the samples of a fit, or a curve fitted to them. */
 function drawing(event) {
-  const points = [], add = at => points.push(stage.toCurve(at).map(x => Math.round(x * 100) / 100));
+  const points = [], add = at => points.push(stage.toCurve(at));
   add(placeOf(event));
   return {
     move(to, moved) {

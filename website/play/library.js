@@ -60,12 +60,14 @@ function answered(asked) {
 /** Calls on another thread where there is much to do, so that the drawing follows the hand. Gives the last answer
     that has come, or null; when the one that is asked for comes, the page is drawn again. */
 function callBeside(name, ...parts) {
-  const input = [];
-  addNumbers(input, parts);
-  if (input.length < MUCH) return call(name, ...parts);
-  const beside = besides[name] ??= new Beside(CALLS.indexOf(name));
-  beside.ask(input);
-  return beside.last && answered(beside.last);
+  if (!besides[name]?.isBusy) {
+    const input = [];
+    addNumbers(input, parts);
+    if (input.length < MUCH) return call(name, ...parts);
+    (besides[name] ??= new Beside(CALLS.indexOf(name))).ask(input);
+  }
+  const {last} = besides[name];
+  return last && answered(last);
 }
 const MUCH = 1500;  // numbers: a fit of 750 samples takes about 2 ms
 const besides = {};
@@ -89,7 +91,7 @@ class Beside {
     };
   }
   ask(input) {
-    if (this.isBusy || (this.asked && same(this.asked, input))) return;
+    if (this.asked && same(this.asked, input)) return;
     this.worker.postMessage({bytes: this.asked ? undefined : wasmBytes, input: Float64Array.from(input)});
     Object.assign(this, {asked: input, isBusy: true});
   }

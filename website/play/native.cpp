@@ -1,12 +1,15 @@
 // The same calls as the page's, in a program: for the test that both answer the same.
 //   play             reads "operation count number..." as often as there is one, numbers as the
 //                       hexadecimal digits of their bits, and writes the answers so, one a line
-//   play bits.txt    writes that file with the hashes that it should record
+//   play bits.txt    writes that file as it should be; fails if it is not
 #include <cstdint>
 #include <cstring>
 #include <fstream>
 #include <iomanip>
 #include <iostream>
+#include <iterator>
+#include <sstream>
+#include <string>
 
 #include "website/play/operations.h"
 
@@ -37,17 +40,31 @@ void answerAll(std::istream& questions) {
   }
 }
 
+std::string hashOf(unsigned operation, unsigned questions) {
+  auto const halves = answer(static_cast<unsigned>(std::size(play::kOperations)) - 1,
+                             {double(operation), double(questions)});
+  std::ostringstream text;
+  text << std::hex << std::setfill('0');
+  for (double const half : halves) text << std::setw(8) << static_cast<std::uint32_t>(half);
+  return text.str();
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
-  if (count == 1) answerAll(std::cin);
-  std::ifstream recorded(count == 1 ? "" : arguments[1]);
+  if (count == 1) {
+    answerAll(std::cin);
+    return 0;
+  }
+  std::ifstream recorded(arguments[1]);
+  bool isAsRecorded = true;
   unsigned operation = 0, questions = 0;
   for (std::string name, hash; recorded >> name >> operation >> questions >> hash;) {
-    auto const bits = answer(14, {double(operation), double(questions)});
-    std::cout << name << ' ' << operation << ' ' << questions << ' ' << std::hex
-              << std::setfill('0') << std::setw(16)
-              << (static_cast<std::uint64_t>(bits[0]) << 32 | static_cast<std::uint64_t>(bits[1]))
-              << std::dec << '\n';
+    std::string const found = hashOf(operation, questions);
+    std::cout << name << ' ' << operation << ' ' << questions << ' ' << found << '\n';
+    isAsRecorded = isAsRecorded && found == hash;
   }
+  if (isAsRecorded) return 0;
+  std::cerr << arguments[1] << " records other hashes; it should be as above\n";
+  return 1;
 }

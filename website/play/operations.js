@@ -8,13 +8,14 @@ const flag = (key, label, value = false) => ({key, label, value, isFlag: true});
 const choice = (key, label, names, value = 0) => ({key, label, names, value});
 
 const LETTERS = 'abcdefghijklmnopqrstuvwxyz';
-const MARKS = [0.08, 0.23, 0.41, 0.63, 0.87];  // shares of the number of segments
+const MARKS = [0.08, 0.23, 0.41, 0.63, 0.87];  // where marks stand first, and arrows: shares of the number of segments
+const ARROWS = [0.15, 0.32, 0.52, 0.75, 0.96];
 
 const positionText = ([segment, t]) => `{${segment}, ${t}}`;
 const positionsText = list => `{${list.map(positionText).join(',\n              ')}}`;
 
 /** The point that stands for a mark, moved along the curve only. */
-function onCurve(state, get, set, label, looks = 'mark', colour = 'mark') {
+function onCurve(state, get, set, label, looks, colour = 'mark') {
   const curve = state.a[0];
   const [segment, t, x, y] = places(curve, [get()])[0];
   return {
@@ -28,15 +29,15 @@ function onCurve(state, get, set, label, looks = 'mark', colour = 'mark') {
 }
 
 function marksOf(state) {
-  const n = state.a[0].segments.length;
-  return MARKS.map(share => [Math.floor(share * n), share * n - Math.floor(share * n)]);
+  return state.marks ?? atShares(state.a[0], MARKS);
 }
+function atShares({segments: {length: n}}, shares) { return shares.map(share => [Math.floor(share * n), share * n % 1]); }
 
-function drawMarks(marks, letters) {
-  marks.forEach(([x, y], i) => {
-    stage.dots([[x, y]], colours.mark, 5);
-    stage.label([x, y], letters ?? LETTERS[i], colours.mark);
-  });
+function markHandles(state) {
+  return marksOf(state).map((at, i) => onCurve(state, () => marksOf(state)[i], to => {
+    state.marks = [...marksOf(state)];
+    state.marks[i] = to;
+  }, `Mark ${LETTERS[i]}`, 'spot'));
 }
 
 /** What became of the marks on one piece: {code, at, back, point}. */
@@ -71,9 +72,11 @@ const operations = {
       return {accurate, plain};
     },
     draw(s, {plain, accurate}) {
+      const isDense = s.stroke.length > 600;
+      if (isDense) stage.dust(s.stroke, colours.soft);
       [[plain, 'plain', 'Plain'], [accurate, 'accurate', 'Accurate']].forEach(([each, colour, name], pane) => {
         stage.inPane(pane, (x, y) => {
-          stage.dots(s.stroke, colours.soft, s.stroke.length > 600 ? 1.5 : 2.5);
+          if (!isDense) stage.dots(s.stroke, colours.soft, 2.5);
           if (!each) return;
           stage.stroke(each.curve, colours[colour], 2.5);
           const joints = each.curve.segments.map(t => [t[0], t[1]]);
@@ -238,8 +241,8 @@ const operations = {
   },
 
   copy: {
-    title: 'Copy', needs: ['a'], start: {a: 'heart'}, positions: {from: 0.15, to: 0.7},
-    hint: 'Drag the ends of a stretch along the curve. Its copy is drawn beside it, with the marks that lie on it.',
+    title: 'Copy', needs: ['a'], hasMarks: true, start: {a: 'heart'}, positions: {from: 0.15, to: 0.7},
+    hint: 'Drag the ends of a stretch, or the marks. Its copy is drawn beside it, with the marks that lie on it.',
     controls: [flag('backwards', 'Against the curve')],
     handles: s => [onCurve(s, () => s.from, p => { s.from = p; }, 'Start of the stretch', 'mark', 'accurate'),
       onCurve(s, () => s.to, p => { s.to = p; }, 'End of the stretch', 'mark', 'other')],
@@ -255,10 +258,11 @@ const operations = {
   },
 
   cut: {
-    title: 'Cut', needs: ['a'], start: {a: 'heart'}, positions: {from: 0.3, to: 0.8},
-    hint: 'Drag the two cuts. The pieces are drawn apart, and each mark goes with its piece.',
+    title: 'Cut', needs: ['a'], hasMarks: true, start: {a: 'heart'}, positions: {from: 0.3, to: 0.8},
+    hint: 'Drag the two cuts, or the marks. The pieces are drawn apart, and each mark goes with its piece.',
     controls: [],
-    handles: s => [onCurve(s, () => s.from, p => { s.from = p; }, 'First cut'), onCurve(s, () => s.to, p => { s.to = p; }, 'Second cut')],
+    handles: s => [onCurve(s, () => s.from, p => { s.from = p; }, 'First cut', 'mark', 'plain'),
+      onCurve(s, () => s.to, p => { s.to = p; }, 'Second cut', 'mark', 'plain')],
     run(s) {
       const marks = marksOf(s), answer = call('cut', counted([s.from, s.to]), s.a[0], counted(marks));
       const count = answer.told();
@@ -279,19 +283,19 @@ const operations = {
   },
 
   reverse: {
-    title: 'Reverse', needs: ['a'], start: {a: 'wave'},
+    title: 'Reverse', needs: ['a'], hasMarks: true, start: {a: 'wave'},
     hint: 'The same curve, run the other way. Each mark stays in its place and gets another position.',
     controls: [],
     run(s) {
       const marks = marksOf(s), answer = call('reverse', s.a[0], counted(marks));
       const curve = answer.curve();
-      const n = curve.segments.length, steps = Array.from({length: 6}, (_, i) => [Math.floor((i + 0.5) * n / 6), (i + 0.5) * n / 6 % 1]);
-      return {marks, curve, segments: {value: n, call: answer.call, at: 1}, there: carried(answer, marks), arrows: places(curve, steps)};
+      return {marks, curve, segments: {value: curve.segments.length, call: answer.call, at: 1}, there: carried(answer, marks),
+        arrows: places(curve, atShares(curve, ARROWS))};
     },
     draw(s, r) {
       stage.stroke(r.curve, colours.accurate, 2.5);
       for (const each of r.arrows) stage.arrow(each.slice(2), colours.accurate);
-      drawMarks(r.there.map(each => each.point));
+      r.there.forEach((each, i) => stage.label(each.point, LETTERS[i], colours.mark));
     },
     tell: (s, r) => [['Segments', r.segments], ...tellCarried(r.marks, r.there)],
     code: () => ({line: 'crv::Piece const piece =\n    crv::reversed(curve);' + MARK_CODE, print: ['double(piece.curve.length())']}),
@@ -341,8 +345,7 @@ function drawEdit(s, pieces) {
     if (!curve.segments.length) return;
     const box = boxOf(corners(curve)), dx = (box[0] + box[2]) / 2 - cx, dy = (box[1] + box[3]) / 2 - cy;
     const far = 34 / stage.scale, size = Math.hypot(dx, dy) || 1, by = [far * dx / size || far, far * dy / size];
-    const moved = structuredClone(curve);
-    shift(moved, ...by);
+    const moved = {closed: curve.closed, segments: curve.segments.map(t => t.map((x, k) => x + by[k % 2]))};
     stage.stroke(moved, [colours.accurate, colours.other, colours.plain][i % 3], 3);
     stage.dots([moved.segments[0].slice(0, 2)], [colours.accurate, colours.other, colours.plain][i % 3], 5);
     there.forEach((each, k) => {
@@ -353,5 +356,4 @@ function drawEdit(s, pieces) {
       stage.label(to, LETTERS[k], colours.mark);
     });
   });
-  stage.dots(pieces[0]?.old?.map(each => [each[2], each[3]]) ?? [], colours.soft, 3);
 }

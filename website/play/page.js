@@ -54,12 +54,16 @@ function readAddress() {
   for (const key of ['from', 'to']) {
     const share = operation().positions?.[key] * state.a[0]?.segments.length || 0;
     const [segment, t] = given.get(key)?.split(':').map(Number) ?? [Math.floor(share), share % 1];
-    state[key] = segment >= 0 && segment <= 1e6 && t >= 0 && t <= 1 ? [segment, t] : [0, 0];
+    state[key] = isPosition([segment, t]) ? [segment, t] : [0, 0];
   }
+  const marks = given.get('marks')?.split(' ').map(each => each.split(':').map(Number));
+  state.marks = marks?.length <= LETTERS.length && marks.every(isPosition) ? marks : null;
   stage.down = given.get('y') === 'down';
   showPanel();
   seeAll();
 }
+
+const isPosition = ([segment, t]) => segment >= 0 && segment <= 1e6 && t >= 0 && t <= 1;
 
 function address() {
   const parts = [`op=${state.op}`], add = (key, value) => parts.push(`${key}=${encodeURIComponent(value).replace(/%20/g, '+').replace(/%2C/g, ',').replace(/%3A/g, ':')}`);
@@ -70,12 +74,14 @@ function address() {
   }
   if (operation().point) add('p', state.p.join(' '));
   if (operation().positions) for (const key of ['from', 'to']) add(key, state[key].join(':'));
+  if (operation().hasMarks && state.marks) add('marks', state.marks.map(each => each.join(':')).join(' '));
   if (stage.down) add('y', 'down');
   return `#${parts.join('&')}`;
 }
 
 function writeAddress() {
   clearTimeout(addressTimer);
+  if (state.moving) return;  // long addresses take their time
   addressTimer = setTimeout(() => {
     history.replaceState(null, '', address());
     element('said').textContent = operation().tell(state, result).filter(row => typeof row[1] !== 'string' && !Array.isArray(row[1]))
@@ -97,7 +103,7 @@ function update() {
   if (!operation().isTable) {
     calls = [];
     const curve = state.a[0];
-    if (curve) for (const key of ['from', 'to']) if (state[key][0] >= curve.segments.length) state[key] = [curve.segments.length, 0];
+    if (curve) for (const at of [state.from, state.to, ...state.marks ?? []]) if (at[0] >= curve.segments.length) at.splice(0, 2, curve.segments.length, 0);
     stage.panes = operation().panes ?? 1;
     stage.begin();
     stage.layOut();
@@ -139,7 +145,7 @@ function handlesOf() {
   if (operation().point) {
     handles.push({at: state.p, label: 'Point', looks: 'mark', colour: 'mark', move(p) { state.p = p; }});
   }
-  return handles.concat(operation().handles?.(state) ?? []);
+  return handles.concat(operation().hasMarks ? markHandles(state) : [], operation().handles?.(state) ?? []);
 }
 
 /** The lines from joints to their handles, where there are few enough to tell them apart. */
@@ -181,7 +187,7 @@ function showPanel() {
   element('pasting').hidden = true;
   element('paste').hidden = operation().needs[0] === 'stroke';
   const isStroke = operation().needs[0] === 'stroke';
-  element('samples').replaceChildren(text('option', isStroke ? 'Load stroke' : 'Load letter', {value: ''}),
+  element('samples').replaceChildren(text('option', 'Load', {value: ''}),
     ...Object.keys(isStroke ? strokes : outlines).map(name => text('option', name, {value: name})));
   element('targets').replaceChildren(...(operation().needs.length < 2 ? [] : operation().needs.map(shape => {
     const button = text('button', shape.toUpperCase(), {onclick() { state.target = shape; showTools(); }});
@@ -276,16 +282,12 @@ function showRecorded() {
   const button = text('button', 'Run them in this browser');
   const table = document.createElement('table');
   table.append(text('caption', 'Hashes over the bits of answers', {className: 'hidden'}));
-  table.createTHead().append(...[['Operation', 'Questions', 'Recorded', 'Here', '']].map(row => {
-    const tr = document.createElement('tr');
-    tr.append(...row.map(each => text('th', each, {scope: 'col'})));
-    return tr;
-  }));
+  table.createTHead().insertRow().append(...['Operation', 'Recorded, here', ''].map(each => text('th', each, {scope: 'col'})));
   const body = table.createTBody();
   for (const [name, , questions, hash] of RECORDED) {
     const row = body.insertRow();
-    row.append(text('td', name), text('td', questions), text('td', ''), text('td', ''), text('td', ''));
-    row.cells[2].append(text('code', hash));
+    row.append(text('td', `${name}, ${questions} times`), text('td', ''), text('td', ''));
+    row.cells[1].append(text('code', hash));
   }
   const verdict = text('p', '', {id: 'verdict', role: 'status'});
   element('recorded').replaceChildren(button, verdict, table);
@@ -295,8 +297,8 @@ function showRecorded() {
       await new Promise(resolve => setTimeout(resolve));
       const [high, low] = call('bits', which, questions).numbers;
       const here = (BigInt(high) << 32n | BigInt(low)).toString(16).padStart(16, '0'), row = body.rows[i];
-      row.cells[3].replaceChildren(text('code', here));
-      row.cells[4].replaceChildren(text('span', here === hash ? 'equal' : 'not equal', {className: here === hash ? 'equal' : 'unequal'}));
+      row.cells[1].replaceChildren(text('code', hash), text('code', here));
+      row.cells[2].replaceChildren(text('span', here === hash ? 'equal' : 'not equal', {className: here === hash ? 'equal' : 'unequal'}));
       equal += here === hash;
     }
     verdict.textContent = equal === RECORDED.length ? 'All are equal: this browser computes what a program computes.'

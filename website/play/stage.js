@@ -1,5 +1,6 @@
 // The drawing: a canvas at the resolution of the device, and over it the points that can be moved.
 
+const SHORT_PATH = 40;  // segments
 const PICK_MOUSE = 14, PICK_TOUCH = 26;  // CSS pixels from a point within which it is taken
 
 const stage = {
@@ -16,9 +17,10 @@ const stage = {
       canvas.width = Math.round(width * ratio);
       canvas.height = Math.round(height * ratio);
     }
-    Object.assign(this, {width, height, g: canvas.getContext('2d')});
+    Object.assign(this, {width, height, g: canvas.getContext('2d', {alpha: false})});
     this.g.setTransform(ratio, 0, 0, ratio, 0, 0);
-    this.g.clearRect(0, 0, width, height);
+    this.g.fillStyle = colours.paper;
+    this.g.fillRect(0, 0, width, height);
     this.g.lineJoin = this.g.lineCap = 'round';
   },
 
@@ -48,7 +50,11 @@ const stage = {
   toCurve([px, py]) {
     const pane = this.panes === 1 ? 0 : Math.min(Math.max(Math.floor(this.beside ? px / this.paneSize[0] : py / this.paneSize[1]), 0), 1);
     const [ox, oy] = this.origins[pane];
-    return [(px - ox) / this.scale, (py - oy) / this.scale * this.sign()];
+    return [(px - ox) / this.scale, (py - oy) / this.scale * this.sign()].map(x => this.round(x));
+  },
+  /** To a twentieth of a pixel at least, so that addresses are short. */
+  round(x) {
+    return Number(x.toFixed(Math.min(Math.max(Math.ceil(Math.log10(20 * this.scale)), 0), 15)));
   },
 
   zoom(factor, at) {
@@ -87,11 +93,16 @@ const stage = {
   },
   stroke(curves, colour, width = 2, dash = []) {
     const g = this.g;
-    g.beginPath();
-    for (const curve of [curves].flat()) this.trace(curve);
     Object.assign(g, {strokeStyle: colour, lineWidth: width});
     g.setLineDash(dash);
-    g.stroke();
+    for (const curve of [curves].flat()) {
+      // Short paths are drawn in less time than one that is long.
+      for (let i = 0; i < curve.segments.length; i += SHORT_PATH) {
+        g.beginPath();
+        this.trace(curve.segments.length <= SHORT_PATH ? curve : {segments: curve.segments.slice(i, i + SHORT_PATH)});
+        g.stroke();
+      }
+    }
     g.setLineDash([]);
   },
   fill(curves, colour, rule = 'evenodd') {
@@ -112,9 +123,8 @@ const stage = {
   dots(points, colour, radius = 3) {
     const g = this.g, [ox, oy] = this.origins[this.pane], k = this.scale, down = this.sign() * k;
     g.fillStyle = colour;
-    if (points.length > 600) {  // many small squares are drawn faster than discs
-      const side = Math.max(1.5, radius);
-      for (const [x, y] of points) g.fillRect(ox + k * x - side / 2, oy + down * y - side / 2, side, side);
+    if (points.length > 300) {  // squares are drawn in less time than discs
+      for (const [x, y] of points) g.fillRect(ox + k * x - radius / 2, oy + down * y - radius / 2, radius, radius);
       return;
     }
     g.beginPath();
@@ -125,6 +135,28 @@ const stage = {
     }
     g.fill();
   },
+  /** Very many points, as pixels in all panes: what was drawn before is gone. The colour is #rrggbb. */
+  dust(points, colour) {
+    const {width, height} = this.g.canvas, ratio = width / this.width, side = Math.max(2, Math.round(1.5 * ratio));
+    if (this.image?.width !== width || this.image.height !== height) this.image = new ImageData(width, height);
+    const pixels = new Uint32Array(this.image.data.buffer), k = this.scale * ratio, down = this.sign() * k;
+    const pixel = ofColour => {
+      new Uint8Array(pixels.buffer, 0, 4).set([1, 3, 5].map(i => parseInt(ofColour.slice(i, i + 2), 16)).concat(255));
+      return pixels[0];
+    };
+    const value = pixel(colour);
+    pixels.fill(pixel(colours.paper));
+    this.origins.forEach(([ox, oy], pane) => {
+      const [left, top] = this.beside ? [pane * width / this.panes, 0] : [0, pane * height / this.panes];
+      const right = left + this.paneSize[0] * ratio - side, bottom = top + this.paneSize[1] * ratio - side;
+      for (const p of points) {
+        const x = Math.round(ox * ratio + k * p[0] - side / 2), y = Math.round(oy * ratio + down * p[1] - side / 2);
+        if (!(x >= left && x <= right && y >= top && y <= bottom)) continue;
+        for (let row = 0; row < side; ++row) pixels.fill(value, x + (y + row) * width, x + (y + row) * width + side);
+      }
+    });
+    this.g.putImageData(this.image, 0, 0);
+  },
   arrow([x, y, dx, dy], colour, size = 9) {
     const [px, py] = this.toScreen([x, y], this.pane), a = Math.atan2(dy * this.sign(), dx), g = this.g;
     g.beginPath();
@@ -132,16 +164,13 @@ const stage = {
     g.fillStyle = colour;
     g.fill();
   },
-  /** A word beside a point, on a piece of paper. */
+  /** A word beside a point, with a rim of paper. */
   label(point, text, colour, dx = 10, dy = -10) {
     const [x, y] = this.toScreen(point, this.pane), g = this.g;
     g.font = '600 13px system-ui, sans-serif';
     g.textBaseline = 'middle';
-    const width = g.measureText(text).width;
-    g.globalAlpha = 0.8;
-    g.fillStyle = colours.paper;
-    g.fillRect(x + dx - 3, y + dy - 9, width + 6, 18);
-    g.globalAlpha = 1;
+    Object.assign(g, {strokeStyle: colours.paper, lineWidth: 4});
+    g.strokeText(text, x + dx, y + dy);
     g.fillStyle = colour;
     g.fillText(text, x + dx, y + dy);
   },
