@@ -5,8 +5,10 @@
 #include "tests/support/expect.h"
 #include "tests/support/shapes.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -229,6 +231,76 @@ TEST(CurveContacts, WithALineAreInOrderAlongIt) {
   auto const tip = contacts(square, Point(2, 2), Point(2, 4));
   ASSERT_EQ(tip.size(), 1u);
   EXPECT_EQ(tip[0].kind, ContactKind::end);
+}
+
+/// The control points of a chain of segments, which can be moved without rounding.
+using Points = std::vector<Point>;
+
+Points randomPoints(std::mt19937& engine, bool closed) {
+  Points points(3 * (1 + engine() % 4) + 1);
+  for (Point& p : points) {
+    int const x = int(engine() % 2001) - 1000;
+    p = Point(x, int(engine() % 2001) - 1000);
+  }
+  if (closed) points.back() = points.front();
+  return points;
+}
+
+Curve chainOf(Points const& p, bool closed, double factor = 1.0, double dx = 0.0, double dy = 0.0) {
+  auto const at = [&](std::size_t i) {
+    return Point(p[i].xval() * factor + dx, p[i].yval() * factor + dy);
+  };
+  std::vector<Segment> segments;
+  for (std::size_t i = 0; i + 3 < p.size(); i += 3) {
+    segments.push_back(Segment(at(i), at(i + 1), at(i + 2), at(i + 3)));
+  }
+  return curveOf(segments, closed);
+}
+
+/// That two results are the same contacts where a place of the first curve of the one is found by
+/// placeOf in a contact of the other.
+template <class PlaceOf, class OtherOf>
+void expectSame(CurveContacts const& expected, CurveContacts const& found, PlaceOf placeOf,
+                OtherOf otherOf) {
+  ASSERT_EQ(found.points.size(), expected.points.size());
+  ASSERT_EQ(found.overlaps.size(), expected.overlaps.size());
+  for (auto const& e : expected.points) {
+    EXPECT_TRUE(std::any_of(found.points.begin(), found.points.end(), [&](auto const& c) {
+      return std::fabs(placeOf(c) - globalOf(e.first)) < 1e-6 &&
+             std::fabs(otherOf(c) - globalOf(e.second)) < 1e-6 && c.kind == e.kind;
+    }));
+  }
+}
+
+TEST(CurveContacts, AreTheSameSwappedReversedMovedAndScaled) {
+  std::mt19937 engine(5);
+  for (int i = 0; i < 300; ++i) {
+    SCOPED_TRACE(i);
+    bool const closed = i % 2 != 0;
+    Points p = randomPoints(engine, closed), q = randomPoints(engine, false);
+    if (i % 3 == 0) std::copy_n(p.begin(), 4, q.begin());  // a segment that both have
+    Curve const a = chainOf(p, closed), b = chainOf(q, false);
+    CurveContacts const found = contacts(a, b);
+    auto const first = [](crv::CurveContact const& c) { return globalOf(c.first); };
+    auto const second = [](crv::CurveContact const& c) { return globalOf(c.second); };
+    expectSame(found, contacts(b, a), second, first);
+    expectSame(found,
+               contacts(chainOf(p, closed, 1.0, 2048, -777), chainOf(q, false, 1.0, 2048, -777)),
+               first, second);
+    CurveContacts const scaled = contacts(chainOf(p, closed, 0x1p-90), chainOf(q, false, 0x1p-90));
+    ASSERT_EQ(scaled.points.size(), found.points.size());
+    for (std::size_t k = 0; k < found.points.size(); ++k) {
+      EXPECT_EQ(scaled.points[k].first, found.points[k].first);
+      EXPECT_EQ(scaled.points[k].second, found.points[k].second);
+      EXPECT_EQ(scaled.points[k].point.xval(), found.points[k].point.xval() * 0x1p-90);
+    }
+    std::reverse(p.begin(), p.end());
+    double const n = double(a.length());
+    auto const fromEnd = [&](crv::CurveContact const& c) {
+      return closed && globalOf(c.first) == 0.0 ? 0.0 : n - globalOf(c.first);
+    };
+    expectSame(found, contacts(chainOf(p, closed), b), fromEnd, second);
+  }
 }
 
 TEST(CurveContacts, LieAtTheirPositionsBesideGapsWithinTheResolution) {

@@ -181,7 +181,7 @@ bool Assembly::isOn(Route const& route, Place const& place, Place const& from,
 /// Whether the place of the second curve at a meeting is the one that shares the first's with it in
 /// a link, and not one at which the link passes the same place again.
 bool Assembly::isPartner(ChainMeeting const& m, Link const& l) const {
-  if (m.first.segment != l.from.segment || m.first.t < l.from.t || m.first.t > l.to.t) return true;
+  if (m.first.segment != l.from.segment || m.first.t < l.from.t || m.first.t > l.to.t) return false;
   double const share = (m.first.t - l.from.t) / (l.to.t - l.from.t);
   double const guess = l.otherFrom.t + (l.otherTo.t - l.otherFrom.t) * share;
   std::size_t const segment = l.otherFrom.segment;

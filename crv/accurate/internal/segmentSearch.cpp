@@ -31,6 +31,9 @@ constexpr int kMostHalvings = 52;
 // Share of a chord: where chords meet this far beyond their ends, Newton's method is not tried.
 constexpr double kFarOutside = 0.25;
 
+// Share of a chord: a derivative below this says nothing of the direction.
+constexpr double kRetracted = 0x1p-20;
+
 // Tangent of an angle, as such and over the resolution: where graphs part faster than this, what
 // they share is far too short for a stretch, and points tell it.
 constexpr double kSlow = 0x1p-4;
@@ -216,10 +219,11 @@ void Search::searchNode(Part const& a, Part const& b) {
 double distanceWhereXIs(Part const& a, Part const& b, double x, double& s, double& w) {
   s = whereXIs(a.c, x);
   w = whereXIs(b.c, x);
-  Point const direction = derivativeAt(a.c, s);
-  double const gap = std::fabs(pointAt(b.c, w).y - pointAt(a.c, s).y),
-               squared = dot(direction, direction);
-  return squared > 0.0 ? gap * std::fabs(direction.x) / std::sqrt(squared) : gap;
+  // At a retracted handle rounding makes the derivative.
+  Point const derivative = derivativeAt(a.c, s), chord = a.c.p[3] - a.c.p[0];
+  Point const direction = std::fabs(derivative.x) > kRetracted * chord.x ? derivative : chord;
+  double const gap = std::fabs(pointAt(b.c, w).y - pointAt(a.c, s).y), length = norm(direction);
+  return length > 0.0 ? gap * std::fabs(direction.x) / length : gap;
 }
 
 /// Adds the part of two graphs with a monotone difference that is within the resolution, if it
