@@ -42,6 +42,16 @@ bool isEnd(double t) { return t == 0.0 || t == 1.0; }
 
 double between(double a, double b, double s) { return a + (b - a) * s; }
 
+/// The one approach of a cluster at which the segments change sides, if there is only one.
+Approach const* onlyRoot(ApproachCluster const& c) {
+  Approach const* root = nullptr;
+  for (Approach const& p : c.members) {
+    if (p.isRoot && root != nullptr) return nullptr;
+    if (p.isRoot) root = &p;
+  }
+  return root;
+}
+
 }  // namespace
 
 /// The signed distance of A(t) from b, positive to the left of b; u becomes the foot.
@@ -119,6 +129,10 @@ bool ClusterJudge::findOnlyPlace(ApproachCluster const& c, FootPair& place) cons
     }
     if (zeroTo > zeroFrom) place = pair_.footOnB(0.5 * (zeroFrom + zeroTo), place.u);
     return place.distance <= resolution_;
+  }
+  if (Approach const* const root = onlyRoot(c)) {
+    place = {root->t0, root->u0, pair_.distanceAt(root->t0, root->u0)};
+    if (isSineAbove(kParallelSine, place.t, place.u)) return true;
   }
   // The middle of the stretch in which the segments are nearest: at small angles and at crossings
   // of high order, rounding blurs the crossing itself.

@@ -226,31 +226,46 @@ double distanceWhereXIs(Part const& a, Part const& b, double x, double& s, doubl
   return length > 0.0 ? gap * std::fabs(direction.x) / length : gap;
 }
 
-/// Adds the part of two graphs with a monotone difference that is within the resolution, if it
-/// begins at an end of them, and the crossing in it.
+/// Adds the part of two graphs with a monotone difference that is within the resolution, and the
+/// crossing in it. False where there is none.
 bool Search::addNearPart(Part const& a, Part const& b) {
-  double s = 0.0, w = 0.0;
-  double near = a.c.p[0].x, far = a.c.p[3].x;
-  bool const isNearBefore = distanceWhereXIs(a, b, near, s, w) <= resolution_;
-  bool const isNearAfter = distanceWhereXIs(a, b, far, s, w) <= resolution_;
-  if (!isNearBefore && !isNearAfter) return false;
   double const before = b.c.p[0].y - a.c.p[0].y, after = b.c.p[3].y - a.c.p[3].y;
-  if ((before < 0.0 && after > 0.0) || (before > 0.0 && after < 0.0)) addRoot(a, b);
+  bool const doCross = (before < 0.0 && after > 0.0) || (before > 0.0 && after < 0.0);
+  double s = 0.0, w = 0.0;
+  auto const isNear = [&](double x) { return distanceWhereXIs(a, b, x, s, w) <= resolution_; };
+  double const lo = a.c.p[0].x, hi = a.c.p[3].x;
+  bool const isNearBefore = isNear(lo), isNearAfter = isNear(hi);
+  if (!isNearBefore && !isNearAfter && !doCross) return false;
+  if (doCross) addRoot(a, b);
   if (isNearBefore && isNearAfter) {
     addStretch(a.t0, a.t1, b.t0, b.t1);
     return true;
   }
-  if (!isNearBefore) std::swap(near, far);
-  for (int i = 0; i < kMostHalvings; ++i) {
-    double const x = 0.5 * (near + far);
-    (distanceWhereXIs(a, b, x, s, w) <= resolution_ ? near : far) = x;
+  double const middle = isNearBefore  ? lo
+                        : isNearAfter ? hi
+                                      : lo + (hi - lo) * (before / (before - after));
+  // Where the difference is far from linear, the crossing stands for all that is near.
+  if (!isNear(middle)) return true;
+  auto const endTowards = [&](double far) {
+    double near = middle;
+    for (int i = 0; i < kMostHalvings; ++i) {
+      double const x = 0.5 * (near + far);
+      (isNear(x) ? near : far) = x;
+    }
+    isNear(near);
+  };
+  double t0 = a.t0, t1 = a.t1, u0 = b.t0, u1 = b.t1;
+  if (!isNearBefore) {
+    endTowards(lo);
+    t0 = a.parameter(s);
+    u0 = b.parameter(w);
   }
-  distanceWhereXIs(a, b, near, s, w);
-  if (isNearBefore) {
-    addStretch(a.t0, a.parameter(s), b.t0, b.parameter(w));
-  } else {
-    addStretch(a.parameter(s), a.t1, b.parameter(w), b.t1);
+  if (!isNearAfter) {
+    endTowards(hi);
+    t1 = a.parameter(s);
+    u1 = b.parameter(w);
   }
+  addStretch(t0, t1, u0, u1);
   return true;
 }
 
