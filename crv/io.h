@@ -34,8 +34,10 @@ inline std::ostream& operator<<(std::ostream& out, GxBezierCurvePosition const& 
 /// Writes "open" or "closed" and the segments: open {[...] [...]}.
 inline std::ostream& operator<<(std::ostream& out, GxBezierCurve const& curve) {
   out << (curve.strictIsClosed() != 0 ? "closed {" : "open {");
-  for (unsigned long i = 0; i < curve.length(); ++i) {
-    out << (i == 0 ? "" : " ") << curve[static_cast<int>(i)];
+  char const* separator = "";
+  for (GxBezier const& segment : curve) {
+    out << separator << segment;
+    separator = " ";
   }
   return out << '}';
 }

@@ -54,9 +54,10 @@ CRV_API ParsedPath parsePath(std::string_view text);
 
 /// Writes a curve as the value of the attribute d of an SVG path, in absolute commands M L C Z. The
 /// numbers are the shortest that read back as the same doubles, so that parsePath gives the
-/// segments back to the bit, as one curve if they join. Z ends the path where the closed flag is
-/// set and the ends meet. A gap between two segments starts a new subpath; a curve with gaps gets
-/// no Z. An empty curve, or one with a coordinate that is not finite, gives an empty text.
+/// segments back to the bit, as one curve if they join; a joint of 0 and -0 comes back as its first
+/// segment has it. Z ends the path where the closed flag is set and the ends meet. A gap between
+/// two segments starts a new subpath; a curve with gaps gets no Z. An empty curve, or one with a
+/// coordinate that is not finite, gives an empty text.
 CRV_API std::string toPath(Curve const& curve);
 
 /// Writes curves one after the other as one path.

@@ -41,7 +41,11 @@ class Pen {
     draw({{at, first, second, p}}, Handle::cubic, second);
   }
   void quadraticTo(Plain const& handle, Plain const& p) {
-    auto const towards = [&](Plain const& end) { return end + (handle - end) * (2.0 / 3.0); };
+    auto const towards = [&](Plain const& end) {
+      Plain const whole = handle - end;
+      // Guard: points near both ends of the range are divided before they are subtracted.
+      return isFinite(whole) ? end + whole * (2.0 / 3.0) : end * (1.0 / 3.0) + handle * (2.0 / 3.0);
+    };
     draw({{at, towards(at), towards(p), p}}, Handle::quadratic, handle);
   }
   void arcTo(internal::Arc const& arc) {
@@ -141,7 +145,8 @@ class PathParser {
 
   /// Draws one repetition; false, with nothing drawn, when a point leaves the range of doubles.
   bool draw(char name, bool isRelative, Numbers const& n) {
-    Plain const origin = isRelative ? pen_.at : Plain{0.0, 0.0};
+    // Exact form: -0.0 is the zero that leaves the sign of another zero when added to it.
+    Plain const origin = isRelative ? pen_.at : Plain{-0.0, -0.0};
     auto const point = [&](std::size_t i) { return Plain{origin.x + n[i], origin.y + n[i + 1]}; };
     Plain to = name == 'H' || name == 'V' ? pen_.at : point(numbersOf(name) - 2);
     if (name == 'H') to.x = origin.x + n[0];
