@@ -40,6 +40,11 @@ struct Shared {
   SharedStretch range;
 };
 
+bool areSame(Cubic const& c, Cubic const& d) {
+  return std::equal(c.p, c.p + 4, d.p,
+                    [](Point const& p, Point const& q) { return p.x == q.x && p.y == q.y; });
+}
+
 bool staysNear(Cubic const& c, double reach) {
   for (int i = 1; i < 4; ++i) {
     if (!(squaredDistance(c.p[0], c.p[i]) <= reach * reach)) return false;
@@ -59,7 +64,15 @@ bool advances(Cubic const& c) {
 class Cutter {
  public:
   Cutter(std::vector<ArrangedSegment> const& segments, UnitScale const& scale)
-      : segments_(segments), scale_(scale), places_(2 * segments.size()) {}
+      : segments_(segments),
+        scale_(scale),
+        counts_(segments.size(), {0, 0}),
+        isTwin_(segments.size(), 0),
+        places_(2 * segments.size()) {
+    for (std::size_t i = 0; i < segments.size(); ++i) {
+      counts_[i][static_cast<std::size_t>(segments[i].group)] = 1;
+    }
+  }
 
   Cutting cut() {
     uniteJoints();
@@ -73,11 +86,13 @@ class Cutter {
   double reach() const { return kOnePlace * scale_.resolution; }
   void uniteJoints();
   void findAllMeetings();
+  bool joinTwin(std::size_t i, std::size_t k);
   void findPair(std::size_t i, std::size_t k);
   bool partAtJoint(std::size_t i, std::size_t k);
   void add(std::size_t i, std::size_t k);
   void addMeeting(std::size_t i, double t, std::size_t k, double u);
   void arrangeCuts();
+  void countCuts();
   bool areOnePlace(Cut const& p, Cut const& q) const;
   void carryOver();
 
@@ -100,6 +115,8 @@ class Cutter {
 
   std::vector<ArrangedSegment> const& segments_;
   UnitScale const& scale_;
+  std::vector<std::array<int, 2>> counts_;  // by segment: how often it runs there, by group
+  std::vector<char> isTwin_;                // whether a segment before it stands for it
   // Places 2i and 2i + 1 are the ends of segment i; each meeting is another.
   DisjointSets places_;
   std::vector<Cut> cuts_;            // at meetings; the ends of the segments are cuts besides
@@ -146,6 +163,18 @@ bool Cutter::partAtJoint(std::size_t i, std::size_t k) {
          partAtStart(reversed(segments_[k].c), segments_[i].c, reach);
 }
 
+/// Lets segment i stand for segment k if both are the same, or the same reversed.
+bool Cutter::joinTwin(std::size_t i, std::size_t k) {
+  Cubic const &c = segments_[i].c, &d = segments_[k].c;
+  bool const isSame = areSame(c, d);
+  if (!isSame && !areSame(c, reversed(d))) return false;
+  places_.unite(2 * i, isSame ? 2 * k : 2 * k + 1);
+  places_.unite(2 * i + 1, isSame ? 2 * k + 1 : 2 * k);
+  counts_[i][static_cast<std::size_t>(segments_[k].group)] += isSame ? 1 : -1;
+  isTwin_[k] = 1;
+  return true;
+}
+
 void Cutter::findPair(std::size_t i, std::size_t k) {
   if (partAtJoint(i, k)) return;
   findMeetings(segments_[i].c, segments_[k].c, scale_.magnitude, scale_.resolution,
@@ -163,6 +192,7 @@ void Cutter::findAllMeetings() {
   }
   BoxTree const tree(std::move(boxes));
   BoxTree::visitOwnOverlaps(tree, [&](std::size_t i, std::size_t k) {
+    if (isTwin_[i] || isTwin_[k] || (i != k && joinTwin(i, k))) return;
     if (i != k) return findPair(i, k);
     if (advances(segments_[i].c)) return;
     findOwnMeetings(segments_[i].c, scale_.magnitude, scale_.resolution, found_);
@@ -170,19 +200,34 @@ void Cutter::findAllMeetings() {
   });
 }
 
-/// Sorts the cuts by segment and parameter, and unites the places of neighbours.
+/// Drops what belongs to twins, sorts the cuts by segment and parameter, and makes one of
+/// neighbours in one place.
 void Cutter::arrangeCuts() {
+  auto const isOfTwin = [&](Cut const& c) { return isTwin_[c.segment] != 0; };
+  cuts_.erase(std::remove_if(cuts_.begin(), cuts_.end(), isOfTwin), cuts_.end());
   std::sort(cuts_.begin(), cuts_.end(), [](Cut const& p, Cut const& q) {
     return p.segment != q.segment ? p.segment < q.segment : p.t < q.t;
   });
+  countCuts();
+  std::vector<Cut> kept;
+  kept.reserve(cuts_.size());
+  for (std::size_t i = 0; i < segments_.size(); ++i) {
+    std::size_t const first = kept.size();
+    visitPieces(i, [&](Cut const& p, Cut const& q) {
+      bool const isOne = areOnePlace(p, q), isLast = q.place == 2 * i + 1;
+      if (isOne) places_.unite(p.place, q.place);
+      if (!isOne && !isLast) kept.push_back(q);
+      if (isOne && isLast && kept.size() > first) kept.pop_back();
+    });
+  }
+  cuts_ = std::move(kept);
+  countCuts();
+}
+
+void Cutter::countCuts() {
   begins_.assign(segments_.size() + 1, 0);
   for (Cut const& c : cuts_) ++begins_[c.segment + 1];
   for (std::size_t i = 1; i < begins_.size(); ++i) begins_[i] += begins_[i - 1];
-  for (std::size_t i = 0; i < segments_.size(); ++i) {
-    visitPieces(i, [&](Cut const& p, Cut const& q) {
-      if (areOnePlace(p, q)) places_.unite(p.place, q.place);
-    });
-  }
 }
 
 bool Cutter::areOnePlace(Cut const& p, Cut const& q) const {
@@ -199,7 +244,8 @@ void Cutter::carry(std::size_t from, double t0, double t1, std::size_t to, doubl
   for (std::size_t i = begins_[from]; i < begins_[from + 1]; ++i) {
     Cut const& cut = cuts_[i];
     if (!(cut.t > t0 && cut.t < t1)) continue;
-    bool isCut = false;
+    bool isCut = (lo == 0.0 && places_.areOne(2 * to, cut.place)) ||
+                 (hi == 1.0 && places_.areOne(2 * to + 1, cut.place));
     for (std::size_t k = begins_[to]; k < begins_[to + 1] && !isCut; ++k) {
       isCut = cuts_[k].t >= lo && cuts_[k].t <= hi && places_.areOne(cuts_[k].place, cut.place);
     }
@@ -214,6 +260,8 @@ void Cutter::carry(std::size_t from, double t0, double t1, std::size_t to, doubl
 
 /// Gives segments that coincide the same cuts.
 void Cutter::carryOver() {
+  auto const isOfTwin = [&](Shared const& s) { return isTwin_[s.first] || isTwin_[s.second]; };
+  shared_.erase(std::remove_if(shared_.begin(), shared_.end(), isOfTwin), shared_.end());
   std::vector<Cut> added;
   for (int round = 0; round < kMostRounds; ++round) {
     added.clear();
@@ -265,9 +313,7 @@ void Cutter::addStretch(Cutting& result, Cut const& p, Cut const& q,
   std::size_t const edge = result.edges.size();
   result.stretches.push_back(
       {withEnds(c, result.nodes[from], result.nodes[to]), p.segment, p.t, q.t, edge, true, kNone});
-  std::array<int, 2> count = {0, 0};
-  count[static_cast<std::size_t>(segment.group)] = 1;
-  result.edges.push_back({from, to, edge, count, {0, 0}, {0, 0}});
+  result.edges.push_back({from, to, edge, counts_[p.segment], {0, 0}, {0, 0}});
 }
 
 Cutting Cutter::result() {
@@ -276,6 +322,7 @@ Cutting Cutter::result() {
   result.stretches.reserve(segments_.size() + cuts_.size());
   result.edges.reserve(segments_.size() + cuts_.size());
   for (std::size_t i = 0; i < segments_.size(); ++i) {
+    if (isTwin_[i]) continue;
     visitPieces(i, [&](Cut const& p, Cut const& q) { addStretch(result, p, q, nodes); });
   }
   return result;
