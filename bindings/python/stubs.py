@@ -8,14 +8,26 @@ import re
 import sys
 
 # What a signature says, and the types for those who check types. What goes in may be any sequence.
-TAKEN = {"Point": "ArrayLike", "Points": "ArrayLike", "Numbers": "ArrayLike", "numpy.ndarray[numpy.float64]": "ArrayLike"}
+TAKEN = {
+    "Point": "ArrayLike",
+    "Points": "ArrayLike",
+    "Numbers": "ArrayLike",
+    "numpy.ndarray[numpy.float64]": "ArrayLike",
+}
 GIVEN = {name: "Array" for name in TAKEN}
-HEADER = '''from typing import Any, Iterator, List, Optional, Tuple, overload
+HEADER = """from typing import Any, Iterator, List, Optional, Tuple, overload
 import numpy
 from numpy.typing import ArrayLike, NDArray
 
 Array = NDArray[numpy.float64]
-'''
+"""
+ENUM = """\
+    __members__: dict[str, Any]
+    name: str
+    value: int
+    def __init__(self, value: int) -> None: ...
+    def __int__(self) -> int: ...
+    def __index__(self) -> int: ...""".splitlines()
 
 
 def parts(text):
@@ -60,8 +72,11 @@ def signature(name, line, self_name):
 
 
 def stubs_of(name, function, indent, owner=None):
-    lines = [re.sub(r"^\d+\. ", "", line) for line in (function.__doc__ or "").splitlines()
-             if re.match(rf"(\d+\. )?{name}\(.*\) -> ", line)]
+    lines = [
+        re.sub(r"^\d+\. ", "", line)
+        for line in (function.__doc__ or "").splitlines()
+        if re.match(rf"(\d+\. )?{name}\(.*\) -> ", line)
+    ]
     if name == "__eq__":
         lines = lines[:1]
     static = owner is not None and isinstance(inspect.getattr_static(owner, name), staticmethod)
@@ -80,15 +95,15 @@ def class_of(name, cls):
     yield "    ..."
     if members is not None:
         yield from (f"    {member}: {name}" for member in members)
-        yield "    __members__: dict[str, Any]"
-        yield "    name: str\n    value: int\n    def __init__(self, value: int) -> None: ...\n    def __int__(self) -> int: ...\n    def __index__(self) -> int: ..."
+        yield from ENUM
         return
     for attribute, value in sorted(vars(cls).items()):
         if isinstance(value, property):
             kind = typed(value.fget.__doc__.strip().split(" -> ")[-1], GIVEN)
             yield f"    @property\n    def {attribute}(self) -> {kind}: ..."
             if value.fset:
-                yield f"    @{attribute}.setter\n    def {attribute}(self, value: {'ArrayLike' if kind == 'Array' else kind}) -> None: ..."
+                taken = "ArrayLike" if kind == "Array" else kind
+                yield f"    @{attribute}.setter\n    def {attribute}(self, value: {taken}) -> None: ..."
         elif (callable(value) or isinstance(value, staticmethod)) and "state__" not in attribute:
             yield from stubs_of(attribute, getattr(cls, attribute), "    ", cls)
 

@@ -81,7 +81,8 @@ def results():
     yield "findVelocityVectors", G.findVelocityVectors((3, 0.0))
     yield "findNextPos", G.findNextPos((2, 0.5), 40.0, forward=False, mode=crv.StepMode.shortChords)
     yield "findFirstGeometricLineIntersection", G.findFirstGeometricLineIntersection(
-        (0, 100), (1, 0.1), (0, 0.0), G.lastPos(), 1e-9)
+        (0, 100), (1, 0.1), (0, 0.0), G.lastPos(), 1e-9
+    )
     part = crv.Curve()
     map = crv.copyGxBezierCurve(part, G, (20, 0.25), (3, 0.5))
     yield "copyGxBezierCurve", piece(part, map)
@@ -214,7 +215,11 @@ def declarations(text):
 
     def told(statement):
         inside = contexts[-1] if contexts else ["namespace", None, "public"]
-        if inside[0] == "enum" or inside[2] != "public" or re.match(r"\s*(using|friend|template class|extern)\b", statement):
+        if (
+            inside[0] == "enum"
+            or inside[2] != "public"
+            or re.match(r"\s*(using|friend|template class|extern)\b", statement)
+        ):
             return
         head = re.sub(r"\[\[.*?\]\]|template <[^>]*>|\bCRV_\w+\b(\([^;]*\))?|= \w.*", "", statement)
         called = re.search(r"(\w+)\s*\(", head)
@@ -231,11 +236,20 @@ def declarations(text):
             contexts[-1][2] = statement.split()[-1]
             statement = ""
         elif c == "{":
-            kind = re.search(r"\b(namespace|enum|class|struct)\b(?:\s+class)?(?:\s+CRV_API)?\s+([\w:<>]+)", re.sub(r"template <.*?>", "", statement))
+            kind = re.search(
+                r"\b(namespace|enum|class|struct)\b(?:\s+class)?(?:\s+CRV_API)?\s+([\w:<>]+)",
+                re.sub(r"template <.*?>", "", statement),
+            )
             if kind and "(" not in statement:
                 if kind[1] != "namespace":
                     yield None, kind[2]
-                contexts.append([kind[1], None if kind[1] == "namespace" else kind[2], "private" if kind[1] == "class" else "public"])
+                contexts.append(
+                    [
+                        kind[1],
+                        None if kind[1] == "namespace" else kind[2],
+                        "private" if kind[1] == "class" else "public",
+                    ]
+                )
             else:
                 yield from told(statement)
                 depth = 1
@@ -273,15 +287,33 @@ class Surface(unittest.TestCase):
                     if not hasattr(getattr(crv, owner, None) if owner else crv, name):
                         missing.add(f"{header}: {owner or ''} {name}")
         self.assertEqual(sorted(missing), [])
-        for some in ("GxBezier", "bValue"), ("CurveSearch", "within"), ("Fit", "corners"), (None, "unite"), (None, "snapToAnchor"):
+        for some in (
+            ("GxBezier", "bValue"),
+            ("CurveSearch", "within"),
+            ("Fit", "corners"),
+            (None, "unite"),
+            (None, "snapToAnchor"),
+        ):
             self.assertIn(some, seen)
         self.assertGreater(len(seen), 250)
 
     def test_types_are_told(self):
         for check in ["-p", "crv"], ["-c", "\n".join(examples())]:
             try:
-                told = subprocess.run(["mypy", "--strict", "--python-executable", sys.executable, "--cache-dir", f"{FOLDER}/.mypy", *check],
-                                      capture_output=True, text=True, env={**os.environ, "MYPYPATH": FOLDER})
+                told = subprocess.run(
+                    [
+                        "mypy",
+                        "--strict",
+                        "--python-executable",
+                        sys.executable,
+                        "--cache-dir",
+                        f"{FOLDER}/.mypy",
+                        *check,
+                    ],
+                    capture_output=True,
+                    text=True,
+                    env={**os.environ, "MYPYPATH": FOLDER},
+                )
             except FileNotFoundError:
                 self.skipTest("mypy is not there")
             self.assertEqual(told.returncode, 0, told.stdout)

@@ -42,13 +42,17 @@ class Reading(unittest.TestCase):
     def test_svg_shapes_are_carried_through_their_transforms(self):
         found = rows("info", given=SVG)
         boxes = [[round(r[k], 3) for k in ("minX", "minY", "maxX", "maxY")] for r in found]
-        self.assertEqual(boxes, [[10, 20, 10, 26], [12, 22, 20, 26], [16, 26, 24, 34],
-                                 [10, 20, 18, 26], [101, 52, 103, 54]])
+        self.assertEqual(
+            boxes,
+            [[10, 20, 10, 26], [12, 22, 20, 26], [16, 26, 24, 34], [10, 20, 18, 26], [101, 52, 103, 54]],
+        )
         self.assertEqual([r["closed"] for r in found], [0, 1, 1, 1, 0])
         self.assertAlmostEqual(found[2]["length"], 8 * 3.14159265, 3)
 
     def test_numbers_make_strokes_and_curves(self):
-        found = rows("info", given="# one\n0 0\n+1, 2e0\n\n5;5\r\n0 0 0 1 1 1 1 0\n1 0 1 0 0 0 0 0\n9 9 9 9 8 8 8 8")
+        found = rows(
+            "info", given="# one\n0 0\n+1, 2e0\n\n5;5\r\n0 0 0 1 1 1 1 0\n1 0 1 0 0 0 0 0\n9 9 9 9 8 8 8 8"
+        )
         self.assertEqual([(r["segments"], r["closed"]) for r in found], [(1, 0), (1, 0), (2, 1), (1, 0)])
 
     def test_every_bit_survives_a_pipe(self):
@@ -57,8 +61,10 @@ class Reading(unittest.TestCase):
             self.assertEqual(crv("cut", "--at", 0, given=crv("draw", "--to", format, given=fitted)), fitted)
 
     def test_bad_input_is_refused_in_one_line(self):
-        refused = lambda given, words, *call: self.assertIn(words, crv(*(call or ["info"]), given=given, status=1))
-        refused("0 0\n1 2 3", 'standard input:2: expected x and y')
+        refused = lambda given, words, *call: self.assertIn(
+            words, crv(*(call or ["info"]), given=given, status=1)
+        )
+        refused("0 0\n1 2 3", "standard input:2: expected x and y")
         refused("1 nan", "expected x and y")
         refused("1e101 0", "expected x and y")
         refused("", "no points and no curves")
@@ -68,9 +74,22 @@ class Reading(unittest.TestCase):
         refused('<svg><circle r="50%"/></svg>', 'r="50%" of <circle>')
         refused("", "missing.txt: cannot be read", "fit", "missing.txt")
         refused("", "cannot be read", "fit", ROOT)
-        for call in (["fit", "--error", "0"], ["flatten", "--step", "nan"], ["offset"], ["offset", "-d", "inf"],
-                     ["cut"], ["nearest"], ["nearest", "-p", "1"], ["weld", "--op", "subtract"], ["bogus"],
-                     ["info", "--to", "path"], ["fit", "--plain"], ["flatten", "-s", "1e-9"], ["--bogus"], []):
+        for call in (
+            ["fit", "--error", "0"],
+            ["flatten", "--step", "nan"],
+            ["offset"],
+            ["offset", "-d", "inf"],
+            ["cut"],
+            ["nearest"],
+            ["nearest", "-p", "1"],
+            ["weld", "--op", "subtract"],
+            ["bogus"],
+            ["info", "--to", "path"],
+            ["fit", "--plain"],
+            ["flatten", "-s", "1e-9"],
+            ["--bogus"],
+            [],
+        ):
             crv(*call, given="M0 0L9 9", status=1)
 
 
@@ -89,12 +108,16 @@ class Writing(unittest.TestCase):
         crv("fit", WAVES, "-o", "/dev/null")
         if os.path.exists("/dev/full"):
             with open("/dev/full", "w") as full:
-                self.assertEqual(subprocess.run([PROGRAM, "fit", WAVES], stdout=full, stderr=-3).returncode, 1)
+                self.assertEqual(
+                    subprocess.run([PROGRAM, "fit", WAVES], stdout=full, stderr=-3).returncode, 1
+                )
 
     def test_a_bar_is_drawn_on_a_terminal_and_removed(self):
         scribble = "".join(f"M{i % 40} {i // 40}l{1 + i % 3} {1 + i % 5}" for i in range(3000))
         outer, inner = pty.openpty()
-        subprocess.run([PROGRAM, "contacts", "-o", "/dev/null"], input=scribble.encode(), stderr=inner, check=True)
+        subprocess.run(
+            [PROGRAM, "contacts", "-o", "/dev/null"], input=scribble.encode(), stderr=inner, check=True
+        )
         os.close(inner)
         said = b""
         with self.assertRaises(OSError):  # the end of what was written
@@ -157,7 +180,9 @@ class Pages(unittest.TestCase):
 
     def test_the_manual_page_is_sound(self):
         try:
-            lint = subprocess.run(["mandoc", "-Tlint", "-Wwarning", "tools/crv/crv.1"], capture_output=True, text=True)
+            lint = subprocess.run(
+                ["mandoc", "-Tlint", "-Wwarning", "tools/crv/crv.1"], capture_output=True, text=True
+            )
         except FileNotFoundError:
             self.skipTest("mandoc is not there")
         self.assertEqual((lint.returncode, lint.stdout), (0, ""))

@@ -127,8 +127,9 @@ struct type_caster<GxCoord<double>> : PairCaster<GxCoord<double>> {};
 template <>
 struct type_caster<GxVector<double>> : PairCaster<GxVector<double>> {};
 
-template <>
-struct type_caster<std::vector<GxCoord<double>>> {
+/// Many pairs of numbers.
+template <class Pair>
+struct PairsCaster {
   bool load(handle source, bool) {
     python::Array const array = python::arrayOf(source);
     bool const isEmpty = array && array.size() == 0;
@@ -139,14 +140,19 @@ struct type_caster<std::vector<GxCoord<double>>> {
     }
     return true;
   }
-  static handle cast(std::vector<GxCoord<double>> const& points, return_value_policy, handle) {
-    python::Array array({points.size(), std::size_t{2}});
+  static handle cast(std::vector<Pair> const& pairs, return_value_policy, handle) {
+    python::Array array({pairs.size(), std::size_t{2}});
     double* to = array.mutable_data();
-    for (GxCoord<double> const& p : points) *to++ = p.xval(), *to++ = p.yval();
+    for (Pair const& pair : pairs) *to++ = pair.xval(), *to++ = pair.yval();
     return array.release();
   }
-  PYBIND11_TYPE_CASTER(std::vector<GxCoord<double>>, const_name("Points"));
+  PYBIND11_TYPE_CASTER(std::vector<Pair>, const_name("Points"));
 };
+
+template <>
+struct type_caster<std::vector<GxCoord<double>>> : PairsCaster<GxCoord<double>> {};
+template <>
+struct type_caster<std::vector<GxVector<double>>> : PairsCaster<GxVector<double>> {};
 
 template <>
 struct type_caster<std::vector<double>> {

@@ -70,12 +70,10 @@ void bindValues(Class& c) {
       .def(
           "bValues",
           [](Segment const& s, Numbers const& t) {
-            std::vector<Point> points(t.size());
-            std::vector<Vector> derivatives(t.size());
-            s.bValues(t.data(), static_cast<int>(t.size()), points.data(), derivatives.data());
-            Points moved;
-            for (Vector const& v : derivatives) moved.push_back(Point() + v);
-            return std::pair(points, moved);
+            std::pair<Points, std::vector<Vector>> found(t.size(), t.size());
+            s.bValues(t.data(), static_cast<int>(t.size()), found.first.data(),
+                      found.second.data());
+            return found;
           },
           py::arg("t"), "The points and the first derivatives at many parameters.")
       .def(
