@@ -54,6 +54,18 @@ void showCuts(Room& room, GxBezierCurve const& letter) {
             "The plain copy of a stretch, with its marks.",
             say("code ", code, ", ", copy.length(), " segments"), plain);
 
+  GxBezierCurve first = letter, second;
+  crv::Map firstMap, secondMap;
+  //! [spliteGxBezierCurve]
+  int const split = spliteGxBezierCurve({1, 0.5}, first, second, firstMap, secondMap);
+  //! [spliteGxBezierCurve]
+  Picture parts(letter);
+  drawEdit(parts, letter, first, firstMap, kBlue);
+  drawEdit(parts, letter, second, secondMap, kOrange);
+  room.show("spliteGxBezierCurve", "cut&a=letter+%26", "The plain cut, here in segment 1.",
+            say("code ", split, ", ", first.length(), " and ", second.length(), " segments"),
+            parts);
+
   //! [crv::withJoint]
   crv::Piece const joint = crv::withJoint(letter, {5, 0.25});
   //! [crv::withJoint]
@@ -94,6 +106,15 @@ void showSenses(Room& room, GxBezierCurve const& letter) {
   //! [GxBezierCurve::makeClosedCurve]
   Picture closed(bay);
   closed.chain(bay, std::string(kBlue) + ";fill:#e7f5ff");
+  GxBezierCurve nice = crv::fit({samples.begin(), samples.begin() + 38}, {6.0, false, 0.0}).curve;
+  //! [GxBezierCurve::makeNiceClosedCurve]
+  int const isNice = nice.makeNiceClosedCurve();
+  //! [GxBezierCurve::makeNiceClosedCurve]
+  Picture trimmed(nice);
+  trimmed.chain(nice, std::string(kBlue) + ";fill:#e7f5ff");
+  room.show("GxBezierCurve::makeNiceClosedCurve", "reverse",
+            "Ends that overlap or nearly meet are trimmed first.",
+            say("code ", isNice, ", ", nice.length(), " segments"), trimmed);
   room.show("GxBezierCurve::makeClosedCurve", "reverse", "A straight segment bridges the ends.",
             say("code ", isClosed, ", ", before, " segments became ", bay.length()), closed);
 }

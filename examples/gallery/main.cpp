@@ -65,7 +65,8 @@ void write(std::string const& folder, std::string const& playground) {
   using gallery::Room;
   std::vector<Room> const rooms = {gallery::fits(),      gallery::polylines(), gallery::measures(),
                                    gallery::meetings(),  gallery::edits(),     gallery::walks(),
-                                   gallery::parallels(), gallery::regions(),   gallery::paths()};
+                                   gallery::parallels(), gallery::regions(),   gallery::paths(),
+                                   gallery::segments()};
   std::filesystem::create_directories(folder);
   std::ofstream out(std::filesystem::path(folder) / "index.html");
   out << kHead << "<nav>";

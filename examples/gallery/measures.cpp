@@ -2,6 +2,8 @@
 
 #include "examples/gallery/room.h"
 
+#include <cmath>
+
 namespace gallery {
 namespace {
 
@@ -87,6 +89,46 @@ void showMeasures(Room& room, GxBezierCurve const& letter) {
             say(area, isClockwise ? ", clockwise" : ", counter-clockwise"), filled);
 }
 
+void showPlain(Room& room, GxBezierCurve const& letter) {
+  //! [GxBezierCurve::findVelocityVectors]
+  GxVector<double> in, out;
+  int const code = letter.findVelocityVectors({11, 0.0}, in, out);
+  //! [GxBezierCurve::findVelocityVectors]
+  crv::Point const joint = letter.locateCurvePosition({11, 0.0});
+  Picture plain(letter);
+  plain.chain(letter, kInk);
+  plain.polyline({joint + -in, joint}, kBlue);
+  plain.polyline({joint, joint + out}, kRed);
+  room.show("GxBezierCurve::findVelocityVectors", "nearest&a=letter+S",
+            "Derivatives on both sides of a joint.",
+            say("code ", code, ", in (", in.xval(), ", ", in.yval(), "), out (", out.xval(), ", ",
+                out.yval(), ")"),
+            plain);
+
+  double t = 0;
+  int segment = 0;
+  //! [GxBezierCurve::getCurveMaxY]
+  int const found = letter.getCurveMaxY(t, segment);
+  //! [GxBezierCurve::getCurveMaxY]
+  Picture top(letter);
+  top.chain(letter, kInk);
+  top.dots({letter.locateCurvePosition({segment, t})}, 4, "stroke:#c2255c");
+  room.show("GxBezierCurve::getCurveMaxY", "nearest&a=letter+S", "The highest place.",
+            say("code ", found, ", segment ", segment, ", t ", t), top);
+
+  GxBezierCurve other = readOutline("sans-k-thirds.txt");
+  other.moveCurve({460, 0});
+  //! [GxBezierCurve::getMinSqDistance]
+  double const squared = letter.getMinSqDistance(other);
+  //! [GxBezierCurve::getMinSqDistance]
+  Picture pair(svg::Box{50, -30, 940, 720});
+  pair.chain(letter, kInk);
+  pair.chain(other, kOrange);
+  room.show("GxBezierCurve::getMinSqDistance", "nearest&a=letter+S",
+            "The least squared distance, from samples.",
+            say(squared, ", the square of ", std::sqrt(squared)), pair);
+}
+
 }  // namespace
 
 Room measures() {
@@ -94,6 +136,7 @@ Room measures() {
   GxBezierCurve const letter = readOutline("roman-capital-s-thirds.txt");
   showNearest(room, letter);
   showMeasures(room, letter);
+  showPlain(room, letter);
   return room;
 }
 

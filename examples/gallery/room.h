@@ -77,6 +77,7 @@ inline std::string say(GxBezierCurvePosition const& p) {
 /// A point.
 inline std::string say(GxCoord<double> const& p) { return say('(', p.xval(), ", ", p.yval(), ')'); }
 
+Room segments();
 Room fits();
 Room polylines();
 Room measures();
