@@ -88,7 +88,6 @@ class ParallelMaker {
   RawOutline const& outline_;
   std::shared_ptr<Chain const> source_;
   std::vector<std::pair<Place, Piece>> found_;
-  double worstError_ = 0.0;
 };
 
 bool isBefore(Place const& p, Place const& q) {
@@ -122,9 +121,8 @@ void ParallelMaker::addParallel(Parts parts, bool isClosed) {
   for (PathPart const& part : parts) {
     RawSegment const& segment = raw(part);
     piece.curve.getSegments().add(frame_.toCaller(part.c));
-    origins.push_back(
-        {segment.kind == RawKind::join, segment.from, segment.to, segment.c, part.from, part.to});
-    if (segment.hasDistance) worstError_ = std::max(worstError_, segment.error);
+    origins.push_back({segment.kind != RawKind::parallel, segment.from, segment.to, segment.c,
+                       part.from, part.to});
   }
   piece.curve.setStrictIsClosed(isClosed);
   piece.map = internal::parallelMap(source_, std::move(origins), isClosed);
@@ -136,8 +134,12 @@ Offset ParallelMaker::result() {
                    [](auto const& a, auto const& b) { return isBefore(a.first, b.first); });
   Offset offset;
   for (auto& [place, piece] : found_) offset.parallels.push_back(std::move(piece));
-  double const rounding = kLeastTolerance * internal::kRounding;
-  offset.worstError = std::max(worstError_, rounding) * frame_.unit;
+  // A parallel ends where another one crosses it, whose error tells how near the curve is there.
+  double worst = kLeastTolerance * internal::kRounding;
+  for (RawSegment const& segment : outline_.segments()) {
+    if (segment.hasDistance) worst = std::max(worst, segment.error);
+  }
+  offset.worstError = worst * frame_.unit;
   return offset;
 }
 

@@ -80,6 +80,19 @@ TEST(AccurateOffset, LettersKeepTheDistanceWithFewSegments) {
   }
 }
 
+TEST(AccurateOffset, TheErrorReportedIsABound) {
+  // Bends so tight that a parallel's error peaks between a few samples.
+  for (Row const row : table("12 75 86 29 27 76 97 45 1; 58 67 90 92 29 96 90 10 5; 63 78 90 86 59 "
+                             "89 89 68 1; 47 68 54 39 93 90 22 27 20")) {
+    expectParallels(curveOf({segmentOf(row)}), row[8], 0.01);
+  }
+  // A straight segment that stands still in its middle keeps its places across.
+  expectParallels(curveOf({bezier(80, 0, 60, 20, 80, 0, 60, 20)}), 0.5, 0.01);
+  // The parallels of segments that almost share a direction are prolonged to meet.
+  Curve const bent = polygon({0, 0, 100, 0, 200, 1});
+  for (double const side : {20.0, -20.0}) expectParallels(bent, side, 0.03);
+}
+
 TEST(AccurateOffset, CornersAreJoinedAsAsked) {
   struct {
     Join join;
@@ -136,6 +149,10 @@ TEST(AccurateOffset, OutlinesOfStrokesHaveTheirCapsAndHoles) {
   EXPECT_NEAR(totalArea(crv::strokeOutline(point, 2, Cap::round, {1e-6})), kPi, 1e-5);
   EXPECT_NEAR(totalArea(crv::strokeOutline(point, 2, Cap::square)), 4.0, 1e-12);
   EXPECT_TRUE(crv::strokeOutline(point, 2, Cap::butt).empty());
+  // The area within a distance of a curve is less than length times width and a disc; here a bend
+  // has a radius of a hundred-thousandth of the width, and turns against those beside it.
+  Curve const tight = curveOf({bezier(75.4, 60.9, 28.4, 53.3, 94.8, 49.9, 1, 77.3)});
+  EXPECT_NEAR(totalArea(crv::strokeOutline(tight, 2.3, Cap::round)), 187.65, 0.2);
   // A turn back goes around the place: the stroke of a line that runs to and fro.
   Curve const back = curveOf({bezier(0, 0, 200, 0, -100, 0, 100, 0)});
   EXPECT_NEAR(totalArea(crv::strokeOutline(back, 20, Cap::round, {1e-6})), 2000 + 100 * kPi, 1e-2);

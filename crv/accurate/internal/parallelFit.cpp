@@ -1,5 +1,7 @@
 #include "crv/accurate/internal/parallelFit.h"
 
+#include "crv/accurate/internal/blossom.h"
+#include "crv/accurate/internal/parallelError.h"
 #include "crv/accurate/internal/tangent.h"
 
 #include <cmath>
@@ -14,11 +16,6 @@ constexpr int kMaxRounds = 5;
 // A fit succeeds hardly ever whose worst error is so many tolerances after the first rounds.
 constexpr double kHopeless = 40.0;
 
-// The worst error between samples as a multiple of the worst one at a sample, where the samples lie
-// as they do at first, and where they are closer; larger ones are rare.
-constexpr double kBetweenSamples = 1.75;
-constexpr double kBetweenCloseSamples = 1.25;
-
 // The shortest handle as a part of the chord.
 constexpr double kMinHandle = 1e-3;
 
@@ -31,13 +28,6 @@ constexpr double kInside = 0x1p-10;
 
 // Parameter: an error is not yet trusted while a foot moves farther than this.
 constexpr double kSettled = 0.02;
-
-// Parameter of the cubic: samples farther apart than this do not tell the error between them. How
-// often the gap between two is halved, and the Newton steps that find a foot there.
-constexpr double kWidestGap = 0.16;
-constexpr double kCloseGap = 0.1;
-constexpr int kMaxHalvings = 8;
-constexpr int kFootSteps = 2;
 
 // Relative to the sum of the equations' diagonal: keeps handles that hardly matter where they are.
 constexpr double kRidge = 1e-3;
@@ -64,7 +54,7 @@ ParallelFit::Sample ParallelFit::sampleAt(double t, double s) const {
 void ParallelFit::prepare(ParallelStretch const& stretch) {
   double const width = stretch.t1 - stretch.t0;
   for (int i = 0; i < kSamples; ++i) {
-    double const s = (i + 1) * (1.0 / (kSamples + 1));
+    double const s = 0.2 + 0.3 * i;
     samples_[i] = sampleAt(stretch.t0 + s * width, s);
   }
   chord_ = distance(stretch.start, stretch.end);
@@ -104,44 +94,22 @@ double ParallelFit::measure() {
   return worst;
 }
 
-/// The worst error at more samples, between two that lie far apart on the cubic.
-double ParallelFit::measureBetween(Sample const& before, Sample const& behind, int halvings) const {
-  if (behind.s - before.s <= kCloseGap || halvings == 0) return 0.0;
-  Sample sample = sampleAt(0.5 * (before.t + behind.t), 0.5 * (before.s + behind.s));
+/// Whether the cubic is surely within the tolerance of the parallel, which error_ bounds then.
+bool ParallelFit::keepsTolerance(ParallelStretch const& stretch) {
   Motion const motion = motionOf(cubic_);
-  for (int i = 0; i < kFootSteps; ++i) improveFoot(motion, sample);
-  double const worst = max(measureBetween(before, sample, halvings - 1),
-                           measureBetween(sample, behind, halvings - 1));
-  return max(worst, std::fabs(sample.error));
-}
-
-/// The worst error between the samples.
-double ParallelFit::measureGaps(ParallelStretch const& stretch) const {
-  double worst = 0.0;
-  Sample before = {{}, {}, stretch.t0, 0.0, 0.0};
-  for (Sample const& sample : samples_) {
-    worst = max(worst, measureBetween(before, sample, kMaxHalvings));
-    before = sample;
-  }
-  return max(worst, measureBetween(before, {{}, {}, stretch.t1, 1.0, 0.0}, kMaxHalvings));
-}
-
-bool ParallelFit::hasWideGaps() const {
-  double before = 0.0;
-  for (Sample const& sample : samples_) {
-    if (sample.s - before > kWidestGap) return true;
-    before = sample.s;
-  }
-  return 1.0 - before > kWidestGap;
-}
-
-/// Whether the worst error, of which that at the samples is given, keeps the tolerance.
-bool ParallelFit::keepsTolerance(ParallelStretch const& stretch, double worst) {
-  error_ = kBetweenSamples * worst;
-  if (error_ <= tolerance_ && !hasWideGaps()) return true;
-  if (kBetweenCloseSamples * worst > tolerance_) return false;
-  error_ = kBetweenCloseSamples * max(worst, measureGaps(stretch));
+  ParallelError const error(motion_, motion, cubic_.start() - source_.start(), distance_,
+                            tolerance_);
+  auto const stationAt = [&](Sample const& sample) { return error.stationAt(sample.t, sample.s); };
+  error_ = error.bound(stretch.t0, stretch.t1, {stationAt(samples_[1])});
   return error_ <= tolerance_;
+}
+
+void ParallelFit::connect(ParallelStretch const& stretch) {
+  cubic_ = straight(stretch.start, stretch.end);
+  Motion const motion = motionOf(cubic_);
+  ParallelError const error(motion_, motion, cubic_.start() - source_.start(), distance_,
+                            tolerance_);
+  error_ = error.bound(stretch.t0, stretch.t1, {});
 }
 
 /// Changes the handles so that the squares of the errors become least; false where they become too
@@ -182,7 +150,7 @@ bool ParallelFit::fit(ParallelStretch const& stretch) {
   for (int round = 0; round < kMaxRounds; ++round) {
     place(stretch);
     double const worst = measure();
-    if (farthestStep_ <= kSettled && keepsTolerance(stretch, worst)) return true;
+    if (farthestStep_ <= kSettled && worst <= tolerance_ && keepsTolerance(stretch)) return true;
     if (!(worst <= kHopeless * tolerance_) && round > 1) return false;
     if (!improveHandles(stretch)) return false;
   }

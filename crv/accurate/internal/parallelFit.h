@@ -30,11 +30,15 @@ class ParallelFit {
   /// bounds the difference.
   bool fit(ParallelStretch const& stretch);
 
+  /// The straight line across a stretch as cubic(), with an error() that may be above the
+  /// tolerance.
+  void connect(ParallelStretch const& stretch);
+
   Cubic const& cubic() const { return cubic_; }
   double error() const { return error_; }
 
  private:
-  static constexpr int kSamples = 7;
+  static constexpr int kSamples = 3;
 
   struct Sample {
     Point place;  // on the parallel
@@ -50,10 +54,7 @@ class ParallelFit {
   Sample sampleAt(double t, double s) const;
   double improveFoot(Motion const& motion, Sample& sample) const;
   double measure();
-  double measureBetween(Sample const& before, Sample const& behind, int halvings) const;
-  double measureGaps(ParallelStretch const& stretch) const;
-  bool hasWideGaps() const;
-  bool keepsTolerance(ParallelStretch const& stretch, double worst);
+  bool keepsTolerance(ParallelStretch const& stretch);
   bool improveHandles(ParallelStretch const& stretch);
 
   Cubic const source_;

@@ -31,7 +31,9 @@ double whereItFalls(double lo, double hi, Function const& function) {
 Point directionAt(Cubic const& c, double t) {
   if (t == 0.0) return startDirection(c);
   if (t == 1.0) return endDirection(c);
-  return derivativeAt(c, t);
+  Point const velocity = derivativeAt(c, t);
+  // Where both derivatives vanish, the third one tells where the segment goes.
+  return largestPart(velocity) > 0.0 ? velocity : c.p[3] - c.p[0] - (c.p[2] - c.p[1]) * 3.0;
 }
 
 class ParallelMap : public GxBezierCurvePositionMapBase {
@@ -129,7 +131,7 @@ class ParallelMap : public GxBezierCurvePositionMapBase {
     if (s == 1.0) return origin.to.t;
     Point const p = pointAt(origin.c, s);
     return whereItFalls(origin.from.t, origin.to.t, [&](double t) {
-      return dot(p - pointAt(source, t), derivativeAt(source, t));
+      return dot(p - pointAt(source, t), directionAt(source, t));
     });
   }
 

@@ -139,7 +139,7 @@ void RawOutline::addSide(Parts const& parts, bool isClosed, bool isWanted) {
     before.from = before.to = parts[0].c.start() + leftOf(startDirection(parts[0].c)) * distance_;
   }
   if (isClosed || isWanted) pen_ = before.from;
-  goTo(before.from);
+  goTo(before.from, false, {}, {});
   if (isClosed) addTurn(before, isWanted);
   for (std::size_t i = 0; i < n; ++i) {
     bool const isLast = i + 1 == n;
@@ -148,7 +148,7 @@ void RawOutline::addSide(Parts const& parts, bool isClosed, bool isWanted) {
       behind.from = parts[i].c.end() + leftOf(endDirection(parts[i].c)) * distance_;
     }
     addPart(parts[i], before.to, behind.from, isWanted);
-    goTo(behind.from);
+    goTo(behind.from, isWanted, behind.before, behind.before);
     if (!isLast) addTurn(behind, isWanted);
     before = behind;
   }
@@ -156,7 +156,7 @@ void RawOutline::addSide(Parts const& parts, bool isClosed, bool isWanted) {
 
 void RawOutline::addTurn(Turn const& turn, bool isWanted) {
   if (areSame(turn.from, turn.to)) return;
-  if (!turn.corner.isOuter()) return goTo(turn.to);
+  if (!turn.corner.isOuter()) return goTo(turn.to, isWanted, turn.before, turn.behind);
   std::vector<Cubic> join;
   OffsetOptions options = options_;
   if (sides_ == RawSides::leftAmongBoth && !isWanted) options.join = Join::round;
@@ -170,9 +170,9 @@ void RawOutline::addPart(SmoothPart const& part, Point const& from, Point const&
   appendParallel(part.c, distance_, options_.tolerance, from, to, pieces_);
   double const width = part.t1 - part.t0;
   for (ParallelPiece const& piece : pieces_) {
-    goTo(piece.c.start());
     Place const first = {part.segment, part.t0 + piece.t0 * width};
     Place const last = {part.segment, piece.t1 == 1.0 ? part.t1 : part.t0 + piece.t1 * width};
+    goTo(piece.c.start(), isWanted, first, first);
     add({piece.c, RawKind::parallel, isWanted, true, first, last, 0, piece.error});
   }
 }
@@ -190,10 +190,10 @@ void RawOutline::addJoin(std::vector<Cubic> const& join, std::optional<double> e
   }
 }
 
-/// Draws a line to a point, unless the pen is there.
-void RawOutline::goTo(Point const& p) {
+/// Draws a line to a point, unless the pen is there. The places are those of a joint.
+void RawOutline::goTo(Point const& p, bool isWanted, Place const& from, Place const& to) {
   if (areSame(pen_, p)) return;
-  add({straight(pen_, p), RawKind::link, false, false, {}, {}, 0, 0.0});
+  add({straight(pen_, p), RawKind::link, isWanted, false, from, to, 0, 0.0});
 }
 
 void RawOutline::add(RawSegment const& segment) {
@@ -205,7 +205,7 @@ void RawOutline::add(RawSegment const& segment) {
 /// Closes the chain that begins with a segment.
 void RawOutline::closeFrom(std::size_t first) {
   if (first == segments_.size()) return;
-  goTo(segments_[first].c.start());
+  goTo(segments_[first].c.start(), false, {}, {});
   segments_.back().next = first;
 }
 

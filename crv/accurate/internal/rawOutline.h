@@ -16,7 +16,7 @@ namespace crv::internal {
 enum class RawKind {
   parallel,
   join,  // or a cap
-  link,  // a line across what the distance reaches, which is never a part of a result
+  link,  // a line across what the distance reaches
 };
 
 /// A segment of a raw outline.
@@ -24,7 +24,7 @@ struct RawSegment {
   Cubic c;
   RawKind kind;
   bool isWanted;     // on the left of the curve itself
-  bool hasDistance;  // not of a miter, a bevel or a flat cap
+  bool hasDistance;  // not of a miter, a bevel, a flat cap or a link
   Place from, to;    // the stretch of the curve that it grew from, or its joint from both sides
   std::size_t next;  // the number of the segment that follows
   double error;      // how far the distance is off at most
@@ -63,7 +63,7 @@ class RawOutline {
   void addCap(Point const& end, Point const& direction);
   void addJoin(std::vector<Cubic> const& join, std::optional<double> error, bool isWanted,
                Place const& from, Place const& to);
-  void goTo(Point const& p);
+  void goTo(Point const& p, bool isWanted, Place const& from, Place const& to);
   void add(RawSegment const& segment);
   void closeFrom(std::size_t first);
 

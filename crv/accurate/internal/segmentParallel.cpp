@@ -61,10 +61,11 @@ class SegmentParallel {
   using Range = std::pair<double, double>;
 
   bool appendStraight();
+  std::vector<Range> findReversed() const;
   void findReversed(Edges const& edges, double t0, double t1, int depth,
                     std::vector<Range>& found) const;
+  void addReversed(double t0, double t1, std::vector<Range>& found) const;
   bool isReversed(double t) const;
-  double reversalBetween(double t0, double t1) const;
   Point direction(double t) const;
   ParallelStretch stretchBetween(double t0, double t1) const;
   void appendStretch(double t0, double t1, int depth);
@@ -83,7 +84,10 @@ bool SegmentParallel::appendStraight() {
   auto const axis = axisOf(source_);
   if (!axis) return false;
   Point const move = leftOf(*axis) * (edges_.alongSum(*axis) < 0.0 ? -distance_ : distance_);
-  pieces_.push_back({{{start_, source_.p[1] + move, source_.p[2] + move, end_}}, 0.0, 1.0, 0.0});
+  double const error =
+      max(distance(start_, source_.start()), distance(end_, source_.end())) - distance_;
+  pieces_.push_back(
+      {{{start_, source_.p[1] + move, source_.p[2] + move, end_}}, 0.0, 1.0, max(0.0, error)});
   return true;
 }
 
@@ -94,54 +98,66 @@ bool SegmentParallel::isReversed(double t) const {
   return distance_ * cross(first, second) > squaredSpeed * std::sqrt(squaredSpeed);
 }
 
-double SegmentParallel::reversalBetween(double t0, double t1) const {
-  bool const atStart = isReversed(t0 + kEndShare * (t1 - t0));
-  for (int i = 0; i < kRootHalvings; ++i) {
-    double const t = 0.5 * (t0 + t1);
-    (isReversed(t) == atStart ? t0 : t1) = t;
+/// Finds where the segment turns around centres on the parallel's side that are nearer than the
+/// distance: the parallel runs back there. Between its inflections the segment turns one way.
+std::vector<SegmentParallel::Range> SegmentParallel::findReversed() const {
+  std::vector<Range> found;
+  double inflections[2];
+  int const count = edges_.turning().roots(inflections);
+  double from = 0.0;
+  for (int i = 0; i <= count; ++i) {
+    double const to = i < count ? inflections[i] : 1.0;
+    findReversed(count == 0 ? edges_ : edges_.stretch(from, to), from, to, 0, found);
+    from = to;
   }
-  return 0.5 * (t0 + t1);
+  return found;
 }
 
-/// Finds where a stretch turns around a centre on the parallel's side that is nearer than the
-/// distance: the parallel runs back there.
 void SegmentParallel::findReversed(Edges const& edges, double t0, double t1, int depth,
                                    std::vector<Range>& found) const {
-  auto const add = [&found](double from, double to) {
-    if (!found.empty() && found.back().second == from) {
-      found.back().second = to;
-    } else {
-      found.push_back({from, to});
-    }
-  };
   Quadratic const turning = edges.turning();
   double const a = distance_ * turning.c0, b = distance_ * turning.c1, c = distance_ * turning.c2;
-  double const most = max(a, max(b, c)), least = min(a, min(b, c));
+  double const most = max(a, max(b, c));
   if (most <= 0.0) return;
   // Speed and turning are 3 and 18 times what the edges give.
   Point const chord = edges.e[0] + edges.e[1] + edges.e[2];
   double const length = std::sqrt(dot(chord, chord));
   double const slowest = length > 0.0 ? edges.leastAlong(chord) / length : 0.0;
   if (slowest > 0.0 && 1.5 * slowest * slowest * slowest >= most) return;
-  double const fastest = edges.largest();
-  if (1.5 * fastest * fastest * fastest < least) return add(t0, t1);
-
   double const middle = 0.5 * (t0 + t1);
-  if (depth >= kCoarsestRoot) {
-    double const inside = kEndShare * (t1 - t0);
-    bool const atStart = isReversed(t0 + inside), atEnd = isReversed(t1 - inside);
-    if (atStart != atEnd) {
-      double const root = reversalBetween(t0, t1);
-      return atStart ? add(t0, root) : add(root, t1);
-    }
-    if (depth == kFinestPart) {
-      if (isReversed(middle)) add(t0, t1);
-      return;
-    }
+  if (depth == kFinestPart) {
+    // The curvature peaks where the velocity, which is almost linear here, is least.
+    Point const change = edges.e[2] - edges.e[0];
+    double const share = -dot(edges.e[0], change) / dot(change, change);
+    double const peak = share > 0.0 && share < 1.0 ? t0 + (t1 - t0) * share : middle;
+    addReversed(t0, peak, found);
+    return addReversed(peak, t1, found);
   }
-  Edges const left = edges.stretch(0.0, 0.5), right = edges.stretch(0.5, 1.0);
-  findReversed(left, t0, middle, depth + 1, found);
-  findReversed(right, middle, t1, depth + 1, found);
+  if (depth >= kCoarsestRoot &&
+      isReversed(t0 + kEndShare * (t1 - t0)) != isReversed(t1 - kEndShare * (t1 - t0))) {
+    return addReversed(t0, t1, found);
+  }
+  findReversed(edges.stretch(0.0, 0.5), t0, middle, depth + 1, found);
+  findReversed(edges.stretch(0.5, 1.0), middle, t1, depth + 1, found);
+}
+
+/// Adds the reversed part of a stretch that has one end of it inside at most.
+void SegmentParallel::addReversed(double t0, double t1, std::vector<Range>& found) const {
+  double const inside = kEndShare * (t1 - t0);
+  bool const atStart = isReversed(t0 + inside), atEnd = isReversed(t1 - inside);
+  if (!atStart && !atEnd) return;
+  double lo = t0, hi = t1;
+  for (int i = 0; i < kRootHalvings && atStart != atEnd; ++i) {
+    double const t = 0.5 * (lo + hi);
+    (isReversed(t) == atStart ? lo : hi) = t;
+  }
+  double const root = 0.5 * (lo + hi);
+  double const from = atStart ? t0 : root, to = atEnd ? t1 : root;
+  if (!found.empty() && found.back().second == from) {
+    found.back().second = to;
+  } else {
+    found.push_back({from, to});
+  }
 }
 
 ParallelStretch SegmentParallel::stretchBetween(double t0, double t1) const {
@@ -190,8 +206,8 @@ void SegmentParallel::appendStretch(double t0, double t1, int depth) {
   double const middle = t0 + (t1 - t0) * splitOf(edges, stretch.startTangent, stretch.endTangent);
   bool const isOver = depth == kMostSplits || pieces_.size() >= most_;
   if (isOver || !(middle > t0 && middle < t1)) {
-    double const error = turnsLittle ? fit_.error() : 0.0;
-    pieces_.push_back({straight(stretch.start, stretch.end), t0, t1, error});
+    fit_.connect(stretch);
+    pieces_.push_back({fit_.cubic(), t0, t1, fit_.error()});
     return;
   }
   appendStretch(t0, middle, depth + 1);
@@ -200,10 +216,8 @@ void SegmentParallel::appendStretch(double t0, double t1, int depth) {
 
 void SegmentParallel::append() {
   if (appendStraight()) return;
-  std::vector<Range> reversed;
-  findReversed(edges_, 0.0, 1.0, 0, reversed);
   double from = 0.0;
-  for (Range const& range : reversed) {
+  for (Range const& range : findReversed()) {
     if (range.first - from > kShortest) appendStretch(from, range.first, 0);
     from = range.second;
   }

@@ -4,6 +4,7 @@
 #include "crv/accurate/internal/controlEdges.h"
 #include "crv/accurate/internal/foot.h"
 #include "crv/accurate/internal/meetings.h"
+#include "crv/accurate/internal/parting.h"
 #include "crv/accurate/internal/segmentPair.h"
 #include "crv/accurate/internal/tangent.h"
 #include "crv/accurate/internal/unitScale.h"
@@ -39,6 +40,7 @@ bool advance(Cubic const& a, Cubic const& b) {
 bool meetAtMostAtJoint(Cubic const& a, Cubic const& b, bool follows, UnitScale const& scale) {
   if (follows && advance(a, b)) return true;
   Cubic const c = scale.scaled(a), d = scale.scaled(b);
+  if (follows && partAtStart(reversed(c), d, scale.resolution)) return true;
   Meetings found;
   findMeetings(c, d, scale.magnitude, scale.resolution, Stretches::all, found);
   double const reach = kJointReach * scale.resolution;
@@ -51,14 +53,16 @@ bool meetAtMostAtJoint(Cubic const& a, Cubic const& b, bool follows, UnitScale c
 }
 
 /// Whether a foot inside a segment of the curve is nearer to a point than a distance. Ends and
-/// joints do not count: flat caps and bevels are nearer to them.
-bool isNear(Chain const& curve, BoxTree const& tree, Point const& p, double least) {
+/// joints count only if asked for: flat caps and bevels are nearer to them.
+bool isNear(Chain const& curve, BoxTree const& tree, Point const& p, double least, bool withEnds) {
   double const limit = least * least;
   bool isFound = false;
   tree.visit([&](Box const& box) { return !isFound && squaredDistance(box, p) < limit; },
              [&](std::size_t segment) {
                Cubic const& c = curve.segments[segment];
-               isFound = isFound || !localMinima(c, p, limit).inside.empty();
+               bool const isNearEnd = withEnds && (squaredDistance(p, c.start()) < limit ||
+                                                   squaredDistance(p, c.end()) < limit);
+               isFound = isFound || isNearEnd || !localMinima(c, p, limit).inside.empty();
              });
   return isFound;
 }
@@ -72,15 +76,17 @@ signed char sideOf(Edge const& edge, int outside) {
   return 0;
 }
 
-/// Whether the largest parts of a path keep the distance, and none leads across what is nearer.
+/// Whether the largest parts of a path keep the distance, and all parts of links, of which only the
+/// ends can.
 bool keepsDistance(Path const& path, RawOutline const& outline, Chain const& curve,
                    BoxTree const& tree, double distance, double tolerance) {
   double const least = distance - kSlack * tolerance;
   std::vector<std::pair<double, PathPart const*>> parts;
   for (PathPart const& part : path.parts) {
     RawSegment const& segment = outline.segments()[part.segment];
-    bool const isLong = internal::distance(part.c.start(), part.c.end()) > kSlack * tolerance;
-    if (segment.kind == RawKind::link && isLong) return false;
+    Point const middle = pointAt(part.c, 0.5);
+    bool const isLink = segment.kind == RawKind::link;
+    if (isLink && isNear(curve, tree, middle, distance - tolerance, true)) return false;
     if (!segment.hasDistance) continue;
     parts.push_back({squaredDistance(part.c.start(), part.c.end()), &part});
   }
@@ -88,7 +94,7 @@ bool keepsDistance(Path const& path, RawOutline const& outline, Chain const& cur
   std::partial_sort(parts.begin(), parts.begin() + static_cast<long>(count), parts.end(),
                     [](auto const& a, auto const& b) { return a.first > b.first; });
   for (std::size_t i = 0; i < count; ++i) {
-    if (isNear(curve, tree, pointAt(parts[i].second->c, 0.5), least)) return false;
+    if (isNear(curve, tree, pointAt(parts[i].second->c, 0.5), least, false)) return false;
   }
   return true;
 }
