@@ -96,7 +96,7 @@ void tangents(benchmark::State& state) {
     GxVector<double> in, out;
     double sum = 0.0;
     for (int i = 0; i < static_cast<int>(curve.length()); ++i) {
-      curve.getVelocityVectors(GxBezierCurvePosition(i, 0.0), in, out);
+      sum += curve.getVelocityVectors(GxBezierCurvePosition(i, 0.0), in, out);
       sum += in.xval() + out.yval();
     }
     return sum;

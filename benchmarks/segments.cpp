@@ -184,8 +184,8 @@ void nextParameter(benchmark::State& state, char const* set) {
   overRows(state, set, [](Row const& row) {
     double t = 0.0;
     double const distance = 0.25 * row.arcLength;
-    row.segment.findNextPos(t, 0.0, distance * distance, 1);
-    return t;
+    int const code = row.segment.findNextPos(t, 0.0, distance * distance, 1);
+    return code == 0 ? t : -1.0;
   });
 }
 

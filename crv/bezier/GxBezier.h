@@ -222,12 +222,12 @@ class CRV_API GxBezier {
   ///   0  not found; t is undefined
   /// A point more than 0.1 outside the box of the control points is not found, whatever tol,
   /// unless it lies within tol of an end point.
-  int findTValue(GxCoord<double> const& p, double& t, double tol) const;
+  [[nodiscard]] int findTValue(GxCoord<double> const& p, double& t, double tol) const;
 
   /// Finds the first parameter strictly inside (0, 1) at which the curvature changes its sign.
   ///   1  found; the parameter is in t
   ///   0  none, or the control polygon turns one way or hardly at all; t is untouched
-  int findInflectionPoint(double& t) const;
+  [[nodiscard]] int findInflectionPoint(double& t) const;
 
   // ---- GxBezier_length.cpp: arc length, fixed distances ---------------------------------------
  public:
@@ -332,27 +332,30 @@ class CRV_API GxBezier {
   /// The length left is that up to the segment's end, not to farT. A farT that lies against the
   /// direction can lead to a parameter on the wrong side of startT.
   /// Trap: the distance is squared here, but not in GxBezierCurve::findNextPos.
-  int findNextPos(double& t, double startT, double squaredDistance, int forward) const;
+  [[nodiscard]] int findNextPos(double& t, double startT, double squaredDistance,
+                                int forward) const;
   /// Searches as far as farT.
-  int findNextPos(double& t, double startT, double farT, double squaredDistance, int forward) const;
+  [[nodiscard]] int findNextPos(double& t, double startT, double farT, double squaredDistance,
+                                int forward) const;
 
   /// Does the same and adds the arc length from startT to t to consumed; it is negative where t
   /// lies against the direction. A search that fails adds all the length left, with two exceptions:
   /// nothing where startT and farT coincide, and the length up to t where the search touched the
   /// end before it met the distance at t.
-  int findNextPos(double& t, double startT, double squaredDistance, int forward,
-                  double& consumed) const;
+  [[nodiscard]] int findNextPos(double& t, double startT, double squaredDistance, int forward,
+                                double& consumed) const;
   /// Searches as far as farT.
-  int findNextPos(double& t, double startT, double farT, double squaredDistance, int forward,
-                  double& consumed) const;
+  [[nodiscard]] int findNextPos(double& t, double startT, double farT, double squaredDistance,
+                                int forward, double& consumed) const;
 
   /// Does the same as the first two with the distance measured from p. No length is measured, so
   /// only coinciding startT and farT leave t untouched.
-  int findNextPosFromPoint(double& t, double startT, GxCoord<double> const& p,
-                           double squaredDistance, int forward) const;
+  [[nodiscard]] int findNextPosFromPoint(double& t, double startT, GxCoord<double> const& p,
+                                         double squaredDistance, int forward) const;
   /// Searches as far as farT.
-  int findNextPosFromPoint(double& t, double startT, double farT, GxCoord<double> const& p,
-                           double squaredDistance, int forward) const;
+  [[nodiscard]] int findNextPosFromPoint(double& t, double startT, double farT,
+                                         GxCoord<double> const& p, double squaredDistance,
+                                         int forward) const;
 
   // ---- GxBezier_intersect.cpp: all crossings of two segments ----------------------------------
  public:
@@ -402,8 +405,8 @@ class CRV_API GxBezier {
   /// Two segments that meet end to end do not cross there. The fixed tolerances can report
   /// segments that pass close to an end: a crossing point of chords counts up to 0.5 from a
   /// chord's line, and within 0.708 of a segment's end point even beyond the end.
-  int findFirstIntersection(GxBezier const& other, std::pair<double, double>& result,
-                            double tol) const;
+  [[nodiscard]] int findFirstIntersection(GxBezier const& other, std::pair<double, double>& result,
+                                          double tol) const;
 
   // ---- GxBezier_intersectLine.cpp: crossings with a straight line -----------------------------
  public:

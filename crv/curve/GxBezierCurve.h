@@ -346,14 +346,14 @@ class CRV_API GxBezierCurve {
   /// segment were cut there. Returns 0, or -1 for a position outside the curve; point is then the
   /// origin or the curve's end, and the handles are untouched. At the start of an open curve before
   /// is untouched.
-  int getTriple(GxBezierCurvePosition const& pos, GxCoord<double>& point, GxCoord<double>& before,
-                GxCoord<double>& after) const;
+  [[nodiscard]] int getTriple(GxBezierCurvePosition const& pos, GxCoord<double>& point,
+                              GxCoord<double>& before, GxCoord<double>& after) const;
 
   /// Stores the first derivatives on both sides of pos; in points backwards along the curve. Where
   /// a handle lies on its end point, the chord to the next control point serves instead. Returns 0,
   /// or -1 for a position outside the curve, with the vectors untouched.
-  int getVelocityVectors(GxBezierCurvePosition const& pos, GxVector<double>& in,
-                         GxVector<double>& out) const;
+  [[nodiscard]] int getVelocityVectors(GxBezierCurvePosition const& pos, GxVector<double>& in,
+                                       GxVector<double>& out) const;
 
   /// Stores the first derivatives on both sides of pos, both in the direction of travel. Chords
   /// serve instead of derivatives that vanish (squared length below 1e-9). Returns 0, or -1 for a
@@ -364,8 +364,8 @@ class CRV_API GxBezierCurve {
   /// Stores the second derivatives on both sides of pos; in is negated. They are zero where both
   /// handles of a segment lie on its ends. Returns 0, or -1 for a position outside the curve, with
   /// the vectors untouched.
-  int getAccelerationVectors(GxBezierCurvePosition const& pos, GxVector<double>& in,
-                             GxVector<double>& out) const;
+  [[nodiscard]] int getAccelerationVectors(GxBezierCurvePosition const& pos, GxVector<double>& in,
+                                           GxVector<double>& out) const;
 
   // ---- GxBezierCurve_offset.cpp: the parallel curve ---------------------------------------------
  public:
@@ -398,7 +398,7 @@ class CRV_API GxBezierCurve {
   ///    1  it does not
   ///   -1  an empty curve or a first segment without direction; out is untouched
   /// A tangent whose unit x component is below tol counts as running left, level.
-  int extendLine(GxCoord<double>& out, double x, double tol) const;
+  [[nodiscard]] int extendLine(GxCoord<double>& out, double x, double tol) const;
 
   /// Tells how the x range of a curve lies against the interval from lo to hi. The curve has to run
   /// from left to right, with segments that never run back (GxBezier::isWellDefined).

@@ -54,8 +54,9 @@ inline void stepAlong(World& w) {
   w.see(t, consumed);
   GxBezier itself = s;
   double expected = s[1].yval(), sum = s[2].xval();
-  s.findNextPos(expected, start, d, forward, sum);
-  itself.findNextPos(itself(1).yval(), start, d, forward, itself(2).xval());
+  int const code = s.findNextPos(expected, start, d, forward, sum);
+  w.require(itself.findNextPos(itself(1).yval(), start, d, forward, itself(2).xval()) == code,
+            "the same code whatever receives the results");
   w.require(sameBits(itself[1].yval(), expected) && sameBits(itself[2].xval(), sum),
             "results may be the segment's own coordinates");
 }
@@ -317,11 +318,12 @@ inline Operations const kBezier{
        Point const p = w.pointNear(curveOf({s}));
        double t = -7.0, u = -7.0;
        int const forward = w.flag();
-       w.requireCode(s.findNextPosFromPoint(t, start, p, d, forward), -1, 0);
+       int const code = s.findNextPosFromPoint(t, start, p, d, forward);
+       w.requireCode(code, -1, 0);
        w.requireCode(s.findNextPosFromPoint(u, start, far, p, d, forward), -1, 0);
        w.see(t, u);
        Point itself = p;
-       s.findNextPosFromPoint(itself.xval(), start, itself, d, forward);
+       w.require(s.findNextPosFromPoint(itself.xval(), start, itself, d, forward) == code, "code");
        w.require(sameBits(itself.xval(), t) || t == -7.0, "the result may be a coordinate");
      }},
     {"findIntersections",
