@@ -22,17 +22,19 @@ inStandard {
 }
 
 # Rows of the tables in docs/promises.md: "| `a`, `b` with a chord | work | degenerate | failure |".
-function readPromise(line,    cells, names, n, i) {
+# A name may have several rows, one for each form of the operation.
+function readPromise(line,    cells, names, n, i, row) {
   if (line ~ /^## /) section = line
   if (line !~ /^\| .*`.* \|$/ || split(line, cells, / *\| */) < 5) return
   if (section ~ /heavy/) return
   n = split(cells[2], names, "`")
   for (i = 2; i <= n; i += 2) {
     sub(/^.*::/, "", names[i])
-    if (cells[3] != "") promise[section, names[i], "Cost"] = cells[3]
-    if (cells[4] != "") promise[section, names[i], "Odd input"] = cells[4]
-    if (cells[5] != "") promise[section, names[i], "On failure"] = cells[5]
-    isPromised[section, names[i]] = 1
+    row = ++rowsOf[section, names[i]]
+    promise[section, names[i], row, "Form"] = cells[2]
+    promise[section, names[i], row, "Cost"] = cells[3]
+    promise[section, names[i], row, "Odd input"] = cells[4]
+    promise[section, names[i], row, "On failure"] = cells[5]
   }
 }
 
@@ -43,14 +45,17 @@ function sectionOf(file) {
   return "## Positions and maps"
 }
 
-function promisesFor(indent, name,    titles, i, text) {
-  if (FILENAME ~ /accurate|svg|io\.h/ || !((sectionOf(FILENAME), name) in isPromised)) return
-  split("Cost,Odd input,On failure", titles, ",")
+function promisesFor(indent, name,    titles, row, i, text, rows) {
+  rows = rowsOf[sectionOf(FILENAME), name]
+  if (FILENAME ~ /accurate|svg|io\.h/ || isProtected || !rows) return
+  split("Form,Cost,Odd input,On failure", titles, ",")
   print indent "///\n" indent "/// <table class=\"promise\">"
-  for (i = 1; i <= 3; ++i) {
-    text = promise[sectionOf(FILENAME), name, titles[i]]
-    gsub(/ See below/, " See @ref md_docs_promises", text)
-    if (text != "") print indent "/// <tr><th>" titles[i] "</th><td>" text "</td></tr>"
+  for (row = 1; row <= rows; ++row) {
+    for (i = rows > 1 ? 1 : 2; i <= 4; ++i) {
+      text = promise[sectionOf(FILENAME), name, row, titles[i]]
+      gsub(/ See below/, " See @ref md_docs_promises", text)
+      if (text != "") print indent "/// <tr><th>" titles[i] "</th><td>" text "</td></tr>"
+    }
   }
   print indent "/// </table>"
 }
@@ -142,6 +147,8 @@ isOpening && /^#pragma once/ {
 }
 
 /^( private:|};)/ { closeGroup() }
+/^ (public|protected|private):/ { isProtected = !/public/ }
+/^};/ { isProtected = 0 }
 
 /^ *\/\/\/( |$)/ && !/\/\/\/</ {
   match($0, /^ */)
