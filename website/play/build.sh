@@ -43,7 +43,7 @@ data() {
 {
   cat $page/library.js
   data
-  cat $page/curves.js $page/stage.js $page/operations.js $page/page.js $page/input.js
+  for part in curves stage operations edits state page recorded input; do cat $page/$part.js; done
 } >$work/script.js
 sed -e "/^@STYLE@$/{
 r $page/style.css

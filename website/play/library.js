@@ -1,11 +1,26 @@
 'use strict';
 // The library as WebAssembly: numbers in, numbers out. numbers.h says how curves are written.
 
-const CALLS = ['path', 'fit', 'plainFit', 'distanceOfSamples', 'offset', 'flatten', 'contacts', 'nearest',
-  'walk', 'copy', 'cut', 'reverse', 'weld', 'places', 'bits'];
+const CALLS = [
+  'path',
+  'fit',
+  'plainFit',
+  'distanceOfSamples',
+  'offset',
+  'flatten',
+  'contacts',
+  'nearest',
+  'walk',
+  'copy',
+  'cut',
+  'reverse',
+  'weld',
+  'places',
+  'bits',
+];
 
 let wasm, wasmBytes;
-let calls = [];  // what was asked for the drawing that is shown, and answered: for the test
+let calls = []; // what was asked for the drawing that is shown, and answered: for the test
 
 async function unpack(text) {
   const packed = Uint8Array.from(atob(text), c => c.charCodeAt(0));
@@ -15,7 +30,7 @@ async function unpack(text) {
 
 async function start(bytes) {
   const module = await WebAssembly.compile(bytes);
-  const imports = {};  // only what a program does when it aborts
+  const imports = {}; // only what a program does when it aborts
   for (const {module: from, name} of WebAssembly.Module.imports(module)) {
     (imports[from] ??= {})[name] = () => {
       if (name === 'proc_exit') throw new Error('the library has ended');
@@ -42,7 +57,9 @@ function addNumbers(to, part) {
 }
 
 /** A list with its length before it. */
-function counted(list) { return [list.length, list]; }
+function counted(list) {
+  return [list.length, list];
+}
 
 /** Calls an operation of the library. The parts are numbers, flags, curves, or lists of these. */
 function call(name, ...parts) {
@@ -69,13 +86,15 @@ function callBeside(name, ...parts) {
   const {last} = besides[name];
   return last && answered(last);
 }
-const MUCH = 1500;  // numbers: a fit of 750 samples takes about 2 ms
+const MUCH = 1500; // numbers: a fit of 750 samples takes about 2 ms
 const besides = {};
 
 class Beside {
   constructor(operation) {
     this.operation = operation;
-    const text = [start, run].join('\n') + `
+    const text =
+      [start, run].join('\n') +
+      `
       let exports;
       onmessage = async ({data: {bytes, input}}) => {
         exports ??= await start(bytes);
@@ -87,7 +106,7 @@ class Beside {
     this.worker.onmessage = ({data}) => {
       this.last = {operation, input: this.asked, ...data};
       this.isBusy = false;
-      requestUpdate();  // which asks once more if the question has changed
+      requestUpdate(); // which asks once more if the question has changed
     };
   }
   ask(input) {
@@ -97,28 +116,45 @@ class Beside {
   }
 }
 
-function same(a, b) { return a.length === b.length && a.every((x, i) => x === b[i]); }
+function same(a, b) {
+  return a.length === b.length && a.every((x, i) => x === b[i]);
+}
 
 /** Reads the numbers of an answer one after the other. */
 class Answer {
-  constructor(numbers, call) { Object.assign(this, {numbers, call, at: 0}); }
-  number() { return this.numbers[this.at++]; }
+  constructor(numbers, call) {
+    Object.assign(this, {numbers, call, at: 0});
+  }
+  number() {
+    return this.numbers[this.at++];
+  }
   /** The next number, with the place where it was found, to be shown. */
-  told() { return {value: this.number(), call: this.call, at: this.at - 1}; }
-  point() { return [this.number(), this.number()]; }
-  list(read) { return Array.from({length: this.number()}, read); }
-  points() { return this.list(() => this.point()); }
+  told() {
+    return {value: this.number(), call: this.call, at: this.at - 1};
+  }
+  point() {
+    return [this.number(), this.number()];
+  }
+  list(read) {
+    return Array.from({length: this.number()}, read);
+  }
+  points() {
+    return this.list(() => this.point());
+  }
   curve() {
     const closed = this.number() !== 0;
     return {closed, segments: this.list(() => Array.from({length: 8}, () => this.number()))};
   }
-  curves() { return this.list(() => this.curve()); }
+  curves() {
+    return this.list(() => this.curve());
+  }
 }
 
 /** Reads the text of an SVG path. */
 function parsePath(text) {
   const answer = call('path', counted([...text].map(c => Math.min(c.codePointAt(0), 127))));
-  const fault = answer.number(), reason = answer.number();
+  const fault = answer.number(),
+    reason = answer.number();
   return {fault, reason, curves: answer.curves()};
 }
 

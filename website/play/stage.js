@@ -1,17 +1,20 @@
 // The drawing: a canvas at the resolution of the device, and over it the points that can be moved.
 
-const SHORT_PATH = 40;  // segments
-const PICK_MOUSE = 14, PICK_TOUCH = 26;  // CSS pixels from a point within which it is taken
+const SHORT_PATH = 40; // segments
+const PICK_MOUSE = 14,
+  PICK_TOUCH = 26; // CSS pixels from a point within which it is taken
 
 const stage = {
-  box: [0, 0, 1000, 1000],  // what must be seen, in curve units
-  down: false,              // y grows downwards, as in SVG
+  box: [0, 0, 1000, 1000], // what must be seen, in curve units
+  down: false, // y grows downwards, as in SVG
   panes: 1,
-  scale: 1, origins: [[0, 0]],
+  scale: 1,
+  origins: [[0, 0]],
   handles: [],
 
   begin() {
-    const canvas = document.getElementById('canvas'), ratio = window.devicePixelRatio || 1;
+    const canvas = document.getElementById('canvas'),
+      ratio = window.devicePixelRatio || 1;
     const {width, height} = document.getElementById('stage').getBoundingClientRect();
     if (canvas.width !== Math.round(width * ratio) || canvas.height !== Math.round(height * ratio)) {
       canvas.width = Math.round(width * ratio);
@@ -27,42 +30,64 @@ const stage = {
   /** Lays the box out in the middle of each pane; they stand as they are larger, beside each other or in a column. */
   layOut(margin = 40) {
     const [x0, y0, x1, y1] = this.box;
-    const sizes = [[this.width / this.panes, this.height], [this.width, this.height / this.panes]];
-    const title = this.panes > 1 ? 20 : 0;  // pixels at the top of a pane
+    const sizes = [
+      [this.width / this.panes, this.height],
+      [this.width, this.height / this.panes],
+    ];
+    const title = this.panes > 1 ? 20 : 0; // pixels at the top of a pane
     const scales = sizes.map(([width, height]) => {
       const keep = Math.min(margin, width / 8, height / 8);
-      return Math.min((width - 2 * keep) / Math.max(x1 - x0, 1e-9), (height - title - 2 * keep) / Math.max(y1 - y0, 1e-9));
+      return Math.min(
+        (width - 2 * keep) / Math.max(x1 - x0, 1e-9),
+        (height - title - 2 * keep) / Math.max(y1 - y0, 1e-9),
+      );
     });
-    const beside = scales[0] >= scales[1], [width, height] = this.paneSize = sizes[beside ? 0 : 1];
+    const beside = scales[0] >= scales[1],
+      [width, height] = (this.paneSize = sizes[beside ? 0 : 1]);
     this.scale = Math.max(...scales);
-    const middle = [width / 2 - this.scale * (x0 + x1) / 2,
-      (height + title) / 2 - this.scale * (y0 + y1) / 2 * (this.down ? 1 : -1)];
+    const middle = [
+      width / 2 - (this.scale * (x0 + x1)) / 2,
+      (height + title) / 2 - ((this.scale * (y0 + y1)) / 2) * (this.down ? 1 : -1),
+    ];
     this.origins = Array.from({length: this.panes}, (_, i) =>
-      beside ? [middle[0] + i * width, middle[1]] : [middle[0], middle[1] + i * height]);
+      beside ? [middle[0] + i * width, middle[1]] : [middle[0], middle[1] + i * height],
+    );
     this.beside = beside;
   },
 
-  sign() { return this.down ? 1 : -1; },
+  sign() {
+    return this.down ? 1 : -1;
+  },
   toScreen([x, y], pane = 0) {
     const [ox, oy] = this.origins[pane];
     return [ox + this.scale * x, oy + this.scale * y * this.sign()];
   },
   toCurve([px, py]) {
-    const pane = this.panes === 1 ? 0 : Math.min(Math.max(Math.floor(this.beside ? px / this.paneSize[0] : py / this.paneSize[1]), 0), 1);
+    const pane =
+      this.panes === 1
+        ? 0
+        : Math.min(Math.max(Math.floor(this.beside ? px / this.paneSize[0] : py / this.paneSize[1]), 0), 1);
     const [ox, oy] = this.origins[pane];
-    return [(px - ox) / this.scale, (py - oy) / this.scale * this.sign()].map(x => this.round(x));
+    return [(px - ox) / this.scale, ((py - oy) / this.scale) * this.sign()].map(x => this.round(x));
   },
   /** To a twentieth of a pixel at least, so that addresses are short. */
   round(x) {
-    return Number(x.toFixed(Math.min(Math.max(Math.ceil(Math.log10(20 * this.scale)), 0), 15)));
+    return Number(x.toFixed(Math.min(Math.max(Math.ceil(Math.log10(20 * this.scale)), 0), 100)));
   },
 
   zoom(factor, at) {
-    const [x, y] = this.toCurve(at), b = this.box;
-    this.box = [x + (b[0] - x) / factor, y + (b[1] - y) / factor, x + (b[2] - x) / factor, y + (b[3] - y) / factor];
+    const [x, y] = this.toCurve(at),
+      b = this.box;
+    this.box = [
+      x + (b[0] - x) / factor,
+      y + (b[1] - y) / factor,
+      x + (b[2] - x) / factor,
+      y + (b[3] - y) / factor,
+    ];
   },
   shift([dx, dy]) {
-    const x = dx / this.scale, y = dy / this.scale * this.sign();
+    const x = dx / this.scale,
+      y = (dy / this.scale) * this.sign();
     this.box = [this.box[0] - x, this.box[1] - y, this.box[2] - x, this.box[3] - y];
   },
 
@@ -70,7 +95,9 @@ const stage = {
 
   inPane(pane, drawing) {
     this.g.save();
-    const [width, height] = this.paneSize, x = this.beside ? pane * width : 0, y = this.beside ? 0 : pane * height;
+    const [width, height] = this.paneSize,
+      x = this.beside ? pane * width : 0,
+      y = this.beside ? 0 : pane * height;
     this.g.beginPath();
     this.g.rect(x, y, width, height);
     this.g.clip();
@@ -82,12 +109,23 @@ const stage = {
   pane: 0,
 
   trace(curve) {
-    const g = this.g, [ox, oy] = this.origins[this.pane], k = this.scale, down = this.sign() * k;
+    const g = this.g,
+      [ox, oy] = this.origins[this.pane],
+      k = this.scale,
+      down = this.sign() * k;
     let x, y;
     for (const s of curve.segments) {
       if (s[0] !== x || s[1] !== y) g.moveTo(ox + k * s[0], oy + down * s[1]);
-      g.bezierCurveTo(ox + k * s[2], oy + down * s[3], ox + k * s[4], oy + down * s[5], ox + k * s[6], oy + down * s[7]);
-      x = s[6]; y = s[7];
+      g.bezierCurveTo(
+        ox + k * s[2],
+        oy + down * s[3],
+        ox + k * s[4],
+        oy + down * s[5],
+        ox + k * s[6],
+        oy + down * s[7],
+      );
+      x = s[6];
+      y = s[7];
     }
     if (curve.closed) g.closePath();
   },
@@ -99,7 +137,9 @@ const stage = {
       // Short paths are drawn in less time than one that is long.
       for (let i = 0; i < curve.segments.length; i += SHORT_PATH) {
         g.beginPath();
-        this.trace(curve.segments.length <= SHORT_PATH ? curve : {segments: curve.segments.slice(i, i + SHORT_PATH)});
+        this.trace(
+          curve.segments.length <= SHORT_PATH ? curve : {segments: curve.segments.slice(i, i + SHORT_PATH)},
+        );
         g.stroke();
       }
     }
@@ -121,15 +161,21 @@ const stage = {
     g.setLineDash([]);
   },
   dots(points, colour, radius = 3) {
-    const g = this.g, [ox, oy] = this.origins[this.pane], k = this.scale, down = this.sign() * k;
+    const g = this.g,
+      [ox, oy] = this.origins[this.pane],
+      k = this.scale,
+      down = this.sign() * k;
     g.fillStyle = colour;
-    if (points.length > 300) {  // squares are drawn in less time than discs
-      for (const [x, y] of points) g.fillRect(ox + k * x - radius / 2, oy + down * y - radius / 2, radius, radius);
+    if (points.length > 300) {
+      // squares are drawn in less time than discs
+      for (const [x, y] of points)
+        g.fillRect(ox + k * x - radius / 2, oy + down * y - radius / 2, radius, radius);
       return;
     }
     g.beginPath();
     for (const [x, y] of points) {
-      const px = ox + k * x, py = oy + down * y;
+      const px = ox + k * x,
+        py = oy + down * y;
       g.moveTo(px + radius, py);
       g.arc(px, py, radius, 0, 7);
     }
@@ -137,36 +183,50 @@ const stage = {
   },
   /** Very many points, as pixels in all panes: what was drawn before is gone. The colour is #rrggbb. */
   dust(points, colour) {
-    const {width, height} = this.g.canvas, ratio = width / this.width, side = Math.max(2, Math.round(1.5 * ratio));
-    if (this.image?.width !== width || this.image.height !== height) this.image = new ImageData(width, height);
-    const pixels = new Uint32Array(this.image.data.buffer), k = this.scale * ratio, down = this.sign() * k;
+    const {width, height} = this.g.canvas,
+      ratio = width / this.width,
+      side = Math.max(2, Math.round(1.5 * ratio));
+    if (this.image?.width !== width || this.image.height !== height)
+      this.image = new ImageData(width, height);
+    const pixels = new Uint32Array(this.image.data.buffer),
+      k = this.scale * ratio,
+      down = this.sign() * k;
     const pixel = ofColour => {
-      new Uint8Array(pixels.buffer, 0, 4).set([1, 3, 5].map(i => parseInt(ofColour.slice(i, i + 2), 16)).concat(255));
+      new Uint8Array(pixels.buffer, 0, 4).set(
+        [1, 3, 5].map(i => parseInt(ofColour.slice(i, i + 2), 16)).concat(255),
+      );
       return pixels[0];
     };
     const value = pixel(colour);
     pixels.fill(pixel(colours.paper));
     this.origins.forEach(([ox, oy], pane) => {
-      const [left, top] = this.beside ? [pane * width / this.panes, 0] : [0, pane * height / this.panes];
-      const right = left + this.paneSize[0] * ratio - side, bottom = top + this.paneSize[1] * ratio - side;
+      const [left, top] = this.beside ? [(pane * width) / this.panes, 0] : [0, (pane * height) / this.panes];
+      const right = left + this.paneSize[0] * ratio - side,
+        bottom = top + this.paneSize[1] * ratio - side;
       for (const p of points) {
-        const x = Math.round(ox * ratio + k * p[0] - side / 2), y = Math.round(oy * ratio + down * p[1] - side / 2);
+        const x = Math.round(ox * ratio + k * p[0] - side / 2),
+          y = Math.round(oy * ratio + down * p[1] - side / 2);
         if (!(x >= left && x <= right && y >= top && y <= bottom)) continue;
-        for (let row = 0; row < side; ++row) pixels.fill(value, x + (y + row) * width, x + (y + row) * width + side);
+        for (let row = 0; row < side; ++row)
+          pixels.fill(value, x + (y + row) * width, x + (y + row) * width + side);
       }
     });
     this.g.putImageData(this.image, 0, 0);
   },
   arrow([x, y, dx, dy], colour, size = 9) {
-    const [px, py] = this.toScreen([x, y], this.pane), a = Math.atan2(dy * this.sign(), dx), g = this.g;
+    const [px, py] = this.toScreen([x, y], this.pane),
+      a = Math.atan2(dy * this.sign(), dx),
+      g = this.g;
     g.beginPath();
-    for (const turn of [0, 2.5, -2.5]) g.lineTo(px + size * Math.cos(a + turn), py + size * Math.sin(a + turn));
+    for (const turn of [0, 2.5, -2.5])
+      g.lineTo(px + size * Math.cos(a + turn), py + size * Math.sin(a + turn));
     g.fillStyle = colour;
     g.fill();
   },
   /** A word beside a point, with a rim of paper. */
   label(point, text, colour, dx = 10, dy = -10) {
-    const [x, y] = this.toScreen(point, this.pane), g = this.g;
+    const [x, y] = this.toScreen(point, this.pane),
+      g = this.g;
     g.font = '600 13px system-ui, sans-serif';
     g.textBaseline = 'middle';
     Object.assign(g, {strokeStyle: colours.paper, lineWidth: 4});
@@ -187,7 +247,8 @@ const stage = {
     }
     this.handles = handles;
     handles.forEach((handle, i) => {
-      const button = holder.children[i], [x, y] = this.toScreen(handle.at);
+      const button = holder.children[i],
+        [x, y] = this.toScreen(handle.at);
       const isOut = x < -30 || y < -30 || x > this.width + 30 || y > this.height + 30;
       button.className = `handle ${handle.looks}`;
       button.style.cssText = `transform:translate(${x.toFixed(1)}px,${y.toFixed(1)}px);--looks:var(--${handle.colour})`;
@@ -198,12 +259,17 @@ const stage = {
   },
   /** The nearest point within reach of a place of the screen. */
   pick(at, reach) {
-    let best = -1, least = reach;
+    let best = -1,
+      least = reach;
     this.handles.forEach((handle, i) => {
       for (let pane = 0; pane < this.panes; ++pane) {
-        const [x, y] = this.toScreen(handle.at, pane), far = Math.hypot(x - at[0], y - at[1]);
+        const [x, y] = this.toScreen(handle.at, pane),
+          far = Math.hypot(x - at[0], y - at[1]);
         // Of points at one place the handle is taken, which could not be reached otherwise.
-        if (far < least || (far === least && best >= 0)) { least = far; best = i; }
+        if (far < least || (far === least && best >= 0)) {
+          least = far;
+          best = i;
+        }
       }
     });
     return best;
@@ -213,9 +279,22 @@ const stage = {
 let colours = {};
 function readColours() {
   const style = getComputedStyle(document.documentElement);
-  for (const name of ['paper', 'ground', 'ink', 'soft', 'line', 'accurate', 'plain', 'other', 'mark']) {
+  for (const name of [
+    'paper',
+    'ground',
+    'ink',
+    'soft',
+    'line',
+    'control',
+    'accurate',
+    'plain',
+    'other',
+    'mark',
+  ]) {
     colours[name] = style.getPropertyValue(`--${name}`).trim();
   }
 }
 
-function short(x) { return String(Math.round(x * 100) / 100); }
+function short(x) {
+  return String(Math.round(x * 100) / 100);
+}
