@@ -7,6 +7,7 @@
 #include "crv/accurate/internal/segmentArea.h"
 #include "crv/accurate/internal/sum.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 #include <utility>
@@ -20,6 +21,10 @@ using internal::kNone;
 using internal::Outlines;
 using internal::Path;
 using internal::PathPart;
+
+// Passes with a coarser resolution where boundaries do not close, and how much coarser each is.
+constexpr int kMostPasses = 4;
+constexpr double kCoarser = 4.0;
 
 enum class Operation { unite, intersect, subtract, exclude };
 
@@ -38,7 +43,6 @@ bool isInside(std::array<int, 2> const& windings, Operation operation, FillRule 
   return isInA != isInB;
 }
 
-/// The boundary, the inside on its left.
 std::vector<Path> boundary(Arrangement const& plane, Operation operation, FillRule rule) {
   std::vector<signed char> kept;
   kept.reserve(plane.edges().size());
@@ -48,6 +52,22 @@ std::vector<Path> boundary(Arrangement const& plane, Operation operation, FillRu
     kept.push_back(static_cast<signed char>(int(isLeft) - int(isRight)));
   }
   return plane.paths(kept);
+}
+
+/// The boundary, the inside on its left. Where it does not close because too many places are as
+/// near to each other as the resolution, coarser resolutions make one place of them.
+std::vector<Path> boundary(Outlines& outlines, std::vector<Curve> const& a,
+                           std::vector<Curve> const* b, Operation operation, FillRule rule) {
+  double resolution = 0.0;
+  for (int pass = 0;; ++pass) {
+    Arrangement const plane(std::move(outlines.segments), resolution);
+    std::vector<Path> paths = boundary(plane, operation, rule);
+    bool const isClosed =
+        std::all_of(paths.begin(), paths.end(), [](Path const& path) { return path.isClosed; });
+    if (isClosed || pass == kMostPasses) return paths;
+    resolution = kCoarser * plane.scale().resolution / plane.scale().factor;
+    outlines = Outlines(a, b);
+  }
 }
 
 GxCoord<double> coord(internal::Point const& p) { return {p.x, p.y}; }
@@ -91,8 +111,7 @@ Region combined(std::vector<Curve> const& a, std::vector<Curve> const* b, Operat
                 FillRule rule) {
   Outlines outlines(a, b);
   if (outlines.segments.empty()) return {};
-  Arrangement const plane(std::move(outlines.segments), 0.0);
-  return regionOf(boundary(plane, operation, rule), outlines);
+  return regionOf(boundary(outlines, a, b, operation, rule), outlines);
 }
 
 }  // namespace
@@ -101,9 +120,8 @@ double area(std::vector<Curve> const& curves, FillRule rule) {
   Outlines outlines(curves, nullptr);
   if (!internal::isUsable(outlines.magnitude())) return std::numeric_limits<double>::quiet_NaN();
   if (outlines.segments.empty()) return 0.0;
-  Arrangement const plane(std::move(outlines.segments), 0.0);
   internal::Sum twice;
-  for (Path const& path : boundary(plane, Operation::unite, rule)) {
+  for (Path const& path : boundary(outlines, curves, nullptr, Operation::unite, rule)) {
     internal::Point const origin = path.parts[0].c.start();
     for (PathPart const& part : path.parts) {
       twice.add(cross(part.c.start() - origin, part.c.end() - part.c.start()));

@@ -5,12 +5,17 @@
 // stretches, lie in each other and run back on themselves. Open curves are closed by a straight
 // line, and so are gaps between segments.
 //
-// Boundaries of results lie within the resolution r = 2^-40 S of their sources, areas within r
-// times the perimeter; stretches nearer to each other than r are one. Input that is not finite, or
-// of a magnitude beyond 2^500 or below 2^-500, has the area NaN, winds around nothing, contains
-// nothing and gives results without curves. Cost: n log n for n segments that meet few others each,
-// and k log k for k meetings. Where many places lie as near to each other as r, results are closed,
-// but may touch themselves and have a wrong area. Method: see internal/arrangement.h.
+// Stretches nearer to each other than the resolution r = 2^-40 S become one, and places within 2 r
+// of each other one node. Boundaries of results are stretches of their sources up to rounding, but
+// where they were moved onto such nodes, they lie within 3 r of them; areas are right within 3 r
+// times the perimeter. At the tip of a sliver, what is moved is a short segment of its own.
+// Input that is not finite, or of a magnitude beyond 2^500 or below 2^-500, has the area NaN, winds
+// around nothing, contains nothing and gives results without curves. Cost: n log n for n segments
+// that meet few others each, and k log k for k meetings; identical segments are arranged once.
+//
+// Where so many places lie within r of each other that a boundary does not close, coarser
+// resolutions, up to 512 r, make one place of them. Results are closed always, but where cusps lie
+// 2^-53 S to 2^-27 S apart they may touch themselves within r. Method: see internal/arrangement.h.
 #pragma once
 
 #include "crv/accurate/types.h"
@@ -35,7 +40,8 @@ struct Source {
 };
 
 /// The boundary of an area: simple closed curves that cross neither each other nor themselves.
-/// Outer boundaries run counter-clockwise, those of holes clockwise. Curves may touch each other.
+/// Outer boundaries run counter-clockwise, those of holes clockwise. Curves may touch each other in
+/// places, but share no stretch. Ends of neighbouring segments are equal bit for bit.
 struct Region {
   std::vector<Curve> curves;
   std::vector<std::vector<Source>> sources;  ///< sources[i][k]: of segment k of curves[i].
