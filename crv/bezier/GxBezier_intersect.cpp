@@ -170,8 +170,11 @@ class Search {
       intersectLeaves(a, b);
       return;
     }
-    Reaching ofA, ofB;
-    findReaching(a.cubic, b.cubic, margin_, ofA, ofB);
+    // Leaves are told apart by their boxes alone.
+    bool const areLast = a.depth < 2 && b.depth < 2;
+    Reaching ofA = {1, 1};
+    Reaching ofB = {1, 1};
+    if (!areLast) findReaching(a.cubic, b.cubic, margin_, ofA, ofB);
     if (ofA.isNone() || ofB.isNone()) return;
     Halves aScratch;
     Halves bScratch;
