@@ -154,6 +154,7 @@ class Commands(unittest.TestCase):
         length = sum(r["length"] for r in rows("info", K))
         self.assertAlmostEqual(area("offset", K, "-d", -1) - area("draw", K, "--to", "path"), length, delta=4)
         self.assertAlmostEqual(area("offset", K, "--stroke", 2), 2 * length, delta=8)
+        self.assertAlmostEqual(area("offset", "--stroke", 2, given="5 5"), 3.14159, 3)
         self.assertNotEqual(crv("offset", K, "-d", 30, "--plain"), crv("offset", K, "-d", 30))
         both = [area("weld", LETTER, K, "--op", op) for op in ("unite", "intersect", "subtract", "exclude")]
         self.assertAlmostEqual(both[0] - both[1], both[3], 3)

@@ -38,8 +38,9 @@ CLI::Option* addChoice(CLI::App* command, std::string const& option, T& value,
 /// Accepts numbers above 0 that are finite.
 CLI::Validator positive();
 
-/// A length that is given, or a share of the size of the drawing where it is 0.
-double lengthOr(double given, double share, Drawing const& drawing);
+/// A length that is given or, where it is 0, a share of a size. A size of 0, that of a drawing of
+/// one point, counts as 1.
+double lengthOr(double given, double share, double size);
 
 // ---- shapes.cpp ---------------------------------------------------------------------------------
 void addFit(CLI::App& app);

@@ -47,7 +47,8 @@ struct OffsetCommand {
 
   void run() {
     Drawing const drawing = readDrawings(files.in);
-    options.tolerance = lengthOr(options.tolerance, kTolerance, drawing);
+    double const reach = crv::max(std::fabs(distance), width);  // more than the size of a dot
+    options.tolerance = lengthOr(options.tolerance, kTolerance, crv::max(sizeOf(drawing), reach));
     Result result;
     Progress progress(drawing.size());
     for (Shape const& shape : drawing) {
@@ -207,7 +208,7 @@ struct WeldCommand {
 
   void run() const {
     if (operation != crv::unite && files.in.size() < 2) {
-      throw Refusal("weld needs two files or more to intersect or subtract");
+      throw Refusal("weld needs two files or more to intersect, subtract or exclude");
     }
     std::vector<Curve> const first = curvesOf(readDrawing(files.in[0]));
     std::vector<Curve> const others =

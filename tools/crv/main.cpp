@@ -47,8 +47,8 @@ CLI::Validator positive() {
   return CLI::Validator(check, "");
 }
 
-double lengthOr(double given, double share, Drawing const& drawing) {
-  return given > 0.0 ? given : share * sizeOf(drawing);
+double lengthOr(double given, double share, double size) {
+  return given > 0.0 ? given : share * (size > 0.0 ? size : 1.0);
 }
 
 }  // namespace tool

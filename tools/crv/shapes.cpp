@@ -45,12 +45,11 @@ struct FitCommand {
 
   void run() const {
     Drawing const drawing = readDrawings(files.in);
-    double const tolerance = lengthOr(error, kTolerance, drawing);
+    double const tolerance = lengthOr(error, kTolerance, sizeOf(drawing));
     Result result;
     Progress progress(drawing.size());
     for (Shape const& shape : drawing) {
-      // Samples that are all equal have no size; any tolerance holds.
-      result.curves.push_back(fitted(shape, tolerance > 0.0 ? tolerance : 1.0));
+      result.curves.push_back(fitted(shape, tolerance));
       progress.step();
     }
     write(result, files.out);
@@ -109,7 +108,7 @@ struct FlattenCommand {
 
   void run() const {
     Drawing const drawing = readDrawings(files.in);
-    double const within = lengthOr(tolerance, kTolerance, drawing);
+    double const within = lengthOr(tolerance, kTolerance, sizeOf(drawing));
     double length = 0.0;
     for (Shape const& shape : drawing) length += crv::arcLength(shape.curve, 1.0);
     if (step > 0.0 && length / step > kMostPoints) {
