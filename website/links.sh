@@ -2,7 +2,7 @@
 # where it names one, to an anchor in it. Prints what does not, and fails. Links out of the folder's
 # pages with a scheme are not followed. States behind # of the playground name one of its operations.
 set -eu
-operations=$(sed -n 's/^  \([a-z]*\): {$/ \1 /p' website/play/operations.js)
+operations=$(sed -n 's/^  \([a-z]*\): {$/ \1 /p' website/play/*.js)
 cd "$1"
 find . -name '*.html' | sed 's,^\./,,' | sort >.pages
 [ -s .pages ]
