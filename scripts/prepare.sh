@@ -61,7 +61,6 @@ is_there() {
     lib2geom-dev) pkg-config --exists 2geom ;;
     libagg-dev) pkg-config --exists libagg ;;
     doxygen-awesome-css) [ -e /usr/share/doxygen-awesome-css/doxygen-awesome.css ] ;;
-    emscripten) command -v em++ ;;
     chromium-driver) command -v chromedriver ;;
     nodejs) command -v node ;;
     libclang-rt-dev) echo 'int main() {}' | clang++ -fsanitize=address -x c++ - -o /dev/null ;;

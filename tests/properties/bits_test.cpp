@@ -3,6 +3,9 @@
 // left out.
 #include "tests/operations/all.h"
 
+#include <map>
+#include <set>
+
 #include <gtest/gtest.h>
 
 namespace {
