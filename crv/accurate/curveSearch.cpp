@@ -261,11 +261,20 @@ std::vector<NearestOnCurve> CurveSearch::Table::within(Point const& p, double di
   double const limit = distance * distance;
   double const reach = widened(limit, size);
   MinimaAlong minima(chain, from, limit, kJointRadius * size);
+  bool areSomeNear = false;
   tree.visit(
       [&](internal::Box const& box) { return internal::squaredDistance(box, from) <= reach; },
-      [&](std::size_t segment) { minima.add(segment); });
+      [&](std::size_t segment) {
+        areSomeNear = true;
+        minima.add(segment);
+      });
   minima.run(
       [&](std::size_t segment, Foot const& foot) { found.push_back(at(segment, foot, from)); });
+  if (found.empty() && areSomeNear) {
+    // A curve no larger than rounding may have no minimum that can be told.
+    NearestOnCurve const best = *nearest(p);
+    if (best.distance <= distance) found.push_back(best);
+  }
   return found;
 }
 

@@ -92,6 +92,12 @@ TEST(AccurateSearch, AnEndWhereRoundingHidesTheMinimumCounts) {
   Point const p(-0.071362413017470747, -0.0021204527270819507);
   ASSERT_EQ(search.within(p, 0.2).size(), 1U);
   EXPECT_BITS(search.within(p, 0.2)[0].position, Position(1, 0.0));
+  // So does the nearest place of a curve that is no larger than rounding.
+  double const x = -99993896.484375, y = x + 0x1p-25;
+  auto speck = curveOf({bezier(x, x, x, x, x, y, x, y), bezier(x, y, y, y, y, y, y, y)});
+  speck.setStrictIsClosed(1);
+  Point const far(-100978210.44921871, -100993896.48437496);
+  EXPECT_EQ(crv::CurveSearch(speck).within(far, 1e12).size(), 1U);
 }
 
 }  // namespace
