@@ -17,6 +17,7 @@ namespace play {
 namespace {
 
 constexpr double kLengthAccuracy = 1e-9;  // curve units: below what six decimals show
+constexpr double kSmallestShare = 1e-6;   // of a curve's size, a tolerance for halving
 constexpr std::size_t kMostSteps = 2000;  // more are not told apart on a screen
 
 void addPlace(Output& out, crv::Curve const& curve, crv::Position const& at) {
@@ -30,7 +31,11 @@ void flatten(Input& in, Output& out) {
   crv::Curve const curve = in.curve();
   crv::Polyline const accurate = crv::flatten(curve, tolerance);
   std::vector<crv::Point> plain;
-  if (tolerance > 0.0) curve.getPolyline(tolerance, plain);
+  double minX, minY, maxX, maxY;
+  curve.getBoundingBox(minX, minY, maxX, maxY);
+  // Halving takes memory without end where the tolerance is nothing beside the curve.
+  double const size = std::fmax(maxX - minX, maxY - minY);
+  if (tolerance > size * kSmallestShare) curve.getPolyline(tolerance, plain);
   out.add(accurate.points.size(), accurate.worstDistance, plain.size());
   out.add(accurate.points, plain);
 }

@@ -16,25 +16,40 @@ function update() {
   const began = performance.now();
   updateAsked = false;
   if (!operation().isTable) {
-    calls = [];
-    const curve = state.a[0];
-    if (curve)
-      for (const at of [state.from, state.to, ...(state.marks ?? [])])
-        if (at[0] >= curve.segments.length) at.splice(0, 2, curve.segments.length, 0);
-    stage.panes = operation().panes ?? 1;
-    stage.begin();
-    stage.layOut();
-    const handles = handlesOf();
-    calls = [];
-    result = operation().run(state);
-    if (!operation().panes) drawArms(handles);
-    operation().draw(state, result);
-    stage.show(handles);
-    showNumbers();
+    try {
+      drawAll();
+    } catch (error) {
+      fail(error);
+    }
   }
   frames.push(performance.now() - began);
   if (frames.length > 600) frames.shift();
   writeAddress();
+}
+
+/** Says that there is no answer; a library that has ended, for want of memory, begins anew. */
+async function fail(error) {
+  result = null;
+  element('numbers').replaceChildren(text('dt', `No answer: ${error.message}`, {className: 'wide'}));
+  if (error instanceof WebAssembly.RuntimeError) wasm = await start(wasmBytes);
+}
+
+function drawAll() {
+  calls = [];
+  const curve = state.a[0];
+  for (const at of curve ? [state.from, state.to, ...(state.marks ?? [])] : []) {
+    if (at[0] >= curve.segments.length) at.splice(0, 2, curve.segments.length, 0);
+  }
+  stage.panes = operation().panes ?? 1;
+  stage.begin();
+  stage.layOut();
+  const handles = handlesOf();
+  calls = [];
+  result = operation().run(state);
+  if (!operation().panes) drawArms(handles);
+  operation().draw(state, result);
+  stage.show(handles);
+  showNumbers();
 }
 
 function handlesOf() {

@@ -107,8 +107,8 @@ function writeAddress() {
   if (state.moving) return; // long addresses take their time
   addressTimer = setTimeout(() => {
     history.replaceState(null, '', address());
-    element('said').textContent = operation()
-      .tell(state, result)
+    const rows = result ? operation().tell(state, result) : [];
+    element('said').textContent = rows
       .filter(row => typeof row[1] !== 'string' && !Array.isArray(row[1]))
       .slice(0, 3)
       .map(([word, value]) => `${word} ${value?.value ?? value}`)
