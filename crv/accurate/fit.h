@@ -64,13 +64,14 @@ struct Simplified {
 /// There are never more segments than before. The closed flag stays; the ends, the joints where the
 /// direction turns by more than 0.1 radians, and the ends beside gaps keep their bits, and so do
 /// segments that are one point or have a cusp. A stretch that takes no fewer segments stays as it
-/// is. The seam of a closed curve stays a joint.
+/// is. The seam of a closed curve stays a joint. Segments that were cut from one come back as one,
+/// at tolerances down to rounding.
 ///
 /// A tolerance that is not above 0 and unusable input give an empty curve; its map answers -1.
 ///
-/// Method: the longest runs of segments that one cubic with the same ends and end directions can
-/// replace, or the fit above through eight places of each segment where that takes fewer; the map
-/// has its knots at the feet of those places.
+/// Method: the longest runs of segments that were cut from one cubic, or that one with the same
+/// ends and end directions can replace, or the fit above through eight places of each segment where
+/// that takes fewer; the map has its knots at the feet of those places.
 [[nodiscard]] CRV_API Simplified simplify(Curve const& curve, double tolerance);
 
 }  // namespace crv

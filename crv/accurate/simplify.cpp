@@ -6,6 +6,7 @@
 #include "crv/accurate/internal/chainFit.h"
 #include "crv/accurate/internal/gaps.h"
 #include "crv/accurate/internal/knotMap.h"
+#include "crv/accurate/internal/rejoined.h"
 #include "crv/accurate/internal/scale.h"
 #include "crv/accurate/internal/segmentFit.h"
 #include "crv/accurate/internal/segmentPair.h"
@@ -86,6 +87,7 @@ class Stretch {
   std::size_t size() const { return end_ - begin_; }
   Cubic const& segment(std::size_t i) const { return source_.segments[begin_ + i]; }
   std::optional<Replacement> fitted(double fitTolerance) const;
+  std::optional<Replacement> joined(std::size_t first, std::size_t count) const;
   std::optional<Replacement> merged(internal::SegmentFit& fit, std::size_t first,
                                     std::size_t count) const;
   std::size_t mergeFrom(std::size_t first, internal::SegmentFit& fit, Replacement& result) const;
@@ -158,9 +160,26 @@ void Stretch::refine(KnotSpan const& span, int halvings, Replacement& result) co
   refine(right, halvings - 1, result);
 }
 
+/// The segment of which several were cut; nothing if it would be too far away.
+std::optional<Replacement> Stretch::joined(std::size_t first, std::size_t count) const {
+  auto const whole = internal::rejoined(&segment(first), count);
+  if (!whole) return std::nullopt;
+  Replacement result;
+  result.segments.push_back(whole->c);
+  for (std::size_t i = 0; i < count; ++i) {
+    double const s0 = whole->ends[i], s1 = whole->ends[i + 1];
+    result.spans.push_back({begin_ + first + i, 0.0, 1.0, 0, s0, s1});
+    double const distance = worstDistance(segment(first + i), part(whole->c, s0, s1));
+    if (!(distance <= tolerance_)) return std::nullopt;
+    result.worst = std::max(result.worst, distance);
+  }
+  return result;
+}
+
 /// One segment in place of several; nothing if it would be too far away.
 std::optional<Replacement> Stretch::merged(internal::SegmentFit& fit, std::size_t first,
                                            std::size_t count) const {
+  if (auto whole = joined(first, count)) return whole;
   std::size_t const start = first * kSamples, end = start + count * kSamples;
   internal::FitEnds const ends = {samples_[start], startDirection(segment(first)), true,
                                   samples_[end], endDirection(segment(first + count - 1))};

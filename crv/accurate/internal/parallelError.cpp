@@ -27,6 +27,9 @@ constexpr double kFarthestReach = 0.25;
 // beyond the parallel's ends, or before them, for the sake of a joint.
 constexpr double kShift = 0x1p-46;
 
+// Curve units: a slower source has no handle at its end.
+constexpr double kLeastSpeed = 0x1p-40;
+
 // A bound of 2 sin(x / 2) / sin x for x up to 30 degrees.
 constexpr double kChordOverSine = 1.04;
 
@@ -157,13 +160,15 @@ double ParallelError::footAt(double t, double s) const {
     double const speed = dot(cubic_.velocity(s), velocity);
     if (speed > 0.0) s += dot(place - cubic_.place(s), velocity) / speed;
   }
-  return s;
+  return min(1.0, max(0.0, s));
 }
 
 /// How far in t the foot of the cubic's place is beyond the station, to first order.
 double ParallelError::shiftAt(Station const& station) const {
   Point const velocity = station.sourceVelocity;
   double const along = dot(station.gap, velocity), squaredSpeed = dot(velocity, velocity);
+  bool const isAtEnd = station.t == 0.0 || station.t == 1.0;
+  if (!isAtEnd || squaredSpeed < kLeastSpeed * kLeastSpeed) return 0.0;
   if (!(along * along > kShift * kShift * squaredSpeed)) return 0.0;
   double const convexity = squaredSpeed - dot(station.gap, source_.acceleration(station.t));
   return convexity > 0.0 ? along / convexity : 0.0;
