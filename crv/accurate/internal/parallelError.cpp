@@ -141,8 +141,12 @@ double ParallelError::boundOf(Station const& from, Station const& to) const {
     double const within = distance_ - std::sqrt(max(0.0, lowest)) + kDistanceRounding;
     if (within <= tolerance_) return max(beyond, within);
   }
-  // The direction from the source to the cubic differs from the normal.
   Point(&e)[3] = way.e;
+  double const length =
+      3.0 * (std::sqrt(dot(e[0], e[0])) + std::sqrt(dot(e[1], e[1])) + std::sqrt(dot(e[2], e[2])));
+  double const fromAnywhere = distance_ - nearest + length + kDistanceRounding;
+  if (fromAnywhere <= tolerance_) return max(beyond, fromAnywhere);
+  // The direction from the source to the cubic differs from the normal.
   clearVelocity(e);
   slope = largestProduct(d, e);
   Point const chord = e[0] + e[1] + e[2];
