@@ -124,6 +124,8 @@ void SegmentParallel::findReversed(Edges const& edges, double t0, double t1, int
   double const length = std::sqrt(dot(chord, chord));
   double const slowest = length > 0.0 ? edges.leastAlong(chord) / length : 0.0;
   if (slowest > 0.0 && 1.5 * slowest * slowest * slowest >= most) return;
+  double const fastest = edges.largest();
+  if (1.5 * fastest * fastest * fastest < min(a, min(b, c))) return addReversed(t0, t1, found);
   double const middle = 0.5 * (t0 + t1);
   if (depth == kFinestPart) {
     // The curvature peaks where the velocity, which is almost linear here, is least.
