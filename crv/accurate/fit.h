@@ -69,9 +69,9 @@ struct Simplified {
 ///
 /// A tolerance that is not above 0 and unusable input give an empty curve; its map answers -1.
 ///
-/// Method: the longest runs of segments that were cut from one cubic, or that one with the same
-/// ends and end directions can replace, or the fit above through eight places of each segment where
-/// that takes fewer; the map has its knots at the feet of those places.
+/// Method: each longest run of segments is replaced by the one cubic that they were cut from, or by
+/// a cubic with the same ends and end directions. Where the fit above, through eight places of each
+/// segment, takes fewer segments, that is used. The map has its knots at the feet of those places.
 [[nodiscard]] CRV_API Simplified simplify(Curve const& curve, double tolerance);
 
 }  // namespace crv

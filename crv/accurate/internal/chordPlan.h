@@ -143,7 +143,8 @@ class ChordPlan {
     sample_ = 0;
   }
 
-  /// The parameters behind so many chords, and behind the next ones; in ascending calls.
+  /// Sets count parameters: the one after `done` chords, and those after each of the next chords.
+  /// Calls must ascend.
   void setParameters(double* t, std::size_t done, std::size_t count) {
     unsigned char starts[kBatch + 1] = {};
     for (int i = 1; i < count_; ++i) {

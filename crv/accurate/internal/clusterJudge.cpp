@@ -156,7 +156,8 @@ double ClusterJudge::whereSideIs(double level, double lo, double hi, double u) c
   return lo;
 }
 
-/// The end of a segment that is one place with t: the segment stays near it in between, too.
+/// Returns the end of the segment if the segment stays within the resolution of it as far as t,
+/// else t.
 double ClusterJudge::snappedParameter(Cubic const& c, double t) const {
   double const end = t < 0.5 ? 0.0 : 1.0;
   Point const place = t < 0.5 ? c.p[0] : c.p[3];

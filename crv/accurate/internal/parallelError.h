@@ -8,7 +8,8 @@
 
 namespace crv::internal {
 
-/// A place of a source at t and a place of a cubic at s that is about across from it.
+/// The place of a source at t, paired with the place of a cubic at s, which lies nearly on the
+/// source's normal there.
 struct Station {
   double t, s;
   Point gap;                       // from the source to the cubic
