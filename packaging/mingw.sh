@@ -30,7 +30,11 @@ for shared in ON OFF; do
   cmake --build "$build" --target CRV crv_examples
   command -v wine >/dev/null || continue
   for program in "$build"/examples/*.exe; do
-    (cd "$build" && wine "examples/$(basename "$program")")
+    program=examples/${program##*/}
+    case $program in
+      */gallery.exe) (cd "$build" && wine $program gallery ../play/index.html) ;;
+      *) (cd "$build" && wine $program) ;;
+    esac
   done
 done
 cmake --build build/mingw-shared-OFF --target crv_property_tests crv_svg_tests
