@@ -20,7 +20,7 @@ inline bool hasNaN(GxBezier const& s) { return GxBezier(s) != s; }
 /// in the origin.
 struct PieceLimits : GxBezierPolylineCondition {
   explicit PieceLimits(World& w)
-      : line(w.step()), point(w.step()), isAway(w.flag()), left(w.below(2000)) {}
+      : line(w.step()), point(w.step()), isAway(w.flag()), left(static_cast<long>(w.below(2000))) {}
   int isALine(GxBezier const& s, double) const override { return isShorter(s, line); }
   int isAPoint(GxBezier const& s, double) const override {
     return isShorter(s, point) || (isAway && s[0] != Point()) || left-- <= 0;
@@ -193,7 +193,7 @@ inline Operations const kBezier{
        unsigned const before = list.length();
        w.require(s.findRoots(list, y, low, high) == int(list.length()), "the list's length");
        w.require(s.findRoots(points, y, low, high) == int(points.length()), "the list's length");
-       w.requireCode(list.length() - before, 0, 3);
+       w.requireCode(static_cast<long>(list.length() - before), 0, 3);
        w.see(list, points);
      }},
     {"findTValue",
