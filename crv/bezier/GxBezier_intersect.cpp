@@ -201,7 +201,7 @@ class Search {
     int reaches;
   };
 
-  /// The halves of a piece; of a leaf the leaf itself, and nothing.
+  /// Sets parts to the two halves of a piece, or to the piece itself and nothing if it is a leaf.
   void setParts(Piece& piece, Reaching const& reaching, Halves& scratch, Part (&parts)[2]) {
     if (piece.isLeaf()) {
       parts[0] = {&piece, 1};

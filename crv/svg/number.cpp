@@ -84,7 +84,8 @@ std::string shortestText(double value) {
 
 #else  // standard libraries that convert only whole numbers
 
-/// By the system's function: a stream may cut long numbers short, and refuse the smallest.
+/// Reads a number with strtod_l, because a stream may truncate long numbers and reject subnormal
+/// ones.
 std::optional<double> nearestDouble(std::string_view text) {
   static locale_t const classic = newlocale(LC_ALL_MASK, "C", nullptr);
   double const value = strtod_l(std::string(text).c_str(), nullptr, classic);
