@@ -135,6 +135,14 @@ TEST(SegmentContacts, TellCrossingTouchingAndEndApart) {
        ContactKind::touching},
       {"a cusp on a line", segmentFrom({328, -216, -476, 2476, -124, 548, -24, 1712}),
        segmentFrom({3761, -4367, 1129, -575, -1503, 3217, -4135, 7009}), ContactKind::touching},
+      {"a line beside a cusp, moved by rounding",
+       segmentFrom({525.88867440350248, 333.27750272089895, 544.91634714107886, 320.10333947656909,
+                    552.68212362705799, 277.60650308494917, 549.18600386144067,
+                    227.16623402675847}),
+       segmentFrom({495.33027259126652, 260.66356778525773, 562.41703327258506, 274.57860203951452,
+                    567.76075527368585, 201.13730254693496, 511.36143859456962,
+                    314.78572171688097}),
+       ContactKind::touching},
       {"an end on a line", segmentFrom({0, 0, 4, 4}), segmentFrom({0, 8, 8, 0}), ContactKind::end},
   };
   for (auto const& row : rows) {

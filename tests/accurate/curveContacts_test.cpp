@@ -213,6 +213,9 @@ TEST(CurveContacts, RunOverJointsAndTheSeam) {
   CurveContacts const spike = selfContacts(polygon({0, 0, 4, 0, 1, 0, 1, 3}, false));
   expectPoints(spike, {});
   expectOverlaps(spike, {{0.25, 1, 2, 1, 0}});
+  CurveContacts const thorn = selfContacts(polygon({0, 0, 4, 0, 4, 4, 0, 4, 0, 0, -1, -1}));
+  expectPoints(thorn, {});
+  expectOverlaps(thorn, {{4, 5, 6, 5, 0}});
 }
 
 TEST(CurveContacts, WithALineAreInOrderAlongIt) {

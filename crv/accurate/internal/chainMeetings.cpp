@@ -208,11 +208,10 @@ bool Assembly::isInLinks(ChainMeeting const& m) const {
   auto const onSegment = [](Link const& l, std::size_t segment) {
     return l.from.segment < segment;
   };
-  ChainMeeting const turned = {m.second, m.first, false};
   for (std::size_t const segment : segments) {
     auto link = std::lower_bound(links_.begin(), links_.end(), segment, onSegment);
     for (; link != links_.end() && link->from.segment == segment; ++link) {
-      if (isInLink(m, *link) || (isSelf_ && isInLink(turned, *link))) return true;
+      if (isInLink(m, *link)) return true;
     }
   }
   return false;
@@ -236,7 +235,8 @@ ChainMeetings Assembly::assemble() {
   // A place that the curve does not leave in between is no contact of a curve with itself.
   double const reach = kPlaceSlack * scale_.resolution;
   auto const isNone = [&](ChainMeeting const& m) {
-    return (isSelf_ && a_.staysNear(a_.at(m.first), reach, m.first, m.second)) || isInLinks(m);
+    if (isSelf_ && a_.staysNear(a_.at(m.first), reach, m.first, m.second)) return true;
+    return isInLinks(m) || (isSelf_ && isInLinks({m.second, m.first, false}));
   };
   points_.erase(std::remove_if(points_.begin(), points_.end(), isNone), points_.end());
   judgeKinds();

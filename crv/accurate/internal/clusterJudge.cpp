@@ -1,6 +1,7 @@
 // Judging connected approaches.
 #include "crv/accurate/internal/clusterJudge.h"
 
+#include "crv/accurate/internal/route.h"
 #include "crv/foundation/tolerance.h"
 
 #include <cmath>
@@ -256,17 +257,20 @@ bool ClusterJudge::isSineAbove(double least, double t, double u) const {
   return sine * sine > least * least * dot(da, da) * dot(db, db);
 }
 
-bool ClusterJudge::isClear(double t, double u) const {
+bool ClusterJudge::isSlow(double t, double u) const {
   Point const da = derivativeAt(pair_.a, t), db = derivativeAt(pair_.b, u);
-  double const sine = cross(da, db), squaredA = dot(da, da), squaredB = dot(db, db);
-  double const least = kStraightOn * resolution_;
-  return squaredA > least && squaredB > least &&
-         sine * sine > kClearSine * kClearSine * squaredA * squaredB;
+  return min(dot(da, da), dot(db, db)) <= kStraightOn * resolution_;
+}
+
+bool ClusterJudge::isClear(double t, double u) const {
+  return isSineAbove(kClearSine, t, u) && !isSlow(t, u);
 }
 
 bool ClusterJudge::crosses(FootPair const& place) const {
   if (isEnd(place.t) || isEnd(place.u)) return false;
   if (isClear(place.t, place.u)) return true;
+  // Where a segment turns back, each of its branches has sides of its own.
+  if (isSlow(place.t, place.u)) return segmentsCross(pair_, place.t, place.u, resolution_);
   double const before = sideBeyond(place, -1.0), after = sideBeyond(place, 1.0);
   return (before < 0.0 && after > 0.0) || (before > 0.0 && after < 0.0);
 }

@@ -29,6 +29,9 @@ class ClusterJudge {
   /// Whether the segments cross at a clear angle.
   bool isClear(double t, double u) const;
 
+  /// Whether a segment may turn back within the resolution of a place.
+  bool isSlow(double t, double u) const;
+
   /// Whether both parameters lie inside, and the segments change sides.
   bool crosses(FootPair const& place) const;
 

@@ -140,20 +140,19 @@ double gapOnCircle(Point const& v, Point const& w, double radius) {
   return dot(v, w) > 0.0 ? std::fabs(cross(v, w)) / radius : radius;
 }
 
-}  // namespace
-
-bool routesCross(Route const& a, Place const& atA, Route const& b, Place const& atB,
-                 double resolution) {
-  Point const centre = a.at(atA);
+/// Whether the branches in and out of a second curve leave a place to different sides of the first.
+/// `exit(i, radius)` is where a branch leaves the circle of a radius about the place, if it does: 0
+/// and 1 are in and out of the first curve, 2 and 3 of the second.
+template <class Exit>
+bool branchesCross(Point const& centre, double resolution, Exit const& exit) {
   bool doCross = false;
   for (double radius = 16.0 * resolution; radius <= max(kFarthest, 64.0 * resolution);
        radius *= 4.0) {
-    Point branches[4];  // in and out of a, in and out of b
+    Point branches[4];
     for (int i = 0; i < 4; ++i) {
-      auto const exit =
-          i < 2 ? a.exit(centre, radius, atA, i == 1) : b.exit(centre, radius, atB, i == 3);
-      if (!exit) return doCross;
-      branches[i] = *exit - centre;
+      auto const place = exit(i, radius);
+      if (!place) return doCross;
+      branches[i] = *place - centre;
     }
     bool const isInLeft = isInSector(branches[1], branches[0], branches[2]);
     bool const isOutLeft = isInSector(branches[1], branches[0], branches[3]);
@@ -165,6 +164,25 @@ bool routesCross(Route const& a, Place const& atA, Route const& b, Place const& 
     if (gap > 4.0 * resolution) return doCross;
   }
   return doCross;
+}
+
+}  // namespace
+
+bool routesCross(Route const& a, Place const& atA, Route const& b, Place const& atB,
+                 double resolution) {
+  Point const centre = a.at(atA);
+  return branchesCross(centre, resolution, [&](int i, double radius) {
+    return i < 2 ? a.exit(centre, radius, atA, i == 1) : b.exit(centre, radius, atB, i == 3);
+  });
+}
+
+bool segmentsCross(SegmentPair const& pair, double t, double u, double resolution) {
+  Point const centre = pointAt(pair.a, t);
+  Cubic const branches[] = {stretchOf(pair.a, t, 0.0), stretchOf(pair.a, t, 1.0),
+                            stretchOf(pair.b, u, 0.0), stretchOf(pair.b, u, 1.0)};
+  return branchesCross(centre, resolution, [&](int i, double radius) {
+    return exitOf(branches[i], centre, radius, kMostHalvings);
+  });
 }
 
 }  // namespace crv::internal

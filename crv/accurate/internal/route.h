@@ -3,6 +3,7 @@
 #pragma once
 
 #include "crv/accurate/internal/chain.h"
+#include "crv/accurate/internal/segmentPair.h"
 #include "crv/accurate/internal/unitScale.h"
 #include "crv/bezier/internal/cubic.h"
 
@@ -75,5 +76,8 @@ class Route {
 /// them are farther apart than the resolution.
 bool routesCross(Route const& a, Place const& atA, Route const& b, Place const& atB,
                  double resolution);
+
+/// The same of two segments, at a pair of parameters inside both.
+bool segmentsCross(SegmentPair const& pair, double t, double u, double resolution);
 
 }  // namespace crv::internal
