@@ -1,5 +1,5 @@
-// Everything that callers may use, in one include, but for io.h, whose operators a program may have
-// of its own. No file of the library includes it.
+// Includes every public header except io.h, because a program may define stream operators of its
+// own. No file of the library includes this header.
 #pragma once
 
 #include "crv/accurate/arcLength.h"

@@ -1,8 +1,8 @@
 #pragma once
 
-/// CRV_API marks what leaves the library; everything else stays hidden in it. The build defines
-/// CRV_EXPORTS while it compiles the shared library and CRV_STATIC for it and its callers when
-/// the library is static.
+/// CRV_API marks the symbols that the shared library exports; all others are hidden. The build
+/// defines CRV_EXPORTS while it compiles the shared library and CRV_STATIC for it and its callers
+/// when the library is static.
 #if defined(CRV_STATIC)
 #define CRV_API
 #elif defined(_WIN32)

@@ -1,6 +1,6 @@
 // Stream output of points, vectors, segments, positions and curves, for tests and messages. Numbers
-// have the precision of the stream. crv.h leaves this header out: a program may have such operators
-// of its own.
+// are written with the precision of the stream. crv.h does not include this header, because a
+// program may define such operators of its own.
 #pragma once
 
 #include "crv/accurate/types.h"

@@ -297,9 +297,9 @@ class CRV_API GxBezier {
  public:
   /// Appends P0 and the end points of pieces, made by halving, that are lines within tol. Pieces
   /// that are points within tol add nothing, so the polyline ends before P3 where the last piece is
-  /// a point. A negative or NaN tolerance gives the chord. At most 2^26 pieces are made, which
-  /// tolerances below the resolution of the coordinates take, and coordinates above 1e154, whose
-  /// squares overflow.
+  /// a point. A negative or NaN tolerance gives the chord. At most 2^26 pieces are made. Only
+  /// tolerances below the resolution of the coordinates, and coordinates above 1e154, whose squares
+  /// overflow, need so many.
   void getPolyline(double tol, std::list<GxCoord<double>>& out) const;
   /// Appends to a vector.
   void getPolyline(double tol, std::vector<GxCoord<double>>& out) const;
@@ -315,7 +315,7 @@ class CRV_API GxBezier {
   void makePolyline(double tol, std::list<GxCoord<double>>& out) const;
   /// Appends to a vector.
   void makePolyline(double tol, std::vector<GxCoord<double>>& out) const;
-  /// Asks the condition, and appends the parameters, too.
+  /// Applies the condition, and also appends the parameters.
   void makePolyline(double tol, double startT, int n, std::list<GxCoord<double>>& out,
                     std::list<double>& tValues, GxBezierPolylineCondition const& condition) const;
 
@@ -329,8 +329,8 @@ class CRV_API GxBezier {
   ///   -1  startT and farT coincide (within 1e-9), or the segment has no length left or less than
   ///       the distance: t is untouched
   ///   -1  64 trials failed, or one of them touched the end of the segment: t is the last trial
-  /// The length left is that up to the segment's end, not to farT. A farT that lies against the
-  /// direction can lead to a parameter on the wrong side of startT.
+  /// The length left is measured to the end of the segment, not to farT. If farT lies against the
+  /// direction, the parameter found may lie on the wrong side of startT.
   /// Trap: the distance is squared here, but not in GxBezierCurve::findNextPos.
   [[nodiscard]] int findNextPos(double& t, double startT, double squaredDistance,
                                 int forward) const;
@@ -372,9 +372,9 @@ class CRV_API GxBezier {
   /// overlap, the subdivision boundaries inside the overlap are reported.
   ///
   /// Pairs that the lists held before are sorted with the new ones if the lists have equal length.
-  /// A longer second list loses other entries than it gets back: (0.25) and (1, 2, 3), with one
-  /// crossing at (0.5, 0.5), become (0.5, 0.25) and (1, 0.5, 2, 1). One list given twice ends with
-  /// every entry twice.
+  /// If the second list is longer, other entries are removed from it than are put back: (0.25) and
+  /// (1, 2, 3), with one crossing at (0.5, 0.5), become (0.5, 0.25) and (1, 0.5, 2, 1). One list
+  /// given twice ends with every entry twice.
   ///
   /// Method: subdivision to a depth computed from second differences (Wang 1984; Lane, Riesenfeld
   /// 1980), then intersection of chords.

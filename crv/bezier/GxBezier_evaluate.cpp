@@ -37,7 +37,7 @@ GxVector<double> GxBezier::dValue(double t) const {
 
 void GxBezier::bValues(double const* t, int count, GxCoord<double>* points,
                        GxVector<double>* derivatives) const {
-  // The copy cannot be changed by what is written: the compiler need not load it again.
+  // The compiler need not reload a local copy after each store to the output arrays.
   Cubic const segment = crv::internal::cubic(*this);
   for (int i = 0; i < count; ++i) {
     double const at = t[i];

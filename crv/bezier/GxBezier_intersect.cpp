@@ -1,7 +1,8 @@
-// All crossings of two segments: both are halved while their boxes overlap, to a depth known from
-// their second differences, at which a chord may stand for its piece (Wang, 1984; Lane and
-// Riesenfeld, 1980); then the chords are intersected. Pieces that lie beside each other's chord are
-// passed over (Sederberg and Nishita, "Curve intersection using Bezier clipping", 1990).
+// All crossings of two segments: both are halved while their boxes overlap, to a depth computed
+// from their second differences, at which a chord may replace its piece (Wang, 1984; Lane and
+// Riesenfeld, 1980); then the chords are intersected. Pairs of pieces that are separated along one
+// of their chords are skipped (Sederberg and Nishita, "Curve intersection using Bezier clipping",
+// 1990).
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/cubic.h"
@@ -25,24 +26,24 @@ using crv::internal::Point;
 
 namespace {
 
-// What the largest second difference of a cubic is multiplied by for a bound on the distance from
-// its chord, 3*sqrt(2)/4, and the same over the distance, 2^-14 curve units, wanted of a piece.
-// Deliberate: these digits, not computed from sqrt(2).
+// The largest second difference of a cubic times 3*sqrt(2)/4 bounds its distance from the chord;
+// the second constant is the first one divided by the distance allowed of a piece, 2^-14 curve
+// units. Deliberate: these digits, not computed from sqrt(2).
 constexpr double kDeviation = 1.06066017;
 constexpr double kDeviationOverTolerance = 17377.85622528;
 
-// Guards: pairs of pieces looked at in one search, and halvings of one segment, beyond any that
-// the size of a double calls for.
+// Guards: pairs of pieces examined in one search, and halvings of one segment, more than any size
+// of segment needs.
 constexpr long kMaxPairs = 1L << 26;
 constexpr int kMaxDepth = 1100;
 
 // Halved pieces that one search keeps, 24 kilobytes: enough for four ordinary crossings.
 constexpr int kMaxKept = 128;
 
-// How far apart two pieces must lie to be passed over. In curve units: beyond what the boxes of two
-// pieces at their last halving exceed their chords by, twice 2^-14. Relative to the coordinates:
-// beyond the rounding of all halvings. Squares of larger coordinates overflow, and then nothing is
-// passed over.
+// Two pieces are skipped if they lie farther apart than the sum of two margins: kApart, in curve
+// units, exceeds twice 2^-14, by which the boxes of two fully halved pieces exceed their chords;
+// kRoundingMargin, relative to the coordinates, exceeds the rounding errors of all halvings. With
+// coordinates above kLargestCoordinate squares may overflow, and no piece is skipped.
 constexpr double kApart = 0x1p-12;
 constexpr double kRoundingMargin = 0x1p-36;
 constexpr double kLargestCoordinate = 1e150;
@@ -72,7 +73,8 @@ bool overlap(Box const& a, Box const& b) {
 
 struct Halves;
 
-/// The part [lo, hi] of a segment, still to be halved depth times; its halves once they are made.
+/// The part [lo, hi] of a segment, which is still to be halved depth times, and its halves, once
+/// they are made.
 struct Piece {
   Cubic cubic;
   double lo, hi;
@@ -95,15 +97,17 @@ struct Halves {
   }
 };
 
-/// The halves of a piece that may reach another piece, as flags.
+/// Flags: whether each half of a piece may meet another piece.
 struct Reaching {
   int left, right;
 
   bool isNone() const { return (left | right) == 0; }
 };
 
-/// Which halves of a and of b reach the other piece: not those that lie more than margin apart from
-/// it, seen along its chord. Along a's chord in one lane, along b's in the other.
+/// Finds the halves of a and of b that may meet the other piece. A half cannot meet it if, measured
+/// across the other piece's chord, all control points of the half lie more than margin above or
+/// below all control points of that piece. One lane measures across a's chord, the other one across
+/// b's.
 void findReaching(Cubic const& a, Cubic const& b, double margin, Reaching& ofA, Reaching& ofB) {
   Point const aChord = a.end() - a.start();
   Point const bChord = b.end() - b.start();
@@ -112,7 +116,7 @@ void findReaching(Cubic const& a, Cubic const& b, double margin, Reaching& ofA, 
   auto const heights = [=](Point const& p, Point const& q) {
     return chordX * Lanes{p.y, q.y} - chordY * Lanes{p.x, q.x};
   };
-  // The chord's end is as high as its start.
+  // The height of the chord's end equals that of its start.
   Lanes const own[3] = {heights(a.p[0], b.p[0]), heights(a.p[1], b.p[1]), heights(a.p[2], b.p[2])};
   Lanes const wanted = {margin * (std::fabs(aChord.x) + std::fabs(aChord.y)),
                         margin * (std::fabs(bChord.x) + std::fabs(bChord.y))};
@@ -170,7 +174,7 @@ class Search {
       intersectLeaves(a, b);
       return;
     }
-    // Leaves are told apart by their boxes alone.
+    // For leaves, comparing the boxes alone is faster.
     bool const areLast = a.depth < 2 && b.depth < 2;
     Reaching ofA = {1, 1};
     Reaching ofB = {1, 1};
@@ -182,7 +186,8 @@ class Search {
     Part bParts[2];
     setParts(a, ofA, aScratch, aParts);
     setParts(b, ofB, bScratch, bParts);
-    // Every pair is stored, but kept only if the count grows: a branch would be mispredicted.
+    // Every pair is stored, but kept only if the count grows, because a branch would be
+    // mispredicted.
     std::pair<Piece*, Piece*> reaching[4];
     int count = 0;
     for (Part const& bPart : bParts) {
@@ -213,8 +218,8 @@ class Search {
     }
   }
 
-  /// Pieces lie in the boxes of those that they are halves of, so it is enough to compare the boxes
-  /// of leaves. Others are compared where that may save something.
+  /// A half lies in the box of its piece, so comparing the boxes of leaves is enough for the
+  /// result. The boxes of other pieces are compared where that may save work.
   void intersectOverlapping(std::pair<Piece*, Piece*> (&pairs)[4], int count) {
     if (count == 1 && !(pairs[0].first->isLeaf() && pairs[0].second->isLeaf())) {
       intersectPieces(*pairs[0].first, *pairs[0].second);
@@ -229,8 +234,8 @@ class Search {
     for (int i = 0; i < overlapping; ++i) intersectPieces(*pairs[i].first, *pairs[i].second);
   }
 
-  /// The halves of a piece, made once and kept for the other pairs it is in; when there are too
-  /// many to keep, made in scratch.
+  /// The halves of a piece. They are made once and kept for the other pairs of that piece; when
+  /// there is no room to keep them, they are made in scratch.
   Halves& halvesOf(Piece& piece, Halves& scratch) {
     if (piece.halves != nullptr) return *piece.halves;
     if (keptCount_ == kMaxKept) {
@@ -370,7 +375,8 @@ void GxBezier::recursivelyIntersect(GxBezier const& a, double a0, double a1, int
   Crossings crossings;
   Piece aPiece = pieceOf(crv::internal::cubic(a), a0, a1, aDepth);
   Piece bPiece = pieceOf(crv::internal::cubic(b), b0, b1, bDepth);
-  // The depths are the caller's, and tell nothing about the chords.
+  // The caller chose the depths, so chords may be farther from their pieces than the margins
+  // assume.
   Search(crossings, kPassNothingOver).intersectPieces(aPiece, bPiece);
   append(crossings, aParams, bParams);
 }

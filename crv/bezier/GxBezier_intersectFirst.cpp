@@ -19,7 +19,7 @@ namespace {
 constexpr double kOnChord = 0.5;
 constexpr double kOnSegment = 0.708;
 
-// Guard: pieces looked at in one polyline. Only tolerances below the resolution of the coordinates
+// Guard: pieces examined in one polyline. Only tolerances below the resolution of the coordinates
 // need more.
 constexpr long kMaxPieces = 1L << 22;
 

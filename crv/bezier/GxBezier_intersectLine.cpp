@@ -109,7 +109,7 @@ int overlapStraight(GxBezier const& s, Vector const& w, Line const& line,
   return 1;
 }
 
-/// Does what linearProcessing does with a segment that is known to be a line.
+/// Does the same as linearProcessing with a segment that is known to be a line.
 int meetStraight(GxBezier const& s, GxCoord<double> const& a, GxCoord<double> const& b,
                  GxList<double>& segmentParams, GxList<double>& lineParams) {
   if (s.isAPoint(kStraight)) return 0;

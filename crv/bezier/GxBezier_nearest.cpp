@@ -38,10 +38,10 @@ constexpr double kSpacing = 0.2;
 constexpr int kMaxRoots = 64;
 constexpr int kMaxHalvings = 4096;
 
-// Absolute values of the polynomial, and halvings, that the bounded search takes. Up to them no
-// value is ever within kZeroTolerance of zero, since sums of 32 values are at least 32 times that;
-// and the full search, which has at most ten changes of sign and 130 halvings down to the tolerance
-// for each, ends before its guards.
+// The bounded search is used only between these absolute values of the polynomial and up to this
+// number of halvings. Within these limits no value falls within kZeroTolerance of zero, since sums
+// of 32 values are at least 32 times as large, and the full search reaches none of its guards,
+// since it has at most ten changes of sign and needs at most 130 halvings for each.
 constexpr double kLeastValue = 0x1p-24;
 constexpr double kLargestValue = 0x1p100;
 constexpr int kMaxBoundedDepth = 26;
@@ -166,7 +166,7 @@ class Nearest {
   /// The parameter, once every root has been tried.
   double t() const { return endDistance_ < distance_ ? 1.0 : t_; }
 
-  /// The squared distance at which no candidate is taken any more.
+  /// The squared distance that a candidate has to beat.
   double bound() const { return min(distance_, endDistance_); }
 
  private:
@@ -208,10 +208,10 @@ double halve(Point const* w, Halves& halves) {
   return min(least[0], least[1]);
 }
 
-/// Offers the roots that the full search finds, but for those that are certainly farther from the
-/// query than another candidate: over an interval, the sums of the control values bound the change
-/// of the squared distance. Ends with false wherever a value comes near zero, which the full search
-/// treats in its own way; the roots tried until then are among its own.
+/// Tries the roots that the full search finds, except those that are certainly farther from the
+/// query than another candidate: over an interval, the partial sums of the control values bound the
+/// change of the squared distance. Fails as soon as a value comes near zero, because the full
+/// search snaps such values; the roots tried until then are also roots of the full search.
 class BoundedSearch {
  public:
   BoundedSearch(Cubic const& segment, Point const& query, Nearest& nearest)
@@ -220,7 +220,7 @@ class BoundedSearch {
     margin_ *= kDistanceMargin;
   }
 
-  /// Searches [0, 1]; startDistance is the squared distance at 0.
+  /// Searches [0, 1]; startDistance is the squared distance at 0. Returns false on failure.
   bool search(Point const* w, double startDistance) {
     for (int i = 0; i <= kDegree; ++i) {
       double const y = std::fabs(w[i].y);
@@ -230,8 +230,8 @@ class BoundedSearch {
   }
 
  private:
-  /// The squared distance has 2 w as its derivative, and so w * width / 3 as the differences of its
-  /// control values, which begin with startDistance.
+  /// The derivative of the squared distance is 2 w. So the first control value of the squared
+  /// distance is startDistance, and consecutive control values differ by w * width / 3.
   bool searchInterval(Point const* w, double startDistance, double thirdOfWidth, int depth) {
     int const changes = signChangesWithoutZeros(w);
     if (changes == 0 || isTooFar(w, startDistance, thirdOfWidth)) return true;

@@ -23,21 +23,23 @@ using crv::internal::Point;
 
 namespace {
 
-// Guards: halvings of one piece, and pieces looked at in one polyline. 1,100 halvings leave the
-// range of exponents of a segment's size, 2,200 that of any parameter that a caller's condition may
-// follow. More pieces are only made for tolerances below the resolution of the coordinates.
+// Guards: halvings of one piece, and pieces examined in one polyline. After 1,100 halvings any
+// segment is smaller than the least double; after 2,200 even the range of parameters that a
+// caller's condition may depend on is exhausted. Only tolerances below the resolution of the
+// coordinates need more pieces.
 constexpr int kMaxDepth = 1100;
 constexpr int kMaxDepthOfCaller = 2200;
 constexpr long kMaxPieces = 1L << 26;
 
-// Largest coordinates, and squared lengths of chords, between which distances are compared by their
-// squares: there, no product of two squares leaves the range of doubles.
+// Distances are compared by their squares only if the largest coordinate lies between the first two
+// limits, in curve units, and the squared length of the chord is above the third one: then no
+// product of two squares leaves the range of doubles.
 constexpr double kLeastSize = 1e-20;
 constexpr double kLargestSize = 1e70;
 constexpr double kLeastSquaredLength = 1e-100;
 
-// Relative to coordinates and tolerance: far more than the rounding of a distance. Squares decide
-// only beyond it.
+// Relative to coordinates and tolerance: far more than the rounding error of a distance. Squares
+// decide only where they differ by more.
 constexpr double kRoundingMargin = 0x1p-45;
 
 // Points collected before they are appended together.
@@ -79,16 +81,16 @@ struct Halves {
   }
 };
 
-/// What squared distances tell of two pieces: whether each is certainly a line and no point, or
-/// certainly neither.
+/// The result of comparing squared distances, for two pieces: whether each one is certainly a line
+/// and not a point, or certainly neither. If neither flag is set, the distances themselves decide.
 struct Verdicts {
   LaneMask isLine;
   LaneMask isCurved;
 };
 
 /// isALine and isAPoint for the pieces of one segment, given by their four control points. Squared
-/// distances decide, but where they are so near to the squared tolerance that rounding matters, the
-/// distances themselves do.
+/// distances decide, except where they are so near to the squared tolerance that rounding matters;
+/// there the distances themselves decide.
 class Tolerance {
  public:
   /// The tolerance for a segment of this size.
@@ -107,7 +109,8 @@ class Tolerance {
     LanesOfPoints const first = fromStart(1);
     LanesOfPoints const second = fromStart(2);
     LanesOfPoints const chord = fromStart(3);
-    // The distances from the line, times the length; and where their feet lie along the chord.
+    // The distances from the chord's line times the chord's length, and the positions of their feet
+    // along the chord.
     Lanes const squaredLength = dot(chord, chord);
     Lanes const across1 = cross(chord, first);
     Lanes const across2 = cross(chord, second);
@@ -155,15 +158,15 @@ class Tolerance {
   double beyond_ = std::numeric_limits<double>::infinity();
 };
 
-/// Halves pieces and hands the end of each line to emit.
+/// Halves pieces and calls emit with the end point of each line.
 template <class Emit>
 class Halving {
  public:
   Halving(double size, double tol, long maxPieces, Emit& emit)
       : tolerance_(size, tol),
         staysFinite_(size < kLargestSize),
-        // No piece is a line within a tolerance that is negative or NaN: there, the whole segment
-        // counts as one.
+        // If the tolerance is negative or NaN, no piece is a line, and the whole segment is taken
+        // as one.
         maxPieces_(tol >= 0.0 ? maxPieces : 1),
         emit_(emit) {}
 
@@ -176,7 +179,7 @@ class Halving {
   void run(Point const* piece, bool isLine, bool isCurved, int depth) {
     ++pieces_;
     if (!isLine && !isCurved) {
-      // The point is asked for first: what is both a point and a line adds nothing.
+      // The test for a point comes first: a piece that is both a point and a line adds nothing.
       if (tolerance_.isAPoint(piece)) return;
       isLine = tolerance_.isALine(piece);
     }
@@ -219,11 +222,12 @@ class CallersHalving {
                  std::list<GxCoord<double>>& points, std::list<double>& parameters)
       : condition_(condition), tol_(tol), points_(points), parameters_(parameters) {}
 
-  /// The piece starts at t and covers 1/n of the whole segment; it is used up.
+  /// The piece starts at t and covers 1/n of the whole segment; its value afterwards is
+  /// unspecified.
   void run(GxBezier& piece, double t, double n, int depth) {
     for (;; ++depth) {
       ++pieces_;
-      // The point is asked for first: what is both a point and a line adds nothing.
+      // The test for a point comes first: a piece that is both a point and a line adds nothing.
       if (condition_.isAPoint(piece, tol_)) return;
       if (condition_.isALine(piece, tol_) || mustEnd(piece, depth)) {
         points_.push_back(piece[3]);
@@ -252,7 +256,7 @@ class CallersHalving {
   long pieces_ = 0;
 };
 
-/// Appends points to a vector in blocks, so that a short polyline makes it grow once.
+/// Appends points to a vector in blocks, so that the vector grows only once for a short polyline.
 class Appender {
  public:
   explicit Appender(std::vector<GxCoord<double>>& out) : out_(out) {}
@@ -262,7 +266,7 @@ class Appender {
     block_[count_++] = p;
   }
 
-  /// Appends what is left; to be called at the end.
+  /// Appends the collected points; must be called at the end.
   void flush() {
     std::size_t const needed = out_.size() + static_cast<std::size_t>(count_);
     if (out_.capacity() < needed) out_.reserve(std::max(needed, 2 * out_.capacity()));

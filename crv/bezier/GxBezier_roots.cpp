@@ -30,8 +30,8 @@ double valueAt(PowerForm const& f, double t) { return ((f.a * t + f.b) * t + f.c
 
 int rootsOf(PowerForm const& f, double* roots) { return cubicRoots(f.a, f.b, f.c, f.d, roots); }
 
-/// Stores one root of a coordinate after another in t, until the other coordinate is zero there,
-/// too, within tol. Returns false if it never is.
+/// Stores in t the first root of one coordinate at which the other coordinate is zero, too, within
+/// tol. Returns false if there is none; t is then the last root.
 bool findCommonRoot(double const* roots, int count, PowerForm const& other, double tol, double& t) {
   for (int i = 0; i < count; ++i) {
     t = roots[i];

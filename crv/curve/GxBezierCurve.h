@@ -90,7 +90,7 @@ class CRV_API GxBezierCurve {
 
   /// Always returns 0: curves have no order; the operators let standard containers hold them.
   int operator<(GxBezierCurve const& other) const;
-  /// Always 0, too.
+  /// Always returns 0.
   int operator>(GxBezierCurve const& other) const;
 
   /// Returns the list of segments itself, which the caller may change.
@@ -107,8 +107,8 @@ class CRV_API GxBezierCurve {
   /// The place after the last segment.
   GxList<GxBezier>::const_iterator end() const { return segments_.end(); }
 
-  /// Replaces the segments by copies; the closed flag stays. The curve's own list empties it, as
-  /// lists assigned to themselves end up empty.
+  /// Replaces the segments by copies; the closed flag stays. Passing the curve's own list empties
+  /// the curve, because a list assigned to itself ends up empty.
   void setSegments(GxList<GxBezier> const& segments);
 
   /// Returns the number of segments.
@@ -128,7 +128,7 @@ class CRV_API GxBezierCurve {
   /// Returns (n, 0.0) for a curve of n segments.
   GxBezierCurvePosition lastPos() const;
 
-  /// Returns the closed flag as it was set. Whether the ends meet is isClose's question.
+  /// Returns the closed flag as it was set; isClose tells whether the ends meet.
   int strictIsClosed() const;
   /// Sets the closed flag.
   void setStrictIsClosed(int closed);
@@ -153,7 +153,7 @@ class CRV_API GxBezierCurve {
   /// Returns 1 when the ends lie within 0.5 of each other, after moving both onto their midpoint.
   /// Returns 0 for ends farther apart or an empty curve, and changes nothing. The closed flag plays
   /// no part.
-  /// Trap: this query moves the ends that it asks about.
+  /// Trap: this query moves the ends of the curve.
   int isClose();
 
   // ---- GxBezierCurve_measure.cpp: length, boxes, highest and lowest places ----------------------
@@ -192,7 +192,7 @@ class CRV_API GxBezierCurve {
   /// squared distance from the point to the curve at the parameter that the fit gave it is below
   /// error. The closed flag is cleared. Fewer than two points, or null, append nothing. A good fit
   /// whose worst point is the neighbour of an end is split there all the same, so three points
-  /// always give two segments. Points that are not finite are fitted as they come.
+  /// always give two segments. Points that are not finite are not rejected.
   /// Method: P. J. Schneider, "An algorithm for automatically fitting digitized curves", Graphics
   /// Gems (1990), with other rules for the singular matrix, for short handles and for splitting.
   void makeBezierPolyFit(GxList<GxCoord<double>> const* points, double error);
@@ -230,8 +230,9 @@ class CRV_API GxBezierCurve {
  public:
   /// Appends points at a straight-line distance of step from each other, within 0.1. Mode 1 spaces
   /// each segment on its own, evenly if that fits better, and leaves out the curve's end. Any other
-  /// mode carries what is left of a step across the joints.
-  /// Trap: points are a step apart, wherever that leads: corners and tips between two are cut off.
+  /// mode carries the rest of a step across the joints.
+  /// Trap: only the distance of neighbouring points matters, so corners and tips between them are
+  /// cut off.
   void makeCurve(double step, GxList<GxCoord<double>>& out, int mode) const;
 
   /// Does the same as makeCurve in a mode other than 1, with chords of length step where the curve
@@ -255,36 +256,37 @@ class CRV_API GxBezierCurve {
 
   // ---- GxBezierCurve_nearest.cpp: which segment holds a point, the nearest point ----------------
  public:
-  /// Returns the number of the segment that passes p within tolerance, and stores the parameter
-  /// there. The start of the curve is looked at first, then its end, which is (n, 0.0), then the
-  /// segments in order. Returns -1 when none passes; t is then unspecified.
+  /// Returns the number of the first segment that comes within tolerance of p, and stores the
+  /// parameter there. The start of the curve is tried first, then its end, which is (n, 0.0), then
+  /// the segments in order. Returns -1 when none comes that near; t is then unspecified.
   [[nodiscard]] int whichSegment(GxCoord<double> const& p, double& t, double tolerance) const;
 
   /// Finds the point of the curve nearest to p. The first segment is tried, then the last, then the
-  /// others in order. The search ends after the last segment, or with the first of the others, when
-  /// the best point so far lies at a squared distance below 0.5; a nearer one may follow.
+  /// others in order. The search ends after the last segment, or after any of the others, as soon
+  /// as the best point so far lies at a squared distance below 0.5, even if a later segment is
+  /// nearer.
   ///   -1  an empty curve; nearest is untouched
-  ///    0  the search ended with the last segment, or the curve has one
-  ///    1  it went on, whichever segment answers; so it does for two segments of which neither
-  ///       comes near
-  /// Trap: the search is content with a point 0.7 away, so small curves get wrong answers; see
-  /// crv::nearest.
+  ///    0  the search ended after the last segment, or the curve has one segment
+  ///    1  the search went on, whichever segment holds the result; a curve of two segments gives 1
+  ///       when neither lies that near
+  /// Trap: the search accepts any point within 0.7, so the result is often wrong on small curves;
+  /// see crv::nearest.
   int findNearestPoint(GxCoord<double> const& p, GxCoord<double>& nearest) const;
 
   /// Searches in the same way for the position; the end of segment i is (i + 1, 0.0).
   int findNearestPointPos(GxCoord<double> const& p, GxBezierCurvePosition& pos) const;
 
   /// Estimates the least squared distance between two curves from samples of this curve, eleven a
-  /// segment, and what findNearestPoint of other gives for them. Returns 0.0 when either curve is
-  /// empty.
+  /// segment, and the points that other.findNearestPoint returns for them. Returns 0.0 when either
+  /// curve is empty.
   double getMinSqDistance(GxBezierCurve const& other) const;
 
   // ---- GxBezierCurve_intersect.cpp: the crossings of two curves ---------------------------------
  public:
   /// Appends the crossings of every segment of other with every segment of this curve. Returns 1
   /// when the list is not empty afterwards, even if only the caller put points there, else 0.
-  /// Trap: a crossing on a joint can come once for each segment that ends there; crv::contacts
-  /// tells it once.
+  /// Trap: a crossing at a joint may be appended once for each segment that ends there;
+  /// crv::contacts reports it once.
   int findIntersections(GxBezierCurve const& other, GxList<GxCoord<double>>& points) const;
 
   // ---- GxBezierCurve_intersectLine.cpp: the first crossing with a line --------------------------
@@ -381,10 +383,10 @@ class CRV_API GxBezierCurve {
   /// see crv::offset.
   void offset(double distance, int side, int mode);
 
-  /// Computes the distance, with its sign, to hand to offset (side 1) so that the place of the
-  /// curve that lies farthest in a direction moves by distance along the direction (outwards
-  /// non-zero) or against it. At a joint the normal nearer to the direction counts. Where the
-  /// normal is inclined to the direction, the result is greater than distance.
+  /// Computes the signed distance to pass to offset (side 1) so that the point of the curve
+  /// farthest in a direction moves by distance along the direction (outwards non-zero) or against
+  /// it. At a joint the normal nearer to the direction counts. Where the normal is inclined to the
+  /// direction, the result is greater than distance.
   ///    0  the result is in value
   ///   -1  an empty curve, a direction shorter than 1e-9, or no normal along the direction: value
   ///       is untouched
@@ -420,13 +422,14 @@ class CRV_API GxBezierCurve {
   ///    0  found; the position is in to
   ///   -1  an empty curve, no step before the limit, or a walk that was ended; to is untouched, or
   ///       holds the last position reached by short chords
-  /// A limit that lies behind is reached across the seam of a strictly closed curve; on an open
-  /// curve the walk then ends with the curve.
-  /// A step over joints takes from d the distance of each joint from its start, so it lands near d
-  /// only where segments are not much shorter than d. A walk back from the end of an open curve
-  /// starts at (n - 1, t) with t just below 1: at (n, 0.0) the first segment is taken for the next.
-  /// Work is bounded: short chords stop after about 2^28 evaluations, a second of processor time; a
-  /// single chord stops at the same count once it has gone around twice.
+  /// A limit that lies behind from, in the direction of the walk, is reached across the seam of a
+  /// strictly closed curve; on an open curve the walk then ends at the end of the curve. A step
+  /// across joints subtracts from d, at each joint, the distance of the joint from the start of the
+  /// step, so it ends near d only where segments are not much shorter than d. To walk back from the
+  /// end of an open curve, start at (n - 1, t) with t just below 1: a walk back from (n, 0.0)
+  /// begins on the first segment. Work is bounded: short chords stop after about 2^28 evaluations,
+  /// a second of processor time; a single chord stops at the same count, but not before it has gone
+  /// around twice.
   [[nodiscard]] int findNextPos(GxBezierCurvePosition const& from, GxBezierCurvePosition& to,
                                 double d, int forward, int mode) const;
   /// Takes one chord, up to the limit.

@@ -15,7 +15,7 @@
 /// The sense from one position to another is an int: 0 none (they coincide), 1 forward, 2 backward.
 class CRV_API GxBezierCurvePosition {
  public:
-  /// Makes no position: segment -1, t 0.0.
+  /// Makes a position that is on no curve: segment -1, t 0.0.
   GxBezierCurvePosition();
 
   /// Normalises: whole numbers are carried from t to the segment number, which is not checked

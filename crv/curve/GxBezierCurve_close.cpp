@@ -23,7 +23,7 @@ constexpr double kOverlap = 100.0;
 constexpr double kApart = 200.0;
 constexpr double kBothNear = 400.0;
 
-/// The place of an end segment nearest to the curve's other end.
+/// The point of an end segment nearest to the curve's other end.
 struct Approach {
   double t = 0.0;
   GxCoord<double> point;

@@ -1,9 +1,9 @@
 // Fitting a chain of segments to digitised points: least squares at chord-length parameters, better
 // parameters by Newton's method, a split at the worst point (P. J. Schneider, "An algorithm for
 // automatically fitting digitized curves", Graphics Gems, 1990). Unlike the published version, this
-// one mends a singular matrix by an addition, takes a handle as too short only when it is negative,
-// and splits a good fit whose worst point is next to an end. Ranges wait on an explicit stack, and
-// runs of equal points are passed over, so that time and memory stay within bounds.
+// one regularises a singular matrix by an addition, takes a handle as too short only when it is
+// negative, and splits a good fit whose worst point is next to an end. Ranges wait on an explicit
+// stack, and runs of equal points are passed over, so that time and memory stay within bounds.
 #include "crv/curve/GxBezierCurve.h"
 
 #include "crv/curve/internal/fitError.h"
@@ -28,7 +28,8 @@ constexpr double kHandleFraction = 0.3333333333333333;
 // Curve units: neighbours closer than this have no direction between them, ranges no length.
 constexpr double kNoLength = kZeroTolerance;
 
-// Squared sums of weights: a determinant below this is singular, and this is added to mend it.
+// Squared sums of weights: a matrix whose determinant is below this is singular, and this value is
+// added to regularise it.
 constexpr double kSingular = 1e-12;
 
 // Rounds of better parameters before a range is split.
@@ -166,8 +167,8 @@ class Fitter {
   GxList<GxBezier>& out_;
   std::vector<double> chords_;      // from each point back to the one before
   std::vector<unsigned> runStart_;  // the first of the equal points that lead up to each point
-  std::vector<double> u_;           // the parameters of the range at hand
-  GxBezier segment_;                // its segment
+  std::vector<double> u_;           // the parameters of the current range
+  GxBezier segment_;                // the segment of the current range
 };
 
 Fitter::Fitter(std::vector<GxCoord<double>> points, double error, GxList<GxBezier>& out)
@@ -244,8 +245,9 @@ WorstPoint Fitter::fitByChordLength(Range const& r) {
   return worst;
 }
 
-/// Replaces the parameters by those of the nearest points of the segment found before, and solves
-/// again, up to four times; true when a segment fits. worst is that of the last round.
+/// Replaces the parameters by those of the nearest points of the segment found before and solves
+/// again, up to four times, until a segment fits. Returns whether one does, and stores the worst
+/// point of the last round.
 bool Fitter::fitByReparameterization(Range const& r, WorstPoint& worst) {
   for (int round = 0; round < kMaxRounds; ++round) {
     PieceBoxes const boxes(segment_, r.last - r.first + 1, kPassesPoint);

@@ -1,5 +1,5 @@
-// The first crossing with a line on a walk from a position. Each segment is carried into the frame
-// of the line, where the roots of its height are its crossings.
+// The first crossing with a line on a walk from a position. Each segment is transformed into the
+// frame of the line, in which its crossings are the roots of its y coordinate.
 #include "crv/curve/GxBezierCurve.h"
 
 #include "crv/foundation/Gx2DMatrix.h"
@@ -37,7 +37,7 @@ struct HeightFrame {
   }
 };
 
-/// Coordinates along v and across it, from p on; along x and y where v has no direction.
+/// Coordinates along v and across it, relative to p; along x and y if v has no direction.
 struct MatrixFrame {
   GxCoord<double> p;
   Gx2DMatrix<double> toLine;

@@ -1,5 +1,5 @@
-// Which segment holds a point, the point of the curve nearest to one, and the least distance to
-// another curve. The ends of the curve are tried first; of the segments between them only those
+// The segment on which a point lies, the point of the curve nearest to a given one, and the least
+// distance to another curve. The first and the last segment are tried first, then those inner ones
 // whose boxes come near enough.
 #include "crv/curve/GxBezierCurve.h"
 
@@ -17,31 +17,32 @@ using Segments = crv::internal::SegmentTree<GxBezier const>;
 
 namespace {
 
-// Squared curve units: a point this near is near enough to look no further.
+// Squared curve units: the search ends at a point this near.
 constexpr double kNearEnough = 0.5;
 
 // Parameter: the curve is sampled at eleven places a segment; the last may come out just beside 1.
 constexpr double kSampleStep = 0.1;
 constexpr double kSampleLimit = 1.05;
 
-// The rounding errors of a segment's points, relative to its coordinates and, for subnormal ones,
-// in curve units: many times what they are.
+// Generous bounds on the rounding errors of a segment's points: relative to its coordinates and,
+// for subnormal ones, in curve units.
 constexpr double kRounding = 0x1p-45;
 constexpr double kTiny = 1e-300;
 
-// Curve units: from here on squares may overflow, and distances may be no numbers.
+// Curve units: from this size on squares may overflow, and distances may be NaN.
 constexpr double kHuge = 1e150;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
-/// A point of a curve, and where it lies.
+/// A point of a curve with its segment and parameter.
 struct Place {
   GxCoord<double> point;
   double t = 0.0;
   std::size_t segment = 0;
 };
 
-/// Finds the nearest place among segments; nearestOn(segment, place) finds that of one segment.
+/// Finds the nearest point of several segments; nearestOn(segment, place) finds the nearest point
+/// of one segment.
 template <class NearestOn>
 class NearestSearch {
  public:
@@ -52,7 +53,7 @@ class NearestSearch {
   double squaredDistance() const { return best_; }
   bool isNearEnough() const { return IS_ZERO(best_, kNearEnough); }
 
-  /// Tries segment i; a later one must be nearer than the best before.
+  /// Tries segment i; it replaces the best point so far only if it is nearer.
   void consider(GxBezier const& segment, std::size_t i) {
     Place const place = nearestPlace(segment, i);
     double const d = p_.squaredDistance(place.point);
@@ -62,13 +63,13 @@ class NearestSearch {
     nearest_ = place;
   }
 
-  /// Tries the segments between the first and the last in order, until one is near enough. Passes
-  /// over those that cannot win, and those at a squared distance of limit or more, which must not
-  /// be below kNearEnough.
+  /// Tries the segments between the first and the last in order, until one is near enough. Skips
+  /// those that cannot be nearer than the best point, and those at a squared distance of limit or
+  /// more; limit must not be below kNearEnough.
   void considerInner(Segments const& segments, double limit) {
     std::size_t const last = segments.boxes().size() - 1;
     Point const p = crv::internal::plain(p_);
-    // Beyond the distance of one segment nearby, no other can win or be near enough.
+    // No segment farther away than one that is nearby can be the nearest or near enough.
     segments.boxes().visitNear(p, limit, [&](std::size_t i, double /*bound*/) {
       if (i == 0 || i == last) return limit;
       double const d = p_.squaredDistance(nearestPlace(segments[i], i).point);
@@ -112,8 +113,8 @@ Box boxOfPoints(GxBezier const& segment) {
   return {hull.minX - slack, hull.minY - slack, hull.maxX + slack, hull.maxY + slack};
 }
 
-/// The nearest place of a curve that is not empty; returns 1 when segments between the first and
-/// the last were tried, else 0.
+/// Stores the nearest point of a non-empty curve. Returns 1 if segments between the first and the
+/// last were tried, else 0.
 template <class NearestOn>
 int searchNearest(GxList<GxBezier> const& segments, GxCoord<double> const& p,
                   NearestOn const& nearestOn, Place& nearest) {
@@ -129,8 +130,8 @@ int searchNearest(GxList<GxBezier> const& segments, GxCoord<double> const& p,
   return !isOver;
 }
 
-/// The squared distance that findNearestPoint comes to, exact where it is below a limit of at least
-/// kNearEnough. From points that are not moderate it has no limit.
+/// The squared distance of the point that findNearestPoint returns; it is exact only if it is below
+/// limit, which is at least kNearEnough, and infinite for a p that is not moderate.
 double squaredDistance(Segments const& segments, GxCoord<double> const& p, double limit) {
   std::size_t const last = segments.boxes().size() - 1;
   auto const nearestOn = [&p](GxBezier const& segment, Place& place) {

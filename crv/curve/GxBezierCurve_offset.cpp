@@ -63,9 +63,9 @@ constexpr double kSnap = 2.0;
 // Cosine: lines from here on are parallel.
 constexpr double kParallel = 0.9999;
 
-// Handles of a corner: a fraction of the distance to where its tangents cross. Fractions of the
-// limit serve where they do not cross ahead, or where one distance is more than kLopsided times the
-// other.
+// The lengths of the handles of a rounded corner, as a fraction of the distance to the crossing of
+// its tangents. Fractions of the limit are used instead where the tangents do not cross ahead, or
+// where one distance is more than kLopsided times the other.
 constexpr double kCornerFraction = 0.56568;
 constexpr double kDefaultHandle = 0.4;
 constexpr double kShortSideHandle = 0.12;
@@ -237,7 +237,7 @@ void closeGaps(Pieces& parallels, Pieces const& old, double distance,
   }
 }
 
-/// Appends the parallels of segments, and what joins them.
+/// Appends the parallels of segments, and the segments that join them.
 void addParallels(GxList<GxBezier>& out, Pieces const& segments, double distance) {
   Pieces parallels;
   parallels.reserve(segments.size());
@@ -265,7 +265,7 @@ GxBezierCurve turnedUpright(GxBezierCurve const& curve, GxVector<double> const& 
 }
 
 /// The component along a direction by which a parallel at distance 1 moves the place at t of
-/// segment k; at a joint, that of the side which moves farther.
+/// segment k; at a joint, the component of the side that moves farther.
 double shiftAlong(GxBezierCurve const& curve, int k, double t, GxVector<double> const& direction) {
   int const n = static_cast<int>(curve.length());
   bool const isClosed = curve.strictIsClosed() != 0;

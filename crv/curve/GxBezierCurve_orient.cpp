@@ -16,7 +16,8 @@ constexpr double kStraight = kZeroTolerance;
 // Curve units: a neighbour this close in height to the top is level with it.
 constexpr double kLevel = kZeroTolerance;
 
-// A guard: steps for each segment and one more; a whole lap takes about eleven a segment.
+// Guard: steps per segment, counting one segment more than the curve has; a whole lap takes about
+// eleven per segment.
 constexpr unsigned long kStepsPerSegment = 64;
 
 /// A position that moves around a closed outline in steps.
@@ -49,8 +50,8 @@ struct Walker {
   }
 };
 
-/// Steps away from the top until a point lies low enough or the lap is complete. Returns false when
-/// the guard ends the walk before.
+/// Steps away from the top until a point lies low enough or the lap is complete. Returns false if
+/// the guard ends the walk first.
 template <class Step, class IsLowEnough, class IsWholeLap>
 bool walkFromTop(Walker walker, Step step, IsLowEnough isLowEnough, IsWholeLap isWholeLap,
                  GxCoord<double>& point) {

@@ -71,8 +71,8 @@ void sampleAlone(GxBezier const& segment, double step, Points& out) {
   out.join(points);
 }
 
-/// Removes the first of the points that a segment appended to size points, if there were any before
-/// and it appended any: neighbours share it.
+/// Removes the first point that a segment appended behind the size points before it, because it
+/// repeats the last point of the segment before.
 template <class Container>
 void removeSharedPoint(Container& out, std::size_t size) {
   if (size == 0 || out.size() == size) return;

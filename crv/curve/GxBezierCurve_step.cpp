@@ -25,16 +25,16 @@ constexpr double kChordsPerUnit = 1.0 / 3.0;
 // ones.
 constexpr double kMargin = 1.05;
 
-// A guard: evaluations of a walk, about a second of processor time.
+// Guard: evaluations of one walk, about a second of processor time.
 constexpr double kMaxEvaluations = 0x1p28;
 
-// Evaluations that the visit of a segment takes at least, if its length is not known yet. A visit
-// counts for as many in any case, since walks may go around a single segment for ever.
+// The least number of evaluations that visiting a segment takes if its length is not known yet.
+// Every visit counts for at least as many, since a walk may go around a single segment for ever.
 constexpr double kLeastEvaluations = 24.0;
 
-// The cost of an evaluation that meets subnormal numbers, in ordinary ones, on processors that
-// handle them in microcode; and the coordinates (curve units) below which it may meet them, in the
-// squares of short chords.
+// The cost of an evaluation with subnormal numbers, in ordinary evaluations, on processors that
+// handle them in microcode; and the coordinates (curve units) below which the squares of short
+// chords may be subnormal.
 constexpr double kSubnormalCost = 20.0;
 constexpr double kSquaresUnderflow = 1e-140;
 

@@ -1,4 +1,5 @@
-// How a curve lies against an interval of x, and its start prolonged to a given x.
+// The position of a curve's x range relative to an interval, and the extension of the curve's start
+// to a given x.
 #include "crv/curve/GxBezierCurve.h"
 
 #include "crv/foundation/tolerance.h"

@@ -91,7 +91,8 @@ class GxCoord {
   T y_;
 };
 
-/// The point moved by -v. Outside the class, as the next one, so that a program's own is preferred.
+/// The point moved by -v. This operator and the next one are declared outside the class, so that a
+/// program's own operators are preferred.
 template <class T>
 GxCoord<T> operator-(GxCoord<T> const& p, GxVector<T> const& v) {
   return GxCoord<T>(p.xval() - v.xval(), p.yval() - v.yval());

@@ -92,8 +92,8 @@ class GxList {
     return cursor_ != head_;
   }
 
-  /// Moves the cursor back by one, from the first element to the last; returns 0 when it is at the
-  /// first or the list is empty, else 1.
+  /// Moves the cursor back by one, from the first element to the last; returns 0 when it is then at
+  /// the first or the list is empty, else 1.
   int prev() const {
     if (cursor_ == nullptr) return 0;
     cursor_ = cursor_->prev;
@@ -166,8 +166,9 @@ class GxList {
   void removeByIndex(int index);
 
   /// Moves the element at from so that it ends up at index to; returns 1 when done, 0 (and nothing
-  /// is changed) when an index is out of range or they are equal. Where indices are off (see
-  /// remove), from is counted from the first element, but to is off with the others.
+  /// is changed) when an index is out of range or they are equal. Where the cursor counts from a
+  /// wrong place (see remove), from is still counted from the first element, but to is shifted like
+  /// all other indices.
   int move(int from, int to);
 
   /// The index of the first element equal to value, or -1.
@@ -228,8 +229,8 @@ class GxList {
     Node* prev;
   };
 
-  /// A node of a list; null stands for the end. It asks the list for its first node at each step,
-  /// so elements may be added in front as well.
+  /// A node of a list; null stands for the end. It looks up the first node at each step, so that
+  /// elements may also be added in front.
   template <class Value>
   class NodeIterator {
    public:
@@ -307,7 +308,7 @@ void GxList<T>::seek(unsigned i) const {
   if (count_ == 0) return;
   unsigned const k = i < count_ ? i : i % count_;
   unsigned const last = count_ - 1;
-  // Deliberate: an index that is off stays off until the cursor meets the first or the last
+  // Deliberate: a wrong cursor index stays wrong until the cursor is set to the first or the last
   // element.
   bool const fromHead = k == 0 || (isIndexExact_ && k < index_ && k < index_ - k);
   bool const fromLast = k == last || (isIndexExact_ && k > index_ && last - k < k - index_);
@@ -371,7 +372,7 @@ int GxList<T>::move(int from, int to) {
   bool const inside = from >= 0 && to >= 0 && static_cast<unsigned>(from) < count_ &&
                       static_cast<unsigned>(to) < count_;
   if (!inside || from == to) return 0;
-  /// Puts the node back if it has not been let go of: copying the element may throw.
+  /// Puts the node back unless it was released, because copying the element may throw.
   struct Return {
     GxList* list;
     Node* node;
@@ -380,7 +381,7 @@ int GxList<T>::move(int from, int to) {
       if (node != nullptr) list->link(node, index);
     }
   } back{this, unlink(from), from};
-  insert(back.node->element, to);  // the virtual one: a derived list sees what enters it
+  insert(back.node->element, to);  // virtual, so that a derived list sees the new element
   delete std::exchange(back.node, nullptr);
   return 1;
 }

@@ -1,4 +1,4 @@
-// Questions about points and straight lines.
+// Crossings, distances, angles and tests of points and straight lines.
 #pragma once
 
 #include "crv/export.h"
@@ -49,8 +49,8 @@ CRV_API double angle(GxCoord<double> const& a, GxCoord<double> const& b, GxCoord
 using crv::angle;
 #endif
 
-/// The turn at b on the way a, b, c: 1 counter-clockwise, -1 clockwise, 0 straight (exactly) or not
-/// a number.
+/// The turn at b on the polyline a, b, c: 1 counter-clockwise, -1 clockwise, 0 straight (exactly)
+/// or not a number.
 CRV_API int Are3PointsCCW(GxCoord<double> const& a, GxCoord<double> const& b,
                           GxCoord<double> const& c);
 

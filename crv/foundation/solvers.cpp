@@ -31,7 +31,8 @@ constexpr double kTouching = 16 * DBL_EPSILON * DBL_EPSILON;
 // Relative to the root: an eighth of the distance to the next double.
 constexpr double kSettled = DBL_EPSILON / 8;
 
-// Relative to the root: a longer step leaves so many roundings in it, and a further one follows.
+// Relative to the root: a longer step is not the last one, because its own rounding is then larger
+// than that of the root.
 constexpr double kLongStep = 16.0;
 
 // Coefficients beyond this magnitude, or all below its inverse, are scaled before they are squared.
@@ -201,7 +202,7 @@ int insertRoot(double* roots, int n, double root) {
   return n + 1;
 }
 
-/// The roots of a cubic without a constant term: 0, and those of the quadratic that is left.
+/// The roots of a cubic without a constant term: 0 and the roots of the remaining quadratic.
 int rootsWithZero(double a, double b, double c, double* roots) {
   int const n = quadraticRoots(a, b, c, roots);
   return insertRoot(roots, n, 0.0);
@@ -284,8 +285,8 @@ int rootsAtOneScale(double a, double b, double c, double d, double* roots,
   return rootsOfCubic(f, roots);
 }
 
-/// Solves a polynomial whose coefficients differ too much for one scale, given the constant term
-/// first. Magnitudes are powers of two.
+/// Solves a polynomial whose coefficients differ too much in magnitude for one scale. Coefficients
+/// are given with the constant term first, and magnitudes are binary logarithms.
 class WideRangeSolver {
  public:
   explicit WideRangeSolver(std::array<double, 4> const& coefficients) : k_(coefficients) {}
@@ -311,15 +312,15 @@ class WideRangeSolver {
   }
 
  private:
-  /// An edge of the upper Newton polygon: the coefficient where it ends, and the magnitude of the
-  /// roots that it stands for.
+  /// An edge of the upper Newton polygon: the coefficient at which it ends, and the magnitude of
+  /// the roots that belong to it.
   struct Edge {
     unsigned end;
     double magnitude;
   };
 
-  /// The edge that starts at the coefficient from. Behind the last one: none, of infinite
-  /// magnitude.
+  /// The edge that starts at the coefficient from. At the last coefficient it is empty and has an
+  /// infinite magnitude.
   Edge edgeFrom(unsigned from) const {
     Edge edge{from, HUGE_VAL};
     for (unsigned to = from + 1; to <= 3; ++to) {

@@ -19,9 +19,9 @@ CRV_API int cubicRoots(double a, double b, double c, double d, double* roots);
 class CRV_API GxQuadraticSolver {
  public:
   /// Solves a t^2 + b t + c = 0. Writes the number of real roots to *count, and them, ascending, to
-  /// *r1 and *r2; a single root goes to both, without roots they are left as they were. |a| <=
-  /// tolLeading leaves the linear equation (no root when b is 0); a discriminant b^2 - 4ac no
-  /// larger than tolDiscriminant, either way, counts as zero: one root -b/(2a).
+  /// *r1 and *r2; a single root is written to both; without roots they are left as they were. If
+  /// |a| <= tolLeading, the linear equation is solved (no root when b is 0). A discriminant b^2 -
+  /// 4ac of at most tolDiscriminant in magnitude counts as zero: the one root is -b/(2a).
   /// Method: Press et al., Numerical Recipes, section 5.6, which avoids cancellation.
   void quadraticSolve(int* count, double* r1, double* r2, double a, double b, double c,
                       double tolLeading, double tolDiscriminant) const;

@@ -1,4 +1,4 @@
-// What counts as zero and as equal, and the smaller and larger of two numbers.
+// Comparisons with a tolerance, and the smaller and larger of two numbers.
 #pragma once
 
 #include <cmath>
@@ -30,8 +30,8 @@ inline int(max)(int a, int b) { return a < b ? b : a; }
 
 }  // namespace crv
 
-// A host that defines CRV_NO_GLOBAL_NAMES keeps the short names min, max, angle, ratio and
-// translate for itself; they are then to be called as crv::min and so on.
+// A program that defines CRV_NO_GLOBAL_NAMES keeps the global names min, max, angle, ratio and
+// translate for itself, and calls crv::min and so on.
 #ifndef CRV_NO_GLOBAL_NAMES
 using crv::max;
 using crv::min;

@@ -1,4 +1,5 @@
-// The abstract position map: where a position of a curve lies after an edit, and where it was.
+// The abstract position map, which takes positions on a curve before an edit to positions after it,
+// and back.
 #pragma once
 
 #include "crv/curve/GxBezierCurvePosition.h"
@@ -17,8 +18,8 @@ class CRV_API GxBezierCurvePositionMapBase {
 
   /// Stores in out where the position in lies after the edit. out may be in itself.
   ///    0  mapped
-  ///   -1  in lies outside what the map covers; out holds what the map's maker says: for most, the
-  ///       nearest end of what is covered
+  ///   -1  in lies outside the range of the map; the function that made the map says what out then
+  ///       holds: for most maps, the nearest end of that range
   [[nodiscard]] virtual int mapPosition(GxBezierCurvePosition& out,
                                         GxBezierCurvePosition const& in) const = 0;
 
@@ -28,7 +29,7 @@ class CRV_API GxBezierCurvePositionMapBase {
 
   /// Maps every position of in and appends the results, those that failed included, to out, which
   /// may be in itself. Returns the codes ORed: 0 when all were mapped. The first argument is
-  /// ignored: the single codes are not handed out.
+  /// ignored, so the single codes are not available.
   int transform(std::list<int> codes, std::list<GxBezierCurvePosition>& out,
                 std::list<GxBezierCurvePosition> const& in) const;
 };

@@ -9,17 +9,16 @@
 
 /// Shared ownership of one object of class T, or of none. Handles to one object may be copied,
 /// assigned, compared and destroyed from several threads at once, each handle by one thread at a
-/// time: every change of a counter is made under the one lock of lockRefCount. Objects are deleted
-/// after that lock is released. If the counter cannot be allocated, the
-/// handle is null.
+/// time: every change of a counter is made under the one lock of lockRefCount, and objects are
+/// deleted after that lock is released. If the counter cannot be allocated, the handle is null.
 template <class T>
 class GxHandle {
  public:
   /// A null handle.
   GxHandle() : GxHandle(nullptr) {}
 
-  /// Takes ownership of an object made with new; null is allowed. The conversion is implicit, so a
-  /// plain pointer must not be passed where a handle is expected, unless it is to be owned. Give
+  /// Takes ownership of an object made with new; null is allowed. The conversion is implicit, so
+  /// pass a plain pointer where a handle is expected only if the handle is to own the object. Give
   /// each object to one handle only and copy that handle. Without memory for a counter the object
   /// is deleted at once.
   GxHandle(T* object) : counter_(new (std::nothrow) GxRefCount(object)) {
@@ -29,17 +28,17 @@ class GxHandle {
   /// Shares the object of the other handle.
   GxHandle(GxHandle const& other) : counter_(nullptr) { unlinkAndLink(other.counter_); }
 
-  /// Takes the other handle's share over; the other becomes null.
+  /// Takes over the other handle's share; the other handle becomes null.
   GxHandle(GxHandle&& other) noexcept : counter_(std::exchange(other.counter_, nullptr)) {}
   virtual ~GxHandle() { unlinkAndLink(nullptr); }
 
-  /// Lets go of the object and shares the other handle's.
+  /// Releases the object and shares the other handle's object.
   GxHandle& operator=(GxHandle const& other) {
     if (this != &other) unlinkAndLink(other.counter_);
     return *this;
   }
 
-  /// Lets go of the object and takes the other handle's share over; the other becomes null.
+  /// Releases the object and takes over the other handle's share; the other handle becomes null.
   GxHandle& operator=(GxHandle&& other) noexcept {
     GxHandle(std::move(other)).swap(*this);
     return *this;
@@ -69,7 +68,8 @@ class GxHandle {
   /// The opposite of ==.
   int operator!=(GxHandle const& other) const { return !(*this == other); }
 
-  /// The order of the counters, for containers: arbitrary, and it tells null handles apart.
+  /// Orders handles by the addresses of their counters, for containers. The order is arbitrary, and
+  /// two null handles are not equivalent in it.
   int operator<(GxHandle const& other) const {
     Lock const lock;
     return std::less<GxRefCount*>()(counter_, other.counter_);
@@ -82,8 +82,8 @@ class GxHandle {
   T* detach();
 
  protected:
-  /// Refers to the object of another counter, or to no counter at all when that is null; deletes
-  /// the object left if this handle was its last.
+  /// Refers to the object of another counter, or to no counter if that is null; deletes the object
+  /// referred to before if this handle was its last.
   void unlinkAndLink(GxRefCount* newCounter);
 
  private:

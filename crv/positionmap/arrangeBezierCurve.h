@@ -1,4 +1,4 @@
-// Makes a curve run from one place to another.
+// Makes a curve run from one position to another.
 #pragma once
 
 #include "crv/curve/GxBezierCurve.h"
@@ -6,7 +6,7 @@
 #include "crv/export.h"
 #include "crv/foundation/GxCoord.h"
 
-/// Makes a curve run the right way between a and b.
+/// Gives a curve the start and the direction that suit a stretch from a to b.
 ///   ends that meet (GxBezierCurve::isClose, which moves them together): the curve is made to start
 ///   and end at b, then reversed when the way from a forwards to b is shorter than the way from b
 ///   forwards to a. Both ways are counted in segments: the positions as numbered before the new

@@ -1,7 +1,8 @@
 // Edits of curves that hand back a map of positions: copy a stretch, reverse, split.
 //
-// The map handed back takes a position on the curve before the edit to the curve after it, and back
-// (GxBezierCurvePositionMapBase); what the handle referred to before is released.
+// The map that an edit returns takes a position on the curve before the edit to the curve after it,
+// and back (GxBezierCurvePositionMapBase); the object that the handle referred to before is
+// released.
 #pragma once
 
 #include "crv/curve/GxBezierCurve.h"
@@ -21,7 +22,7 @@
 ///       (3, 0.0) of 3 closed segments is read as (0, 0.0)
 ///   -1  start or end is not on src: dst and map are unchanged
 /// Trap: the map of a stretch of a strictly closed src refers to src, which must outlive it and
-/// keep its number of segments; that of crv::stretch refers to nothing.
+/// keep its number of segments; a map of crv::stretch refers to no curve.
 [[nodiscard]] CRV_API int copyGxBezierCurve(GxBezierCurve& dst, GxBezierCurve const& src,
                                             GxBezierCurvePosition const& start,
                                             GxBezierCurvePosition const& end, int forward,
@@ -31,8 +32,8 @@
 /// Always 0.
 CRV_API int reverseGxBezierCurve(GxBezierCurve& curve, GxHandle<GxBezierCurvePositionMapBase>& map);
 
-/// Cuts first at pos: first keeps what lies before, second is replaced by what lies after. Both
-/// keep their closed flags.
+/// Cuts first at pos: first keeps the part before pos, second is replaced by the part after it.
+/// Both keep their closed flags.
 ///   inside segment 0 or 1   the plain cut; at a joint first ends with it
 ///   at the start            first becomes one segment of four equal points, second the old curve
 ///                           with its flag
@@ -45,8 +46,8 @@ CRV_API int reverseGxBezierCurve(GxBezierCurve& curve, GxHandle<GxBezierCurvePos
 /// first, secondMap that after pos to second. They refer to no curve.
 ///    0  cut
 ///   -1  pos is not on first, first is empty, or first is second: nothing is changed
-/// Trap: from segment 2 on the segment before the cut is lost, and the maps do not fit the parts;
-/// crv::cut cuts everywhere alike.
+/// Trap: from segment 2 on, the segment before the cut is lost and the maps do not describe the
+/// parts; crv::cut works at every segment.
 [[nodiscard]] CRV_API int spliteGxBezierCurve(GxBezierCurvePosition const& pos,
                                               GxBezierCurve& first, GxBezierCurve& second,
                                               GxHandle<GxBezierCurvePositionMapBase>& firstMap,

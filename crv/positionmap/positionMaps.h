@@ -49,8 +49,8 @@ CRV_API GxHandle<GxBezierCurvePositionMapBase> constructRotatePositionMap(int di
 
 // ---- positionMaps_singleton.cpp: one position, and nothing else ---------------------------------
 
-/// Maps pos to the curve's end as it is now, and that end back to pos; both by exact comparison.
-/// Any other position is outside, and out is untouched.
+/// Maps pos to the end that the curve has now, and that end back to pos; positions are compared
+/// exactly. Any other position is outside, and out is untouched.
 CRV_API GxHandle<GxBezierCurvePositionMapBase> constructSingletonPositionMap(
     GxBezierCurvePosition const& pos, GxBezierCurve const& curve);
 

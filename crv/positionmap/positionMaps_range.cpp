@@ -19,7 +19,8 @@ using MapHandle = GxHandle<GxBezierCurvePositionMapBase>;
 // Parameter: a shorter piece counts as empty, and a position this close to an end counts as it.
 constexpr double kPiece = 1e-9;
 
-/// The parameter on the new segment of a place at the length part of a piece of the length whole.
+/// The parameter on a new segment, which was stretched from a piece whole long, at a distance of
+/// part from the start of the piece.
 double fraction(double part, double whole) { return IS_ZERO(whole, kPiece) ? 0.0 : part / whole; }
 
 /// A stretch and the curve it was taken from; for closed 0 the curve is never looked at.
@@ -45,7 +46,7 @@ struct Stretch {
   }
 };
 
-/// What both maps of a stretch share.
+/// The common part of both maps of a stretch.
 class StretchMap : public GxBezierCurvePositionMapBase {
  protected:
   /// Across the seam, the span is negative, and the segments of one lap are added to it.

@@ -1,11 +1,11 @@
-// Positions compared, ordered and corrected on open and closed curves.
+// Comparisons of positions on open and closed curves, and corrections of positions.
 //
 // A stretch runs from a to b. On a closed curve (closed non-zero) it may run past the curve's end
-// and on from its start; on an open one a stretch with b before a holds nothing. Positions need not
-// lie on a curve: they are compared as they are. Two positions coincide, below, when they have the
-// same segment number and t within 1e-9: (2, 1.0) and (3, 0.0) do not, although they name one
-// place. A position whose t is NaN coincides with none; segment numbers are compared first, so that
-// it can lie strictly inside a stretch that covers its whole segment.
+// and on from its start; on an open one a stretch with b before a is empty. Positions need not lie
+// on a curve: they are compared as they are. Two positions coincide, below, when they have the same
+// segment number and t within 1e-9: (2, 1.0) and (3, 0.0) do not, although they name one place. A
+// position whose t is NaN coincides with none; segment numbers are compared first, so that it can
+// lie strictly inside a stretch that covers its whole segment.
 #pragma once
 
 #include "crv/curve/GxBezierCurve.h"
@@ -30,18 +30,19 @@ CRV_API int isBothInclusiveBetweenPosition(GxBezierCurvePosition const& p,
                                            GxBezierCurvePosition const& a,
                                            GxBezierCurvePosition const& b, int closed);
 
-/// 1 when p lies strictly inside that of the two stretches between a and b which holds c; 0 for
-/// every p when c coincides with a or b and can choose none.
+/// Of the two stretches between a and b, takes the one that contains c; 1 when p lies strictly
+/// inside it. 0 for every p when c coincides with a or b and so selects no stretch.
 CRV_API int isStrictBetweenPosition(GxBezierCurvePosition const& p, GxBezierCurvePosition const& a,
                                     GxBezierCurvePosition const& b, GxBezierCurvePosition const& c,
                                     int closed);
 
-/// 1 when p coincides with a, whatever c, or lies strictly inside the stretch that holds c.
+/// 1 when p coincides with a, whatever c is, or lies strictly inside the stretch that contains c.
 CRV_API int isBetweenPosition(GxBezierCurvePosition const& p, GxBezierCurvePosition const& a,
                               GxBezierCurvePosition const& b, GxBezierCurvePosition const& c,
                               int closed);
 
-/// 1 when p coincides with a or b, whatever c, or lies strictly inside the stretch that holds c.
+/// 1 when p coincides with a or b, whatever c is, or lies strictly inside the stretch that contains
+/// c.
 CRV_API int isBothInclusiveBetweenPosition(GxBezierCurvePosition const& p,
                                            GxBezierCurvePosition const& a,
                                            GxBezierCurvePosition const& b,
@@ -51,10 +52,10 @@ CRV_API int isBothInclusiveBetweenPosition(GxBezierCurvePosition const& p,
 /// itself. The end of segment k is (k + 1, 0.0), also at the end of a curve.
 CRV_API GxBezierCurvePosition snapToAnchor(GxBezierCurvePosition const& pos, double tol);
 
-/// Stores from moved on by dt, at most 1 in magnitude, in t. On an open curve it stops at the ends;
-/// on a strictly closed one it goes on across the seam, from which the end (n, 0.0) is still a
-/// position of its own. On an empty curve, or with a larger dt, result is untouched; a dt of NaN
-/// stores a position whose t is NaN.
+/// Stores the position from, with t increased by dt, at most 1 in magnitude. On an open curve the
+/// result stops at the ends; on a strictly closed one it continues across the seam, but a result of
+/// exactly (n, 0.0) is kept. On an empty curve, or with a larger dt, result is untouched; a dt of
+/// NaN stores a position whose t is NaN.
 CRV_API void adjustBezierCurvePosition(GxBezierCurvePosition& result,
                                        GxBezierCurvePosition const& from,
                                        GxBezierCurve const& curve, double dt);

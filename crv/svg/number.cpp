@@ -51,8 +51,8 @@ Parts partsOf(std::string_view text) {
   return parts;
 }
 
-/// Whether a number out of range is above it: whether its first digit that is not 0 stands before
-/// the decimal point, once the exponent has moved it.
+/// Whether a number out of range is too large rather than too small: whether its first non-zero
+/// digit stands before the decimal point once the exponent has been applied.
 bool isAboveRange(std::string_view text, Parts const& parts) {
   std::size_t const first = text.find_first_of("123456789");
   double const digitsBeforePoint =

@@ -25,7 +25,8 @@ class Pen {
  public:
   Plain at{0.0, 0.0};
 
-  /// What S and T reflect: the last handle of the command before, if that was of their kind.
+  /// The kind of the last handle, which S and T reflect only if the command before was of their own
+  /// kind.
   enum class Handle { none, cubic, quadratic };
 
   /// The first handle of S or T: the reflected one, or the pen's place.

@@ -31,7 +31,7 @@ bool isFinite(Cubic const& c) {
 }
 
 void appendPoint(internal::Point const& p, std::string& out) {
-  // A minus sign parts numbers as well as a space does.
+  // A minus sign separates numbers, so no space is needed before it.
   auto const isNumber = [](char c) { return (c >= '0' && c <= '9') || c == '.'; };
   if (!out.empty() && isNumber(out.back()) && !std::signbit(p.x)) out += ' ';
   internal::appendNumber(p.x, out);

@@ -56,8 +56,9 @@ void addBlock(Cubic const& s, int first, double step, double startT, Point& prev
 /// The parameter that halves chord k of a measurement, where step is half the chord's.
 constexpr double middleOf(int k, double step, double startT) { return (2 * k + 1) * step + startT; }
 
-/// The weights that measurements of a whole segment need: those of the point that halves chord k of
-/// n are at n + k. Each weight has an array of its own, for loops that become vectors.
+/// The weights for measurements of a whole segment: entry n + k holds those of the point that
+/// halves chord k of n. Each weight has an array of its own, so that compilers can vectorise the
+/// loops.
 class WholeSegmentWeights {
  public:
   constexpr WholeSegmentWeights() {

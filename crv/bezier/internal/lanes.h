@@ -1,5 +1,5 @@
-// Two doubles that are computed side by side, for inner loops that compilers do not turn into
-// vectors by themselves. Each lane gets the bits that a double would.
+// Two doubles computed side by side, for inner loops that compilers do not vectorise by themselves.
+// Each lane has the same bits as a computation with single doubles.
 #pragma once
 
 #include "crv/foundation/tolerance.h"
@@ -10,7 +10,7 @@ namespace crv::internal {
 
 using Lanes = double __attribute__((vector_size(16)));
 
-/// The result of a comparison: not 0 in a lane where it holds.
+/// The result of a comparison: non-zero in each lane where it is true.
 using LaneMask = decltype(Lanes{} < Lanes{});
 
 inline Lanes minOf(Lanes a, Lanes b) { return b < a ? b : a; }

@@ -7,8 +7,8 @@
 
 namespace crv::internal {
 
-/// Appends the points of GxBezier::getPolyline. After maxPieces pieces the remaining ones are taken
-/// as lines.
+/// Appends the points of GxBezier::getPolyline. Once maxPieces pieces have been examined, the
+/// remaining pieces are taken as lines.
 void appendPolyline(GxBezier const& segment, double tol, long maxPieces,
                     std::vector<GxCoord<double>>& out);
 

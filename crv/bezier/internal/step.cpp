@@ -68,10 +68,10 @@ double lengthBeyond(GxBezier const& s, double t, int forward, LengthCache& lengt
   return forward ? after : lengths.length(s, 0.0) - after;
 }
 
-/// The arc length from the start of the range to t, of the length that remained at the start.
+/// The arc length from the start of the range to t; remaining is the length left at the start.
 double lengthTo(GxBezier const& s, StepRange const& range, double remaining, double t,
                 LengthCache& lengths) {
-  constexpr double kNothing = -0.0;  // leaves every sum as it is, 0.0 would change -0.0
+  constexpr double kNothing = -0.0;  // adding -0.0 keeps every sum; adding 0.0 would change -0.0
   double const end = segmentEnd(range);
   if (isSame(t, end)) return remaining;
   if (isSame(t, 1.0 - end)) return kNothing;

@@ -13,7 +13,7 @@ class LengthCache {
   /// segment must not change between the calls.
   double length(GxBezier const& s, double startT);
 
-  /// Counts points evaluated one by one, each of which takes as long as four in a row.
+  /// Counts points evaluated one by one; each takes as long as four points of a measurement.
   void countSinglePoints(int n) { evaluations_ += 4.0 * n; }
 
   double evaluations() const { return evaluations_; }

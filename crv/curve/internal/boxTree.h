@@ -1,4 +1,4 @@
-// A static tree over the boxes of a sequence, which finds the few that matter among many.
+// A static tree over a sequence of boxes, for finding the few boxes that satisfy a condition.
 #pragma once
 
 #include "crv/bezier/internal/cubic.h"
@@ -108,7 +108,7 @@ class BoxTree {
     return level < height() ? levels_[level][i] : kPlane;
   }
 
-  /// The boxes on the level below that box i is around.
+  /// The range of boxes on the level below that box i contains.
   Run children(std::size_t level, std::size_t i) const {
     if (level > height()) return {0, 1};
     return {i * kRun, std::min(i * kRun + kRun, levels_[level - 1].size())};

@@ -1,4 +1,4 @@
-// How far a fitted segment lies from the points: squared distances at the points' parameters.
+// The error of a fitted segment: squared distances from the points at their parameters.
 #pragma once
 
 #include "crv/bezier/internal/cubic.h"
@@ -68,7 +68,7 @@ class ErrorMeasure {
   double b_[4] = {};
 };
 
-// There is no inner point, or none whose distance is a number.
+// The index where there is no inner point, or where all distances are NaN.
 constexpr int kNoPoint = -1;
 
 /// The inner point farthest from a segment, and its squared distance.

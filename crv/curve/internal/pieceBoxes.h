@@ -1,4 +1,4 @@
-// Boxes around the pieces of a segment, which tell quickly that it does not pass a point.
+// Boxes around the pieces of a segment, for a quick proof that the segment is not near a point.
 #pragma once
 
 #include "crv/bezier/internal/cubic.h"
@@ -10,10 +10,11 @@
 
 namespace crv::internal {
 
-/// The segment comes within reach, in x and in y, only of points in one of the boxes.
+/// The boxes contain every point that the segment comes near to: within reach in x and in y.
 class PieceBoxes {
  public:
-  /// There are as many pieces as points are to be asked about, up to a limit.
+  /// points is the number of points to be tested; the segment is divided into as many pieces, up to
+  /// a limit.
   PieceBoxes(GxBezier const& segment, unsigned points, double reach)
       : count_(points < kMaxPieces ? points : kMaxPieces) {
     Cubic const s = cubic(segment);

@@ -1,4 +1,4 @@
-// Roots of which only those in an interval are wanted.
+// The roots of a cubic in an interval.
 #pragma once
 
 namespace crv::internal {
@@ -7,8 +7,8 @@ struct Interval {
   double lo, hi;
 };
 
-/// Does what cubicRoots does, with the same bits, but may leave out roots outside an interval: what
-/// lies there need not be refined.
+/// Does the same as cubicRoots, with the same bits, but may leave out roots outside an interval, so
+/// that they need not be refined.
 int cubicRootsIn(Interval const& wanted, double a, double b, double c, double d, double* roots);
 
 }  // namespace crv::internal

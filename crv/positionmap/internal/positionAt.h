@@ -8,14 +8,15 @@
 
 namespace crv::internal {
 
-/// n, held at the ends of int.
+/// n, clamped to the range of int.
 inline int clampedInt(long long n) {
   constexpr long long kLowest = std::numeric_limits<int>::min();
   constexpr long long kHighest = std::numeric_limits<int>::max();
   return static_cast<int>(std::clamp(n, kLowest, kHighest));
 }
 
-/// A segment number, held where sums and differences of two and a few ints stay in range.
+/// A segment number, clamped so that sums and differences of two of them and a few ints do not
+/// overflow.
 inline long long clampedSegment(GxBezierCurvePosition const& p) {
   constexpr long long kFar = 1LL << 61;
   return std::clamp(static_cast<long long>(p.getSegmentNumber()), -kFar, kFar);

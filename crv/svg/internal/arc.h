@@ -7,8 +7,8 @@
 
 namespace crv::internal {
 
-/// An arc as SVG has it: from one point to another on an ellipse with these radii, whose first axis
-/// is turned by so many degrees from the x axis.
+/// An arc as SVG defines it: from one point to another on an ellipse with two radii, whose first
+/// axis is turned by an angle in degrees from the x axis.
 struct Arc {
   Point from;
   double radiusX, radiusY;

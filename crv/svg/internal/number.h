@@ -1,4 +1,4 @@
-// The numbers of a path's text.
+// Reads and writes the numbers in the text of a path.
 #pragma once
 
 #include <cstddef>
