@@ -87,6 +87,19 @@ void showSenses(Room& room, GxBezierCurve const& letter) {
             say("area ", crv::signedArea(letter), " became ", crv::signedArea(back.curve)),
             reversed);
 
+  GxBezierCurve sense = letter;
+  int valid = 0;
+  //! [GxBezierCurve::isClockwise, changeOrientation, reverse]
+  int const wasClockwise = sense.isClockwise(valid);
+  int const changed = sense.changeOrientation(1), isClockwise = sense.isClockwise(valid);
+  sense.reverse();
+  //! [GxBezierCurve::isClockwise, changeOrientation, reverse]
+  Picture oriented(letter);
+  oriented.chain(sense, kOrange);
+  room.show("GxBezierCurve::isClockwise, changeOrientation, reverse", "reverse&a=letter+%26",
+            "Made to run clockwise, then reversed.",
+            say(wasClockwise, "; code ", changed, ", then ", isClockwise), oriented);
+
   GxBezierCurve turned = letter;
   //! [arrangeBezierCurve]
   arrangeBezierCurve(turned, crv::Position(6, 0.0), crv::Position(20, 0.5));
@@ -101,9 +114,10 @@ void showSenses(Room& room, GxBezierCurve const& letter) {
   std::vector<crv::Point> const samples = readStroke("island-malta.txt");
   GxBezierCurve bay = crv::fit({samples.begin(), samples.begin() + 31}, {6.0, false, 0.0}).curve;
   std::size_t const before = bay.length();
-  //! [GxBezierCurve::makeClosedCurve]
+  //! [GxBezierCurve::isClose, makeClosedCurve]
+  int const meets = bay.isClose();
   int const isClosed = bay.makeClosedCurve();
-  //! [GxBezierCurve::makeClosedCurve]
+  //! [GxBezierCurve::isClose, makeClosedCurve]
   Picture closed(bay);
   closed.chain(bay, std::string(kBlue) + ";fill:#e7f5ff");
   GxBezierCurve nice = crv::fit({samples.begin(), samples.begin() + 38}, {6.0, false, 0.0}).curve;
@@ -115,8 +129,11 @@ void showSenses(Room& room, GxBezierCurve const& letter) {
   room.show("GxBezierCurve::makeNiceClosedCurve", "reverse",
             "Ends that overlap or nearly meet are trimmed first.",
             say("code ", isNice, ", ", nice.length(), " segments"), trimmed);
-  room.show("GxBezierCurve::makeClosedCurve", "reverse", "A straight segment bridges the ends.",
-            say("code ", isClosed, ", ", before, " segments became ", bay.length()), closed);
+  room.show(
+      "GxBezierCurve::isClose, makeClosedCurve", "reverse",
+      "A straight segment bridges ends that do not meet.",
+      say("meets: ", meets, "; code ", isClosed, ", ", before, " segments became ", bay.length()),
+      closed);
 }
 
 }  // namespace

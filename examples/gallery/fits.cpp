@@ -22,6 +22,17 @@ void showPen(Room& room) {
             "The plain fit of a written letter.",
             say(samples.size(), " samples, ", curve.length(), " segments"), plain);
 
+  GxList<GxCoord<double>> const list(samples);
+  GxBezierCurve longer = GxBezierCurve(samples, 9.0);
+  //! [GxBezierCurve::makeBezierPolyFit]
+  longer.makeBezierPolyFit(&list, 400.0);  // the square of 20
+  //! [GxBezierCurve::makeBezierPolyFit]
+  Picture coarse(svg::boxOf(samples));
+  coarse.chain(longer, kOrange);
+  room.show("GxBezierCurve::makeBezierPolyFit", "fit&stroke=script+R",
+            "The same appended to a curve, here once more with a wide error.",
+            say(longer.length(), " segments in all"), coarse);
+
   //! [crv::fit]
   crv::FitOptions options;
   options.tolerance = 3.0;

@@ -66,7 +66,7 @@ void write(std::string const& folder, std::string const& playground) {
   std::vector<Room> const rooms = {gallery::fits(),      gallery::polylines(), gallery::measures(),
                                    gallery::meetings(),  gallery::edits(),     gallery::walks(),
                                    gallery::parallels(), gallery::regions(),   gallery::paths(),
-                                   gallery::segments()};
+                                   gallery::segments(),  gallery::positions(), gallery::points()};
   std::filesystem::create_directories(folder);
   std::ofstream out(std::filesystem::path(folder) / "index.html");
   out << kHead << "<nav>";

@@ -79,6 +79,31 @@ void showLines(Room& room) {
   room.show("GxBezierCurve::findFirstGeometricLineIntersection", "contacts",
             "Where a walk from the start first meets a line.", say("code ", code, ", ", say(met)),
             first);
+
+  crv::Position inFrame, orEnd;
+  //! [GxBezierCurve::findFirstGeometricLineIntersectionEx]
+  int const other = curve.findFirstGeometricLineIntersectionEx(a, b - a, {12, 0.0}, curve.lastPos(),
+                                                               inFrame, 1e-8);
+  //! [GxBezierCurve::findFirstGeometricLineIntersectionEx]
+  Picture second(curve, 20);
+  second.chain(curve, kGhost);
+  second.chain(crv::stretch(curve, {12, 0.0}, inFrame, true).curve, kOrange);
+  second.polyline({a, b}, kInk);
+  room.show("GxBezierCurve::findFirstGeometricLineIntersectionEx", "contacts",
+            "The same in the frame of the line, here from segment 12 on.",
+            say("code ", other, ", ", say(inFrame)), second);
+
+  crv::Point const below(100, -500);
+  //! [GxBezierCurve::findFirstGeometricLineIntersectionWithEndpointCheck]
+  int const ended = curve.findFirstGeometricLineIntersectionWithEndpointCheck(
+      below, {1, 0}, from, curve.lastPos(), orEnd);
+  //! [GxBezierCurve::findFirstGeometricLineIntersectionWithEndpointCheck]
+  Picture third(curve, 20);
+  third.chain(curve, kGhost);
+  third.dots({curve.locateCurvePosition(curve.lastPos())}, 3.5, "stroke:#c2255c");
+  room.show("GxBezierCurve::findFirstGeometricLineIntersectionWithEndpointCheck", "contacts",
+            "A line that the curve does not meet: its end counts only where it is on the line.",
+            say("code ", ended), third);
 }
 
 void showKnots(Room& room) {
@@ -92,17 +117,21 @@ void showKnots(Room& room) {
   room.show("crv::selfContacts", "contacts", "Where a scribble crosses itself.",
             say(knots.points.size(), " contacts on ", scribble.length(), " segments"), picture);
 
-  //! [GxBezier::isSelfIntersect]
-  GxBezier const loop({0, 0}, {300, 260}, {-120, 260}, {180, 0});
+  // Fitted coarsely, a turn of the scribble is one segment with a loop.
+  GxBezier const loop = crv::fit(readStroke("pad-scribble.txt"), {100.0, false, 0.0}).curve[0];
   double t1 = 0, t2 = 0;
+  GxList<GxBezier> parts;
+  //! [GxBezier::isSelfIntersect, cleanSelfIntersection]
   int const isLoop = loop.isSelfIntersect(t1, t2);
-  //! [GxBezier::isSelfIntersect]
+  loop.cleanSelfIntersection(parts);
+  //! [GxBezier::isSelfIntersect, cleanSelfIntersection]
   Picture single(GxBezierCurve{loop}, 15);
   single.chain(GxBezierCurve{loop}, kBlue);
-  single.handles(GxBezierCurve{loop}, 3, kGhost);
+  single.chain(GxBezierCurve{parts[0]}, kOrange);
   single.dots({loop.bValue(t1)}, 3.5, "stroke:#c2255c");
-  room.show("GxBezier::isSelfIntersect", "contacts", "The loop of one segment.",
-            say("code ", isLoop, ", t ", t1, " and ", t2), single);
+  room.show("GxBezier::isSelfIntersect, cleanSelfIntersection", "contacts",
+            "The loop of one segment, and the segment cut in the middle of it.",
+            say("code ", isLoop, ", t ", t1, " and ", t2, ", ", parts.length(), " parts"), single);
 }
 
 }  // namespace

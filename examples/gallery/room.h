@@ -78,6 +78,8 @@ inline std::string say(GxBezierCurvePosition const& p) {
 inline std::string say(GxCoord<double> const& p) { return say('(', p.xval(), ", ", p.yval(), ')'); }
 
 Room segments();
+Room positions();
+Room points();
 Room fits();
 Room polylines();
 Room measures();

@@ -47,6 +47,15 @@ Room walks() {
   //! [GxBezierCurve::findNextPos]
   showPositions(room, "GxBezierCurve::findNextPos", "The plain step, one chord each.", curve, steps,
                 say(steps.size(), " steps of about 60, the last to ", say(steps.back())));
+
+  crv::Point const pen = curve.locateCurvePosition({2, 0.5}) + crv::Vector(0, 40);
+  crv::Position far;
+  //! [GxBezierCurve::findNextPosFromPoint]
+  int const code = curve.findNextPosFromPoint(pen, {2, 0.5}, far, 100.0, 1);
+  //! [GxBezierCurve::findNextPosFromPoint]
+  showPositions(room, "GxBezierCurve::findNextPosFromPoint",
+                "The first place from (2, 0.5) on that is 100 away from a point.", curve,
+                {{2, 0.5}, far}, say("code ", code, ", ", say(far)));
   return room;
 }
 
