@@ -1,4 +1,5 @@
-// The contacts of two segments: where they cross, touch or end on each other, and what they share.
+// The contacts of two segments: the points where they cross, touch or end on each other, and the
+// stretches that they share.
 #pragma once
 
 #include "crv/accurate/types.h"
@@ -8,19 +9,20 @@
 
 namespace crv {
 
-/// How two curves meet at a contact. An end is a contact at an end of a segment, or of an open
-/// curve; elsewhere they cross if each changes the other's side, else they touch.
+/// How two curves meet at a contact. The kind is end at an end of a segment or of an open curve.
+/// Elsewhere the curves cross if each passes to the other side of the other one; otherwise they
+/// touch.
 enum class ContactKind { crossing, touching, end };
 
-/// The first segment at t meets the second at u.
+/// A contact of the first segment at t with the second one at u.
 struct SegmentContact {
   double t, u;
   Point point;
   ContactKind kind;
 };
 
-/// A stretch that two segments share, from t0 to t1 of the first and from u0 to u1 of the second:
-/// t0 < t1, and u0 > u1 where they run against each other.
+/// A stretch that two segments share, from t0 to t1 of the first and from u0 to u1 of the second.
+/// t0 < t1; u0 > u1 if the segments run in opposite directions.
 struct SegmentOverlap {
   double t0, t1, u0, u1;
 };
@@ -31,29 +33,30 @@ struct SegmentContacts {
   std::vector<SegmentOverlap> overlaps;  // ascending in t0
 };
 
-/// All contacts of two segments, each once. Places nearer to each other than the resolution are one
-/// place; 0, anything below and NaN stand for 2^-40 S, and no resolution is taken as less than
-/// 2^-46 S or more than S.
+/// All contacts of two segments, each once. Points nearer to each other than the resolution, in
+/// curve units, count as one point. A resolution of 0, a negative one or NaN means 2^-40 S; other
+/// values are clamped to 2^-46 S .. S.
 ///
-/// Two segments have one contact for each connected set of pairs (t, u) with |A(t) - B(u)| within
-/// the resolution, even where they cross twice in it. A set longer than 2^-16 S (and four times the
-/// resolution) is an overlap, unless the segments move apart at one of its ends at least and
-/// change sides only once in it, or touch in one place: such a set is the one contact that a
-/// crossing at a small angle or of high order has. Where a set holds an end of a segment that lies
-/// on the other to 2^-48 S, or is nearer to the contact than the resolution, the contact is at that
-/// end. No contact is reported at the ends of an overlap, nor in it, but where the shared stretch
-/// crosses itself: there each passes the other's place at another parameter.
+/// Each connected set of pairs (t, u) with |A(t) - B(u)| within the resolution gives one result,
+/// even if the segments cross twice in it. A set longer than 2^-16 S and than four times the
+/// resolution is an overlap, with one exception: if the segments move apart at one end of the set
+/// at least, and inside it either change sides exactly once or only touch in one point, the set is
+/// one contact, as at crossings at a small angle or of high order. The contact lies at an end of a
+/// segment if the set contains an end that lies on the other segment to 2^-48 S, or an end nearer
+/// to the contact than the resolution. No contacts are reported at the ends of an overlap or inside
+/// it, except where the shared stretch crosses itself, because there each segment passes the same
+/// point at another parameter.
 ///
-/// A crossing is exact to rounding across both segments: they are within 64 u S of each other
-/// there. The point is an end's control point where the kind is end, else the middle between both.
+/// At a crossing both segments lie within 64 u S of each other. The point of a contact is the
+/// control point of the end if the kind is end, else the midpoint of the two segments' points.
 ///
-/// Stretches of one cubic, with parameters in proportion, are recognised by their ends and control
-/// points, and share all between these ends.
+/// Two segments that are stretches of one cubic, with proportional parameters, are recognised by
+/// their ends and control points; their overlap reaches from end to end.
 ///
-/// A segment that is a point has its contacts at t = 0. Segments that are straight within the
-/// resolution are cut where they turn back: each of their runs overlaps for itself.
-/// Input that is not finite, or of a magnitude beyond 2^500 or below 2^-500, gives no contacts.
-/// At most 2^15 pairs of parts are looked at, a hundred times what nine crossings need; beyond
+/// A segment that is a point has its contacts at t = 0. A segment that is straight within the
+/// resolution is cut where it turns back, and each of its runs has overlaps of its own. Input that
+/// is not finite, or of a magnitude beyond 2^500 or below 2^-500, gives no contacts. The search
+/// examines at most 2^15 pairs of parts, a hundred times as many as nine crossings need; after
 /// that, contacts may be missing.
 /// Method: see internal/meetings.h.
 [[nodiscard]] CRV_API SegmentContacts contacts(Segment const& a, Segment const& b,

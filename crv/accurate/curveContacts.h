@@ -1,11 +1,11 @@
 // The contacts of two curves, of a curve with itself, and of a curve with a line segment.
 //
-// What is one contact, what is an overlap, and how exact they are, is told in contacts.h. On
-// curves, joints and the seam are places like any other: a contact there is reported once, as a
-// crossing or a touching by the sides on which the branches leave, and overlaps run on over them.
+// contacts.h defines contacts and overlaps and states how exact they are. On curves, joints and the
+// seam are treated like any other point: a contact there is reported once, the sides on which the
+// branches leave decide whether it is a crossing or a touching, and overlaps continue across them.
 //
-// Resolutions are read as in contacts.h. Input that is not finite, or of a magnitude beyond 2^500
-// or below 2^-500, and empty curves give no contacts.
+// Resolutions mean the same as in contacts.h. Input that is not finite, or of a magnitude beyond
+// 2^500 or below 2^-500, and empty curves give no contacts.
 #pragma once
 
 #include "crv/accurate/contacts.h"
@@ -16,18 +16,19 @@
 
 namespace crv {
 
-/// A place where two curves meet, or one meets itself. The kind is end at an end of an open curve.
+/// A point where two curves meet, or where one meets itself. The kind is end at an end of an open
+/// curve.
 struct CurveContact {
   Position first, second;
   Point point;
   ContactKind kind;
 };
 
-/// A stretch that two curves share, or two stretches of one curve: from `from` forwards to `to` on
-/// the first, over the seam where `from` is behind `to`; on the second from `otherFrom` to
-/// `otherTo`, backwards unless sameSense. It is as long as can be. The end of a closed curve of n
-/// segments is (n, 0.0) here and its start (0, 0.0); two equal closed curves share (0, 0.0) to (n,
-/// 0.0).
+/// The longest stretch that two curves share around a point, or two coinciding stretches of one
+/// curve. On the first curve it runs forwards from `from` to `to`, across the seam if `from` lies
+/// behind `to`; on the second one it runs from `otherFrom` to `otherTo`, backwards unless
+/// sameSense. Only here is the seam of a closed curve of n segments (n, 0.0) as an end and (0, 0.0)
+/// as a start, so two equal closed curves share (0, 0.0) to (n, 0.0).
 struct CurveOverlap {
   Position from, to, otherFrom, otherTo;
   bool sameSense;
@@ -39,17 +40,18 @@ struct CurveContacts {
   std::vector<CurveOverlap> overlaps;  // ascending in from
 };
 
-/// All contacts of two curves. For curves of n segments whose boxes overlap a few others each, the
+/// All contacts of two curves. If the box of each of the n segments overlaps only a few others, the
 /// time grows as n log n plus the number of contacts.
 [[nodiscard]] CRV_API CurveContacts contacts(Curve const& a, Curve const& b,
                                              double resolution = 0.0);
 
-/// All contacts of a curve with itself, first before second. Joints, the seam, cusps, and loops
-/// that stay within the resolution are none. Ends of an open curve that meet are a contact of kind
-/// end. A segment or a curve that runs back on itself overlaps itself against its own sense.
+/// All contacts of a curve with itself, where first comes before second. Joints, the seam, cusps,
+/// and loops that stay within the resolution are not contacts. If the ends of an open curve meet,
+/// they are a contact of kind end. A segment or a curve that runs back on itself has an overlap
+/// with sameSense false.
 [[nodiscard]] CRV_API CurveContacts selfContacts(Curve const& curve, double resolution = 0.0);
 
-/// A place where a curve meets a line segment from a to b, along being 0 at a and 1 at b.
+/// A point where a curve meets the line segment from a to b. along is 0 at a and 1 at b.
 struct LineContact {
   Position position;
   double along;
@@ -57,8 +59,9 @@ struct LineContact {
   ContactKind kind;  // end: at an end of an open curve, or at a or b
 };
 
-/// All contacts of a curve with the line segment from a to b, ascending along it. Where the line
-/// lies on the curve, the two ends of the stretch are told, as touching.
+/// All contacts of a curve with the line segment from a to b, in ascending order along it. A
+/// stretch of the line that lies on the curve is reported as two contacts of kind touching, at its
+/// ends.
 [[nodiscard]] CRV_API std::vector<LineContact> contacts(Curve const& curve, Point const& a,
                                                         Point const& b, double resolution = 0.0);
 

@@ -12,22 +12,24 @@
 
 namespace crv {
 
-/// Built once, asked often: a query takes about the logarithm of the number of segments. Keeps what
-/// it needs; the curve may be moved from or die. Copies share it, and may be asked by several
-/// threads at once. Method: a tree over the boxes of the control points, the nearer boxes first.
+/// Answers many queries about one curve; the time of a query grows about with the logarithm of the
+/// number of segments. It copies the curve, which may then be changed or destroyed. Copies of this
+/// object share that data, and several threads may query them at once. Method: a tree over the
+/// boxes of the control points, searched nearer boxes first.
 class CRV_API CurveSearch {
  public:
-  /// Takes linear time.
+  /// Copies the curve; takes time linear in the number of segments.
   explicit CurveSearch(Curve const& curve);
 
   /// The result of nearest(curve, p).
   [[nodiscard]] std::optional<NearestOnCurve> nearest(Point const& p) const;
 
-  /// Every local minimum of the distance from p along the curve that is at most a given distance,
-  /// in ascending order of position. A joint counts if no place next to it is nearer, an end of an
-  /// open curve if it is no farther than what follows it, where segments are one point the first
-  /// position of their place, and of the two sides of a gap the nearer. Minima that rounding cannot
-  /// tell apart are one. None for an empty curve, a distance below 0 or unusable input.
+  /// All local minima, along the curve, of the distance from p that are at most a given distance,
+  /// in ascending order of position. A joint is a minimum if no point next to it on either side is
+  /// nearer, and an end of an open curve if no point next to it is nearer. Several segments that
+  /// are one point are reported at their first position, and of the two sides of a gap only the
+  /// nearer one is reported. Minima that rounding cannot distinguish are one minimum. Returns none
+  /// for an empty curve, a distance below 0 or unusable input.
   [[nodiscard]] std::vector<NearestOnCurve> within(Point const& p, double distance) const;
 
   /// The result of contacts(curve, a, b) with a line segment.

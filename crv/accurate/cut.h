@@ -1,22 +1,22 @@
 // Cuts, stretches and reversals of curves, with maps that carry positions through them.
 //
-// What holds for every edit:
+// Common rules of all edits:
 // - Parts of segments are computed by blossoming (Ramshaw 1989). Whole segments keep their control
-//   points to the bit, an end on a joint or on the curve's end has its bits, and the pieces on both
-//   sides of a cut share its point to the bit.
-// - A position of the source and the position that the map takes it to lie within 64 u S of each
-//   other (8 u S at most in a million random cases). Carried to the result and back, a position has
-//   its t again to 4 units in the last place of 1, and to 4 of t itself where the result runs
-//   forwards. A position of the result keeps its place when it is carried to the source and back,
-//   but its t only to 2^-53 / w, where w is the share of the source segment that became its
-//   segment.
-// - Maps hold all that they need: source and result may change or end before them. Positions off
-//   either curve, or outside the piece, give -1 and leave out as it was. A query takes about log n
-//   for a piece of n segments. Where one place of the source has two positions on the result, such
-//   as the place where a closed curve was cut once, the map gives either.
-// - A joint (k, 0.0) is the start of segment k. Where the end of a segment lies farther than 16 u S
-//   from the start of the next one, it has no position of its own; maps give the last t below 1.
-// - Unusable and empty curves have empty results; their maps answer -1 and are never null.
+//   points bit for bit, an end at a joint or at the curve's end has the same bits as that point,
+//   and the pieces on both sides of a cut share the point of the cut bit for bit.
+// - The point at a position of the source and the point at the position to which the map takes it
+//   lie within 64 u S of each other (at most 8 u S in a million random cases). A position that is
+//   mapped to the result and back has the same t to within 4 * 2^-53, or to within 4 ulps of t if
+//   the result runs forwards. A position of the result that is mapped to the source and back is the
+//   same point, but its t may change by 2^-53 / w, where w is the part of the source segment that
+//   became its segment.
+// - Maps refer to no curve, so source and result may be changed or destroyed. Positions off either
+//   curve, or outside the piece, give -1 and leave out untouched. The time of a query grows as log
+//   n for a piece of n segments. If a point of the source has two positions on the result, such as
+//   the point where a closed curve was cut once, the map returns either of them.
+// - A joint (k, 0.0) is the start of segment k. The end of a segment that lies farther than 16 u S
+//   from the start of the next one has no position of its own, and maps return the last t below 1.
+// - Unusable and empty curves give empty results, whose maps return -1 and are never null.
 #pragma once
 
 #include "crv/accurate/types.h"
@@ -32,30 +32,31 @@ struct Piece {
   Map map;
 };
 
-/// Cuts a curve at positions, given in any order; the pieces come in order along the curve and are
-/// open. Cuts at one place count once (the seam's two names are one place), cuts off the curve not
-/// at all.
+/// Cuts a curve at positions, given in any order; the pieces are open and come in order along the
+/// curve. Several cuts at one point count once (both positions of the seam are one point), and
+/// positions off the curve are ignored.
 ///   open curve    one piece more than there are cuts inside it; cuts at its ends do not count
 ///   closed curve  as many pieces as cuts, the first from the first cut to the second, the last
 ///                 across the seam to the first; without cuts one piece, opened at the seam
-/// The time is linear in the segments, beside sorting the cuts.
+/// Takes time linear in the number of segments, plus the time to sort the cuts.
 [[nodiscard]] CRV_API std::vector<Piece> cut(Curve const& curve, std::vector<Position> const& cuts);
 
-/// The same shape with one more joint, at position. The curve as it is where there is a joint
-/// already, at the ends, and where position is off the curve. The closed flag stays. Linear in the
+/// The same shape with one more joint, at position. At a joint, at the ends and off the curve, the
+/// result is the curve as it is. The closed flag stays. Takes time linear in the number of
 /// segments.
 [[nodiscard]] CRV_API Piece withJoint(Curve const& curve, Position const& position);
 
 /// The part of a curve from one position to another, as an open curve that starts at from and ends
-/// at to. With forward false it runs against the curve. On a closed curve it crosses the seam where
-/// it has to, and from == to is the whole curve, opened there. On an open curve from == to is one
-/// segment that is a point. Empty where an open curve does not lead from from to to in that sense,
-/// and where one of them is off the curve. Linear in the segments.
+/// at to. If forward is false, it runs against the direction of the curve. On a closed curve the
+/// part crosses the seam if necessary, and from == to gives the whole curve, opened there. On an
+/// open curve from == to gives one segment that is a point. The result is empty if to cannot be
+/// reached from from in that direction on an open curve, or if either is off the curve. Takes time
+/// linear in the number of segments.
 [[nodiscard]] CRV_API Piece stretch(Curve const& curve, Position const& from, Position const& to,
                                     bool forward);
 
-/// The curve run the other way, with the same control points and closed flag. Linear in the
-/// segments.
+/// The curve in the opposite direction, with the same control points and closed flag. Takes time
+/// linear in the number of segments.
 [[nodiscard]] CRV_API Piece reversed(Curve const& curve);
 
 }  // namespace crv

@@ -1,4 +1,4 @@
-// Few straight chords for a curve, within a tolerance.
+// Polylines with few chords, within a tolerance of a curve.
 #pragma once
 
 #include "crv/accurate/types.h"
@@ -15,19 +15,21 @@ struct Polyline {
   double worstDistance;
 };
 
-/// A polyline with vertices on the curve, among them every joint and both ends, exactly. No place
-/// of the curve is farther than worstDistance from the chord between the vertices around it, taken
-/// as a segment, and worstDistance is at most the tolerance; it is 0 only where the inner control
-/// points of every segment are ends of it. The curve may run back within the tolerance of a chord.
-/// The last point of a closed curve is its first, at (n, 0.0). Where segments do not join, both
-/// ends are vertices, with the position of the joint.
+/// A polyline whose vertices lie on the curve; every joint and both ends are vertices, exactly. No
+/// point of the curve is farther than worstDistance from the chord between the neighbouring
+/// vertices, as a line segment. worstDistance is at most the tolerance, and 0 only if the inner
+/// control points of every segment are ends of that segment. The curve may run back within the
+/// tolerance of a chord. The last point of a closed curve is its first one, at (n, 0.0). At a gap
+/// between segments both ends are vertices, with the position of the joint.
 ///
-/// A tolerance below 2^-40 S counts as that. Empty, with worstDistance 0, for an empty curve, a
-/// tolerance at or below 0 or unusable input. The time is linear in the number of points.
+/// The tolerance is in curve units; one below 2^-40 S counts as 2^-40 S. The result is empty, with
+/// worstDistance 0, for an empty curve, a tolerance at or below 0 or unusable input. Takes time
+/// linear in the number of points.
 ///
-/// Method: chords get equal shares of the integral of the square root of half the curvature over
-/// four times the tolerance, which levels their errors; each chord is then measured by the second
-/// derivative across it, or by the control points of its stretch, and halved if it is too far.
+/// Method: each chord gets an equal share of the integral of the square root of curvature / (8
+/// tolerance) along the curve, so that all chords have about the same error. The error of each
+/// chord is then bounded by the second derivative across it, or by the control points of its
+/// stretch, and the chord is halved if the bound exceeds the tolerance.
 [[nodiscard]] CRV_API Polyline flatten(Curve const& curve, double tolerance);
 
 }  // namespace crv

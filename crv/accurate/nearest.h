@@ -8,14 +8,14 @@
 
 namespace crv {
 
-/// The place of a segment that is nearest to a point.
+/// The point of a segment that is nearest to a given point.
 struct NearestOnSegment {
   double t;         ///< The parameter, in [0, 1].
   Point point;      ///< The point at t.
   double distance;  ///< The distance of the point.
 };
 
-/// The place of a curve that is nearest to a point.
+/// The point of a curve that is nearest to a given point.
 struct NearestOnCurve {
   /// The position, normalised. The end of a segment before a gap of more than 16 u S is at 1 -
   /// 2^-53, because the next segment starts behind it.
@@ -24,18 +24,20 @@ struct NearestOnCurve {
   double distance;  ///< The distance of the point.
 };
 
-/// The place of the segment that is nearest to p. distance is within 8 u S of the least distance,
-/// point lies at t to 64 u S. Of places at exactly equal computed distances the first. A segment
-/// that is one point answers t = 0. For unusable input t is 0, the rest NaN. The cost does not
-/// depend on the input but for p at a cusp, which takes some ten times as long.
+/// The point of the segment nearest to p. distance is within 8 u S of the least distance, and point
+/// is within 64 u S of the segment's point at t. If several points have exactly the same computed
+/// distance, it is the first. A segment that is one point gives t = 0. For unusable input t is 0,
+/// and all else is NaN. The time is about the same for all input, except that p at a cusp takes
+/// about ten times as long.
 ///
-/// Method: the derivative of the squared distance as a polynomial of degree 5 in Bernstein form,
-/// halved until it has one change of sign or the partial sums of its coefficients, which bound the
-/// distance from below, exceed the least distance so far; then Halley's iteration in a bracket.
+/// Method: the derivative of the squared distance, a polynomial of degree 5 in Bernstein form, is
+/// halved until it has one change of sign, or until the partial sums of its coefficients, which
+/// bound the squared distance from below, exceed the least one found so far. Halley's iteration in
+/// a bracket then finds the root.
 [[nodiscard]] CRV_API NearestOnSegment nearest(Segment const& segment, Point const& p);
 
-/// The same for a curve, segment by segment; nothing for an empty curve or unusable input. The time
-/// is linear in the number of segments; CurveSearch answers many queries in less.
+/// Does the same for a curve, segment by segment; nothing for an empty curve or unusable input.
+/// Takes time linear in the number of segments; CurveSearch is faster for many queries.
 [[nodiscard]] CRV_API std::optional<NearestOnCurve> nearest(Curve const& curve, Point const& p);
 
 }  // namespace crv

@@ -1,17 +1,16 @@
 // Parallels of curves, and outlines of strokes.
 //
-// What holds for both, S being the largest coordinate and d the distance:
-// - Every place of a result lies at the distance d from the curve, within the tolerance or
-//   64 u (S + |d|), whichever is more, and no place of it is nearer than that. The error is
-//   bounded, not sampled (internal/parallelError.h): no place measured was ever off by more than
-//   worstError. Miter and bevel joins, and caps that are not round, leave the distance: a miter
-//   reaches up to its limit, a bevel and a flat cap lie on their chords.
-// - Round joins and caps take one segment a quarter turn at a tolerance of 3e-4 of |d|, one per 45
-//   degrees at 1e-5. Straight segments have straight parallels.
-// - Where a curve turns back, and at its cusps, the parallel goes around the place in a round join.
-//   Joints at which the direction changes so little that a miter stays within a sixteenth of the
-//   tolerance have no join.
-// - Gaps between segments stay gaps: what lies between two gaps is an open curve.
+// Common rules of both operations, where S is the largest coordinate and d the distance:
+// - Every point of a result lies at the distance d from the curve, to within the tolerance or 64 u
+//   (S + |d|), whichever is more. The error is bounded, not sampled (internal/parallelError.h): no
+//   point measured was ever off by more than worstError. Miter and bevel joins and caps that are
+//   not round do not keep the distance: a miter extends as far as its limit, a bevel and a flat cap
+//   are straight.
+// - Round joins and caps need one segment per 90 degrees at a tolerance of 3e-4 |d|, and one per 45
+//   degrees at 1e-5 |d|. Straight segments have straight parallels.
+// - Where a curve turns back, and at its cusps, the parallel has a round join. There is no join
+//   where the direction changes so little that a miter stays within a sixteenth of the tolerance.
+// - Gaps between segments stay gaps: the segments between two gaps are an open curve.
 #pragma once
 
 #include "crv/accurate/cut.h"
@@ -22,52 +21,55 @@
 
 namespace crv {
 
-/// How parallels go around a joint on the outer side of its turn.
+/// The join of parallels on the outer side of a joint.
 enum class Join {
   round,
-  miter,  ///< Straight on to a tip, unless it is too far from the joint: then a bevel.
-  bevel,  ///< Straight across.
+  miter,  ///< Tangents extended to a tip; a bevel if the tip is too far from the joint.
+  bevel,  ///< A straight segment across the gap.
 };
 
-/// How the outline of a stroke goes around the ends of an open curve.
+/// The cap of a stroke's outline at the ends of an open curve.
 enum class Cap {
-  butt,    ///< Straight across the end.
+  butt,    ///< A straight segment through the end.
   round,   ///< A half circle about the end.
-  square,  ///< Straight across, half the width beyond the end.
+  square,  ///< A straight segment half the width beyond the end.
 };
 
-/// What a parallel is to be like.
+/// Parameters of parallels.
 struct OffsetOptions {
-  double tolerance = 0.01;  ///< Curve units: how far the distance may be off.
+  double tolerance = 0.01;  ///< Curve units: the largest error of the distance.
   Join join = Join::round;
-  double miterLimit = 4.0;  ///< The farthest tip of a miter, as a multiple of the distance.
+  double miterLimit = 4.0;  ///< The largest distance of a miter's tip from its joint, over |d|.
 };
 
 /// The parallels of a curve.
 struct Offset {
-  /// In order along the curve. The maps take positions of the curve to the place that grew from
-  /// them, and back; -1 where that was trimmed away.
+  /// In order along the curve. The maps take positions of the curve to the corresponding points of
+  /// the parallel, and back; they return -1 where these were trimmed away.
   std::vector<Piece> parallels;
-  double worstError = 0.0;  ///< The distance is off by no more, bevels and miters left out.
+  double worstError = 0.0;  ///< Bounds the error of the distance, except of bevels and miters.
 };
 
 /// The parallels of a curve at a distance, positive to the left of the direction of travel: all
-/// places that are at the distance on that side, and not nearer to any other place of the curve.
+/// points that lie at this distance on that side and are not nearer to any other point of the
+/// curve.
 ///
-/// Loops, swallowtails, and all else that is nearer are trimmed away, so that a curve may have
-/// several parallels, or none. They run the curve's way. A closed curve that does not meet itself
-/// has closed ones only; elsewhere a parallel may also end, where the curve comes as near from its
-/// other side or with an end. Parallels do not cross themselves or each other; loops no larger than
-/// the tolerance may stay.
+/// Loops, swallowtails and all other parts that are too near are trimmed away, so a curve may have
+/// several parallels, or none. They run in the direction of the curve. A closed curve that does not
+/// meet itself has only closed parallels; otherwise a parallel may also end where the other side or
+/// an end of the curve is at the same distance. Parallels do not cross themselves or each other,
+/// except that loops no larger than the tolerance may remain.
 ///
 /// Trap: left is the inside of a counter-clockwise outline only. There may be several parallels, or
-/// none: the first is not the whole.
+/// none, so the first one need not be the whole result.
 ///
-/// The distance 0, and distances below 2^-40 S, give the curve as it is. Curves that are one point
-/// have no parallels. A tolerance that is not above 0, and unusable input, give an empty result.
+/// The distance 0, and distances below 2^-40 S in magnitude, give the curve as it is. Curves that
+/// are one point have no parallels. A tolerance that is not above 0, and unusable input, give an
+/// empty result.
 ///
-/// Method: the parallel of each segment as in internal/parallelFit.h, joins between them, and from
-/// the arrangement of all that the boundary of the places that are farther away.
+/// Method: the parallels of the segments (internal/parallelFit.h) and the joins between them are
+/// arranged in the plane; the result is the boundary of all points that are farther from the curve
+/// than the distance.
 [[nodiscard]] CRV_API Offset offset(Curve const& curve, double distance,
                                     OffsetOptions const& options = {});
 

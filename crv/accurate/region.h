@@ -1,20 +1,21 @@
-// The areas that lists of closed curves bound: how large they are, what they contain, and their
+// Operations on the areas that lists of closed curves bound: size, winding number, containment,
 // union, intersection and difference.
 //
-// An area is what the curves of a list wind around as the rule says. Curves may cross, touch, share
-// stretches, lie in each other and run back on themselves. Open curves are closed by a straight
-// line, and so are gaps between segments.
+// The fill rule decides by the winding number of the curves of a list which points belong to the
+// area. Curves may cross, touch, share stretches, lie inside each other and run back on themselves.
+// Open curves are closed by a straight line, and gaps between segments are closed in the same way.
 //
-// Stretches nearer to each other than the resolution r = 2^-40 S become one, and places within 2 r
-// of each other one node. Boundaries of results are stretches of their sources up to rounding, but
-// where they were moved onto such nodes, they lie within 3 r of them; areas are right within 3 r
-// times the perimeter. At the tip of a sliver, what is moved is a short segment of its own.
-// Input that is not finite, or of a magnitude beyond 2^500 or below 2^-500, has the area NaN, winds
-// around nothing, contains nothing and gives results without curves. Cost: n log n for n segments
-// that meet few others each, and k log k for k meetings; identical segments are arranged once.
+// Stretches nearer to each other than the resolution r = 2^-40 S become one, and points within 2 r
+// of each other become one node. Segments of results are stretches of their sources up to rounding;
+// where they were moved onto such a node, they lie within 3 r of their sources. The error of areas
+// is at most 3 r times the perimeter. At the tip of a sliver, the moved part is a short segment of
+// its own. Input that is not finite, or of a magnitude beyond 2^500 or below 2^-500, has the area
+// NaN, the winding number 0 everywhere, contains no point and gives results without curves. The
+// time grows as n log n for n segments that each meet few others, plus k log k for k meetings;
+// identical segments are arranged once.
 //
-// Where so many places lie within r of each other that a boundary does not close, coarser
-// resolutions, up to 512 r, make one place of them. Results are closed always, but where cusps lie
+// If so many points lie within r of each other that a boundary does not close, the operation is
+// repeated at coarser resolutions, up to 512 r. Results are always closed, but where cusps lie
 // 2^-53 S to 2^-27 S apart they may touch themselves within r. Method: see internal/arrangement.h.
 #pragma once
 
@@ -26,12 +27,12 @@
 
 namespace crv {
 
-/// What is inside: places with a winding number other than zero, or with an odd one.
+/// The rule for inside: points with a non-zero winding number, or with an odd one.
 enum class FillRule { nonZero, evenOdd };
 
-/// The stretch of a curve that became a segment of a result: of that segment of list 0 or 1 to
-/// which `from` belongs. A line that closes a gap has list and curve -1 as std::size_t, from and to
-/// are then meaningless.
+/// The stretch of a source curve, in list 0 (the first argument) or 1, that became a segment of a
+/// result. It lies on the segment to which `from` belongs. For a line that closes a gap, list and
+/// curve are -1 as std::size_t, and from and to are meaningless.
 struct Source {
   std::size_t list;
   std::size_t curve;
@@ -41,36 +42,36 @@ struct Source {
 
 /// The boundary of an area: simple closed curves that cross neither each other nor themselves.
 /// Outer boundaries run counter-clockwise, those of holes clockwise. Curves may touch each other in
-/// places, but share no stretch. Ends of neighbouring segments are equal bit for bit.
+/// single points, but share no stretch. Ends of neighbouring segments are equal bit for bit.
 struct Region {
   std::vector<Curve> curves;
-  std::vector<std::vector<Source>> sources;  ///< sources[i][k]: of segment k of curves[i].
+  std::vector<std::vector<Source>> sources;  ///< sources[i][k] is that of segment k of curves[i].
 };
 
 /// The area that the curves bound.
 [[nodiscard]] CRV_API double area(std::vector<Curve> const& curves, FillRule rule);
 
-/// How often the curves wind around a point, counter-clockwise. On a curve, within 2^-40 S, it is
-/// the one of the winding numbers around the point with the larger magnitude.
+/// The winding number of the curves around a point, counter-clockwise positive. Within 2^-40 S of a
+/// curve, it is the winding number next to the point that has the largest magnitude.
 [[nodiscard]] CRV_API int winding(std::vector<Curve> const& curves, Point const& p);
 
-/// Whether a point is inside, or within 2^-40 S of one of the curves.
+/// True when a point is inside, or within 2^-40 S of one of the curves.
 [[nodiscard]] CRV_API bool contains(std::vector<Curve> const& curves, Point const& p,
                                     FillRule rule);
 
-/// The places in either area.
+/// The union of two areas.
 [[nodiscard]] CRV_API Region unite(std::vector<Curve> const& a, std::vector<Curve> const& b,
                                    FillRule rule);
 
-/// The places in both areas.
+/// The intersection of two areas.
 [[nodiscard]] CRV_API Region intersect(std::vector<Curve> const& a, std::vector<Curve> const& b,
                                        FillRule rule);
 
-/// The places in the first area that are not in the second.
+/// The difference of two areas: the points of the first that are not in the second.
 [[nodiscard]] CRV_API Region subtract(std::vector<Curve> const& a, std::vector<Curve> const& b,
                                       FillRule rule);
 
-/// The places in one of the areas, not in both.
+/// The symmetric difference of two areas: the points in exactly one of them.
 [[nodiscard]] CRV_API Region exclude(std::vector<Curve> const& a, std::vector<Curve> const& b,
                                      FillRule rule);
 

@@ -1,19 +1,22 @@
-// Results with a stated accuracy: the names that this room uses for the classes of the others.
+// The common rules of crv/accurate, whose results have a stated accuracy, and its names for the
+// classes of the other folders.
 //
-// What holds in every header of the room:
+// Rules for every header of this folder:
 // - S is the largest magnitude of a coordinate of all arguments, u is 2^-53, L the length of the
 //   whole segment or curve. Errors are stated in these units, so that they hold at every scale.
-//   Scaling all input by a power of two scales all results by it, to the bit.
-// - S is 0 or lies between 2^-500 and 2^500. Input beyond, or not finite, gives an empty result at
-//   once; where the result is a number it is NaN, a parameter 0, a predicate false.
-// - Resolution is 2^-40 S unless the caller gives one: places nearer than that are one place.
+//   Scaling all input by a power of two scales all results by the same power, bit for bit.
+// - S is 0 or lies between 2^-500 and 2^500. Other input, and input that is not finite, is called
+//   unusable and gives an empty result at once: a number is then NaN, a parameter 0, a predicate
+//   false.
+// - The resolution is 2^-40 S unless the caller gives one: points nearer to each other than that
+//   count as one point.
 // - A curve is closed when its closed flag is set. Gaps between its segments, and between its ends,
 //   stay gaps.
-// - Positions handed back are normalised: a joint is the start of the segment behind it, the end of
-//   an open curve of n segments is (n, 0.0), the seam of a closed one (0, 0.0). Positions handed in
-//   may name a joint or the seam either way.
-// - Only square roots are taken, so that the results have the same bits under every mathematics
-//   library.
+// - Positions returned are normalised: a joint is the start of the segment after it, the end of an
+//   open curve of n segments is (n, 0.0), the seam of a closed one (0, 0.0). Arguments may name a
+//   joint or the seam by either of its positions.
+// - The square root is the only function of the mathematics library that results depend on, so the
+//   results have the same bits with every mathematics library.
 #pragma once
 
 #include "crv/bezier/GxBezier.h"
