@@ -14,18 +14,21 @@ namespace crv::internal {
 
 namespace {
 
-// Squared sine of 2^-6 radians: between directions that differ by less, a path turns back.
+// Squared sine of 2^-6 radians: a path turns back at a node where its two branches leave in
+// directions that differ by less.
 constexpr double kSquaredTipSine = 0x1p-12;
 
-// In units of the resolution: a run that ends farther than this off its segment was moved there.
+// In units of the resolution: the end of a run was moved if it lies farther than this from its
+// segment.
 constexpr double kOffSegment = 0x1p-6;
 
-// Relative to the largest coordinate: near a tip, only this much of a run is bent towards its node,
-// so that the two sides of a tip are within the resolution no longer than single places are.
+// Relative to the largest coordinate: at a tip, only this length of a run is bent towards its node,
+// so that the two sides of the tip do not stay within the resolution for so long that they count as
+// shared.
 constexpr double kShortBend = 0x1p-18;
 
-// In units of the resolution: stretches this near to each other are one edge, so that what rounding
-// and moved ends leave of the distance between two edges is more than the resolution.
+// In units of the resolution: stretches this near to each other become one edge, so that two edges
+// remain more than the resolution apart in spite of rounding and moved ends.
 constexpr double kMargin = 1.125;
 
 double magnitudeOf(std::vector<ArrangedSegment> const& segments) {
@@ -34,8 +37,8 @@ double magnitudeOf(std::vector<ArrangedSegment> const& segments) {
   return magnitude.value();
 }
 
-/// Where a bend of a cubic ends that begins at t: at t itself where the way to the other parameter
-/// is short.
+/// The parameter at which a bend that begins at t ends, between t and other; t itself if the whole
+/// stretch is short.
 double endOfBend(Cubic const& c, double t, double other, double longest) {
   double end = t + 0.25 * (other - t);
   auto const isLong = [&] {
@@ -64,7 +67,7 @@ std::vector<Path> Arrangement::paths(std::vector<signed char> const& kept) const
   return paths;
 }
 
-/// Neighbouring stretches of one segment as one part.
+/// The path of a trail; neighbouring stretches of one segment become one part.
 Path Arrangement::pathOf(Trail const& trail) const {
   std::vector<Run> runs;
   for (std::size_t const h : trail.halfEdges) {
@@ -90,13 +93,14 @@ Path Arrangement::pathOf(Trail const& trail) const {
   return path;
 }
 
-/// The run of a half-edge along one of the stretches of its edge.
+/// The run that consists of a half-edge, on one of the stretches of its edge.
 Arrangement::Run Arrangement::runAlong(std::size_t halfEdge) const {
   std::size_t const stretch = cutting_.edges[edgeOf(halfEdge)].first;
   return {stretch, stretch, !isAlong(halfEdge)};
 }
 
-/// Lets a run go on along a half-edge, if a stretch of its edge goes on where the run ends.
+/// Extends a run by a half-edge if a stretch of that edge continues the run. Returns whether it
+/// did.
 bool Arrangement::extend(Run& run, std::size_t halfEdge) const {
   std::size_t const next = run.isBackwards ? run.last - 1 : run.last + 1;
   if (next >= cutting_.stretches.size()) return false;
@@ -108,7 +112,7 @@ bool Arrangement::extend(Run& run, std::size_t halfEdge) const {
   return goesOn;
 }
 
-/// Whether a run goes on as another one.
+/// Whether one run continues another one.
 bool Arrangement::areOne(Run const& run, Run const& next) const {
   std::vector<Stretch> const& stretches = cutting_.stretches;
   return run.isBackwards == next.isBackwards &&
@@ -126,7 +130,8 @@ bool Arrangement::isTip(Run const& run, Run const& next) const {
   return dot(back, on) > 0.0 && across * across <= kSquaredTipSine * dot(back, back) * dot(on, on);
 }
 
-/// Adds the parts of a run: one, and a short one at each tip to which it had to be moved.
+/// Adds the parts of a run: one part, and a short one at each tip to which an end of the run was
+/// moved.
 void Arrangement::addParts(std::vector<PathPart>& parts, Run const& run, bool fromTip,
                            bool toTip) const {
   Stretch const& low = cutting_.stretches[run.isBackwards ? run.last : run.first];

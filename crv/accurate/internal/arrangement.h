@@ -1,7 +1,7 @@
-// The plane as a set of curves divides it: where they meet, how they turn there, and how often they
-// wind around each face.
+// An arrangement of curves in the plane: nodes where the curves meet, edges between the nodes, and
+// the winding number of each face.
 //
-// An operation on outlines takes these steps:
+// An operation on outlines has these steps:
 //
 //   std::vector<ArrangedSegment> segments = ...;       // closed outlines: next leads around
 //   Arrangement const plane(std::move(segments), 0.0);  // 0: the default resolution
@@ -21,7 +21,7 @@
 
 namespace crv::internal {
 
-/// A part of a segment as it runs in a result.
+/// A part of a segment in a result, in the direction of the result.
 struct PathPart {
   std::size_t segment;
   double from, to;   // from < to
@@ -34,13 +34,13 @@ struct Path {
   bool isClosed;
 };
 
-/// All segments cut where they meet. Places that are nearer to each other than the resolution are
-/// one node, and stretches that are as near are one edge.
+/// Segments, cut where they meet. Points nearer to each other than the resolution become one node,
+/// and stretches that are as near become one edge.
 ///
-/// Winding numbers are those of closed curves; where the segments of a group do not close, those of
-/// the group mean nothing. They are found without sample points (but see windings.h): the turns at
-/// the nodes give the faces, the face that surrounds a connected set of edges has the winding
-/// number of the other sets there, and each edge that is crossed adds its count.
+/// Winding numbers are meaningful only for groups whose segments form closed curves. They are
+/// computed without sample points (but see windings.h): the order of edges around the nodes defines
+/// the faces; the face that surrounds a connected set of edges has the winding number of the other
+/// sets at that point; and crossing an edge changes the winding number by the edge's count.
 class Arrangement {
  public:
   /// The coordinates must be finite and of a magnitude that isUsable. Segments that follow each
@@ -49,15 +49,15 @@ class Arrangement {
 
   std::vector<ArrangedSegment> const& segments() const { return segments_; }  // in unit scale
   std::vector<Stretch> const& stretches() const { return cutting_.stretches; }
-  /// Edges that have become part of another one have no stretch: first is kNone.
+  /// In edges that were merged into another edge, first is kNone.
   std::vector<Edge> const& edges() const { return cutting_.edges; }
   std::vector<Point> const& nodes() const { return cutting_.nodes; }  // in unit scale
   UnitScale const& scale() const { return scale_; }
 
-  /// The curves of which kept edges consist: kept[i] is 1 where edge i runs as it does, -1 where it
-  /// runs the other way, 0 where it is left out. At nodes they neither cross nor pass through one
-  /// node twice: what could touch itself comes as several curves. Neighbouring stretches of one
-  /// segment become one part. Where more edges end at a node than begin, paths stay open.
+  /// The paths that the kept edges form: kept[i] is 1 to keep edge i in its direction, -1 to keep
+  /// it reversed, 0 to drop it. The paths do not cross at nodes, and none passes through a node
+  /// twice: a path that would touch itself is divided into several. Neighbouring stretches of one
+  /// segment become one part. If more edges end at a node than begin there, paths stay open.
   std::vector<Path> paths(std::vector<signed char> const& kept) const;
 
  private:

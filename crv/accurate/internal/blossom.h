@@ -1,5 +1,5 @@
-// Parts and other simple forms of a cubic. Parts are computed by the blossom, each control point on
-// its own.
+// Parts of a cubic, reversed cubics and straight ones. The blossom gives each control point of a
+// part independently of the others.
 #pragma once
 
 #include "crv/bezier/internal/cubic.h"
@@ -22,19 +22,20 @@ inline Point blossomPoint(Cubic const& c, double t) {
   return blossom(c, t, t, t);
 }
 
-/// The part of a cubic between two parameters; an end at an end of the cubic has its bits.
+/// The part of a cubic between two parameters; an end of the part that is an end of the cubic has
+/// the same bits.
 inline Cubic part(Cubic const& c, double from, double to) {
   if (from == 0.0 && to == 1.0) return c;
   return {{blossomPoint(c, from), blossom(c, from, from, to), blossom(c, from, to, to),
            blossomPoint(c, to)}};
 }
 
-/// The cubic with its ends moved to other places near by, and its handles moved along.
+/// The cubic with its ends moved to points nearby; each handle moves with its end.
 inline Cubic withEnds(Cubic const& c, Point const& start, Point const& end) {
   return {{start, c.p[1] + (start - c.p[0]), c.p[2] + (end - c.p[3]), end}};
 }
 
-/// A straight cubic with its parameter in proportion to the length.
+/// A straight cubic whose arc length is proportional to the parameter.
 inline Cubic straight(Point const& p, Point const& q) {
   Point const third = q * (1.0 / 3.0) - p * (1.0 / 3.0);
   return {{p, p + third, q - third, q}};

@@ -11,22 +11,24 @@ namespace crv::internal {
 
 namespace {
 
-// Samples that the first segment is tried with.
+// The number of samples of the first trial.
 constexpr std::size_t kFirstRun = 8;
 
-// The search for the longest run ends when the bracket is this part of the run.
+// The search for the longest run ends when the bracket is no wider than the run divided by this.
 constexpr std::size_t kRunPrecision = 16;
 
-// The tangent at the end of a run is taken from this part of the run on both sides.
+// The tangent at the end of a run is estimated from samples on both sides, up to the run's length
+// divided by this.
 constexpr std::size_t kTangentReach = 8;
 
 // Newton steps that take a foot to the nearest place.
 constexpr int kFootSteps = 4;
 
-// The longest handle, as a part of the diagonal of the box of all samples: longer ones swing out.
+// The longest handle, as a multiple of the diagonal of the box of all samples. With longer handles
+// the curve overshoots.
 constexpr double kLongestHandle = 2.0;
 
-// Where the fit may choose.
+// Stands for a tangent that the fit may choose.
 constexpr Point kAnyTangent = {0.0, 0.0};
 
 bool isZero(Point const& v) { return v.x == 0.0 && v.y == 0.0; }
@@ -87,8 +89,8 @@ double ChainFit::distance(std::size_t point) const {
   return std::sqrt(squaredError(point, feet_[point]));
 }
 
-/// Appends segments from one point to another, which may be one beyond the last point for the
-/// first one; they meet both exactly. Tangents are unit vectors, or zero where the fit may
+/// Appends segments that run exactly from one point to another; last may be the number of points,
+/// for the first point of a closed stroke. Tangents are unit vectors, or zero where the fit may
 /// choose.
 void ChainFit::fitStretch(std::size_t first, std::size_t last, Point const& startTangent,
                           Point const& endTangent) {
@@ -115,8 +117,9 @@ void ChainFit::fitStretch(std::size_t first, std::size_t last, Point const& star
   if (last < points_.size()) feet_[last] = {segments_.size() - 1, 1.0};
 }
 
-/// The number of points from next on that one segment can follow, by galloping and bisection;
-/// best_ is the segment. left + 1 stands for all that are left and the end, 0 for not even one.
+/// Stores in best_ the segment that follows the longest run of points from next on, found by
+/// galloping and bisection, and returns the number of points. left + 1 means all remaining points
+/// and the end of the stretch; 0 means that not even one point can be followed.
 std::size_t ChainFit::longestRun(FitEnds const& ends, std::size_t next, std::size_t left) {
   std::size_t const most = left + 1;
   std::size_t fits = 0;
@@ -153,8 +156,8 @@ Point ChainFit::tangentBehind(std::size_t next, std::size_t left, std::size_t co
   return unit(unit(in) + unit(out));
 }
 
-/// The direction of a closed stroke at its first point: of a segment that follows the places on
-/// both sides, or else of the chord between the neighbours.
+/// The direction of a closed stroke at its first point: that of a segment fitted to the points on
+/// both sides, or of the chord between the neighbours if none fits.
 Point ChainFit::seamTangent() {
   std::size_t const n = points_.size();
   std::size_t const run = longestRun({points_[0], kAnyTangent, false, {}, {}}, 1, n - 1);
@@ -173,7 +176,8 @@ double ChainFit::squaredError(std::size_t point, Place const& foot) const {
   return squaredDistance(segments_[foot.segment].point(foot.t), points_[point]);
 }
 
-/// Follows Newton's method from a foot on, between two others, and keeps what is nearer.
+/// Improves a foot by Newton's method, between the feet before and after it, and keeps the nearest
+/// point found.
 void ChainFit::improveFoot(std::size_t point, Place foot, Place const& before, Place const& after) {
   Cubic const& c = segments_[foot.segment];
   Motion const motion = motionOf(c);

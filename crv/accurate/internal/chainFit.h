@@ -10,8 +10,8 @@
 namespace crv::internal {
 
 /// Fits a chain to the points of a stroke, in a frame where coordinates are of the order of 1.
-/// Method: from each joint the longest run of points that one segment can follow, found by
-/// galloping and bisection; its end direction starts the next one.
+/// Method: from each joint, the longest run of points that one segment can follow is found by
+/// galloping and bisection; the next segment starts in the direction in which it ends.
 class ChainFit {
  public:
   /// Keeps a reference to points, of which there is at least one; consecutive ones, and the last
@@ -22,7 +22,7 @@ class ChainFit {
   /// which the curve has a direction of its own on either side.
   void fitStroke(std::vector<std::size_t> const& corners, bool closed);
 
-  /// Takes every foot to the nearest place around it that keeps the feet in order.
+  /// Moves every foot to the nearest point around it, keeping the feet in order.
   void improveFeet();
 
   std::vector<Cubic> const& segments() const { return segments_; }
@@ -30,7 +30,7 @@ class ChainFit {
   /// The foot of a point. Feet never run back.
   Place const& foot(std::size_t point) const { return feet_[point]; }
 
-  /// How far a point is from its foot.
+  /// The distance of a point from its foot.
   double distance(std::size_t point) const;
 
  private:

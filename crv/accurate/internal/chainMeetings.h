@@ -1,5 +1,5 @@
-// Where two curves meet, or one meets itself: the meetings of their segments, put together over
-// joints and seams.
+// The meetings of two curves, or of one with itself, combined from the meetings of their segments
+// across joints and seams.
 #pragma once
 
 #include "crv/accurate/internal/chain.h"
@@ -10,7 +10,7 @@
 
 namespace crv::internal {
 
-/// One place where two curves meet, at normalised places of both.
+/// A point where two curves meet, as normalised places on both.
 struct ChainMeeting {
   Place first, second;
   bool crosses;

@@ -1,4 +1,5 @@
-// How many chords a stretch of a cubic needs, and how far each of them is from it.
+// The number and distribution of the chords that a cubic needs, and bounds on the distance of each
+// chord from the cubic.
 #pragma once
 
 #include "crv/accurate/internal/scale.h"
@@ -17,23 +18,25 @@ namespace crv::internal {
 // exact, and its distance is measured by control points.
 constexpr double kShortChord = 0x1p-36;
 
-// Stretches between samples of the density of chords: for segments that can need many, and for
-// others.
+// The number of intervals between samples of the density of chords: kSamples for segments that may
+// need more than kManyChords chords, kFewSamples for others.
 constexpr int kSamples = 16;
 constexpr int kFewSamples = 8;
 constexpr double kManyChords = 32.0;
 
-// Relative: the density is only sampled, so a chord more than this many are planned.
+// Relative: the density is only sampled, so this share of the planned chords is added to them.
 constexpr double kReserve = 0.01;
 
-// Vertices that are placed and measured at a time, in loops that need no branches.
+// Vertices that are placed and measured together, in loops without branches.
 constexpr std::size_t kBatch = 64;
 
-// Of the cross product of velocity and acceleration, relative to the squares of their coefficients.
+// Bounds the rounding error of the cross product of velocity and acceleration, relative to the sum
+// of the squares of their coefficients.
 constexpr double kTurnNoise = 32 * kRounding;
 
-// What the difference of the second derivatives at the ends adds to the distance in the middle of a
-// stretch, at most, over their sum: 4/3 of the largest (1 - s) s (s - 1/2), rounded up.
+// The second derivative in the middle of a stretch gives the distance from the chord there. Adding
+// this share of the change of the second derivative along the stretch bounds the largest distance:
+// 4/3 of the maximum of (1 - s) s (s - 1/2), rounded up.
 constexpr double kSkewShare = 0.0642;
 
 constexpr double kUnknown = std::numeric_limits<double>::infinity();
@@ -75,10 +78,11 @@ struct ChordError {
     shortest = (kShortChord * magnitude) * (kShortChord * magnitude);
   }
 
-  /// The square of a bound for the stretch from t0 to t1 with the chord (x, y). Where half the
-  /// second derivative may be longer than the chord the stretch may leave its span, and the result
-  /// is kUnknown. The second derivative across the chord, a linear function, gives the distance in
-  /// the middle and, at most, how much more it is elsewhere.
+  /// The square of a bound on the distance of the stretch from t0 to t1 from its chord (x, y). The
+  /// component of the second derivative across the chord is linear in t; it gives the distance in
+  /// the middle, and a bound on how much larger the distance is elsewhere. If half the second
+  /// derivative may be longer than the chord, the stretch may extend beyond the ends of the chord,
+  /// and the result is kUnknown.
   double squared(double t0, double t1, double x, double y) const {
     double const h = t1 - t0;
     double const t = 0.5 * (t0 + t1);
@@ -93,9 +97,10 @@ struct ChordError {
   }
 };
 
-/// One over the square root of a number, to a fifth of a per cent; large, and finite, for 0. Exact
-/// powers of four in the number are exact powers of two in the result. From the exponent and the
-/// mantissa, halved as one whole number, and a step of Newton's method.
+/// Approximates 1 / sqrt(x) to 0.2 %; the result for 0 is large, but finite. Multiplying x by a
+/// power of four divides the result exactly by the corresponding power of two. Method: exponent and
+/// mantissa, taken as one integer and halved, give a first approximation, which one Newton step
+/// improves.
 inline double roughInverseRoot(double x) {
   std::uint64_t bits;
   std::memcpy(&bits, &x, sizeof bits);
@@ -105,14 +110,14 @@ inline double roughInverseRoot(double x) {
   return y * (1.5 - 0.5 * x * (y * y));
 }
 
-/// How densely the chords of a segment lie: the number of chords up to a sample, and the parameter
-/// as a function of that number, a cubic polynomial between samples.
+/// The distribution of chords along a segment: the number of chords up to each sample, and the
+/// parameter as a function of that number, which is a cubic polynomial between samples.
 class ChordPlan {
  public:
-  /// factor is 3/8 over the tolerance.
+  /// Samples the density of chords. factor is 3/8 divided by the tolerance.
   void make(Velocity const& velocity, double factor) {
-    // Where the velocity vanishes the quotient is rounding. No stretch needs more chords than the
-    // second derivative asks for.
+    // Where the velocity vanishes, the quotient is only rounding errors. The second derivative
+    // bounds the number of chords that any stretch needs.
     double const most = factor * (norm(velocity.e1) + 2.0 * norm(velocity.e2));
     if (most > kManyChords * kManyChords) {
       sample<kSamples>(velocity, factor, most);
@@ -121,16 +126,17 @@ class ChordPlan {
     }
   }
 
-  /// Not rounded.
+  /// The number of chords planned, not rounded.
   double chords() const { return sums_[count_] * (1.0 + kReserve); }
 
-  /// Prepares for so many chords: the parameter has the slopes of the density at the samples.
+  /// Prepares the division into a number of chords: the interpolating polynomials have, at the
+  /// samples, the slopes that the density gives.
   void divide(std::size_t chords) {
     share_ = sums_[count_] / static_cast<double>(chords);
     double const samples = count_;
     for (int i = 0; i < count_; ++i) {
       double const count = sums_[i + 1] - sums_[i];
-      // With steeper ends it would run back.
+      // With steeper ends the parameter would run back.
       double const start = min(3.0, count * samples * lengths_[i]);
       double const end = min(3.0, count * samples * lengths_[i + 1]);
       inverse_[i] = count > 0.0 ? 1.0 / count : 0.0;
@@ -178,11 +184,11 @@ class ChordPlan {
       lengths_[i] = roughInverseRoot(squared);
       found[i] = squared * lengths_[i];
     }
-    // One more at both ends, by a parabola.
+    // One sample more beyond each end, extrapolated by a parabola.
     found[-1] = 3.0 * (found[0] - found[1]) + found[2];
     found[kCount + 1] = 3.0 * (found[kCount] - found[kCount - 1]) + found[kCount - 2];
-    // The integral of the cubic polynomial through four samples, which is held near the trapezoid's
-    // because the density may have a kink or a peak.
+    // The integral of the cubic polynomial through four samples, clamped to values near that of the
+    // trapezoidal rule because the density may have a kink or a peak.
     double shares[kSamples];
     for (int i = 0; i < kCount; ++i) {
       double const two = found[i] + found[i + 1];
@@ -194,15 +200,16 @@ class ChordPlan {
     count_ = kCount;
   }
 
-  int count_ = 0;                   // stretches between samples
-  double densities_[kSamples + 3];  // the first and the last beyond the ends
-  double lengths_[kSamples + 1];    // of chords at the samples
+  int count_ = 0;                   // intervals between samples
+  double densities_[kSamples + 3];  // the first and the last lie beyond the ends
+  double lengths_[kSamples + 1];    // the lengths of chords at the samples, in t
   double sums_[kSamples + 1];
-  double share_ = 0.0;  // of a chord
-  // Between samples: one over the chords, and the polynomial in the share of them that is behind.
+  double share_ = 0.0;  // the share of the density for one chord
+  // For each interval: 1 / (number of chords), and the coefficients of the polynomial in the share
+  // of these chords that is already used.
   double inverse_[kSamples], linear_[kSamples], square_[kSamples], cube_[kSamples];
-  int next_[kSamples];  // the first vertex behind a sample
-  int sample_ = 0;      // before the next vertex
+  int next_[kSamples];  // the first vertex after each sample
+  int sample_ = 0;      // the last sample before the next vertex
 };
 
 }  // namespace crv::internal

@@ -1,4 +1,4 @@
-// The velocity of a cubic as the edges of its control polygon.
+// The edges of a cubic's control polygon, which are its velocity in Bernstein form.
 #pragma once
 
 #include "crv/bezier/internal/cubic.h"
@@ -12,7 +12,8 @@ namespace crv::internal {
 struct Quadratic {
   double c0, c1, c2;  // c0 (1-t)^2 + 2 c1 (1-t) t + c2 t^2
 
-  /// The roots inside [0, 1], ascending; returns how many. A double root is none.
+  /// Stores the roots inside (0, 1), ascending, and returns their number. Double roots are left
+  /// out.
   int roots(double (&t)[2]) const {
     double const discriminant = c1 * c1 - c0 * c2;
     if (!(discriminant > 0.0)) return 0;
@@ -58,7 +59,7 @@ struct Edges {
 
   double alongSum(Point const& axis) const { return dot(e[0] + e[1] + e[2], axis); }
 
-  /// The smallest part of an edge along a direction.
+  /// The smallest component of an edge along a direction.
   double leastAlong(Point const& axis) const {
     return min(dot(e[0], axis), min(dot(e[1], axis), dot(e[2], axis)));
   }

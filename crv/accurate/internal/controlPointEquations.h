@@ -1,11 +1,12 @@
-// The linear equations behind a least-squares fit of one segment.
+// The linear equations of a least-squares fit of one segment.
 #pragma once
 
 #include "crv/bezier/internal/cubic.h"
 
 namespace crv::internal {
 
-/// The normal equations of the six coordinates of P1, P2, P3, some of which are set or tied.
+/// The normal equations for the six coordinates of P1, P2 and P3, some of which may be given or
+/// restricted to a line.
 struct ControlPointEquations {
   double a[6][6];
   double b[6];
@@ -25,7 +26,7 @@ struct ControlPointEquations {
     }
   }
 
-  /// Coordinate i takes a value.
+  /// Gives coordinate i a fixed value.
   void set(int i, double value) {
     for (int k = 0; k < 6; ++k) {
       b[k] -= a[k][i] * value;
@@ -35,8 +36,8 @@ struct ControlPointEquations {
     b[i] = value;
   }
 
-  /// Coordinates i and i + 1 become origin plus a multiple of direction, which takes the place of
-  /// coordinate i.
+  /// Restricts coordinates i and i + 1 to the line origin + s * direction; the unknown s takes the
+  /// place of coordinate i.
   void tie(int i, Point const& origin, Point const& direction) {
     for (int k = 0; k < 6; ++k) b[k] -= a[k][i] * origin.x + a[k][i + 1] * origin.y;
     for (int k = 0; k < 6; ++k) a[i][k] = a[i][k] * direction.x + a[i + 1][k] * direction.y;

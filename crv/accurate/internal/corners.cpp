@@ -6,7 +6,7 @@ namespace crv::internal {
 
 namespace {
 
-/// The places of a stroke with the length of the path to each; those of a closed stroke go on
+/// The points of a stroke, with the length of the path to each. On a closed stroke indices may run
 /// beyond both ends.
 class Path {
  public:
@@ -20,7 +20,7 @@ class Path {
     total_ = lengths_.back() + distance(places.back(), places.front());
   }
 
-  /// The smallest and the largest valid index; beyond the places only on a closed stroke.
+  /// The smallest and the largest valid index.
   long firstIndex() const { return closed_ ? -count_ + 1 : 0; }
   long lastIndex() const { return closed_ ? 2 * count_ - 2 : count_ - 1; }
 

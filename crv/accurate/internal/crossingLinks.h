@@ -1,4 +1,4 @@
-// The crossings of a curve with itself, and how its branches go on where they are linked anew.
+// The crossings of a curve with itself, and a new linking of the branches at each of them.
 #pragma once
 
 #include "crv/accurate/internal/chain.h"
@@ -15,12 +15,12 @@ namespace crv::internal {
 struct Pass {
   Place place;
   Point point;       // the same for all passes through the crossing
-  std::size_t next;  // the pass through the same crossing behind which the branch goes on
+  std::size_t next;  // the pass through the same crossing after which the branch continues
 };
 
-/// The passes through the crossings among the meetings of a curve with itself, ascending. Branches
-/// are linked so that each goes on along another one and none of them cross. Crossings at one place
-/// are one; a branch that goes straight on through it has no pass.
+/// The passes through all crossings of a curve with itself, ascending. The branches are linked so
+/// that each continues along another one and no two linked branches cross. Crossings at one point
+/// are one crossing; a branch that continues along itself there has no pass.
 std::vector<Pass> linkCrossings(Chain const& chain, ChainMeetings const& meetings,
                                 UnitScale const& scale);
 

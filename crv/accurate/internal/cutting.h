@@ -1,4 +1,4 @@
-// Segments cut at the nodes: the places where they meet or end.
+// Segments, cut at the nodes, which are the points where they meet or end.
 #pragma once
 
 #include "crv/accurate/internal/planeGraph.h"
@@ -10,7 +10,7 @@
 
 namespace crv::internal {
 
-/// The stretches of segments, each an edge of its own, and the nodes at their ends.
+/// The stretches of segments between the nodes; each stretch is an edge of its own.
 struct Cutting {
   std::vector<Stretch> stretches;  // ascending in the segment, then in from
   std::vector<Edge> edges;         // edge i consists of stretch i
@@ -18,7 +18,7 @@ struct Cutting {
 };
 
 /// Cuts segments, given in unit scale, wherever they meet. Meetings nearer to each other along a
-/// segment than the resolution are one node; stretches that stay at one node are left out.
+/// segment than the resolution are one node; stretches that do not leave one node are left out.
 Cutting cutAtMeetings(std::vector<ArrangedSegment> const& segments, UnitScale const& scale);
 
 }  // namespace crv::internal

@@ -1,4 +1,4 @@
-// Which of many things belong together.
+// A partition of numbers into disjoint sets.
 #pragma once
 
 #include <cstddef>

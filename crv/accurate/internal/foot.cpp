@@ -1,7 +1,8 @@
-// With q(t) the place relative to the point that asks and v(t) a third of its derivative, f = q.v
-// is a sixth of the derivative of the squared distance D: a polynomial of degree 5. In Bernstein
-// form, its coefficients times the width of the piece, added up from D at the piece's start, are
-// the Bernstein coefficients of D; none of the piece is nearer than the least of them.
+// Let q(t) be the offset of the cubic's point from the query and v(t) a third of its derivative.
+// Then f = q.v, a polynomial of degree 5, is a sixth of the derivative of the squared distance D.
+// The partial sums of the Bernstein coefficients of f over a piece, times its width, added to D at
+// the start of the piece, are the Bernstein coefficients of D; the least of them bounds D on the
+// piece from below.
 #include "crv/accurate/internal/foot.h"
 
 #include "crv/accurate/internal/scale.h"
@@ -12,41 +13,45 @@
 namespace crv::internal {
 namespace {
 
-// Relative to the products summed: bounds the error of a coefficient of f, of a single product,
-// and of D.
+// Bounds of rounding errors, relative to the magnitudes multiplied: of a coefficient of f, of a
+// single product, and of D.
 constexpr double kCoefficientNoise = 16 * kRounding;
 constexpr double kProductNoise = 8 * kRounding;
 constexpr double kDistanceNoise = 64 * kRounding;
 
-// Parameter of a piece: where it is halved. Off the middle, where symmetric input has its roots.
+// Parameter of a piece at which it is divided; not the middle, because symmetric input has its
+// roots there.
 constexpr double kHalving = 15.0 / 32.0;
 
-// Parameter: pieces narrower than this are sampled. Within them a cubic moves by rounding only,
-// unless it has a cusp there and the point lies on it.
+// Parameter: pieces narrower than this are sampled. Such a piece is no longer than rounding errors,
+// except at a cusp on which the query lies.
 constexpr double kNarrow = 0x1p-40;
 
-// Parameter: a step of Halley's iteration below kLastStep is its last, because the next is its
-// cube, provided that steps shrink by kQuick; where they do not, at a cusp, one below kSettled.
+// Parameter: Halley's iteration converges cubically, so a step below kLastStep is the last one,
+// provided that it is shorter than kQuick times the step before. At a cusp steps shrink more
+// slowly, and the last one is below kSettled.
 constexpr double kLastStep = 0x1p-27;
 constexpr double kQuick = 0x1p-9;
 constexpr double kSettled = 0x1p-50;
 
-// Steps of the iteration before it bisects in turn, and all steps, more than bisection needs.
+// Steps of the iteration before every other step is a bisection, and the limit of all steps, which
+// is more than bisection alone needs.
 constexpr int kFreeSteps = 8;
 constexpr int kMaxSteps = 140;
 
-// Pieces that wait are each about half as wide as the one before: as many as down to kNarrow.
+// Each waiting piece is about half as wide as the one before it, so no more than this many are
+// wider than kNarrow.
 constexpr int kMaxPieces = 48;
 
-// Samples on a piece, and the distance of parameters from which on they need not come closer: at a
-// cusp the places are then nearer to each other than rounding.
+// The number of samples on a piece, and the parameter step at which sampling ends: even at a cusp
+// the samples are then nearer to each other than rounding errors.
 constexpr int kSamples = 16;
 constexpr double kLastSampling = 0x1p-30;
 
-// Parameter: minima nearer to each other are one that was found twice.
+// Parameter: two minima nearer to each other than this are the same minimum, found twice.
 constexpr double kOneMinimum = 0x1p-30;
 
-// Parameter: a minimum nearer to an end may be so shallow that it is lost in rounding.
+// Parameter: a minimum nearer to an end than this may be so shallow that rounding hides it.
 constexpr double kNextToEnd = 0x1p-10;
 
 double size(Point const& p) { return max(std::fabs(p.x), std::fabs(p.y)); }
@@ -65,7 +70,8 @@ struct Noise {
   double inside, atStart, atEnd;
 };
 
-/// The signs of the coefficients of f, as sets of indices; those within the noise have none.
+/// The signs of the coefficients of f, as bit sets of indices; coefficients within the noise are in
+/// neither set.
 struct Signs {
   unsigned negative = 0;
   unsigned positive = 0;
@@ -89,15 +95,15 @@ struct Signs {
   bool neverRise() const { return negative == 0 || positive == 0 || isBelow(positive, negative); }
 
  private:
-  /// At the ends of the cubic f is one product. It may vanish: handles may be retracted, and the
-  /// ends compete anyway.
+  /// At the ends of the cubic f is a single product. It may be zero where a handle is retracted;
+  /// that is no reason to divide the piece, because the ends are candidates in any case.
   void setEnd(unsigned k, double f, double noise) {
     negative |= static_cast<unsigned>(f < -noise) << k;
     positive |= static_cast<unsigned>(f > noise) << k;
     vanishing_ |= static_cast<unsigned>(std::fabs(f) <= noise) << k;
   }
 
-  /// True when all of one set, not empty, lies below all of the other, not empty.
+  /// True when both sets are non-empty and all elements of low are less than all elements of high.
   static bool isBelow(unsigned low, unsigned high) {
     return low != 0 && high != 0 && low < (high & (0U - high));
   }
@@ -144,7 +150,7 @@ class Search {
     std::sort(minima.inside.begin(), minima.inside.end(), isEarlier);
     minima.inside.erase(std::unique(minima.inside.begin(), minima.inside.end(), isSame),
                         minima.inside.end());
-    // A minimum next to an end that rounding hides is the end's.
+    // If rounding hides a minimum next to an end, the end counts as the minimum.
     bool const isSeenAtStart = !minima.inside.empty() && minima.inside.front().t < kNextToEnd;
     bool const isSeenAtEnd = !minima.inside.empty() && minima.inside.back().t > 1.0 - kNextToEnd;
     if (minima.slopeAtStart < 0 && !isSeenAtStart && isLowest(start(), kNextToEnd)) {
@@ -157,13 +163,13 @@ class Search {
   }
 
  private:
-  /// Whether an end is nearer than the place at t.
+  /// Whether an end is nearer than the point at t, beyond rounding.
   bool isLowest(Foot const& end, double t) const {
     Point const q = motion(t).q;
     return dot(q, q) - end.squaredDistance > kDistanceNoise * largest_ * largest_;
   }
 
-  /// The place at t and the derivatives there: the offset q, v, a half of the derivative of v.
+  /// The offset q of the point at t, v, and half the derivative of v.
   struct Motion {
     Point q, v, a;
   };
@@ -171,8 +177,8 @@ class Search {
   Foot start() const { return {0.0, q_.p[0], dot(q_.p[0], q_.p[0])}; }
   Foot end() const { return {1.0, q_.p[3], dot(q_.p[3], q_.p[3])}; }
 
-  /// Taken from the nearer end, where a straight segment along an axis keeps its coordinate
-  /// exactly.
+  /// Computed from the nearer end, so that points of a straight segment parallel to an axis keep
+  /// their constant coordinate exactly.
   Motion motion(double t) const {
     bool const isEarly = t < 0.5;
     double const d = isEarly ? t : t - 1.0;
@@ -205,7 +211,8 @@ class Search {
     return d;
   }
 
-  /// De Casteljau's triangle: the piece keeps its first part, the other one is returned.
+  /// Divides a piece by de Casteljau's triangle: the argument becomes the first part, and the
+  /// second one is returned.
   static Piece cut(Piece& piece) {
     Piece rest = piece;
     for (int r = 0; r < 5; ++r) {
@@ -249,7 +256,8 @@ class Search {
     }
   }
 
-  /// Where the control polygon of f rises through zero, then the iteration from there.
+  /// The foot found by the iteration from the point where the control polygon of f rises through
+  /// zero.
   Foot footWhereItRises(Piece const& piece, Signs const& signs) const {
     int low = 0;
     while ((signs.negative >> (low + 1)) != 0) ++low;
@@ -285,7 +293,7 @@ class Search {
     }
   }
 
-  /// The foot at next, a step after the parameter of the motion.
+  /// The foot at next, which is the parameter of the motion plus step.
   Foot footAfter(Motion const& m, double step, double next) const {
     if (next <= 0.0) return start();
     if (next >= 1.0) return end();
@@ -295,8 +303,9 @@ class Search {
 
   Foot sampled(double t) const { return footAfter(motion(t), 0.0, t); }
 
-  /// Offers the low ones among samples on a piece, taken ever closer around the lowest. The
-  /// coefficients say nothing here, but places still do, and f as computed from place and velocity.
+  /// Samples a piece, ever more closely around the lowest sample, and updates the result with the
+  /// local minima among the samples. The coefficients of f are only rounding errors here, but
+  /// points, and f computed from point and velocity, are still significant.
   void offerSamples(Piece const& piece) {
     double low = piece.start;
     double high = piece.start + piece.width;
@@ -344,9 +353,9 @@ class Search {
               kProductNoise * size(q_.p[3]) * size(e_[2])};
   }
 
-  std::vector<Foot>* found_ = nullptr;  // where all local minima are wanted
-  Cubic q_;                             // relative to the point that asks
-  Point e_[3];                          // its edges, computed before that
+  std::vector<Foot>* found_ = nullptr;  // not null if all local minima are wanted
+  Cubic q_;                             // relative to the query
+  Point e_[3];                          // the edges, from the given control points
   Point bend_[2];                       // differences of the edges
   Point jerk_;                          // the difference of these
   double largest_ = 0.0;

@@ -1,4 +1,4 @@
-// Where the segments of a curve do not join.
+// The gaps between the segments of a curve.
 #pragma once
 
 #include "crv/accurate/internal/chain.h"

@@ -9,10 +9,10 @@ namespace crv::internal {
 
 namespace {
 
-// The sine of the difference from a turn by 180 degrees that counts as one.
+// The sine of the largest deviation from 180 degrees at which a turn counts as one of 180 degrees.
 constexpr double kTurnsBack = 0x1p-30;
 
-// Segments of a round join at most.
+// The largest number of segments of a round join.
 constexpr int kMostArcs = 512;
 
 /// An angle up to 180 degrees.
@@ -21,12 +21,12 @@ struct Angle {
 
   Angle half() const {
     double const c = std::sqrt(max(0.0, 0.5 * (1.0 + cosine)));
-    // The sine from the sine, which is exact for small angles.
+    // The sine is computed from the sine, because that is exact for small angles.
     return {c, c > 0.5 ? 0.5 * sine / c : std::sqrt(0.5 * (1.0 - cosine))};
   }
 
-  /// Twice the third of the half, for which Newton's method for cos a = 4 c^3 - 3 c ends soon. For
-  /// angles that are not small.
+  /// A third of the angle, as twice the third of the half-angle, for which Newton's method for cos
+  /// a = 4 c^3 - 3 c converges fast. Not for small angles.
   Angle third() const {
     double const wanted = half().cosine;
     double c = 1.0 - (1.0 - wanted) * (1.0 / 9.0);
@@ -35,21 +35,22 @@ struct Angle {
   }
 };
 
-/// How far outside of the unit circle a cubic lies at worst that follows an arc of this angle (M.
-/// Goldapp, "Approximation of circular arcs by cubic polynomials", Computer Aided Geometric Design
-/// 8 (1991)).
+/// The largest distance outside the unit circle of the cubic that approximates an arc of this angle
+/// (M. Goldapp, "Approximation of circular arcs by cubic polynomials", Computer Aided Geometric
+/// Design 8 (1991)).
 double arcError(Angle const& angle) {
   Angle const quarter = angle.half().half();
   double const squaredSine = quarter.sine * quarter.sine;
   return 2.0 / 27.0 * squaredSine * squaredSine * squaredSine / (quarter.cosine * quarter.cosine);
 }
 
-/// Appends an arc to the right about a centre; normals point from there to its ends.
+/// Appends a clockwise arc about a centre, as cubics; the normals point from the centre to the ends
+/// of the arc. Returns the error of the radius.
 double appendArc(Point const& centre, double radius, Point const& startNormal,
                  Point const& endNormal, double tolerance, Point const& from, Point const& to,
                  std::vector<Cubic>& join) {
   Angle const whole = {dot(startNormal, endNormal), std::fabs(cross(startNormal, endNormal))};
-  // In 1, 2, 4, 8, ... or 3, 6, 12, ... parts.
+  // The arc is divided into 1, 2, 4, 8, ... or 3, 6, 12, ... parts, whichever suffices with fewer.
   Angle halved = whole, thirds = whole.third();
   int count = 1, countOfThirds = 3;
   while (radius * arcError(halved) > tolerance && count < kMostArcs) {
@@ -94,7 +95,7 @@ std::optional<double> appendJoin(Corner const& corner, double distance,
     return appendArc(corner.joint, distance, leftOf(corner.in), leftOf(corner.out),
                      options.tolerance, from, to, join);
   }
-  // The tip is at the distance over the cosine of half the turn.
+  // The distance of the tip from the joint is the distance divided by the cosine of half the turn.
   bool const isWithinLimit =
       2.0 <= (1.0 + cosine) * options.miterLimit * options.miterLimit && options.miterLimit > 0.0;
   if (options.join == Join::miter && isWithinLimit) {

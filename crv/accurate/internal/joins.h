@@ -1,5 +1,5 @@
-// What connects the parallels of two segments where the direction changes, and the caps of open
-// curves.
+// Joins, which connect the parallels of two segments where the direction changes, and the caps of
+// open curves.
 #pragma once
 
 #include "crv/accurate/offset.h"
@@ -10,24 +10,24 @@
 
 namespace crv::internal {
 
-/// A place at which a curve changes its direction, as the parallel to its left sees it. Directions
-/// are unit vectors.
+/// A point at which a curve changes its direction. Directions are unit vectors; the parallel lies
+/// on the left.
 struct Corner {
   Point joint;
   Point in, out;
 
-  /// Whether the parallel has to go around the joint: the curve turns right, or back.
+  /// Whether the parallel needs a join: whether the curve turns right, or back.
   bool isOuter() const;
 };
 
-/// Appends the join at an outer corner from one point to another, which are at the distance from
-/// the joint; turns back are always round. Returns how far a round join lies outside of the
-/// distance at worst, which is within the tolerance; nothing if the join leaves the distance.
+/// Appends the join at an outer corner between two points at the distance from the joint; where the
+/// curve turns back, the join is always round. Returns the largest error of the distance on a round
+/// join, which is within the tolerance, or nothing for other joins, which do not keep the distance.
 std::optional<double> appendJoin(Corner const& corner, double distance,
                                  OffsetOptions const& options, Point const& from, Point const& to,
                                  std::vector<Cubic>& join);
 
-/// Appends the cap of a curve that ends at a point with a direction; returns as above.
+/// Appends the cap of a curve that ends at a point in a direction; returns the same as appendJoin.
 std::optional<double> appendCap(Point const& end, Point const& direction, double distance, Cap cap,
                                 double tolerance, std::vector<Cubic>& join);
 

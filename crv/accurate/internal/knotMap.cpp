@@ -27,7 +27,7 @@ Position named(KnotCurve const& curve, std::size_t segment, double t) {
   return isSeam ? Position(0, 0.0) : Position(static_cast<int>(segment), t);
 }
 
-/// The parameter between y0 and y1 as x is between x0 and x1; the ends to the bit.
+/// Maps x linearly from [x0, x1] to [y0, y1]; the ends are mapped bit for bit.
 double carried(double x, double x0, double x1, double y0, double y1) {
   if (x == x1 && x1 != x0) return y1;
   double const share = x1 > x0 ? (x - x0) / (x1 - x0) : 0.0;

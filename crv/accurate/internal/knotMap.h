@@ -1,4 +1,4 @@
-// The map between two curves that follow each other from knot to knot.
+// The map between two curves whose parameters are related linearly from knot to knot.
 #pragma once
 
 #include "crv/accurate/types.h"
@@ -16,7 +16,7 @@ struct KnotSpan {
   double s0, s1;
 };
 
-/// A curve as a map sees it.
+/// The properties of a curve that a map needs.
 struct KnotCurve {
   std::size_t size = 0;
   bool isClosed = false;
@@ -24,7 +24,7 @@ struct KnotCurve {
 };
 
 /// A map that is linear in the parameters of each span; spans are in order on both curves and cover
-/// them. A query takes about log n.
+/// them. The time of a query grows as log n for n spans.
 Map knotMap(std::vector<KnotSpan> spans, KnotCurve source, KnotCurve result);
 
 }  // namespace crv::internal

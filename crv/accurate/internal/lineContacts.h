@@ -9,8 +9,8 @@
 
 namespace crv::internal {
 
-/// See contacts(curve, a, b, resolution); the tree is that of the boxes of the segments, and the
-/// magnitude that of the chain. Takes about log n for the segments near the line.
+/// See contacts(curve, a, b, resolution). tree holds the boxes of the segments, and magnitude is
+/// that of the chain. The time grows as log n, plus the time for the segments near the line.
 std::vector<LineContact> lineContacts(Chain const& chain, BoxTree const& tree, double magnitude,
                                       crv::Point const& a, crv::Point const& b, double resolution);
 

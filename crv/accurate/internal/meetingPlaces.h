@@ -1,4 +1,4 @@
-// Whether meetings of two curves are one, and which of them stands for it.
+// Decides which meetings of two curves are at one point, and which of these is kept.
 #pragma once
 
 #include "crv/accurate/internal/chainMeetings.h"
@@ -9,7 +9,8 @@
 
 namespace crv::internal {
 
-// Share of the resolution within which places are one, with what rounding does to it.
+// In units of the resolution: points nearer to each other are one point; the excess over 1 allows
+// for rounding.
 constexpr double kPlaceSlack = 1.0625;
 
 inline bool isBefore(Place const& p, Place const& q) {
@@ -19,7 +20,7 @@ inline bool areEqual(Place const& p, Place const& q) {
   return p.segment == q.segment && p.t == q.t;
 }
 
-/// The questions about single meetings of two curves.
+/// Compares and merges meetings of two curves.
 class MeetingPlaces {
  public:
   /// Keeps references to the curves.
@@ -29,7 +30,7 @@ class MeetingPlaces {
   /// Whether both curves keep within the resolution of each other between two meetings.
   bool areOne(ChainMeeting const& m, ChainMeeting const& n) const;
 
-  /// The meetings in order, one for each place.
+  /// The meetings in order, one for each point.
   std::vector<ChainMeeting> merged(std::vector<ChainMeeting> points) const;
 
  private:

@@ -1,4 +1,4 @@
-// A cubic in power form from its start, for loops that need derivatives, too.
+// A cubic in power form relative to its start, for loops that also need derivatives.
 #pragma once
 
 #include "crv/bezier/internal/cubic.h"
@@ -23,11 +23,11 @@ inline Motion motionOf(Cubic const& c) {
   return {c.p[1] - c.start(), c.p[2] - c.start(), c.end() - c.start()};
 }
 
-/// How far to go back in t for the foot of the point from which the motion is an error away, by
-/// Newton's method for the nearest point; by its first-order form where the curvature would lead
-/// away.
+/// The amount by which Newton's method for the nearest point reduces t, where error is the offset
+/// of the curve's point from the given point. Where the curvature makes the step unsafe, it is the
+/// Gauss-Newton step, which ignores the curvature.
 inline double footStep(Point const& error, Point const& velocity, Point const& acceleration) {
-  // The part of the first-order denominator that the curvature must leave.
+  // The least share of the Gauss-Newton denominator that the full denominator must keep.
   constexpr double kMinDenominator = 0.2;
   double const along = dot(error, velocity);
   double const squaredSpeed = dot(velocity, velocity);

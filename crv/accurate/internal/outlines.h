@@ -15,8 +15,8 @@ struct Origin {
   std::size_t curve, segment;
 };
 
-/// The segments of lists of curves, with lines that close the gaps wider than the resolution. Of
-/// unusable input there are none.
+/// The segments of lists of curves, with lines that close the gaps wider than the resolution. For
+/// unusable input there are no segments.
 class Outlines {
  public:
   /// All curves of up to two lists, the second of which may be null.

@@ -10,27 +10,29 @@ namespace crv::internal {
 
 namespace {
 
-// How often the way between two stations is halved. Ends at which the source or its parallel has no
-// velocity need some ten halvings.
+// The largest number of halvings of an interval between two stations. About ten are needed at ends
+// at which the velocity of the source or of its parallel is zero.
 constexpr int kMostHalvings = 16;
 
-// Newton steps that find the place across from a place of the source.
+// Newton steps for the point of the cubic on the source's normal.
 constexpr int kFootSteps = 2;
 
-// Curve units: the rounding of distances between places whose coordinates are of the order of 1.
+// Curve units: bounds the rounding error of distances between points whose coordinates are of the
+// order of 1.
 constexpr double kDistanceRounding = 16.0 * kRounding;
 
-// Parameter between two stations: how far a foot may be from where it is looked for.
+// Parameter between two stations: the largest distance of a foot from the parameter at which the
+// search starts.
 constexpr double kFarthestReach = 0.25;
 
-// Curve units: ends of the cubic whose feet are farther from the ends of the source than this lie
-// beyond the parallel's ends, or before them, for the sake of a joint.
+// Curve units: if the foot of an end of the cubic is farther than this from the end of the source,
+// the parallel was extended or shortened to meet the next one at a joint.
 constexpr double kShift = 0x1p-46;
 
-// Curve units: a slower source has no handle at its end.
+// Curve units per unit of t: a source slower than this at its end has no handle there.
 constexpr double kLeastSpeed = 0x1p-40;
 
-// A bound of 2 sin(x / 2) / sin x for x up to 30 degrees.
+// An upper bound of 2 sin(x / 2) / sin x for x up to 30 degrees.
 constexpr double kChordOverSine = 1.04;
 
 /// Adds a value to a range.
@@ -39,13 +41,14 @@ void include(double value, double& least, double& most) {
   most = max(most, value);
 }
 
-/// A cubic less a source, and the edges of the source, between two stations.
+/// The difference of a cubic and its source, and the edges of the source, between two stations.
 struct Way {
   Point d[4];
   Point e[3];
 };
 
-/// The largest magnitude of the coefficients of the product of D and a quadratic vector.
+/// The largest magnitude of the Bernstein coefficients of the dot product of D and a quadratic
+/// vector.
 double largestProduct(Point const (&d)[4], Point const (&e)[3]) {
   double const c[6] = {
       dot(d[0], e[0]),
@@ -60,10 +63,10 @@ double largestProduct(Point const (&d)[4], Point const (&e)[3]) {
   return largest;
 }
 
-/// A lower bound of a ninth of half the second derivative of the squared distance between a place
-/// of the cubic, at most farthest from the source, and places of the source around that at the same
-/// parameter, as far as the foot can be away; 0 if there is none above 0. The squared distance has
-/// six times the slope.
+/// A lower bound of 1/18 of the second derivative, along the source, of the squared distance from a
+/// point of the cubic. It holds around the same parameter as far as the foot can be away; the
+/// distance is at most farthest, and the first derivative at most six times slope. 0 if no positive
+/// bound is found.
 double leastConvexity(Way const& way, double farthest, double slope) {
   Point const(&d)[4] = way.d;
   Point const(&e)[3] = way.e;
@@ -78,7 +81,7 @@ double leastConvexity(Way const& way, double farthest, double slope) {
   double const least = min(atEnds, min(between[0], min(between[1], between[2])));
   if (!(slope < kFarthestReach * 1.5 * least)) return 0.0;
   double const reach = slope / (1.5 * least);
-  // Beyond the stations edges and their differences may be longer.
+  // Outside the interval between the stations edges and their differences may be longer.
   double const edge = 1.0 + 4.0 * reach * (1.0 + reach), difference = 1.0 + 2.0 * reach;
   double const longest = max(e0, max(e1, e2)), change = max(dot(f0, f0), dot(f1, f1));
   Point const second = f1 - f0;
@@ -88,7 +91,8 @@ double leastConvexity(Way const& way, double farthest, double slope) {
   return convexity >= 0.5 * least ? convexity : 0.0;
 }
 
-/// A direction of the source that vanishes nowhere, if its velocity vanishes at an end.
+/// If the velocity of the source is zero at an end, divides it by the parameter's distance from
+/// that end, so that its direction is defined there, too.
 void clearVelocity(Point (&e)[3]) {
   auto const isZero = [](Point const& p) { return p.x == 0.0 && p.y == 0.0; };
   if (isZero(e[0])) {
@@ -108,7 +112,7 @@ Station ParallelError::stationAt(double t, double s) const {
       t, s, startGap_ + cubic_.place(s) - place, place, source_.velocity(t), cubic_.velocity(s)};
 }
 
-/// A bound from the way between two stations as a whole.
+/// A bound for the interval between two stations as a whole.
 double ParallelError::boundOf(Station const& from, Station const& to) const {
   double const dt = (to.t - from.t) * (1.0 / 3.0), ds = (to.s - from.s) * (1.0 / 3.0);
   Way way;
@@ -132,7 +136,8 @@ double ParallelError::boundOf(Station const& from, Station const& to) const {
   double const beyond = farthest - distance_ + kDistanceRounding;
   if (beyond > tolerance_) return max(beyond, distance_);
   double const nearest = std::sqrt(max(0.0, least));
-  // Around one place of the source its parallel is an arc, or part of a join.
+  // If both stations lie at one point of the source, the parallel there is an arc or part of a
+  // join.
   if (from.t == to.t) return max(beyond, distance_ - nearest + kDistanceRounding);
   double slope = largestProduct(d, way.e);
   double const convexity = leastConvexity(way, farthest, slope);
@@ -146,7 +151,8 @@ double ParallelError::boundOf(Station const& from, Station const& to) const {
       3.0 * (std::sqrt(dot(e[0], e[0])) + std::sqrt(dot(e[1], e[1])) + std::sqrt(dot(e[2], e[2])));
   double const fromAnywhere = distance_ - nearest + length + kDistanceRounding;
   if (fromAnywhere <= tolerance_) return max(beyond, fromAnywhere);
-  // The direction from the source to the cubic differs from the normal.
+  // Otherwise the bound also has to cover the deviation of the direction from source to cubic from
+  // the normal.
   clearVelocity(e);
   slope = largestProduct(d, e);
   Point const chord = e[0] + e[1] + e[2];
@@ -157,7 +163,7 @@ double ParallelError::boundOf(Station const& from, Station const& to) const {
   return max(beyond, within) + kChordOverSine * aside;
 }
 
-/// The parameter of the cubic across from a place of the source.
+/// The parameter of the cubic's point on the source's normal at t; the search starts at s.
 double ParallelError::footAt(double t, double s) const {
   Point const velocity = source_.velocity(t), place = source_.place(t) - startGap_;
   for (int i = 0; i < kFootSteps; ++i) {
@@ -167,7 +173,8 @@ double ParallelError::footAt(double t, double s) const {
   return min(1.0, max(0.0, s));
 }
 
-/// How far in t the foot of the cubic's place is beyond the station, to first order.
+/// The parameter of the foot of the cubic's point minus the parameter of the station, to first
+/// order.
 double ParallelError::shiftAt(Station const& station) const {
   Point const velocity = station.sourceVelocity;
   double const along = dot(station.gap, velocity), squaredSpeed = dot(velocity, velocity);

@@ -1,4 +1,4 @@
-// A sure bound of how far a cubic is from the parallel of another one.
+// A rigorous bound on the distance of a cubic from the parallel of another one.
 #pragma once
 
 #include "crv/accurate/internal/motion.h"
@@ -8,23 +8,24 @@
 
 namespace crv::internal {
 
-/// The place of a source at t, paired with the place of a cubic at s, which lies nearly on the
+/// The point of a source at t, and the point of a cubic at s, which lies approximately on the
 /// source's normal there.
 struct Station {
   double t, s;
-  Point gap;                       // from the source to the cubic
+  Point gap;                       // from the source's point to the cubic's
   Point sourcePlace;               // relative to the start of the source
-  Point sourceVelocity, velocity;  // by t and by s
+  Point sourceVelocity, velocity;  // derivatives by t and by s
 };
 
-/// Bounds the distance of a cubic from the parallel to the left of a source, each place of one from
-/// a place of the other, in order along both. Coordinates are of the order of 1.
-/// Method: from one station to the next both are taken at parameters that run evenly. The squared
-/// distance there and its slope along the source are polynomials, which the coefficients of their
-/// Bernstein forms bound. Where the squared distance to the source is convex near by, its least
-/// value is below by no more than the squared slope over the convexity; elsewhere the parallel
-/// itself is away by no more than the slope tells. Where that is too much, the middle becomes a
-/// station.
+/// Bounds the distance of a cubic from the parallel to the left of a source: each point of either
+/// is that near to a point of the other, in the same order along both. Coordinates are of the order
+/// of 1.
+/// Method: between two stations, points of the two curves are paired by linear interpolation of the
+/// parameters. The squared distance of a pair and its derivative along the source are polynomials,
+/// which their Bernstein coefficients bound. If the squared distance is convex along the source
+/// near the pair, its minimum is lower by at most the squared derivative over the convexity;
+/// otherwise the derivative bounds the angle between the pair and the normal. If the bound exceeds
+/// the tolerance, the interval is halved at a new station.
 class ParallelError {
  public:
   ParallelError(Motion const& source, Motion const& cubic, Point const& startGap, double distance,
@@ -35,9 +36,9 @@ class ParallelError {
         distance_(distance),
         tolerance_(tolerance) {}
 
-  /// A bound over the whole cubic and the source from t0 to t1, with some stations in between; it
-  /// is more than the tolerance where none at or below that was found, and then may not hold for
-  /// all of it.
+  /// A bound for the whole cubic and the source from t0 to t1, given some stations in between. If
+  /// no bound at or below the tolerance is found, the result exceeds the tolerance and need not be
+  /// a bound.
   double bound(double t0, double t1, std::initializer_list<Station> stations) const;
 
   Station stationAt(double t, double s) const;

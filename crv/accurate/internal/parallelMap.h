@@ -10,7 +10,7 @@
 
 namespace crv::internal {
 
-/// Where a segment of a parallel comes from.
+/// The origin of a segment of a parallel.
 struct ParallelOrigin {
   bool isJoin;
   Place from, to;  // the stretch of the source that it may show, or the sides of the joint
@@ -18,9 +18,10 @@ struct ParallelOrigin {
   double s0, s1;
 };
 
-/// A map of positions of a curve to the places of a parallel that lie across from them, and back.
-/// What was trimmed away gives -1, a joint any place of its join; a query takes about log n. Source
-/// and parallel are given in one frame.
+/// A map of positions of a curve to the corresponding points of a parallel, on the normals of the
+/// curve, and back. Positions whose parallel points were trimmed away give -1, and a joint is
+/// mapped to some point of its join. The time of a query grows as log n. Source and parallel are
+/// given in one coordinate frame.
 Map parallelMap(std::shared_ptr<Chain const> source, std::vector<ParallelOrigin> segments,
                 bool isClosed);
 

@@ -1,4 +1,4 @@
-// Whether two segments that share an end meet there only.
+// A test that two segments which share an end meet only there.
 #pragma once
 
 #include "crv/accurate/internal/blossom.h"
@@ -8,8 +8,8 @@
 
 namespace crv::internal {
 
-// Squared cosine: two segments that leave a joint into cones that keep this far from the plane
-// between them come within the resolution of each other at the joint only.
+// Squared cosine of half the opening angle of two opposite cones. Two segments that leave a joint
+// inside such cones come within the resolution of each other only at the joint.
 constexpr double kSquaredConeCosine = 0x1p-8;
 
 inline bool isInCone(Cubic const& c, Point const& axis, double reach) {
@@ -24,7 +24,8 @@ inline bool isInCone(Cubic const& c, Point const& axis, double reach) {
   return true;
 }
 
-/// Whether two segments that leave one place in opposite half-planes meet in that place only.
+/// True if two segments that start at one point certainly meet only there, because they leave it
+/// into opposite cones.
 inline bool partAtStart(Cubic const& a, Cubic const& b, double reach) {
   Point const p = departure(a), q = departure(b);
   double const squaredP = dot(p, p), squaredQ = dot(q, q);

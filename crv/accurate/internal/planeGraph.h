@@ -1,4 +1,5 @@
-// Curves cut into edges between nodes, and the order of the edges around each node.
+// The data of an arrangement: stretches of segments, edges between nodes, and the order of the
+// edges around each node.
 #pragma once
 
 #include "crv/bezier/internal/cubic.h"
@@ -14,7 +15,7 @@ constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 /// A segment that is to be arranged.
 struct ArrangedSegment {
   Cubic c;
-  std::size_t next;  // the number of the segment that follows on its curve, kNone at an open end
+  std::size_t next;  // the number of the next segment on its curve, kNone at an open end
   int group;         // 0 or 1: winding numbers are counted for each group
 };
 
@@ -24,19 +25,20 @@ struct Stretch {
   std::size_t segment;
   double from, to;  // from < to
   std::size_t edge;
-  bool isForward;          // it runs as its edge does
+  bool isForward;          // it has the direction of its edge
   std::size_t nextOnEdge;  // another stretch of the same edge, or kNone
 };
 
 /// A line between two nodes on which one stretch lies, or several that coincide.
 struct Edge {
-  std::size_t from, to;      // nodes
-  std::size_t first;         // one of its stretches, whose way it runs
-  std::array<int, 2> count;  // stretches that run its way less those that run against it, by group
-  std::array<int, 2> left, right;  // winding numbers on its sides, by group
+  std::size_t from, to;            // nodes
+  std::size_t first;               // one of its stretches, which has its direction
+  std::array<int, 2> count;        // stretches in its direction minus those against it, by group
+  std::array<int, 2> left, right;  // winding numbers on both sides, by group
 };
 
-// An edge e has two half-edges: 2e leaves its first node, 2e + 1 its last one, against its way.
+// An edge e has two half-edges: 2e leaves its first node; 2e + 1 leaves its last node and has the
+// opposite direction.
 inline std::size_t edgeOf(std::size_t halfEdge) { return halfEdge >> 1; }
 inline std::size_t twin(std::size_t halfEdge) { return halfEdge ^ 1; }
 inline bool isAlong(std::size_t halfEdge) { return (halfEdge & 1) == 0; }
@@ -52,8 +54,8 @@ struct Turns {
   std::vector<std::size_t> halfEdges;  // node by node
   std::vector<std::size_t> entries;    // by half-edge: where it stands in halfEdges
 
-  /// The half-edge that goes on along the face to the left of one that ends at this node: the next
-  /// one clockwise from the half-edge that leads back.
+  /// The half-edge that follows, around the face on its left, a half-edge that ends at this node:
+  /// the next one clockwise from its twin.
   std::size_t next(std::size_t halfEdge, std::size_t node) const {
     std::size_t const entry = entries[twin(halfEdge)];
     return halfEdges[(entry == begins[node] ? begins[node + 1] : entry) - 1];

@@ -1,4 +1,4 @@
-// The cubic of which neighbouring segments are the parts.
+// Reconstructs the cubic from which neighbouring segments were cut.
 #pragma once
 
 #include "crv/bezier/internal/cubic.h"
@@ -16,9 +16,10 @@ struct Rejoined {
   std::vector<double> ends;
 };
 
-/// The cubic from which segments that follow each other were cut, if they were cut from one: at
-/// each joint the handles on both sides are in proportion to the widths of the parts. Nothing where
-/// handles have no length or widths differ by more than a million.
+/// The cubic from which consecutive segments were cut, provided that they were: at each joint the
+/// lengths of the handles on both sides are then proportional to the widths of the parts. Nothing
+/// if a handle has no length or the widths differ by more than a factor of a million. The caller
+/// has to check the result.
 inline std::optional<Rejoined> rejoined(Cubic const* segments, std::size_t count) {
   constexpr double kWidest = 0x1p20;  // in widths of the first part
   std::vector<double> ends = {0.0, 1.0};

@@ -1,4 +1,4 @@
-// Walks along a curve, and the order of branches around a place where two curves meet.
+// Walks along a curve, and the order of branches around a point where two curves meet.
 #include "crv/accurate/internal/route.h"
 
 #include "crv/accurate/internal/graph.h"
@@ -10,7 +10,7 @@ namespace crv::internal {
 
 namespace {
 
-// Halvings until the exit from a circle is known to a double's precision.
+// Halvings after which the exit from a circle is known to the precision of double.
 constexpr int kMostHalvings = 50;
 
 // Share of the unit scale: branches are followed no farther than this.
@@ -37,7 +37,7 @@ Cubic stretchOf(Cubic const& c, double t0, double t1) {
   return t0 < t1 ? result.c : result.reversed().c;
 }
 
-/// Whether the distance from a point never falls along a cubic, but by rounding.
+/// Whether the distance from a point never decreases along a cubic, except by rounding.
 bool movesAway(Cubic const& c, Point const& centre) {
   for (int i = 0; i < 3; ++i) {
     Point const edge = c.p[i + 1] - c.p[i];
@@ -49,8 +49,8 @@ bool movesAway(Cubic const& c, Point const& centre) {
   return true;
 }
 
-/// Where a cubic that moves away from the centre of a circle leaves it, if it does: Newton's method
-/// in a bracket.
+/// The point at which a cubic that moves away from the centre of a circle leaves it, if it does.
+/// Method: Newton's method in a bracket.
 std::optional<Point> onlyExitOf(Cubic const& c, Point const& centre, double radius) {
   double const squaredRadius = radius * radius;
   if (squaredDistance(c.p[3], centre) <= squaredRadius) return std::nullopt;
@@ -73,7 +73,7 @@ std::optional<Point> onlyExitOf(Cubic const& c, Point const& centre, double radi
   return pointAt(c, t);
 }
 
-/// Where a cubic leaves a circle first, if it does.
+/// The point at which a cubic first leaves a circle, if it does.
 std::optional<Point> exitOf(Cubic const& c, Point const& centre, double radius, int halvings) {
   if (isNear(c, centre, radius)) return std::nullopt;
   bool const isOutside = !(squaredDistance(c.p[0], centre) <= radius * radius);

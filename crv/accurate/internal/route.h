@@ -1,5 +1,4 @@
-// Walks along a curve over its joints and its seam, for the questions that contacts of curves
-// raise.
+// Walks along a curve across its joints and its seam, for contacts of curves.
 #pragma once
 
 #include "crv/accurate/internal/chain.h"
@@ -12,7 +11,7 @@
 
 namespace crv::internal {
 
-/// The segments of a curve, scaled when they are asked for, with walks along them.
+/// The segments of a curve in unit scale, computed when needed, and walks along them.
 class Route {
  public:
   Route(Chain const& chain, UnitScale const& scale) : chain_(chain), scale_(scale) {}
@@ -22,9 +21,9 @@ class Route {
   Cubic operator[](std::size_t i) const { return scale_.scaled(chain_.segments[i]); }
   Point at(Place const& place) const { return pointAt((*this)[place.segment], place.t); }
 
-  /// The place with t below 1: a joint is the start of the segment behind it, the seam that of the
-  /// first. The end of a segment before a gap has no position of its own and gets the last one
-  /// below 1. Only the end of an open curve keeps t = 1.
+  /// The place with t below 1: a joint is the start of the segment after it, the seam the start of
+  /// the first one. The end of a segment before a gap has no position of its own and becomes the
+  /// last parameter below 1. Only the end of an open curve keeps t = 1.
   Place normalised(Place const& place) const {
     if (place.t != 1.0 || isLast(place.segment)) return place;
     if (isGapBehind(place.segment)) return keptOnSegment(place);
@@ -40,7 +39,7 @@ class Route {
   /// Whether a segment ends an open curve.
   bool isLast(std::size_t segment) const { return !chain_.closed && segment + 1 == size(); }
 
-  /// Whether the next segment, around the seam, too, starts farther away than the resolution.
+  /// Whether the next segment, also across the seam, starts farther away than the resolution.
   bool isGapBehind(std::size_t segment) const {
     Point const end = chain_.segments[segment].p[3], start = chain_.segments[next(segment)].p[0];
     return distance(end * scale_.factor, start * scale_.factor) > scale_.resolution;
@@ -54,12 +53,12 @@ class Route {
     return (place.segment == 0 && place.t == 0.0) || place.t == 1.0;
   }
 
-  /// Whether the curve keeps within a distance of a point all the way between two normalised
-  /// places, one way around or, if it is closed, the other.
+  /// Whether the curve stays within reach of a point all the way between two normalised places; on
+  /// a closed curve, in at least one of the two directions.
   bool staysNear(Point const& centre, double reach, Place const& p, Place const& q) const;
 
-  /// Where the curve leaves the circle of a radius about a point first, forwards or backwards from
-  /// a normalised place; nothing where it ends or has a gap before.
+  /// The point at which the curve first leaves a circle, forwards or backwards from a normalised
+  /// place; nothing if it ends or has a gap before.
   std::optional<Point> exit(Point const& centre, double radius, Place const& from,
                             bool forward) const;
 
@@ -71,9 +70,9 @@ class Route {
   UnitScale const& scale_;
 };
 
-/// Whether two curves cross at a place where both have it, neither being at an end: whether the
-/// branches of the second leave to different sides of the first. They are followed until all of
-/// them are farther apart than the resolution.
+/// Whether two curves cross at a point that lies on both and is an end of neither: whether the two
+/// branches of the second curve leave to different sides of the first. The branches are followed
+/// until they are all farther apart than the resolution.
 bool routesCross(Route const& a, Place const& atA, Route const& b, Place const& atB,
                  double resolution);
 

@@ -10,15 +10,15 @@
 
 namespace crv::internal {
 
-// Curve units: within these bounds, the squares and fourth powers that decide stay normal numbers
-// or are computed of scaled input.
+// Curve units: within these bounds, all squares and fourth powers on which results depend are
+// normal numbers, or are computed from scaled input.
 constexpr double kSmallestMagnitude = 0x1p-500;
 constexpr double kLargestMagnitude = 0x1p500;
 
 // Relative: half the distance from 1 to the next double, the largest error of one rounding.
 constexpr double kRounding = 0x1p-53;
 
-// Relative to the largest coordinate: places nearer to each other than this are one place.
+// Relative to the largest coordinate: points nearer to each other than this count as one point.
 constexpr double kDefaultResolution = 0x1p-40;
 
 /// Collects the largest magnitude of coordinates; one that is not finite makes it NaN.
@@ -63,8 +63,8 @@ struct PowerOfTwo {
   }
 };
 
-// Below this magnitude the squares of small distances vanish: input is enlarged first, to between
-// 2^-50 and 2^250.
+// Below this magnitude the squares of small distances would underflow, so the input is first
+// multiplied by kEnlargement, to a magnitude between 2^-50 and 2^250.
 constexpr double kSmallestUnscaled = 0x1p-200;
 constexpr double kEnlargement = 0x1p450;
 

@@ -1,5 +1,5 @@
-// Parts of two segments in the search for their contacts: their boxes and control polygons, and
-// what these tell of two parts before either is halved.
+// Parts of two segments in the search for their contacts, and the tests on their boxes and control
+// polygons that decide whether and how two parts are searched further.
 #pragma once
 
 #include "crv/accurate/internal/graph.h"
@@ -10,18 +10,19 @@
 
 namespace crv::internal {
 
-// Tangent of the greatest angle between a gentle part and its chord, 31 degrees: two gentle parts
-// with chords less than 90 degrees apart are graphs over the bisector, with slopes up to 4.1.
+// A part is gentle if its direction stays within 31 degrees of its chord; kGentle is the tangent of
+// that angle. Two gentle parts whose chords are less than 90 degrees apart are graphs over the
+// bisector of the chords, with slopes up to kSteepest.
 constexpr double kGentle = 0.6;
 constexpr double kSteepest = 4.1;
 
-// Units of the largest coordinate: rounding of differences of control points.
+// Relative to the largest coordinate: bounds the rounding error of differences of control points.
 constexpr double kNoise = 0x1p-46;
 
-// Sine of an angle: Newton's method finds a crossing at this angle and more with all its digits.
+// Sine of an angle: at this angle and above, Newton's method finds a crossing to full precision.
 constexpr double kSteepCrossing = 0x1p-20;
 
-// Sine of an angle over the resolution: crossings at this angle and more are single places.
+// Sine of an angle divided by the resolution: at this angle and above, crossings are single points.
 constexpr double kSteepness = 0x1p20;
 
 // Parameter: the shortest part that is halved.
@@ -72,7 +73,7 @@ struct ControlPolygon {
     chord = c.p[3] - c.p[0];
   }
 
-  /// Whether it keeps within 31 degrees of the chord's direction.
+  /// Whether all edges are within 31 degrees of the chord's direction.
   bool areGentle() const {
     double const slack = kNoise * (std::fabs(chord.x) + std::fabs(chord.y));
     for (Point const& d : edge) {
@@ -84,8 +85,8 @@ struct ControlPolygon {
   }
 };
 
-/// Whether b lies on one side of the fat line about a's chord: the offsets of the control points
-/// from the chord, times its length.
+/// Whether b lies on one side of the fat line around a's chord. The offsets of the control points
+/// from the chord are compared, times the length of the chord.
 inline bool isBesideChord(Cubic const& a, ControlPolygon const& edges, Cubic const& b,
                           double resolution) {
   Point const chord = edges.chord;
@@ -99,8 +100,8 @@ inline bool isBesideChord(Cubic const& a, ControlPolygon const& edges, Cubic con
   return other.lo > own.hi + margin || other.hi < own.lo - margin;
 }
 
-/// Whether every direction of a lies clearly on one side of every direction of b: then they meet
-/// at most once.
+/// Whether every direction of a lies clearly on the same side of every direction of b, so that the
+/// parts meet at most once.
 inline bool runAcross(ControlPolygon const& a, ControlPolygon const& b, double resolution) {
   double const first = cross(a.edge[0], b.edge[0]);
   ValueRange crosses = {first, first};
@@ -113,7 +114,7 @@ inline bool runAcross(ControlPolygon const& a, ControlPolygon const& b, double r
   return sine * sine > least * least * dot(a.chord, a.chord) * dot(b.chord, b.chord);
 }
 
-/// The range of slopes of the control polygon; nothing where x does not rise.
+/// The range of slopes of the control polygon; it is not bounded if x does not increase.
 struct SlopeRange {
   ValueRange range;
   bool areBounded;
