@@ -11,6 +11,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
+#include <vector>
 
 namespace crv {
 
@@ -38,26 +40,51 @@ Point pointOf(Chain const& a, Chain const& b, ChainMeeting const& m) {
   return placeOf(a.segments[m.first.segment], m.first.t, b.segments[m.second.segment], m.second.t);
 }
 
+/// The position of a place at which a curve meets another. Of the two sides of a gap within the
+/// resolution it is the nearer one.
+Position positionNear(Route const& route, Place const& place, Route const& other,
+                      Place const& otherPlace, double magnitude) {
+  Chain const& chain = route.chain();
+  bool const hasBefore = place.t == 0.0 && (place.segment > 0 || chain.closed);
+  std::size_t const before = place.segment > 0 ? place.segment - 1 : chain.size() - 1;
+  if (hasBefore && chain.hasGapBehind(before, magnitude) && !route.isGapBehind(before)) {
+    internal::Point const point = other.at(otherPlace);
+    bool const isNearerBefore =
+        squaredDistance(route.at({before, 1.0}), point) < squaredDistance(route.at(place), point);
+    if (isNearerBefore) return chain.positionOn(before, 1.0, magnitude);
+  }
+  return chain.positionOn(place.segment, place.t, magnitude);
+}
+
 /// The position of an end of a stretch: a whole t is carried to the next segment, also at the end
 /// of a closed curve, but not over a gap.
-Position endOf(Chain const& chain, Place const& p, UnitScale const& scale) {
-  bool const isBeforeGap =
-      p.t == 1.0 && p.segment + 1 < chain.size() && Route(chain, scale).isGapBehind(p.segment);
+Position endOf(Chain const& chain, Place const& p, double magnitude) {
+  bool const isBeforeGap = p.t == 1.0 && chain.hasGapBehind(p.segment, magnitude);
   return Position(static_cast<int>(p.segment), isBeforeGap ? 1.0 - internal::kRounding : p.t);
+}
+
+/// Puts contacts in order: the nearer side of a gap may be before the other.
+void sort(std::vector<CurveContact>& points) {
+  std::sort(points.begin(), points.end(), [](CurveContact const& c, CurveContact const& d) {
+    return c.first != d.first ? c.first < d.first : c.second < d.second;
+  });
 }
 
 CurveContacts contactsOf(Chain const& a, Chain const& b, ChainMeetings const& found,
                          UnitScale const& scale) {
   CurveContacts result;
   result.points.reserve(found.points.size());
+  double const magnitude = scale.magnitude / scale.factor;
+  Route const routeA(a, scale), routeB(b, scale);
   for (ChainMeeting const& m : found.points) {
-    result.points.push_back({a.positionOf(m.first.segment, m.first.t),
-                             b.positionOf(m.second.segment, m.second.t), pointOf(a, b, m),
-                             kindOf(a, b, m)});
+    result.points.push_back({positionNear(routeA, m.first, routeB, m.second, magnitude),
+                             positionNear(routeB, m.second, routeA, m.first, magnitude),
+                             pointOf(a, b, m), kindOf(a, b, m)});
   }
+  sort(result.points);
   for (ChainStretch const& s : found.stretches) {
-    result.overlaps.push_back({endOf(a, s.from, scale), endOf(a, s.to, scale),
-                               endOf(b, s.otherFrom, scale), endOf(b, s.otherTo, scale),
+    result.overlaps.push_back({endOf(a, s.from, magnitude), endOf(a, s.to, magnitude),
+                               endOf(b, s.otherFrom, magnitude), endOf(b, s.otherTo, magnitude),
                                s.sameSense});
   }
   return result;
@@ -86,10 +113,16 @@ CurveContacts selfContacts(Curve const& curve, double resolution) {
   if (!internal::isUsable(magnitude) || chain.size() == 0) return {};
   UnitScale const scale(magnitude, resolution);
   double const margin = scale.resolution / scale.factor;
-  return contactsOf(chain, chain,
-                    internal::findSelfMeetings(chain, internal::boxTree(chain, margin),
-                                               internal::boxTree(chain, 0.0), scale),
-                    scale);
+  CurveContacts result =
+      contactsOf(chain, chain,
+                 internal::findSelfMeetings(chain, internal::boxTree(chain, margin),
+                                            internal::boxTree(chain, 0.0), scale),
+                 scale);
+  for (CurveContact& c : result.points) {
+    if (c.second < c.first) std::swap(c.first, c.second);
+  }
+  sort(result.points);
+  return result;
 }
 
 std::vector<LineContact> contacts(Curve const& curve, Point const& a, Point const& b,
@@ -112,16 +145,18 @@ std::vector<LineContact> internal::lineContacts(Chain const& chain, BoxTree cons
   Chain line;
   line.segments.push_back(straight(plain(a), plain(b)));
   ChainMeetings const found = findLineMeetings(chain, tree, line, scale);
+  Route const route(chain, scale), along(line, scale);
+  auto const positionOf = [&](ChainMeeting const& m) {
+    return positionNear(route, route.normalised(m.first), along, m.second, magnitude.value());
+  };
   for (ChainMeeting const& m : found.points) {
-    result.push_back({chain.positionOf(m.first.segment, m.first.t), m.second.t,
-                      pointOf(chain, line, m), kindOf(chain, line, m)});
+    result.push_back({positionOf(m), m.second.t, pointOf(chain, line, m), kindOf(chain, line, m)});
   }
   for (ChainStretch const& s : found.stretches) {
     for (ChainMeeting const& end :
          {ChainMeeting{s.from, s.otherFrom, false}, ChainMeeting{s.to, s.otherTo, false}}) {
-      Place const place = Route(chain, scale).normalised(end.first);
-      result.push_back({chain.positionOf(place.segment, place.t), end.second.t,
-                        pointOf(chain, line, end), ContactKind::touching});
+      result.push_back(
+          {positionOf(end), end.second.t, pointOf(chain, line, end), ContactKind::touching});
     }
   }
   std::sort(result.begin(), result.end(), [](LineContact const& c, LineContact const& d) {

@@ -4,6 +4,10 @@
 // seam are treated like any other point: a contact there is reported once, the sides on which the
 // branches leave decide whether it is a crossing or a touching, and overlaps continue across them.
 //
+// As with nearest, the end of a segment before a gap of more than 16 u S is at 1 - 2^-53, because
+// the next segment starts behind it. A gap within the resolution is one place with one contact, at
+// the nearer of its two sides.
+//
 // Resolutions mean the same as in contacts.h. Input that is not finite, or of a magnitude beyond
 // 2^500 or below 2^-500, and empty curves give no contacts.
 #pragma once
@@ -27,8 +31,10 @@ struct CurveContact {
 /// The longest stretch that two curves share around a point, or two coinciding stretches of one
 /// curve. On the first curve it runs forwards from `from` to `to`, across the seam if `from` lies
 /// behind `to`; on the second one it runs from `otherFrom` to `otherTo`, backwards unless
-/// sameSense. Only here is the seam of a closed curve of n segments (n, 0.0) as an end and (0, 0.0)
-/// as a start, so two equal closed curves share (0, 0.0) to (n, 0.0).
+/// sameSense. It covers no place of either curve twice: where one curve runs along the other for
+/// more than a lap, the stretch is told in parts that end at joints. Only here is the seam of a
+/// closed curve of n segments (n, 0.0) as an end and (0, 0.0) as a start, so two equal closed
+/// curves share (0, 0.0) to (n, 0.0).
 struct CurveOverlap {
   Position from, to, otherFrom, otherTo;
   bool sameSense;

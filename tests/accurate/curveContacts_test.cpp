@@ -1,6 +1,7 @@
 // Contacts of curves: joints and seams are places like any other, shared stretches run over them.
 #include "crv/accurate/curveContacts.h"
 
+#include "crv/accurate/nearest.h"
 #include "tests/support/data.h"
 #include "tests/support/expect.h"
 #include "tests/support/shapes.h"
@@ -196,6 +197,10 @@ TEST(CurveContacts, RunOverJointsAndTheSeam) {
        polygon({4, -1, 6, -1, 6, 5, 4, 5}),
        {},
        {{1, 2, 3.0 + 5.0 / 6.0, 3.0 + 1.0 / 6.0, 0}}},
+      {"around it twice",
+       polygon({0, 0, 4, 0, 4, 4, 0, 4, 0, 0, 4, 0, 4, 4, 0, 4}),
+       {},
+       {{0, 4, 0, 4, 1}, {0, 4, 4, 8, 1}}},
       {"through two corners",
        polygon({-1, -1, 5, 5}, false),
        {{0, 1.0 / 6.0, 0}, {2, 5.0 / 6.0, 0}},
@@ -314,6 +319,17 @@ TEST(CurveContacts, LieAtTheirPositionsBesideGapsWithinTheResolution) {
   ASSERT_EQ(found.points.size(), 1u);
   Point const place = gaping.locateCurvePosition(found.points[0].first);
   EXPECT_LE(place.distance(line.locateCurvePosition(found.points[0].second)), 1.0);
+  // Both sides of the gap are one place with one contact, at the nearer side.
+  for (double const x : {4.0, 4.75}) {
+    Position const side = x == 4.0 ? Position(0, 1.0 - 0x1p-53) : Position(1, 0.0);
+    CurveContacts const atGap = contacts(gaping, polygon({x, -3, x, 6}, false), 1.0);
+    ASSERT_EQ(atGap.points.size(), 1u);
+    EXPECT_EQ(atGap.points[0].first, side);
+    auto const alongLine = contacts(gaping, Point(x, -3), Point(x, 6), 1.0);
+    ASSERT_EQ(alongLine.size(), 1u);
+    EXPECT_EQ(alongLine[0].position, side);
+    EXPECT_EQ(crv::nearest(gaping, Point(x, 0))->position, side);
+  }
 }
 
 TEST(CurveContacts, AnswerAnyInput) {

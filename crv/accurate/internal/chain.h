@@ -68,19 +68,24 @@ struct Chain {
     return GxBezierCurvePosition(static_cast<int>(segment), t);
   }
 
-  /// Whether there is a gap of more than 16 u S behind a segment, or the end of an open curve.
-  bool endsBehind(std::size_t segment, double magnitude) const {
+  /// Whether there is a gap of more than 16 u S between a segment and the next one, around the seam
+  /// of a closed curve, too.
+  bool hasGapBehind(std::size_t segment, double magnitude) const {
     bool const isLast = segment + 1 == size();
-    if (isLast && !closed) return true;
+    if (isLast && !closed) return false;
     Point const gap = segments[segment].end() - segments[isLast ? 0 : segment + 1].start();
     return max(std::fabs(gap.x), std::fabs(gap.y)) > 16.0 * kRounding * magnitude;
+  }
+
+  /// Whether there is such a gap, or the end of an open curve.
+  bool endsBehind(std::size_t segment, double magnitude) const {
+    return (segment + 1 == size() && !closed) || hasGapBehind(segment, magnitude);
   }
 
   /// The position of a parameter in [0, 1] of a segment; an end before a gap has the last one
   /// before it, because behind it the next segment starts.
   GxBezierCurvePosition positionOn(std::size_t segment, double t, double magnitude) const {
-    bool const isAtGap =
-        t == 1.0 && segment + (closed ? 0 : 1) < size() && endsBehind(segment, magnitude);
+    bool const isAtGap = t == 1.0 && hasGapBehind(segment, magnitude);
     return positionOf(segment, isAtGap ? 1.0 - kRounding : t);
   }
 

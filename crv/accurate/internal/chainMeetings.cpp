@@ -38,6 +38,7 @@ class Assembly {
   ChainMeetings chainedLinks();
   std::size_t linkBehind(Link const& link) const;
   bool areJoined(Link const& link, Link const& next) const;
+  bool comesAround(Link const& head, Link const& link) const;
   double lengthOf(Link const& link) const;
   bool isPartner(ChainMeeting const& m, Link const& link) const;
   bool isInLink(ChainMeeting const& m, Link const& link) const;
@@ -129,7 +130,23 @@ std::size_t Assembly::linkBehind(Link const& link) const {
   return links_.size();
 }
 
-/// The stretches as long as can be. Those too short to be stretches become points.
+/// Whether a link would cover a place of either curve that the stretch from another on has covered.
+bool Assembly::comesAround(Link const& head, Link const& link) const {
+  auto const passes = [this](Route const& route, Place const& start, Place const& from,
+                             Place const& to, double sense) {
+    if (start.segment != from.segment) return false;
+    double const reach = 2.0 * scale_.resolution;
+    Point const place = route.at(start);
+    bool const isBehind =
+        (from.t - start.t) * sense <= 0.0 || distance(route.at(from), place) <= reach;
+    return isBehind && (to.t - start.t) * sense > 0.0 && distance(route.at(to), place) > reach;
+  };
+  return passes(a_, head.from, link.from, link.to, 1.0) ||
+         passes(b_, head.otherFrom, link.otherFrom, link.otherTo, link.isSameSense() ? 1.0 : -1.0);
+}
+
+/// The stretches as long as can be, none of them longer than a lap of either curve. Those too short
+/// to be stretches become points.
 ChainMeetings Assembly::chainedLinks() {
   std::size_t const n = links_.size();
   std::vector<std::size_t> next(n);
@@ -141,22 +158,28 @@ ChainMeetings Assembly::chainedLinks() {
   }
   ChainMeetings result;
   isDone[n] = 1;
-  auto const follow = [&](std::size_t start) {
-    std::size_t last = start;
-    double length = 0.0;
-    for (std::size_t i = start; !isDone[i]; i = next[i]) {
-      isDone[i] = 1;
-      last = i;
-      length += lengthOf(links_[i]);
-    }
-    Link const& head = links_[start];
-    Link const& tail = links_[last];
+  auto const add = [&](Link const& head, Link const& tail, double length) {
     if (length > max(kLongStretch * scale_.magnitude, 4.0 * scale_.resolution)) {
       result.stretches.push_back(
           {head.from, tail.to, head.otherFrom, tail.otherTo, head.isSameSense()});
     } else {
       addPoint(head.from, head.otherFrom, false);
     }
+  };
+  auto const follow = [&](std::size_t start) {
+    std::size_t head = start, last = start;
+    double length = 0.0;
+    for (std::size_t i = start; !isDone[i]; i = next[i]) {
+      isDone[i] = 1;
+      if (i != head && comesAround(links_[head], links_[i])) {
+        add(links_[head], links_[last], length);
+        head = i;
+        length = 0.0;
+      }
+      last = i;
+      length += lengthOf(links_[i]);
+    }
+    add(links_[head], links_[last], length);
   };
   for (std::size_t i = 0; i < n; ++i) {
     if (!hasPrevious[i]) follow(i);
