@@ -8,27 +8,27 @@ namespace crv::internal {
 
 namespace {
 
-// Rounds of solving and improving feet; few fits that succeed need more.
+// Rounds of solving and improving the feet; more rounds hardly ever make a fit succeed.
 constexpr int kMaxRounds = 6;
 
-// A fit succeeds hardly ever whose worst squared error is still above so many squared tolerances
-// after so many rounds.
+// In squared tolerances, by round: a fit with a larger worst squared error hardly ever succeeds in
+// later rounds.
 constexpr double kHopeless[kMaxRounds] = {64.0, 16.0, 6.0, 3.0, 1.7, 1.0};
 
-// The weight of an error along the tangent beside that along the normal: it keeps the ends of the
-// curve from sliding along the samples.
+// The weight of an error along the tangent, relative to one along the normal. It keeps the ends of
+// the curve from sliding along the samples.
 constexpr double kTangentialWeight = 0.1;
 
-// The weight, in samples, of the pull towards even control points.
+// The weight, in samples, of the term that draws the control points towards even spacing.
 constexpr double kPull = 0.005;
 
-// The weight of the pull of a free end towards its tangent: in samples, and beside all samples. It
-// gives the next segment a good start.
+// The weight of the term that draws a free end towards its tangent: at least kLeastTurn samples,
+// and kTurn times the number of samples. It gives the next segment a good start.
 constexpr double kLeastTurn = 0.1;
 constexpr double kTurn = 0.1;
 
-// The shortest handle as a part of the path along the samples: shorter ones turn too sharply at the
-// joint.
+// The length of the shortest handle, as a share of the path along the samples. With shorter handles
+// the curve bends too sharply at the joint.
 constexpr double kMinHandle = 0.05;
 
 // Parameter: the longest step of a foot.
@@ -38,8 +38,8 @@ bool isZero(Point const& v) { return v.x == 0.0 && v.y == 0.0; }
 
 double length(Point const& v) { return std::sqrt(dot(v, v)); }
 
-/// The equations of the pull towards even control points, and of that of a free end towards its
-/// tangent, which is zero or a unit vector, for a number of samples.
+/// The regularising terms: they draw the control points towards even spacing, and a free end
+/// towards its tangent, which is zero or a unit vector. count is the number of samples.
 ControlPointEquations pulls(Point const& tangent, double count) {
   double const turn = max(kLeastTurn, kTurn * count);
   // P1 is pulled towards a third of P3, P2 towards the middle between P1 and P3.
@@ -61,7 +61,7 @@ ControlPointEquations pulls(Point const& tangent, double count) {
 
 }  // namespace
 
-/// Takes the samples over, relative to the start, with parameters by chord length.
+/// Stores the samples relative to the start, with parameters by chord length.
 void SegmentFit::prepare(FitEnds const& ends, Point const* samples, std::size_t count) {
   ends_ = ends;
   ends_.end = ends.end - ends.start;
@@ -81,9 +81,9 @@ void SegmentFit::prepare(FitEnds const& ends, Point const* samples, std::size_t 
   }
 }
 
-/// Moves every foot by one Newton step, without letting it pass the one before, and estimates
-/// the errors there; the foot of the last sample stays at a free end; returns the worst squared
-/// distance along the normal.
+/// Moves every foot by one Newton step, but not past the foot before it, and estimates the errors
+/// there. The foot of the last sample stays at a free end. Returns the worst squared distance along
+/// the normal.
 double SegmentFit::improveFeet() {
   Motion const motion(p1_, p2_, p3_);
   double worst = 0.0;
@@ -103,7 +103,7 @@ double SegmentFit::improveFeet() {
     }
     double const across = cross(first, error);
     double const moved = max(previous, min(1.0, t - step));
-    // The tangential error that the step cannot take away, because the foot is held, counts.
+    // Where the foot was clamped, the remaining tangential error counts, too.
     double const left = along - squaredSpeed * (t - moved);
     s.squaredError = (across * across + left * left) * inverse;
     s.t = previous = moved;
@@ -117,7 +117,7 @@ double SegmentFit::improveFeet() {
   return worst;
 }
 
-/// Lets samples with large errors weigh more, so that the worst error sinks.
+/// Increases the weights of samples with large errors, to reduce the worst error.
 void SegmentFit::raiseWeights() {
   double const scale = 1.0 / (tolerance_ * tolerance_);
   double sum = 0.0;
@@ -129,7 +129,7 @@ void SegmentFit::raiseWeights() {
   for (Sample& s : samples_) s.weight *= norm;
 }
 
-/// The normal equations of the samples at their feet and of the pulls.
+/// The normal equations of the samples at their feet, with the regularising terms.
 ControlPointEquations SegmentFit::equations() const {
   ControlPointEquations e = pulls_;
   for (Sample const& s : samples_) {
@@ -187,7 +187,7 @@ bool SegmentFit::areHandlesSound() const {
          first <= longest * longest && second <= longest * longest;
 }
 
-/// Rounds the segment to its final control points and measures every sample there.
+/// Computes the final control points and checks the distance of every sample from the result.
 bool SegmentFit::settle(FitEnds const& ends, Point const* samples) {
   cubic_ = {{ends.start, ends.start + p1_, ends.start + p2_,
              ends.isEndGiven ? ends.end : ends.start + p3_}};

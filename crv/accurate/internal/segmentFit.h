@@ -1,4 +1,4 @@
-// One cubic segment through the neighbourhood of an ordered run of samples.
+// Fits one cubic segment to an ordered run of samples.
 #pragma once
 
 #include "crv/accurate/internal/controlPointEquations.h"
@@ -8,9 +8,9 @@
 
 namespace crv::internal {
 
-/// The known part of a segment that is to be fitted. Tangents are unit vectors in the direction of
-/// travel, or zero where the fit may choose. A free end is drawn towards the end tangent, a given
-/// one has it.
+/// The end conditions of a segment to be fitted. Tangents are unit vectors in the direction of
+/// travel, or zero where the fit may choose. A given end has the end tangent exactly; a free end is
+/// only drawn towards it.
 struct FitEnds {
   Point start;
   Point startTangent;
@@ -26,17 +26,18 @@ struct FitEnds {
 /// curve's normal in full and that along the tangent a little (tangent distance minimization: Wang,
 /// Pottmann, Liu, "Fitting B-spline curves to point clouds by curvature-based squared distance
 /// minimization", ACM Transactions on Graphics 25 (2006)), weights grow with the error (Lawson's
-/// algorithm), and a weak pull towards even control points decides where samples are few.
+/// algorithm), and a weak term for even spacing of the control points decides where samples are
+/// few.
 class SegmentFit {
  public:
-  /// No handle will be longer than longestHandle, nor than the path along the samples.
+  /// No handle becomes longer than longestHandle or than the path along the samples.
   SegmentFit(double tolerance, double longestHandle)
       : tolerance_(tolerance), longestHandle_(longestHandle) {}
 
-  /// Fits one segment to samples[0..count-1], in their order; the last of them is near the end
-  /// unless the end is given. Returns whether every sample came within the tolerance and both
-  /// handles have a sound length; where not, the results are undefined. With a given end and no
-  /// sample it always succeeds.
+  /// Fits one segment to samples[0..count-1], in their order; unless the end is given, the segment
+  /// ends near the last sample. Returns whether every sample is within the tolerance and both
+  /// handles have an acceptable length; if not, cubic() and foot() are undefined. With a given end
+  /// and no samples it always succeeds.
   bool fit(FitEnds const& ends, Point const* samples, std::size_t count);
 
   /// The segment found.

@@ -10,29 +10,31 @@ namespace crv::internal {
 
 namespace {
 
-// Newton steps: quadratic convergence from a start that is 10 % off takes five; a start near a
-// singular place may take all of these and is then given up.
+// Newton steps. From a start that is 10 % off, quadratic convergence takes five; near a singular
+// point the iteration may use all of them and then fails.
 constexpr int kMaxSteps = 14;
 
-// Steps to the nearest point: next to a cusp each is half the one before.
+// Steps to the nearest point. Next to a cusp each step is about half the one before.
 constexpr int kMaxFootSteps = 40;
 
-// Parameter: longer steps to the nearest point than this are checked.
+// Parameter: after a longer step to the nearest point, the new distance is compared with the old
+// one.
 constexpr double kLongStep = 0x1p-20;
 
-// Parameter: a step shorter than this has converged.
+// Parameter: the iteration has converged when a step is shorter than this.
 constexpr double kConverged = 0x1p-44;
 
-// Parameter: after a step shorter than this the next one converges as a rule.
+// Parameter: after a step shorter than this, the next step usually converges.
 constexpr double kNearlyConverged = 0x1p-22;
 
-// Parameter: steps below this that grow are rounding, magnified by a small angle.
+// Parameter: steps below this that no longer shrink are rounding errors, magnified by a small
+// crossing angle.
 constexpr double kSettled = 0x1p-16;
 
 // Parameter: how far beyond [0, 1] an iterate may lie.
 constexpr double kSlack = 0.25;
 
-/// Whether the steps of an iteration have become as short as they will.
+/// Detects that the steps of an iteration no longer become shorter.
 class Convergence {
  public:
   bool isReached(double step) {
@@ -55,7 +57,7 @@ double footOn(Cubic const& c, Point const& p, double u) {
     Point const away = pointAt(c, u) - p, d = derivativeAt(c, u);
     double const squared = dot(away, away);
     if (step > kLongStep && squared > 2.0 * least) {
-      // Next to a cusp a step may lead away: half of it is taken.
+      // Next to a cusp a step may increase the distance; then half of it is taken back.
       step *= 0.5;
       u = 0.5 * (u + nearest);
       continue;
@@ -64,7 +66,7 @@ double footOn(Cubic const& c, Point const& p, double u) {
     least = squared;
     double const slope = dot(away, d), squaredSpeed = dot(d, d);
     double const curvature = squaredSpeed + dot(away, secondDerivativeAt(c, u));
-    // Where the distance is not convex, the step of Gauss and Newton still goes downhill.
+    // Where the distance is not convex, the Gauss-Newton step still decreases it.
     double const second = curvature > 0.5 * squaredSpeed ? curvature : squaredSpeed;
     if (!(second > 0.0)) return u;
     double const next = min(1.0, max(0.0, u - slope / second));
@@ -76,7 +78,7 @@ double footOn(Cubic const& c, Point const& p, double u) {
 }
 
 bool SegmentPair::findCrossing(double& t, double& u) const {
-  // Far from the crossing power form is exact enough, and takes half the time.
+  // Far from the crossing the power form is exact enough, and takes half the time.
   Motion const motionA(a.p[1] - a.p[0], a.p[2] - a.p[0], a.p[3] - a.p[0]);
   Motion const motionB(b.p[1] - b.p[0], b.p[2] - b.p[0], b.p[3] - b.p[0]);
   Point const start = a.p[0] - b.p[0];
@@ -113,7 +115,7 @@ bool SegmentPair::findTangency(double& t, double& u) const {
     Point const gap = pointAt(a, t) - pointAt(b, u);
     Point const da = derivativeAt(a, t), db = derivativeAt(b, u);
     Point const dda = secondDerivativeAt(a, t), ddb = secondDerivativeAt(b, u);
-    // The directions are parallel, and the gap stands upright on them.
+    // At a tangency the directions are parallel, and the gap is perpendicular to them.
     double const f = cross(da, db), ft = cross(dda, db), fu = cross(da, ddb);
     double const g = dot(gap, da), gt = dot(da, da) + dot(gap, dda), gu = -dot(db, da);
     double const det = ft * gu - fu * gt;

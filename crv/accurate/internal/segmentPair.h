@@ -1,4 +1,4 @@
-// Two cubic segments whose meetings are looked for, and the questions about single places of them.
+// Two cubic segments whose meetings are searched, with Newton's methods for single points of them.
 #pragma once
 
 #include "crv/bezier/internal/cubic.h"
@@ -40,17 +40,18 @@ struct SegmentPair {
 
   double distanceAt(double t, double u) const { return distance(pointAt(a, t), pointAt(b, u)); }
 
-  /// Newton's method for A(t) = B(u). False where it does not end within a little of [0, 1], or
-  /// where the directions are parallel.
+  /// Newton's method for A(t) = B(u). Returns false if it does not converge to parameters in or
+  /// slightly outside [0, 1], or if the directions are parallel.
   bool findCrossing(double& t, double& u) const;
 
-  /// Newton's method for the parallel directions of a place of touching; false as above.
+  /// Newton's method for a tangency: parallel directions, with the gap between the points
+  /// perpendicular to them. Returns false as above.
   bool findTangency(double& t, double& u) const;
 
   /// The u in [0, 1] near the given one whose point is nearest to A(t), by Newton's method.
   FootPair footOnB(double t, double u) const;
 
-  /// The same with the segments in each other's place.
+  /// The same with the segments exchanged.
   FootPair footOnA(double t, double u) const;
 };
 

@@ -15,28 +15,30 @@ namespace crv::internal {
 
 namespace {
 
-// The cosine of the largest turn that one cubic is tried with, about 100 degrees.
+// The cosine of the largest turn for which one cubic is tried, about 100 degrees.
 constexpr double kLargestTurn = -0.2;
 
-// The sine of a turn below which a stretch is split in the middle, else at half its turn.
+// The sine of a turn: a stretch that turns less is split in the middle, one that turns more at half
+// its turn.
 constexpr double kSmallTurn = 0.3;
 
 // Parameter, relative to a stretch: it is not split nearer than this to its ends.
 constexpr double kFirstSplit = 0x1p-10;
 
-// How often a stretch is split, and into how many pieces at most. Both are reached only where
-// rounding, or a tolerance below it, keeps a fit from succeeding.
+// Guards: the depth of splitting, and the number of pieces. They are reached only if rounding, or a
+// tolerance below it, keeps fits from succeeding.
 constexpr int kMostSplits = 40;
 constexpr std::size_t kMostPieces = 1000;
 
-// Where the curvature crosses that of the distance is looked for in parts of 2^-10, and from parts
-// of 2^-3 on by halving.
+// The parameters at which the curvature equals 1 / distance are isolated by halving, down to
+// intervals of 2^-kFinestPart; from intervals of 2^-kCoarsestRoot on, a change of sign is refined
+// by bisection.
 constexpr int kFinestPart = 10;
 constexpr int kCoarsestRoot = 3;
 constexpr int kRootHalvings = 40;
 
-// The share of a part by which its ends are moved inwards: where a handle has no length, the
-// curvature at the very end is not defined.
+// The share of an interval by which its ends are moved inwards, because the curvature is not
+// defined at an end whose handle has no length.
 constexpr double kEndShare = 0x1p-20;
 
 // Parameter: parallels of stretches shorter than this are left out.
@@ -79,7 +81,7 @@ class SegmentParallel {
   std::size_t const most_;
 };
 
-/// Whether the segment was straight: then it is moved as it is.
+/// If the segment is straight, appends it, translated, and returns true.
 bool SegmentParallel::appendStraight() {
   auto const axis = axisOf(source_);
   if (!axis) return false;
@@ -98,8 +100,8 @@ bool SegmentParallel::isReversed(double t) const {
   return distance_ * cross(first, second) > squaredSpeed * std::sqrt(squaredSpeed);
 }
 
-/// Finds where the segment turns around centres on the parallel's side that are nearer than the
-/// distance: the parallel runs back there. Between its inflections the segment turns one way.
+/// Finds the stretches with a centre of curvature on the parallel's side that is nearer than the
+/// distance; the parallel runs backwards there. The segment turns one way between its inflections.
 std::vector<SegmentParallel::Range> SegmentParallel::findReversed() const {
   std::vector<Range> found;
   double inflections[2];
@@ -119,7 +121,8 @@ void SegmentParallel::findReversed(Edges const& edges, double t0, double t1, int
   double const a = distance_ * turning.c0, b = distance_ * turning.c1, c = distance_ * turning.c2;
   double const most = max(a, max(b, c));
   if (most <= 0.0) return;
-  // Speed and turning are 3 and 18 times what the edges give.
+  // The speed is 3 times, and the cross product of the derivatives 18 times, the value computed
+  // from the edges.
   Point const chord = edges.e[0] + edges.e[1] + edges.e[2];
   double const length = std::sqrt(dot(chord, chord));
   double const slowest = length > 0.0 ? edges.leastAlong(chord) / length : 0.0;
@@ -143,7 +146,7 @@ void SegmentParallel::findReversed(Edges const& edges, double t0, double t1, int
   findReversed(edges.stretch(0.5, 1.0), middle, t1, depth + 1, found);
 }
 
-/// Adds the reversed part of a stretch that has one end of it inside at most.
+/// Adds the reversed part of a stretch inside which at most one end of a reversed part lies.
 void SegmentParallel::addReversed(double t0, double t1, std::vector<Range>& found) const {
   double const inside = kEndShare * (t1 - t0);
   bool const atStart = isReversed(t0 + inside), atEnd = isReversed(t1 - inside);
@@ -173,14 +176,14 @@ ParallelStretch SegmentParallel::stretchBetween(double t0, double t1) const {
   return s;
 }
 
-/// The direction of travel at a parameter inside.
+/// The direction of travel at an inner parameter.
 Point SegmentParallel::direction(double t) const {
   Point const velocity = derivativeAt(source_, t);
   return largestPart(velocity) > 0.0 ? unitVector(velocity) : startDirection(source_);
 }
 
-/// Where a stretch that one cubic does not follow is split, relative to it: at its inflection or at
-/// half its turn.
+/// The parameter, relative to the stretch, at which a stretch that one cubic cannot follow is
+/// split: its inflection, or half its turn.
 double splitOf(Edges const& edges, Point const& startTangent, Point const& endTangent) {
   double t[2];
   if (edges.turning().roots(t) == 1 && t[0] > 0.125 && t[0] < 0.875) return t[0];

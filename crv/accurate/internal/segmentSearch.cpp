@@ -1,8 +1,8 @@
-// Halving pairs of parts until both are graphs over one axis, then halving the axis.
+// Halves pairs of parts until both are graphs over one axis, then halves the interval of that axis.
 //
-// What is bounded is the difference of the two graphs. With both parts over the same stretch of
-// the axis, the differences of control points bound it far more tightly than two fat lines do:
-// parallel curves that are close to each other part at once, coinciding ones are seen as a whole.
+// The difference of the two graphs is bounded. If both parts cover the same interval of the axis,
+// the differences of control points bound it far more tightly than two fat lines do: parallel
+// curves close to each other are separated at once, and coinciding ones are recognised as a whole.
 #include "crv/accurate/internal/segmentSearch.h"
 
 #include "crv/accurate/internal/graph.h"
@@ -17,25 +17,26 @@ namespace crv::internal {
 
 namespace {
 
-// Pairs looked at: two segments with nine crossings take some hundred, tangency twice as many.
-// Beyond this the search ends with what it has found.
+// Guard: pairs examined. Two segments with nine crossings take about a hundred, tangency twice as
+// many. Beyond this number the search ends with the approaches found so far.
 constexpr int kMostPairs = 1 << 15;
 
 // The length of a vector (1, slope) at the steepest slope: vertical distances are at most this many
 // times the true ones.
 constexpr double kVertical = 4.3;
 
-// Halvings until the end of what two graphs share is known to rounding.
+// Halvings after which the end of a shared stretch of two graphs is known to rounding.
 constexpr int kMostHalvings = 52;
 
-// Share of a chord: where chords meet this far beyond their ends, Newton's method is not tried.
+// In chord lengths: if the lines of two chords meet farther than this beyond the ends, Newton's
+// method is not tried.
 constexpr double kFarOutside = 0.25;
 
-// Share of a chord: a derivative below this says nothing of the direction.
+// In chord lengths: a derivative below this does not determine a direction.
 constexpr double kRetracted = 0x1p-20;
 
-// Tangent of an angle, as such and over the resolution: where graphs part faster than this, what
-// they share is far too short for a stretch, and points tell it.
+// Tangent of an angle, and the same divided by the resolution: where graphs diverge faster than the
+// smaller of both, the shared stretch is far too short to be reported, and only points are.
 constexpr double kSlow = 0x1p-4;
 constexpr double kSlowness = 0x1p18;
 
@@ -128,7 +129,7 @@ bool Search::addClearCrossing(Part const& a, Part const& b) {
   return true;
 }
 
-/// Adds the ends of segments that may be within the resolution all along from a crossing.
+/// Adds those ends of segments that may be connected to a crossing by pairs within the resolution.
 void Search::addEndsNear(double t, double u) {
   Point const place = pointAt(pair_.a, t);
   auto const isAtEnd = [&](Cubic const& c) {
@@ -144,8 +145,8 @@ void Search::addEndsNear(double t, double u) {
   }
 }
 
-/// Two gentle parts: they are turned onto the bisector of their chords, the second one the way of
-/// the first.
+/// Searches two gentle parts: both are rotated so that the bisector of their chords is the axis,
+/// and the second is reversed if it runs against the first.
 void Search::searchGraphs(Part const& a, Part const& b) {
   Point const directionA = unit(a.c.p[3] - a.c.p[0]), directionB = unit(b.c.p[3] - b.c.p[0]);
   bool const sameWay = dot(directionA, directionB) >= 0.0;
@@ -156,7 +157,8 @@ void Search::searchGraphs(Part const& a, Part const& b) {
   double const lo = max(seenA.c.p[0].x, seenB.c.p[0].x);
   double const hi = min(seenA.c.p[3].x, seenB.c.p[3].x);
   if (lo > hi) {
-    // They follow one another along the axis: only the ends that face each other can be near.
+    // The parts cover disjoint intervals of the axis, so only the ends that face each other can be
+    // near.
     if (lo > hi + resolution_) return;
     bool const isFirstA = seenA.c.p[3].x <= seenB.c.p[0].x;
     return isFirstA ? addIfNear(seenA.t1, seenB.t0) : addIfNear(seenA.t0, seenB.t1);
@@ -164,7 +166,7 @@ void Search::searchGraphs(Part const& a, Part const& b) {
   searchNode(trimmed(seenA, lo, hi), trimmed(seenB, lo, hi));
 }
 
-/// Two graphs over the same stretch of the axis.
+/// Searches two graphs over the same interval of the axis.
 void Search::searchNode(Part const& a, Part const& b) {
   if (++pairs_ > kMostPairs) return;
   double const lo = a.c.p[0].x, length = a.c.p[3].x - lo;
@@ -184,7 +186,8 @@ void Search::searchNode(Part const& a, Part const& b) {
   double const steepest = max(max(slopesA.range.hi, slopesB.range.hi) - mean,
                               mean - min(slopesA.range.lo, slopesB.range.lo));
   double const slip = steepest * max(gapX.hi, -gapX.lo);
-  // Vertical distances at the least and the greatest slope: between the two, only halving decides.
+  // The resolution as a vertical distance, at the least and at the greatest slope. If the
+  // difference lies between the two, the interval is halved.
   double const leastSlope = max(0.0, std::fabs(mean) - steepest);
   double const mostSlope = min(kSteepest, std::fabs(mean) + max(0.0, steepest));
   double const within = resolution_ * std::sqrt(1.0 + leastSlope * leastSlope);
@@ -215,19 +218,19 @@ void Search::searchNode(Part const& a, Part const& b) {
   searchNode(rightA, rightB);
 }
 
-/// The distance of two graphs at a place of the axis, where they run nearly side by side.
+/// The distance of two nearly parallel graphs at a given x.
 double distanceWhereXIs(Part const& a, Part const& b, double x, double& s, double& w) {
   s = whereXIs(a.c, x);
   w = whereXIs(b.c, x);
-  // At a retracted handle rounding makes the derivative.
+  // At a retracted handle the derivative is only rounding errors.
   Point const derivative = derivativeAt(a.c, s), chord = a.c.p[3] - a.c.p[0];
   Point const direction = std::fabs(derivative.x) > kRetracted * chord.x ? derivative : chord;
   double const gap = std::fabs(pointAt(b.c, w).y - pointAt(a.c, s).y), length = norm(direction);
   return length > 0.0 ? gap * std::fabs(direction.x) / length : gap;
 }
 
-/// Adds the part of two graphs with a monotone difference that is within the resolution, and the
-/// crossing in it. False where there is none.
+/// Adds the stretch of two graphs with a monotone difference that is within the resolution, and the
+/// crossing in it. Returns false if there is none.
 bool Search::addNearPart(Part const& a, Part const& b) {
   double const before = b.c.p[0].y - a.c.p[0].y, after = b.c.p[3].y - a.c.p[3].y;
   bool const doCross = (before < 0.0 && after > 0.0) || (before > 0.0 && after < 0.0);
@@ -244,7 +247,7 @@ bool Search::addNearPart(Part const& a, Part const& b) {
   double const middle = isNearBefore  ? lo
                         : isNearAfter ? hi
                                       : lo + (hi - lo) * (before / (before - after));
-  // Where the difference is far from linear, the crossing stands for all that is near.
+  // If the difference is far from linear, the crossing alone represents the stretch.
   if (!isNear(middle)) return true;
   auto const endTowards = [&](double far) {
     double near = middle;
@@ -269,7 +272,7 @@ bool Search::addNearPart(Part const& a, Part const& b) {
   return true;
 }
 
-/// The crossing of two graphs that change sides between their ends.
+/// Adds the crossing of two graphs whose difference has opposite signs at the ends.
 void Search::addRoot(Part const& a, Part const& b) {
   double const before = b.c.p[0].y - a.c.p[0].y, after = b.c.p[3].y - a.c.p[3].y;
   double const share = before / (before - after);

@@ -1,4 +1,5 @@
-// The places where two cubic segments come within the resolution of each other, in raw pieces.
+// Finds the stretches and points at which two cubic segments are within the resolution of each
+// other.
 #pragma once
 
 #include "crv/accurate/internal/segmentPair.h"
@@ -7,15 +8,15 @@
 
 namespace crv::internal {
 
-/// A pair of parameters, or stretches of them, at which two segments are within the resolution.
-/// The same place may be found as several approaches.
+/// A pair of parameters, or of parameter intervals, at which two segments are within the
+/// resolution. The same point may be found as several approaches.
 struct Approach {
   double t0, t1, u0, u1;  // t0 <= t1; u0 > u1 where the segments run against each other
   bool isRoot;            // the segments change sides here; t0 == t1, u0 == u1
-  int runs;               // which runs of straight segments that turn back; 0 of others
+  int runs;               // the pair of runs, for straight segments that turn back; else 0
 };
 
-/// Two segments that cross, and do nothing else, have nine at most.
+/// Two segments that only cross have at most nine approaches.
 using Approaches = ShortList<Approach, 9>;
 
 /// Appends all approaches of two segments whose coordinates have a magnitude of at most 1: at
@@ -23,8 +24,9 @@ using Approaches = ShortList<Approach, 9>;
 /// place within it where the segments change sides, or an approach that covers it.
 void findApproaches(SegmentPair const& pair, double resolution, Approaches& found);
 
-/// For a pair of one segment with itself: false unless the segment is straight within the
-/// resolution; then the approaches of its runs between the places where it turns back, t before u.
+/// For a pair of one segment with itself: if the segment is straight within the resolution, appends
+/// the approaches between its runs, which are divided where it turns back, with t before u. Returns
+/// false for other segments.
 bool findOwnApproaches(SegmentPair const& pair, double resolution, Approaches& found);
 
 }  // namespace crv::internal

@@ -1,5 +1,6 @@
-// Stretches of one cubic are recognised by their ends: an end of one segment that lies on the other
-// gives a pair of parameters, and between two pairs the control points of both segments agree.
+// Stretches of one cubic are recognised by their ends: each end of one segment that lies on the
+// other gives a pair of parameters, and if the segments share their carrier, the control points of
+// both stretches between two such pairs agree.
 #include "crv/accurate/internal/sharedCarrier.h"
 
 #include "crv/accurate/internal/approachCluster.h"
@@ -15,7 +16,7 @@ namespace crv::internal {
 
 namespace {
 
-// Parameter: double points whose middle is farther from a segment than this are of no use to it.
+// Parameter: double points whose mean parameter lies farther than this from 0 are ignored.
 constexpr double kFarthestMiddle = 2.0;
 
 struct Pair {
@@ -29,7 +30,8 @@ bool areNear(Cubic const& a, Cubic const& b, double reach) {
   return true;
 }
 
-/// The parameters at which a segment is nearest to a point, within a distance; ends count.
+/// The parameters of the local minima of the distance from a point that are within reach, and of
+/// the ends that are.
 std::vector<double> feetOn(Cubic const& c, Point const& p, double reach) {
   std::vector<double> feet;
   for (double const end : {0.0, 1.0}) {
@@ -100,7 +102,7 @@ bool holdCrossing(SegmentPair const& pair, double resolution, double& t, double&
     t = polishedT;
     u = polishedU;
   }
-  // An end that stops short of the double point may still be within the resolution.
+  // A segment that ends before the double point may still pass it within the resolution.
   double const heldT = min(1.0, max(0.0, t)), heldU = min(1.0, max(0.0, u));
   if (heldT == t && heldU == u) return true;
   FootPair const foot = heldT != t ? pair.footOnB(heldT, heldU) : pair.footOnA(heldT, heldU);
@@ -124,7 +126,8 @@ void addOtherMeetings(ClusterJudge const& judge, SegmentPair const& pair, double
       if (pair.distanceAt(t, u) <= resolution) add(t, u);
     }
   }
-  // The double point is more exact on the longer of the two segments.
+  // The double point is computed on the segment with the longer share of the carrier, where it is
+  // more exact.
   bool const isOnA = std::fabs(ratio) >= 1.0;
   double x = 0.0, y = 0.0;
   if (!findDoublePoint(isOnA ? pair.a : pair.b, x, y)) return;

@@ -1,4 +1,4 @@
-// Two segments that are stretches of one cubic, and where that cubic crosses itself.
+// Segments that are stretches of one cubic, their carrier, and the double point of a carrier.
 #pragma once
 
 #include "crv/accurate/internal/clusterJudge.h"
@@ -7,17 +7,18 @@
 
 namespace crv::internal {
 
-/// Whether the control points of two segments are one by one within the resolution of each other,
-/// in the same order or in reverse: then the whole segments are. Not for segments that turn back.
+/// Whether corresponding control points of two segments, in the same order or reversed, are within
+/// the resolution of each other, so that the whole segments are. Stores the shared stretch. False
+/// for straight segments that turn back.
 bool areOneSegment(SegmentPair const& pair, double resolution, SharedStretch& shared);
 
-/// The longest stretch, between ends of the segments, over which the parameters of both are in
-/// proportion and the control points of both stretches are one by one within the resolution. False
-/// where there is none, and for straight segments.
+/// Finds the longest stretch between ends of the segments on which the parameters of both are
+/// proportional and corresponding control points are within the resolution. Returns false if there
+/// is none, and for straight segments.
 bool findSharedCarrier(SegmentPair const& pair, double resolution, SharedStretch& shared);
 
-/// Adds the meetings of two segments that share a carrier, besides the stretch: where the carrier
-/// passes through its double point, and where ends meet that are not the same end of the carrier.
+/// Adds the meetings of two segments with a common carrier other than the shared stretch: at the
+/// double point of the carrier, and where ends meet that are different points of the carrier.
 void addOtherMeetings(ClusterJudge const& judge, SegmentPair const& pair, double magnitude,
                       double resolution, SharedStretch const& shared, Meetings& found);
 
@@ -25,8 +26,9 @@ void addOtherMeetings(ClusterJudge const& judge, SegmentPair const& pair, double
 /// point, if it has one near the segment.
 bool findDoublePoint(Cubic const& c, double& t, double& u);
 
-/// Newton's method for the crossing of two segments near a pair of parameters, which is then held
-/// to [0, 1]. False if an end stops short of the crossing by more than the resolution.
+/// Refines a crossing of two segments near a pair of parameters by Newton's method and clamps the
+/// parameters to [0, 1]. Returns false if a segment ends before the crossing by more than the
+/// resolution.
 bool holdCrossing(SegmentPair const& pair, double resolution, double& t, double& u);
 
 }  // namespace crv::internal

@@ -1,4 +1,4 @@
-// A list whose first elements need no memory of their own.
+// A list whose first elements need no allocation.
 #pragma once
 
 #include <cstddef>
@@ -6,7 +6,7 @@
 
 namespace crv::internal {
 
-/// A list of plain values; up to N of them are kept in the object.
+/// A list of plain values; up to N of them are stored in the object itself.
 template <class T, std::size_t N>
 class ShortList {
  public:

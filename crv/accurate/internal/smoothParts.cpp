@@ -11,13 +11,15 @@ namespace crv::internal {
 
 namespace {
 
-// Curve units, the coordinates being of the order of 1: a segment this near to a line is straight.
+// Curve units, for coordinates of the order of 1: a segment whose control points are this near to a
+// line is straight.
 constexpr double kStraight = 0x1p-48;
 
-// Relative to the longest edge of the control polygon: a velocity below this is none.
+// Relative to the longest edge of the control polygon: a velocity below this counts as zero.
 constexpr double kStill = 0x1p-26;
 
-// Parameter: cusps nearer to each other, or to the ends, are one.
+// Parameter: cusps nearer to each other than this are one cusp, and cusps nearer to an end are
+// ignored.
 constexpr double kOne = 0x1p-20;
 
 /// The parameters of the cusps, ascending.
@@ -27,7 +29,7 @@ std::vector<double> cuspsOf(Cubic const& c) {
   if (edges.leastAlong(c.end() - c.start()) > 0.0) return cusps;
   auto const axis = axisOf(c);
   double const still = kStill * edges.largest();
-  // Both parts of the velocity vanish at a cusp; the larger one of them changes sign.
+  // Both coordinates of the velocity are zero at a cusp, and at least one of them changes its sign.
   for (Point const& direction : {Point{0.0, 1.0}, Point{1.0, 0.0}}) {
     double t[2];
     int const count = edges.across(axis ? leftOf(*axis) * -1.0 : direction).roots(t);

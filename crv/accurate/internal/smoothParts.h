@@ -1,4 +1,4 @@
-// Segments as parts without cusps.
+// Divides segments at their cusps.
 #pragma once
 
 #include "crv/bezier/internal/cubic.h"
@@ -9,7 +9,7 @@
 
 namespace crv::internal {
 
-/// A part of a segment that has a direction everywhere inside.
+/// A part of a segment whose velocity is nowhere zero inside.
 struct SmoothPart {
   Cubic c;
   std::size_t segment;
@@ -21,7 +21,8 @@ struct SmoothPart {
 /// there. Coordinates are of the order of 1.
 void appendSmoothParts(Cubic const& c, std::size_t segment, std::vector<SmoothPart>& parts);
 
-/// The direction of a straight segment, one way or the other; nothing if it is not straight.
+/// A unit vector along a straight segment, in either direction; nothing if the segment is not
+/// straight.
 std::optional<Point> axisOf(Cubic const& c);
 
 }  // namespace crv::internal

@@ -13,7 +13,7 @@ namespace {
 // the start of the next segment.
 constexpr double kLastParameter = 1.0 - 0x1p-53;
 
-/// The place of a position on a curve of n segments; the seam is the start.
+/// The place of a position on a curve of n segments; the seam becomes the start.
 std::optional<Place> placeOn(std::size_t n, bool isClosed, Position const& position) {
   std::optional<Place> const place = placeAmong(n, position);
   return place && isClosed && place->t == 1.0 ? Place{0, 0.0} : place;
@@ -57,12 +57,12 @@ class SpanMap : public GxBezierCurvePositionMapBase {
     return spans_.isBackwards ? size() - 1 - part : part;
   }
 
-  /// Maps t of a source segment as it is numbered before or after the seam.
+  /// Maps t of a source segment, with the segment's number before the seam or the one after it.
   bool mapPlace(Position& out, std::size_t segment, double t) const {
     return mapNumbered(out, segment, t) || mapNumbered(out, segment + spans_.sourceSize, t);
   }
 
-  /// Maps the start of a segment as the end of the one before it, where these are one place.
+  /// Maps the start of a segment as the end of the one before it, if the two join.
   bool mapEndBefore(Position& out, std::size_t segment) const {
     if (segment == 0 && !spans_.isSourceClosed) return false;
     std::size_t const before = (segment == 0 ? spans_.sourceSize : segment) - 1;
@@ -116,7 +116,7 @@ class SpanMap : public GxBezierCurvePositionMapBase {
   }
 
   Spans spans_;
-  std::vector<std::size_t> segments_;  // by part: its segment of the result; empty where order is
+  std::vector<std::size_t> segments_;  // by part: its segment of the result; empty if order is
 };
 
 }  // namespace

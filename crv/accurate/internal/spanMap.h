@@ -1,4 +1,4 @@
-// The map of an edit whose result consists of parts of the source's segments.
+// The map of an edit whose result consists of parts of the source's segments, such as a cut.
 #pragma once
 
 #include "crv/accurate/types.h"
@@ -14,7 +14,7 @@ struct Span {
   std::size_t segment;
   double from;
   double to;
-  bool joinsNext;  // no gap lies between this part and what follows it on the source
+  bool joinsNext;  // there is no gap behind this part on the source
 };
 
 /// The parts of a result in the order of the source.
@@ -28,9 +28,9 @@ struct Spans {
   bool isBackwards = false;  // the result runs against the source; order is empty then
 };
 
-/// A map of positions of the source to the result and back, linear in t within each part; it keeps
-/// the parts and refers to no curve. A query takes about log n. Positions that are not on a part,
-/// or not on the result, give -1 and leave out as it was.
+/// A map of positions of the source to the result and back, linear in t within each part; it stores
+/// the parts and refers to no curve. The time of a query grows as log n. Positions that are not on
+/// a part, or not on the result, give -1 and leave out untouched.
 Map spanMap(Spans spans);
 
 }  // namespace crv::internal

@@ -1,4 +1,4 @@
-// Cutting a straight segment where it turns back.
+// Divides a straight segment at the zeros of its velocity, a quadratic along the line.
 #include "crv/accurate/internal/straightParts.h"
 
 #include "crv/foundation/tolerance.h"

@@ -1,4 +1,4 @@
-// The runs of a straight segment between the places where it turns back.
+// Divides a straight segment where it turns back.
 #pragma once
 
 #include "crv/accurate/internal/graph.h"
@@ -6,8 +6,8 @@
 
 namespace crv::internal {
 
-/// The parts that a segment is searched in: one that is straight within the resolution is cut where
-/// it turns back. No parts if it is not straight.
+/// If a segment is straight within the resolution, stores its runs, divided where it turns back,
+/// and returns their number, 1 to 3. Otherwise stores the whole segment and returns 0.
 int straightParts(Cubic const& c, double resolution, Part parts[3]);
 
 }  // namespace crv::internal

@@ -1,4 +1,4 @@
-// Sums of many terms without the growth of rounding errors.
+// Compensated summation.
 #pragma once
 
 #include <cmath>

@@ -1,4 +1,4 @@
-// Directions of travel at the ends of a cubic, whatever its handles.
+// Directions of travel at the ends of a cubic, also with retracted handles.
 #pragma once
 
 #include "crv/bezier/internal/cubic.h"
@@ -24,7 +24,8 @@ inline bool isPoint(Cubic const& c) {
          largestPart(c.p[3] - c.p[0]) == 0.0;
 }
 
-/// Where a cubic that is not one point goes from its start: to the first control point off it.
+/// The direction in which a cubic that is not one point leaves its start: towards the first control
+/// point that differs from the start.
 inline Point startDirection(Cubic const& c) {
   for (int i = 1; i < 3; ++i) {
     if (largestPart(c.p[i] - c.p[0]) > 0.0) return unitVector(c.p[i] - c.p[0]);
@@ -32,7 +33,7 @@ inline Point startDirection(Cubic const& c) {
   return unitVector(c.p[3] - c.p[0]);
 }
 
-/// Where it goes at its end.
+/// The direction in which it arrives at its end.
 inline Point endDirection(Cubic const& c) {
   for (int i = 2; i > 0; --i) {
     if (largestPart(c.p[3] - c.p[i]) > 0.0) return unitVector(c.p[3] - c.p[i]);

@@ -33,11 +33,12 @@ class Tracer {
   Turns const& turns_;
   std::vector<char> isWaiting_;  // by half-edge: kept, and not yet on a trail
   std::vector<std::size_t> trail_;
-  std::vector<std::size_t> positions_;  // by node: where on the trail it is, or kNone
+  std::vector<std::size_t> positions_;  // by node: its position on the trail, or kNone
   std::vector<Trail> trails_;
 };
 
-/// The waiting half-edge that bounds the same area on the left; kNone if none waits at the end.
+/// The waiting half-edge that continues the boundary of the face on the left; kNone if no waiting
+/// half-edge leaves the node.
 std::size_t Tracer::following(std::size_t halfEdge) const {
   std::size_t const node = endOf(halfEdge);
   std::size_t const begin = turns_.begins[node], end = turns_.begins[node + 1];
@@ -49,7 +50,8 @@ std::size_t Tracer::following(std::size_t halfEdge) const {
   return kNone;
 }
 
-/// Takes what follows a position off the trail, which has come back to the node there.
+/// The trail has returned to the node at a position: moves the part after that position to a closed
+/// trail of its own.
 void Tracer::close(std::size_t position) {
   auto const begin = trail_.begin() + static_cast<std::ptrdiff_t>(position);
   trails_.push_back({{begin, trail_.end()}, true});
@@ -69,7 +71,7 @@ void Tracer::follow(std::size_t start) {
   }
 }
 
-/// Follows a trail until it is closed or no kept edge goes on.
+/// Follows a trail until it is closed or no kept edge continues it.
 void Tracer::takeFrom(std::size_t start) {
   follow(start);
   if (trail_.empty()) return;
@@ -78,7 +80,7 @@ void Tracer::takeFrom(std::size_t start) {
   trail_.clear();
 }
 
-/// By node: the waiting half-edges that begin there less those that end there.
+/// By node: the number of waiting half-edges that begin there minus the number that end there.
 std::vector<int> Tracer::surpluses() const {
   std::vector<int> surpluses(positions_.size(), 0);
   for (std::size_t h = 0; h < isWaiting_.size(); ++h) {

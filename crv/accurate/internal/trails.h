@@ -1,4 +1,4 @@
-// Kept edges, put together to closed trails.
+// Joins kept edges to closed trails.
 #pragma once
 
 #include "crv/accurate/internal/planeGraph.h"
@@ -14,10 +14,10 @@ struct Trail {
   bool isClosed;
 };
 
-/// The trails that kept edges form: kept[i] is 1 where edge i runs as it does, -1 where it runs the
-/// other way, 0 where it is left out. At a node a trail turns to the next kept edge on its left, so
-/// that trails do not cross, and what returns to one of its nodes becomes a trail of its own.
-/// Trails that end where no kept edge begins are open.
+/// The trails that kept edges form: kept[i] is 1 to keep edge i in its direction, -1 to keep it
+/// reversed, 0 to drop it. At a node a trail takes the leftmost kept edge, so that trails do not
+/// cross; a part of a trail that returns to one of its nodes becomes a trail of its own. Trails
+/// that end where no kept edge begins are open.
 std::vector<Trail> findTrails(std::vector<Edge> const& edges, Turns const& turns,
                               std::vector<signed char> const& kept);
 

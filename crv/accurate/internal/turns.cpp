@@ -1,4 +1,5 @@
-// Sorting by direction, and farther along where directions do not decide.
+// Edges are sorted by their directions at the node and, where these do not decide, by following the
+// edges.
 #include "crv/accurate/internal/turns.h"
 
 #include "crv/accurate/internal/angleKey.h"
@@ -16,28 +17,30 @@ namespace crv::internal {
 
 namespace {
 
-// In units of the resolution: a direction is that to the first control point that lies farther away
-// than this, so that moving the ends onto the nodes hardly turns it.
+// In units of the resolution: the direction of an edge is taken from the first control point
+// farther than this from the node, so that moving the ends onto the nodes hardly changes it.
 constexpr double kShortHandle = 16.0;
 
-// In units of the resolution: how far moving the ends may move a control point.
+// In units of the resolution: the largest shift of a control point when ends are moved onto the
+// nodes.
 constexpr double kMoved = 4.0;
 
-// Difference of angle keys: directions farther apart than this decide by themselves.
+// Difference of angle keys: directions farther apart than this decide the order alone.
 constexpr double kClearTurn = 0x1p-6;
 
 // In units of the resolution: edges that are this near to each other in three places between the
 // same two nodes coincide.
 constexpr double kCoincident = 2.0;
 
-// In units of the resolution: edges farther apart than this are apart.
+// In units of the resolution: edges farther apart than this have separated, and the side decides.
 constexpr double kApart = 4.0;
 
-// Squared cosine of 60 degrees: how far an edge may turn from an axis to be followed as a graph
-// over it.
+// Squared cosine of 60 degrees: an edge is followed as a graph over an axis as long as its
+// direction stays within this angle of the axis.
 constexpr double kSquaredGentleCosine = 0.25;
 
-// Halvings until a part is gentle, and parts of two edges that are followed one after the other.
+// Limits of the halvings until a part is gentle, and of the parts of two edges that are followed
+// one after the other.
 constexpr int kMostHalvings = 24;
 constexpr int kMostParts = 16;
 
@@ -49,13 +52,14 @@ struct Turn {
   double slack;  // how uncertain the key is
 };
 
-/// How far the key of q lies behind that of p, counter-clockwise.
+/// The difference of the keys from p counter-clockwise to q.
 double gap(Turn const& p, Turn const& q) {
   double const difference = q.key - p.key;
   return difference < 0.0 ? difference + kFullTurn : difference;
 }
 
-/// The part of a cubic from its start that is gentle over an axis, as a graph seen from an origin.
+/// The part of a cubic, from its start, that is gentle over an axis, as a graph over that axis
+/// relative to an origin.
 Part gentlePart(Cubic const& c, Point const& axis, Point const& origin, double noise) {
   Part part = {c, 0.0, 1.0};
   for (int i = 0; i < kMostHalvings; ++i) {
@@ -151,8 +155,8 @@ Turns Sorter::collected() const {
   return turns;
 }
 
-/// Fills around_, beginning behind the widest gap. Edges that have become part of others are left
-/// out.
+/// Fills around_ with the half-edges of one node in order of their keys, starting after the widest
+/// gap. Merged edges are left out.
 void Sorter::sortByKey(std::size_t const* begin, std::size_t const* end) {
   around_.clear();
   for (; begin != end; ++begin) {
@@ -174,7 +178,7 @@ void Sorter::sortByKey(std::size_t const* begin, std::size_t const* end) {
   std::rotate(around_.begin(), around_.begin() + static_cast<std::ptrdiff_t>(first), around_.end());
 }
 
-/// Whether each of two cubics comes near to places of the other one all along.
+/// Whether three points of each of two cubics are near the other cubic.
 bool Sorter::keepNear(Cubic const& a, Cubic const& b) const {
   double const reach = kCoincident * resolution_;
   auto const isNear = [&](Cubic const& c, Point const& p) {
@@ -209,7 +213,7 @@ void Sorter::merge(std::size_t p, std::size_t q) {
   dropped.first = kNone;
 }
 
-/// Makes one edge of those in around_ that coincide; false if there are none.
+/// Merges the edges in around_ that coincide. Returns false if there are none.
 bool Sorter::mergeNear() {
   bool isMerged = false;
   for (std::size_t i = 0; i < around_.size(); ++i) {
@@ -226,8 +230,8 @@ bool Sorter::mergeNear() {
   return isMerged;
 }
 
-/// Whether p comes before q, counter-clockwise, where their directions are nearly the same: both
-/// are followed as graphs over a common axis, part by part, until they are apart.
+/// Whether p comes before q, counter-clockwise, for nearly equal directions. Both edges are
+/// followed as graphs over a common axis, part by part, until they have separated.
 bool Sorter::isBefore(Turn const& p, Turn const& q) const {
   Cubic a = outward(p.halfEdge), b = outward(q.halfEdge);
   Point directionA = p.direction, directionB = q.direction;
@@ -239,7 +243,7 @@ bool Sorter::isBefore(Turn const& p, Turn const& q) const {
     Part const onA = gentlePart(a, axis, origin, noise), onB = gentlePart(b, axis, origin, noise);
     double const x = min(onA.c.p[3].x, onB.c.p[3].x);
     double s = 0.0, u = 0.0;
-    // Edges that meet again at their ends are apart in between only.
+    // Edges that meet again at their ends are separate only in between.
     for (double const share : {0.5, 1.0}) {
       s = whereXIs(onA.c, share * x);
       u = whereXIs(onB.c, share * x);
@@ -277,8 +281,8 @@ bool Sorter::mayMerge(std::size_t const* begin, std::size_t const* end) const {
   return end - begin > 2 || (end - begin == 2 && farNode(begin[0]) == farNode(begin[1]));
 }
 
-/// Sorts the half-edges of all nodes; false if edges have become one, and the order must be made
-/// anew.
+/// Sorts the half-edges of all nodes. Returns false if edges were merged, so that the order has to
+/// be determined again.
 bool Sorter::sortNodes(Turns& turns) {
   bool isMerged = false;
   for (std::size_t node = 0; node + 1 < turns.begins.size(); ++node) {

@@ -5,8 +5,9 @@
 
 namespace crv::internal {
 
-/// Makes one edge of edges that coincide, and sorts the half-edges. Edges that leave in nearly the
-/// same direction are followed until they are apart; between their nodes they do not cross.
+/// Merges edges that coincide, and sorts the half-edges around each node. Edges that leave in
+/// nearly the same direction are followed until they separate; they do not cross between their
+/// nodes.
 Turns sortTurns(Cutting& cutting, double resolution);
 
 }  // namespace crv::internal

@@ -1,7 +1,7 @@
 // Input scaled by a power of two so that its largest coordinate lies in [0.5, 1).
 //
 // Products of coordinates then neither overflow nor underflow, and scaling the input by a power of
-// two scales the results by it, to the bit.
+// two scales the results by the same power, bit for bit.
 #pragma once
 
 #include "crv/accurate/internal/scale.h"
@@ -19,7 +19,7 @@ constexpr double kFinestResolution = 0x1p-46;
 struct UnitScale {
   double factor;      // a power of two
   double magnitude;   // the largest coordinate after scaling
-  double resolution;  // after scaling, held between the finest one and the magnitude
+  double resolution;  // after scaling, clamped to kFinestResolution * magnitude .. magnitude
 
   UnitScale(double givenMagnitude, double givenResolution) {
     int exponent = 0;
@@ -33,7 +33,8 @@ struct UnitScale {
   Cubic scaled(Cubic const& c) const { return internal::scaled(c, factor); }
 };
 
-/// The point of a contact: an end's own control point if it is one, else the middle between both.
+/// The point of a contact: the control point if it is at an end of a segment, else the midpoint of
+/// the points on both segments.
 inline crv::Point placeOf(Cubic const& a, double t, Cubic const& b, double u) {
   Point p = pointAt(a, t);
   if (t != 0.0 && t != 1.0) {
