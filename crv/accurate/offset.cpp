@@ -75,14 +75,14 @@ class ParallelMaker {
   ParallelMaker(Frame const& frame, RawOutline const& outline)
       : frame_(frame), outline_(outline), source_(std::make_shared<Chain const>(frame.curve)) {}
 
-  void add(Path const& path);
+  using Parts = std::vector<PathPart>;
+
+  void add(Parts parts);
   Offset result();
 
  private:
-  using Parts = std::vector<PathPart>;
-
   RawSegment const& raw(PathPart const& part) const { return outline_.segments()[part.segment]; }
-  void addParallel(Parts parts, bool isClosed);
+  void addParallel(Parts const& parts, bool isClosed);
 
   Frame const& frame_;
   RawOutline const& outline_;
@@ -95,9 +95,8 @@ bool isBefore(Place const& p, Place const& q) {
 }
 
 /// Adds the stretches of a closed path that are on the wanted side.
-void ParallelMaker::add(Path const& path) {
+void ParallelMaker::add(Parts parts) {
   auto const isWanted = [this](PathPart const& part) { return raw(part).isWanted; };
-  Parts parts = path.parts;
   auto const firstOther = std::find_if_not(parts.begin(), parts.end(), isWanted);
   if (firstOther == parts.end()) {
     auto const lowest =
@@ -105,7 +104,7 @@ void ParallelMaker::add(Path const& path) {
           return isBefore(raw(a).from, raw(b).from);
         });
     std::rotate(parts.begin(), lowest, parts.end());
-    return addParallel(std::move(parts), true);
+    return addParallel(parts, true);
   }
   std::rotate(parts.begin(), firstOther, parts.end());
   for (auto i = parts.begin(); i != parts.end();) {
@@ -115,9 +114,10 @@ void ParallelMaker::add(Path const& path) {
   }
 }
 
-void ParallelMaker::addParallel(Parts parts, bool isClosed) {
+void ParallelMaker::addParallel(Parts const& parts, bool isClosed) {
   Piece piece;
   std::vector<ParallelOrigin> origins;
+  origins.reserve(parts.size());
   for (PathPart const& part : parts) {
     RawSegment const& segment = raw(part);
     piece.curve.getSegments().add(frame_.toCaller(part.c));
@@ -162,14 +162,15 @@ Offset offset(Curve const& curve, double distance, OffsetOptions const& options)
     return {{withJoint(curve, Position(0, 0.0))}, std::fabs(distance)};
   }
   Frame const frame(chain, distance, options);
-  bool const isAlone = RawOutline::isWhole(frame.curve) && internal::isSimple(frame.curve);
+  internal::BoxTree const boxes = internal::boxesOf(frame.curve);
+  bool const isAlone = RawOutline::isWhole(frame.curve) && internal::isSimple(frame.curve, boxes);
   RawOutline const outline(frame.curve, frame.distance, frame.options,
                            isAlone ? RawSides::left : RawSides::leftAmongBoth, Cap::round);
   int const outside = isAlone && twiceArea(frame.curve) > 0.0 ? 1 : 0;
   ParallelMaker maker(frame, outline);
-  for (Path const& path :
-       internal::trimmed(outline, outside, frame.curve, frame.distance, frame.options.tolerance)) {
-    maker.add(path);
+  for (Path& path : internal::trimmed(outline, outside, frame.curve, boxes, frame.distance,
+                                      frame.options.tolerance)) {
+    maker.add(std::move(path.parts));
   }
   return maker.result();
 }
@@ -181,8 +182,8 @@ std::vector<Curve> strokeOutline(Curve const& curve, double width, Cap cap,
   if (!(width > 0.0) || !isUsable(chain, 0.5 * width, options)) return outlines;
   Frame const frame(chain, 0.5 * width, options);
   RawOutline const outline(frame.curve, frame.distance, frame.options, RawSides::both, cap);
-  for (Path const& path :
-       internal::trimmed(outline, 0, frame.curve, frame.distance, frame.options.tolerance)) {
+  for (Path const& path : internal::trimmed(outline, 0, frame.curve, internal::boxesOf(frame.curve),
+                                            frame.distance, frame.options.tolerance)) {
     // The path has the stroke on its right.
     Curve turned;
     for (PathPart const& part : path.parts) {

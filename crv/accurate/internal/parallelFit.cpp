@@ -13,8 +13,9 @@ namespace {
 // Rounds of measuring and solving; few fits that succeed need more.
 constexpr int kMaxRounds = 5;
 
-// A fit succeeds hardly ever whose worst error is so many tolerances after the first rounds.
-constexpr double kHopeless = 40.0;
+// In tolerances, by round: where the handles that the round finds leave a worse error, to first
+// order, a fit hardly ever succeeds.
+constexpr double kHopeless[kMaxRounds - 1] = {8.0, 3.0, 1.5, 1.0};
 
 // The shortest handle as a part of the chord.
 constexpr double kMinHandle = 1e-3;
@@ -113,13 +114,16 @@ void ParallelFit::connect(ParallelStretch const& stretch) {
 }
 
 /// Changes the handles so that the squares of the errors become least; false where they become too
-/// long.
-bool ParallelFit::improveHandles(ParallelStretch const& stretch) {
+/// long, or leave more than an error, to first order.
+bool ParallelFit::improveHandles(ParallelStretch const& stretch, double hopeless) {
   double aa = 0.0, ab = 0.0, bb = 0.0, ae = 0.0, be = 0.0;
-  for (Sample const& sample : samples_) {
+  Point effects[kSamples];  // of the two handles on the error of a sample
+  for (int i = 0; i < kSamples; ++i) {
+    Sample const& sample = samples_[i];
     double const s = sample.s, r = 1.0 - s;
     double const a = 3.0 * r * r * s * cross(sample.tangent, stretch.startTangent);
     double const b = -3.0 * r * s * s * cross(sample.tangent, stretch.endTangent);
+    effects[i] = {a, b};
     aa += a * a;
     ab += a * b;
     bb += b * b;
@@ -140,21 +144,24 @@ bool ParallelFit::improveHandles(ParallelStretch const& stretch) {
     b = shortest_ - handles_[1];
     a = max(shortest_ - handles_[0], (ae - ab * b) / aa);
   }
+  double left = 0.0;
+  for (int i = 0; i < kSamples; ++i) {
+    left = max(left, std::fabs(samples_[i].error + dot(effects[i], {a, b})));
+  }
   handles_[0] += a;
   handles_[1] += b;
-  return handles_[0] + handles_[1] <= kMaxHandles * chord_;
+  return left <= hopeless && handles_[0] + handles_[1] <= kMaxHandles * chord_;
 }
 
 bool ParallelFit::fit(ParallelStretch const& stretch) {
   prepare(stretch);
-  for (int round = 0; round < kMaxRounds; ++round) {
+  for (int round = 0;; ++round) {
     place(stretch);
     double const worst = measure();
     if (farthestStep_ <= kSettled && worst <= tolerance_ && keepsTolerance(stretch)) return true;
-    if (!(worst <= kHopeless * tolerance_) && round > 1) return false;
-    if (!improveHandles(stretch)) return false;
+    bool const isLast = round + 1 == kMaxRounds;
+    if (isLast || !improveHandles(stretch, kHopeless[round] * tolerance_)) return false;
   }
-  return false;
 }
 
 }  // namespace crv::internal

@@ -55,7 +55,7 @@ class ParallelFit {
   double improveFoot(Motion const& motion, Sample& sample) const;
   double measure();
   bool keepsTolerance(ParallelStretch const& stretch);
-  bool improveHandles(ParallelStretch const& stretch);
+  bool improveHandles(ParallelStretch const& stretch, double hopeless);
 
   Cubic const source_;
   Motion const motion_;

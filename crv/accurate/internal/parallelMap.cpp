@@ -41,6 +41,7 @@ class ParallelMap : public GxBezierCurvePositionMapBase {
   ParallelMap(std::shared_ptr<Chain const> source, std::vector<ParallelOrigin> segments,
               bool isClosed)
       : source_(std::move(source)), segments_(std::move(segments)), isClosed_(isClosed) {
+    index_.reserve(segments_.size());
     for (std::size_t k = 0; k < segments_.size(); ++k) {
       ParallelOrigin const& origin = segments_[k];
       // A join stands at every segment that begins between its sides.

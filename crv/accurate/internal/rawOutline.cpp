@@ -47,8 +47,13 @@ bool isGentleAt(SmoothPart const& part, double t, double distance, double gap, d
   return speed >= kLeastSpeed && std::fabs(bend) * gap * gap <= kSmoothShare * tolerance * speed;
 }
 
-SmoothPart reversed(SmoothPart const& part) {
-  return {reversed(part.c), part.segment, part.t1, part.t0};
+std::vector<SmoothPart> reversed(std::vector<SmoothPart> const& parts) {
+  std::vector<SmoothPart> back;
+  back.reserve(parts.size());
+  for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
+    back.push_back({reversed(part->c), part->segment, part->t1, part->t0});
+  }
+  return back;
 }
 
 }  // namespace
@@ -87,6 +92,7 @@ RawOutline::RawOutline(Chain const& curve, double distance, OffsetOptions const&
                        RawSides sides, Cap cap)
     : distance_(distance), options_(options), sides_(sides), cap_(cap) {
   std::size_t const n = curve.size();
+  segments_.reserve((sides == RawSides::left ? 2 : 4) * n);
   std::vector<std::size_t> const gaps = gapsOf(curve, kMagnitude);
   if (gaps.empty()) addRun(curve, 0, n, true);
   for (std::size_t i = 0; i < gaps.size(); ++i) {
@@ -100,12 +106,11 @@ bool RawOutline::isWhole(Chain const& curve) { return gapsOf(curve, kMagnitude).
 /// Adds what segments without a gap between them have, which may lead over the seam.
 void RawOutline::addRun(Chain const& curve, std::size_t first, std::size_t count, bool isClosed) {
   Parts parts;
+  parts.reserve(count);
   for (std::size_t i = 0; i < count; ++i) {
     std::size_t const k = (first + i) % curve.size();
     if (!isPoint(curve.segments[k])) appendSmoothParts(curve.segments[k], k, parts);
   }
-  Parts back;
-  for (std::size_t i = parts.size(); i-- > 0;) back.push_back(reversed(parts[i]));
   std::size_t const begin = segments_.size();
   if (parts.empty()) {
     if (sides_ == RawSides::left) return;
@@ -120,11 +125,12 @@ void RawOutline::addRun(Chain const& curve, std::size_t first, std::size_t count
     closeFrom(begin);
     if (sides_ == RawSides::left) return;
     std::size_t const middle = segments_.size();
-    addSide(back, true, false);
+    addSide(reversed(parts), true, false);
     return closeFrom(middle);
   }
   addSide(parts, false, true);
   addCap(parts.back().c.end(), endDirection(parts.back().c));
+  Parts const back = reversed(parts);
   addSide(back, false, false);
   addCap(back.back().c.end(), endDirection(back.back().c));
   closeFrom(begin);
@@ -157,11 +163,11 @@ void RawOutline::addSide(Parts const& parts, bool isClosed, bool isWanted) {
 void RawOutline::addTurn(Turn const& turn, bool isWanted) {
   if (areSame(turn.from, turn.to)) return;
   if (!turn.corner.isOuter()) return goTo(turn.to, isWanted, turn.before, turn.behind);
-  std::vector<Cubic> join;
   OffsetOptions options = options_;
   if (sides_ == RawSides::leftAmongBoth && !isWanted) options.join = Join::round;
-  auto const error = appendJoin(turn.corner, distance_, options, turn.from, turn.to, join);
-  addJoin(join, error, isWanted, turn.before, turn.behind);
+  join_.clear();
+  auto const error = appendJoin(turn.corner, distance_, options, turn.from, turn.to, join_);
+  addJoin(error, isWanted, turn.before, turn.behind);
 }
 
 void RawOutline::addPart(SmoothPart const& part, Point const& from, Point const& to,
@@ -178,14 +184,14 @@ void RawOutline::addPart(SmoothPart const& part, Point const& from, Point const&
 }
 
 void RawOutline::addCap(Point const& end, Point const& direction) {
-  std::vector<Cubic> join;
-  auto const error = appendCap(end, direction, distance_, cap_, options_.tolerance, join);
-  addJoin(join, error, false, {}, {});
+  join_.clear();
+  auto const error = appendCap(end, direction, distance_, cap_, options_.tolerance, join_);
+  addJoin(error, false, {}, {});
 }
 
-void RawOutline::addJoin(std::vector<Cubic> const& join, std::optional<double> error, bool isWanted,
-                         Place const& from, Place const& to) {
-  for (Cubic const& c : join) {
+void RawOutline::addJoin(std::optional<double> error, bool isWanted, Place const& from,
+                         Place const& to) {
+  for (Cubic const& c : join_) {
     add({c, RawKind::join, isWanted, error.has_value(), from, to, 0, error.value_or(0.0)});
   }
 }

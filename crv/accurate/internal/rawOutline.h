@@ -61,8 +61,7 @@ class RawOutline {
   void addTurn(Turn const& turn, bool isWanted);
   void addPart(SmoothPart const& part, Point const& from, Point const& to, bool isWanted);
   void addCap(Point const& end, Point const& direction);
-  void addJoin(std::vector<Cubic> const& join, std::optional<double> error, bool isWanted,
-               Place const& from, Place const& to);
+  void addJoin(std::optional<double> error, bool isWanted, Place const& from, Place const& to);
   void goTo(Point const& p, bool isWanted, Place const& from, Place const& to);
   void add(RawSegment const& segment);
   void closeFrom(std::size_t first);
@@ -72,7 +71,8 @@ class RawOutline {
   RawSides sides_;
   Cap cap_;
   Point pen_{};
-  std::vector<ParallelPiece> pieces_;
+  std::vector<ParallelPiece> pieces_;  // of the part that is added
+  std::vector<Cubic> join_;            // the one that is added
   std::vector<RawSegment> segments_;
 };
 

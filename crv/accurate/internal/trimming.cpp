@@ -26,12 +26,18 @@ constexpr double kSlack = 2.0;
 // In units of the resolution: a meeting this near to a joint is the joint.
 constexpr double kJointReach = 4.0;
 
-/// Whether two segments of which the second follows the first, or one segment, advance in one
-/// direction all along: then they meet at their joint only.
+/// Whether a segment advances along its chord all along: then it does not meet itself.
+bool advances(Cubic const& c) {
+  Point const chord = c.end() - c.start();
+  return dot(chord, chord) > 0.0 && Edges(c).leastAlong(chord) >= 0.0;
+}
+
+/// Whether two segments of which the second follows the first advance in one direction all along:
+/// then they meet at their joint only.
 bool advance(Cubic const& a, Cubic const& b) {
   Point const chordA = a.end() - a.start(), chordB = b.end() - b.start();
-  if (largestPart(chordA) == 0.0 || largestPart(chordB) == 0.0) return false;
-  Point const direction = unitVector(chordA) + unitVector(chordB);
+  double const lengthA = std::sqrt(dot(chordA, chordA)), lengthB = std::sqrt(dot(chordB, chordB));
+  Point const direction = chordA * lengthB + chordB * lengthA;
   return dot(chordA, direction) > 0.0 && dot(chordB, direction) > 0.0 &&
          Edges(a).leastAlong(direction) >= 0.0 && Edges(b).leastAlong(direction) >= 0.0;
 }
@@ -54,16 +60,16 @@ bool meetAtMostAtJoint(Cubic const& a, Cubic const& b, bool follows, UnitScale c
 
 /// Whether a foot inside a segment of the curve is nearer to a point than a distance. Ends and
 /// joints count only if asked for: flat caps and bevels are nearer to them.
-bool isNear(Chain const& curve, BoxTree const& tree, Point const& p, double least, bool withEnds) {
+bool isNear(Chain const& curve, BoxTree const& boxes, Point const& p, double least, bool withEnds) {
   double const limit = least * least;
   bool isFound = false;
-  tree.visit([&](Box const& box) { return !isFound && squaredDistance(box, p) < limit; },
-             [&](std::size_t segment) {
-               Cubic const& c = curve.segments[segment];
-               bool const isNearEnd = withEnds && (squaredDistance(p, c.start()) < limit ||
-                                                   squaredDistance(p, c.end()) < limit);
-               isFound = isFound || isNearEnd || !localMinima(c, p, limit).inside.empty();
-             });
+  boxes.visit([&](Box const& box) { return !isFound && squaredDistance(box, p) < limit; },
+              [&](std::size_t segment) {
+                Cubic const& c = curve.segments[segment];
+                bool const isNearEnd = withEnds && (squaredDistance(p, c.start()) < limit ||
+                                                    squaredDistance(p, c.end()) < limit);
+                isFound = isFound || isNearEnd || !localMinima(c, p, limit).inside.empty();
+              });
   return isFound;
 }
 
@@ -79,51 +85,57 @@ signed char sideOf(Edge const& edge, int outside) {
 /// Whether the largest parts of a path keep the distance, and all parts of links, of which only the
 /// ends can.
 bool keepsDistance(Path const& path, RawOutline const& outline, Chain const& curve,
-                   BoxTree const& tree, double distance, double tolerance) {
+                   BoxTree const& boxes, double distance, double tolerance) {
   double const least = distance - kSlack * tolerance;
-  std::vector<std::pair<double, PathPart const*>> parts;
+  std::pair<double, PathPart const*> largest[kWitnesses + 1];  // by squared chord, falling
+  std::size_t count = 0;
   for (PathPart const& part : path.parts) {
     RawSegment const& segment = outline.segments()[part.segment];
     Point const middle = pointAt(part.c, 0.5);
     bool const isLink = segment.kind == RawKind::link;
-    if (isLink && isNear(curve, tree, middle, distance - tolerance, true)) return false;
+    if (isLink && isNear(curve, boxes, middle, distance - tolerance, true)) return false;
     if (!segment.hasDistance) continue;
-    parts.push_back({squaredDistance(part.c.start(), part.c.end()), &part});
+    double const size = squaredDistance(part.c.start(), part.c.end());
+    std::size_t k = count;
+    for (; k > 0 && size > largest[k - 1].first; --k) largest[k] = largest[k - 1];
+    largest[k] = {size, &part};
+    count = std::min(count + 1, kWitnesses);
   }
-  std::size_t const count = std::min(kWitnesses, parts.size());
-  std::partial_sort(parts.begin(), parts.begin() + static_cast<long>(count), parts.end(),
-                    [](auto const& a, auto const& b) { return a.first > b.first; });
   for (std::size_t i = 0; i < count; ++i) {
-    if (isNear(curve, tree, pointAt(parts[i].second->c, 0.5), least, false)) return false;
+    if (isNear(curve, boxes, pointAt(largest[i].second->c, 0.5), least, false)) return false;
   }
   return true;
 }
 
 }  // namespace
 
-bool isSimple(Chain const& curve) {
+BoxTree boxesOf(Chain const& curve) {
   UnitScale const scale(curve.magnitude(), 0.0);
-  BoxTree const tree = boxTree(curve, scale.resolution / scale.factor);
+  return boxTree(curve, scale.resolution / scale.factor);
+}
+
+bool isSimple(Chain const& curve, BoxTree const& boxes) {
+  UnitScale const scale(curve.magnitude(), 0.0);
   std::size_t const n = curve.size();
   bool isClear = true;
-  BoxTree::visitOwnOverlaps(tree, [&](std::size_t i, std::size_t k) {
+  BoxTree::visitOwnOverlaps(boxes, [&](std::size_t i, std::size_t k) {
     if (!isClear) return;
     Cubic const &a = curve.segments[i], &b = curve.segments[k];
     bool const leads = i == 0 && k + 1 == n && n > 2;
     if (i == k) {
-      isClear = advance(a, a);
+      isClear = advances(a);
     } else {
       isClear =
           leads ? meetAtMostAtJoint(b, a, true, scale) : meetAtMostAtJoint(a, b, k == i + 1, scale);
     }
   });
   if (isClear) return true;
-  ChainMeetings const found = findSelfMeetings(curve, tree, tree, scale);
+  ChainMeetings const found = findSelfMeetings(curve, boxes, boxes, scale);
   return found.points.empty() && found.stretches.empty();
 }
 
 std::vector<Path> trimmed(RawOutline const& outline, int outside, Chain const& curve,
-                          double distance, double tolerance) {
+                          BoxTree const& boxes, double distance, double tolerance) {
   std::vector<ArrangedSegment> segments;
   segments.reserve(outline.segments().size());
   for (RawSegment const& s : outline.segments()) segments.push_back({s.c, s.next, 0});
@@ -133,9 +145,8 @@ std::vector<Path> trimmed(RawOutline const& outline, int outside, Chain const& c
   kept.reserve(plane.edges().size());
   for (Edge const& edge : plane.edges()) kept.push_back(sideOf(edge, outside));
   std::vector<Path> paths = plane.paths(kept);
-  BoxTree const tree = boxTree(curve, 0.0);
   auto const isWrong = [&](Path const& path) {
-    return !path.isClosed || !keepsDistance(path, outline, curve, tree, distance, tolerance);
+    return !path.isClosed || !keepsDistance(path, outline, curve, boxes, distance, tolerance);
   };
   paths.erase(std::remove_if(paths.begin(), paths.end(), isWrong), paths.end());
   return paths;
