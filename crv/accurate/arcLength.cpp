@@ -16,7 +16,7 @@ namespace {
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-// Beyond this many turns a double does not count them any more.
+// Laps: larger numbers of laps are not exact as doubles.
 constexpr double kMostTurns = 0x1p52;
 
 /// The magnitude lies between a fourteenth of the sum of the first point and the bound, and the

@@ -17,13 +17,14 @@ using internal::Minima;
 
 namespace {
 
-// Relative to a squared distance, and to the square of the largest coordinate: what a computed
-// squared distance may fall short of the one of a box around the place.
+// Bounds the amount by which a computed squared distance of a point may be less than that of a box
+// around the point: relative to the squared distance, and to the square of the largest coordinate.
 constexpr double kShortfall = 0x1p-30;
 constexpr double kShortfallOfSize = 0x1p-60;
 
-// Parameter, and relative to the largest coordinate: a minimum inside a segment that is nearer to a
-// joint than both is the joint's; rounding put it there.
+// A minimum inside a segment is taken as one at a joint, moved by rounding, if it is nearer to the
+// joint than both limits: kAtJoint as a parameter, and kJointRadius relative to the largest
+// coordinate.
 constexpr double kAtJoint = 0x1p-20;
 constexpr double kJointRadius = 0x1p-46;
 
@@ -50,7 +51,7 @@ struct CurveSearch::Table {
   std::optional<NearestOnCurve> nearest(Point const& p) const;
   std::vector<NearestOnCurve> within(Point const& p, double distance) const;
 
-  /// Whether squares vanish, so that the enlarged table answers.
+  /// Whether squares would underflow, so that the enlarged table has to be used.
   bool isTiny(double size) const {
     return enlarged != nullptr && size < internal::kSmallestUnscaled;
   }
@@ -63,7 +64,7 @@ struct CurveSearch::Table {
             found.distance / kEnlargement};
   }
 
-  /// The largest coordinate of curve and point; NaN if there is no answer.
+  /// The largest coordinate of curve and point; NaN if they are unusable.
   double usableMagnitude(internal::Point const& p) const {
     internal::Magnitude all;
     all.add(magnitude);
@@ -91,18 +92,19 @@ struct CurveSearch::Table {
 
 namespace {
 
-/// The local minima along a chain, those inside its segments and those at its joints.
+/// Collects the local minima along a chain, inside its segments and at its joints.
 class MinimaAlong {
  public:
   MinimaAlong(internal::Chain const& chain, internal::Point const& p, double limit, double radius)
       : chain_(chain), p_(p), limit_(limit), squaredRadius_(radius * radius) {}
 
-  /// Segments come in ascending order. Those not added are farther than the limit.
+  /// Must be called for segments in ascending order. Segments that are not added are farther than
+  /// the limit.
   void add(std::size_t segment) {
     entries_.push_back({segment, internal::localMinima(chain_.segments[segment], p_, limit_)});
   }
 
-  /// Calls report(segment, foot) for each, in ascending order of positions.
+  /// Calls report(segment, foot) for each minimum, in ascending order of positions.
   template <class Report>
   void run(Report const& report) const {
     long const n = static_cast<long>(chain_.size());
@@ -115,7 +117,7 @@ class MinimaAlong {
       for (Foot const& foot : entry.minima.inside) {
         if (!isAtStart(k, foot) && !isAtEnd(k, foot)) report(entry.segment, foot);
       }
-      // The segment behind is too far where a gap lies between.
+      // If there is a gap, the segment behind it may be beyond the limit.
       bool const isLast = k == n - 1;
       if (isLast ? !chain_.closed : minimaOf(k + 1) == nullptr) reportJoint(k + 1, report);
     }
@@ -149,9 +151,9 @@ class MinimaAlong {
     return {t, offset, dot(offset, offset)};
   }
 
-  /// How the distance runs on from the start of segment k, or with step -1 before its end, beyond
-  /// segments that are one point: 1 rising along the curve, -1 falling, 0 where the curve is over
-  /// or has a gap.
+  /// The slope of the distance behind the start of segment k or, with step -1, before its end;
+  /// segments that are one point are skipped. 1 means rising along the curve, -1 falling, and 0
+  /// that the curve ends or has a gap.
   int slope(long k, long step) const {
     long last = -1;
     for (std::size_t count = 0; count < chain_.size(); ++count, k += step) {
@@ -160,7 +162,7 @@ class MinimaAlong {
       if (minima == nullptr) return 0;
       if (last >= 0 && !isNear(footAt(last, 0.0), footAt(k, step > 0 ? 0.0 : 1.0))) return 0;
       last = k;
-      // Rounding may put a minimum that is the joint's inside the segment.
+      // Rounding may move a minimum at the joint into the segment.
       if (step > 0 ? startsLowest(k) : endsLowest(k)) return static_cast<int>(step);
       int const slope = step > 0 ? minima->slopeAtStart : minima->slopeAtEnd;
       if (slope != 0) return slope;
@@ -178,7 +180,8 @@ class MinimaAlong {
     return foot.t > 1.0 - kAtJoint && isNear(foot, footAt(k, 1.0));
   }
 
-  /// The joint between the segments j - 1 and j, or an end of an open curve. A gap is two ends.
+  /// Reports the joint between the segments j - 1 and j, or an end of an open curve, if it is a
+  /// minimum. A gap counts as two ends.
   template <class Report>
   void reportJoint(long j, Report const& report) const {
     long const before = existing(j - 1);
@@ -189,8 +192,8 @@ class MinimaAlong {
         before >= 0 && behind >= 0 && isNear(footAt(before, 1.0), footAt(behind, 0.0));
     bool const arrives = arrival != nullptr && slope(before, -1) <= 0;
     bool const departs = departure != nullptr && slope(behind, 1) >= 0;
-    // A segment that is one point belongs to the joint at its start, and the first one to the seam
-    // where there are no others.
+    // A segment that is one point is reported with the joint at its start. If all segments are one
+    // point, the seam is reported.
     bool const isPoint = arrival != nullptr && arrival->slopeAtEnd == 0;
     if (isWhole) {
       bool const isFirst = !isPoint || (behind == 0 && slope(0, 1) == 0);
@@ -208,7 +211,7 @@ class MinimaAlong {
     if (foot.squaredDistance <= limit_) report(static_cast<std::size_t>(k), foot);
   }
 
-  /// Whether the first or last minimum inside a segment is that of its joint.
+  /// Whether the last, or the first, minimum inside a segment is taken as that of the joint there.
   bool endsLowest(long k) const {
     Minima const* minima = minimaOf(k);
     return !minima->inside.empty() && isAtEnd(k, minima->inside.back());
@@ -271,7 +274,7 @@ std::vector<NearestOnCurve> CurveSearch::Table::within(Point const& p, double di
   minima.run(
       [&](std::size_t segment, Foot const& foot) { found.push_back(at(segment, foot, from)); });
   if (found.empty() && areSomeNear) {
-    // A curve no larger than rounding may have no minimum that can be told.
+    // On a curve no larger than rounding errors no minimum may be found.
     NearestOnCurve const best = *nearest(p);
     if (best.distance <= distance) found.push_back(best);
   }

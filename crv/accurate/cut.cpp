@@ -19,10 +19,11 @@ using internal::Place;
 using internal::Span;
 using internal::Spans;
 
-// In units of u S, a coordinate: ends of neighbouring segments this near to each other are joined.
+// In units of u S: neighbouring segments are joined if their ends differ by at most this in each
+// coordinate.
 constexpr double kJoinedRoundings = 16.0;
 
-/// A place in the order of the curve. Its t is below 1: the end of an open curve is (n, 0).
+/// The order along the curve. Places here have t below 1; the end of an open curve is (n, 0).
 bool isBefore(Place const& a, Place const& b) {
   return a.segment < b.segment || (a.segment == b.segment && a.t < b.t);
 }
@@ -43,14 +44,14 @@ class Source {
   Place start() const { return {0, 0.0}; }
   Place end() const { return isClosed() ? start() : Place{size(), 0.0}; }
 
-  /// The place of a position, on the seam the start; nothing for a position off the curve.
+  /// The place of a position; the seam is the start. Nothing for a position off the curve.
   std::optional<Place> placeOf(Position const& position) const {
     std::optional<Place> const place = chain_.placeOf(position);
     return place && place->t == 1.0 ? end() : place;
   }
 
-  /// The part between two places, across the seam of a closed curve where a is not before b. On an
-  /// open curve a is before b.
+  /// The part from a to b. On a closed curve it crosses the seam if a is not before b; on an open
+  /// one a must be before b.
   Spans between(Place const& a, Place const& b) const {
     Spans spans = noSpans();
     bool const isWithin = a.segment == b.segment && a.t < b.t;

@@ -16,15 +16,15 @@ using internal::Chain;
 using internal::Cubic;
 using internal::largestPart;
 
-// Relative to the longest edge: rounding cannot tell a velocity, as the blend of the edges, from
-// zero below this.
+// Relative to the longest edge: bounds the rounding error of a velocity, which is a blend of the
+// edges.
 constexpr double kStill = 8 * internal::kRounding;
 
 Vector vectorOf(internal::Point const& v) { return {v.x, v.y}; }
 
 Vector unit(internal::Point const& v) { return vectorOf(internal::unitVector(v)); }
 
-/// At an inner parameter of a segment that moves.
+/// The directions at an inner parameter of a segment that is not a point.
 Directions inside(Cubic const& c, double t) {
   internal::Point const e[3] = {c.p[1] - c.p[0], c.p[2] - c.p[1], c.p[3] - c.p[2]};
   double const s = 1.0 - t;
@@ -37,8 +37,8 @@ Directions inside(Cubic const& c, double t) {
   return {unit(rest), unit(rest)};
 }
 
-/// The first segment that moves among those from a number on in steps of 1 or -1; around the seam
-/// where the curve is closed.
+/// The first segment that is not a point, starting with a given number, in steps of 1 or -1, and
+/// across the seam of a closed curve.
 std::optional<std::size_t> moving(Chain const& chain, long from, long step) {
   long const n = static_cast<long>(chain.size());
   for (long count = 0; count < n; ++count, from += step) {
@@ -60,7 +60,7 @@ Directions directions(Curve const& curve, Position const& position) {
   if (isInside && !internal::isPoint(chain.segments[place->segment])) {
     return inside(chain.segments[place->segment], place->t);
   }
-  // Between the segments before and behind, neither of which is left or reached inside.
+  // At a joint or an end, or on a segment that is a point.
   auto const before = moving(chain, place->t == 1.0 ? k : k - 1, -1);
   auto const behind = moving(chain, place->t == 0.0 ? k : k + 1, 1);
   if (!before && !behind) return {};
@@ -76,7 +76,8 @@ double signedArea(Curve const& curve) {
   Chain const chain(curve);
   if (!internal::isUsable(chain.magnitude())) return std::numeric_limits<double>::quiet_NaN();
   if (chain.size() == 0) return 0.0;
-  // About the first point, which makes the line from the last end to the first start vanish.
+  // The integral is taken about the first point, so that the line from the last end to the first
+  // start contributes nothing.
   internal::Point const origin = chain.segments[0].start();
   internal::Point last = origin;
   internal::Sum twice;

@@ -17,7 +17,7 @@ using internal::Place;
 
 constexpr double kPi = 3.141592653589793;
 
-/// The cosine of an angle in [0, pi], by its series at a part of the angle.
+/// The cosine of an angle in [0, pi], by its series at 1/32 of the angle and repeated doubling.
 double cosine(double angle) {
   constexpr int kHalvings = 5;
   double const x = angle / (1 << kHalvings);
@@ -29,7 +29,7 @@ double cosine(double angle) {
 
 bool isSame(internal::Point const& p, internal::Point const& q) { return p.x == q.x && p.y == q.y; }
 
-/// Samples in a frame where the largest coordinate lies between 1 and 2, without repetitions.
+/// Samples scaled so that the largest coordinate lies in [1, 2), without repetitions.
 struct Frame {
   Frame(std::vector<Point> const& samples, double magnitude, bool closed)
       : exponent(magnitude > 0.0 ? std::ilogb(magnitude) : 0) {
@@ -53,10 +53,10 @@ struct Frame {
 
   int exponent;
   std::vector<internal::Point> points;
-  std::vector<std::size_t> pointOf;  // of each sample; points.size() for the seam again
+  std::vector<std::size_t> pointOf;  // by sample; points.size() for a repeated first sample
 };
 
-/// Copies what was fitted, in the caller's frame.
+/// Stores the fitted curve and its feet in the result, in the caller's units.
 void copyTo(Fit& result, ChainFit const& chain, Frame const& frame, bool closed) {
   GxList<Segment> segments;
   for (Cubic const& c : chain.segments()) segments.add(frame.toCaller(c));
@@ -91,7 +91,7 @@ Fit fit(std::vector<Point> const& samples, FitOptions const& options) {
   if (samples.empty() || !isUsable) return result;
 
   Frame const frame(samples, magnitude.value(), options.closed);
-  // No two points are farther apart than 6.
+  // No two points are farther apart than 6, so a larger tolerance has the same effect.
   double const tolerance = std::min(std::ldexp(options.tolerance, -frame.exponent), 6.0);
   ChainFit chain(frame.points, tolerance);
   std::vector<std::size_t> corners;

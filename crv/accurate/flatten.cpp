@@ -20,16 +20,17 @@ using internal::PowerOfTwo;
 using internal::Velocity;
 using P = internal::Point;
 
-// Relative to the largest coordinate: bounds the error of a vertex and of a measured distance.
+// Relative to the largest coordinate: bounds the rounding errors of a vertex and of a bound of a
+// distance.
 constexpr double kDistanceNoise = 16 * internal::kRounding;
 
-// Planned chords: with more a segment is not tried as one chord.
+// Planned chords: one chord for the whole segment is tried only up to this number.
 constexpr double kTriedAsOne = 3.0;
 
-// Points of a segment that there is room for before the first is known.
+// The number of points per segment for which memory is reserved before any segment is done.
 constexpr std::size_t kExpected = 16;
 
-// Halvings of a chord; the stretch is far below rounding then.
+// Halvings of a chord; after so many, the stretch is far below rounding.
 constexpr int kMaxDepth = 60;
 
 // Magnitudes within which products of four coordinates stay far from the limits of a double.
@@ -48,8 +49,8 @@ struct Vertex {
   P place;
 };
 
-/// Vertices in a row, the first of which is known already, and the squared distances from the
-/// chords behind them.
+/// Consecutive vertices, the first of which is known, and bounds on the squared distance of the
+/// curve from the chord behind each.
 struct Batch {
   double t[kBatch + 1], x[kBatch + 1], y[kBatch + 1];
   double squared[kBatch];
@@ -60,7 +61,7 @@ struct Batch {
     x[i] = v.place.x;
     y[i] = v.place.y;
   }
-  /// Places vertices 1 to count.
+  /// Computes the points of vertices 1 to count.
   void place(Cubic const& given, std::size_t count) {
     Cubic const cubic = given;
     for (std::size_t i = 1; i <= count; ++i) {
@@ -69,13 +70,13 @@ struct Batch {
       y[i] = p.y;
     }
   }
-  /// Measures all chords and returns the largest square.
+  /// Bounds the squared distance of the curve from each chord, and returns the largest bound.
   double measure(ChordError const& given, std::size_t count) {
     ChordError const error = given;
     for (std::size_t i = 0; i < count; ++i) {
       squared[i] = error.squared(t[i], t[i + 1], x[i + 1] - x[i], y[i + 1] - y[i]);
     }
-    constexpr std::size_t kSide = 4;  // side by side, because each maximum waits for the one before
+    constexpr std::size_t kSide = 4;  // independent maxima, because each depends on the one before
     double worst[kSide] = {};
     for (std::size_t i = count; i % kSide != 0; ++i) squared[i] = 0.0;
     for (std::size_t i = 0; i < count; i += kSide) {
@@ -95,7 +96,7 @@ bool isChord(Cubic const& c) {
 
 class Flattener {
  public:
-  /// The curve is computed on by the unit; tolerance and magnitude are given by it.
+  /// Coordinates are divided by the unit; tolerance and magnitude are given in it.
   Flattener(Curve const& curve, PowerOfTwo const& unit, double tolerance, double magnitude)
       : curve_(curve),
         unit_(unit),
@@ -109,15 +110,15 @@ class Flattener {
     if (curve_.strictIsClosed() != 0) {
       P const first = internal::plain((*curve_.begin())[0]);
       if (first.x != end_.x || first.y != end_.y) add(first, 0.0);
-      line_.points.back() = line_.points.front();  // the zeros, too
+      line_.points.back() = line_.points.front();  // also gives zeros the same sign
     }
     line_.worstDistance = isChords_ ? 0.0 : (std::sqrt(worstSquared_) + noise_) * unit_.power;
     return std::move(line_);
   }
 
  private:
-  /// The chords of one segment. The start is there already unless it is the first or there is a
-  /// gap.
+  /// Adds the chords of one segment. Its start was added before, unless it is the first segment or
+  /// there is a gap.
   void add(Cubic const& given) {
     P const& start = given.start();
     isChords_ = isChords_ && isChord(given);
@@ -138,7 +139,8 @@ class Flattener {
     add(end_, 0.0);
   }
 
-  /// Chords with equal shares of the density, and more where they are too far.
+  /// Adds chords with equal shares of the density; chords that are too far from the curve are
+  /// halved.
   void addPlanned(Vertex const& first, Vertex const& end, std::size_t chords) {
     Batch batch;
     batch.set(0, first);
@@ -160,7 +162,8 @@ class Flattener {
     }
   }
 
-  /// Halves the chords of a batch that are too far, and adds as many of its vertices.
+  /// Adds the vertices of a batch whose numbers are at most inside, and halves the chords that are
+  /// too far from the curve.
   void addHalved(Batch const& batch, std::size_t chords, std::size_t inside) {
     Vertex last = batch.vertex(0);
     for (std::size_t i = 1; i <= chords; ++i) {
@@ -187,14 +190,14 @@ class Flattener {
     return distance * distance;
   }
 
-  /// True when a chord is near enough; then its distance counts.
+  /// Returns whether a chord is within the tolerance; if so, its distance counts for worstDistance.
   bool take(double squaredDistance) {
     if (!(squaredDistance <= squaredTolerance_)) return false;
     worstSquared_ = max(worstSquared_, squaredDistance);
     return true;
   }
 
-  /// Adds what is needed between two vertices.
+  /// Adds the vertices needed between two vertices.
   void join(Vertex const& a, Vertex const& b, int depth) {
     if (take(squaredDistance(a, b)) || depth == kMaxDepth) return;
     Vertex const middle = vertex(0.5 * (a.t + b.t));
@@ -210,7 +213,8 @@ class Flattener {
     line_.positions.emplace_back(segment_, t);
   }
 
-  /// Makes room for more points, and for as many as the other segments are expected to have.
+  /// Reserves memory for more points, and for as many as the remaining segments are expected to
+  /// need.
   void makeRoom(std::size_t more) {
     std::size_t const size = line_.points.size();
     if (size + more <= line_.points.capacity()) return;

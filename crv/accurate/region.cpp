@@ -1,4 +1,4 @@
-// Operations on areas: edges between inside and outside, put together.
+// Operations on areas: the boundary of a result consists of the edges between inside and outside.
 #include "crv/accurate/region.h"
 
 #include "crv/accurate/internal/arrangement.h"
@@ -22,7 +22,8 @@ using internal::Outlines;
 using internal::Path;
 using internal::PathPart;
 
-// Passes with a coarser resolution where boundaries do not close, and how much coarser each is.
+// The number of repetitions with a coarser resolution if boundaries do not close, and the factor
+// between resolutions.
 constexpr int kMostPasses = 4;
 constexpr double kCoarser = 4.0;
 
@@ -54,8 +55,8 @@ std::vector<Path> boundary(Arrangement const& plane, Operation operation, FillRu
   return plane.paths(kept);
 }
 
-/// The boundary, the inside on its left. Where it does not close because too many places are as
-/// near to each other as the resolution, coarser resolutions make one place of them.
+/// The boundary, with the inside on its left. If it does not close because too many points are as
+/// near to each other as the resolution, it is computed again with a coarser resolution.
 std::vector<Path> boundary(Outlines& outlines, std::vector<Curve> const& a,
                            std::vector<Curve> const* b, Operation operation, FillRule rule) {
   double resolution = 0.0;

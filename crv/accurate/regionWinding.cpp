@@ -1,4 +1,4 @@
-// Winding numbers of points, also of those on the curves.
+// Winding numbers of points, which may lie on the curves.
 #include "crv/accurate/internal/blossom.h"
 #include "crv/accurate/internal/foot.h"
 #include "crv/accurate/internal/outlines.h"
@@ -20,13 +20,15 @@ using internal::Cubic;
 using internal::Foot;
 using internal::Outlines;
 
-// In units of the resolution: how far beside a place on the curves their winding number is asked.
+// In units of the resolution: winding numbers next to a point on the curves are computed at this
+// distance from the point.
 constexpr double kBeside = 8.0;
 
-// Radians: between directions that differ by less there is no sector.
+// Length of the difference of two unit vectors: a smaller one means that the sector between them is
+// the whole circle.
 constexpr double kNoSector = 0x1p-40;
 
-/// Curves around a point, all in unit scale.
+/// Curves and a point, scaled so that the largest coordinate is below 1.
 class Surroundings {
  public:
   Surroundings(std::vector<Curve> const& curves, Point const& p) : outlines_(curves, nullptr) {
@@ -66,7 +68,7 @@ bool Surroundings::isNear(Cubic const& c, Foot& foot) const {
                          {p_.x, p_.y, p_.x, p_.y})) {
     return false;
   }
-  // Somewhat more than the resolution, so that rounding of the limit decides nothing.
+  // The limit exceeds the resolution, so that its rounding does not matter.
   foot = internal::nearestFoot(c, p_, 4.0 * r * r);
   return foot.squaredDistance <= r * r;
 }
@@ -107,7 +109,7 @@ int Surroundings::windingAt(internal::Point const& p) const {
   for (ArrangedSegment const& s : outlines_.segments) {
     Cubic const c = scaled(s);
     winding += internal::crossings(c, p);
-    // A gap too small to be closed by a line.
+    // Closes a gap that is within the resolution.
     internal::Point const next = outlines_.segments[s.next].c.start() * factor_;
     winding += internal::crossings(internal::straight(c.end(), next), p);
   }
@@ -121,7 +123,8 @@ int Surroundings::winding() const {
   winding = 0;
   for (std::size_t i = 0; i < directions.size(); ++i) {
     internal::Point const v = directions[i], w = directions[(i + 1) % directions.size()];
-    // The middle of the sector from v to w; of one that goes all around, opposite to v.
+    // The bisector of the sector from v to w; if the sector is the whole circle, the direction
+    // opposite to v.
     internal::Point middle = {w.y - v.y, v.x - w.x};
     double const length = std::sqrt(dot(middle, middle));
     middle = length > kNoSector ? middle * (1.0 / length) : v * -1.0;

@@ -1,4 +1,4 @@
-// Crossings as passes of the curve through places, linked anew.
+// The passes of a curve through its crossings are linked anew; each cycle of links is a loop.
 #include "crv/accurate/separate.h"
 
 #include "crv/accurate/direction.h"
@@ -29,8 +29,9 @@ bool isBefore(Span const& a, Span const& b) {
   return a.segment != b.segment ? a.segment < b.segment : a.from < b.from;
 }
 
-/// A curve and where it passes through its crossings. Stretch i of it ends at pass i and stretch
-/// i + 1 begins there; the first one begins at its start, the last one ends at its end.
+/// A curve and its passes through its crossings. Stretch i of the curve ends at pass i, and stretch
+/// i + 1 begins there; the first stretch begins at the curve's start, and the last one ends at its
+/// end.
 class Separation {
  public:
   Separation(Chain const& chain, std::vector<Pass> passes)
@@ -90,7 +91,7 @@ Piece Separation::piece(std::vector<Part> const& parts, bool isClosed) const {
   return piece;
 }
 
-/// The piece that a stretch begins.
+/// The piece that begins with a stretch.
 Piece Separation::pieceFrom(std::size_t start, bool isClosed) {
   std::vector<Part> parts;
   std::size_t stretch = start;

@@ -1,5 +1,5 @@
-// Stretches between corners are fitted anew, and kept as they are where that takes no fewer
-// segments.
+// Replaces the stretches between corners by fewer segments; a stretch for which none are found
+// stays as it is.
 #include "crv/accurate/fit.h"
 #include "crv/accurate/internal/blossom.h"
 #include "crv/accurate/internal/chain.h"
@@ -29,20 +29,21 @@ using internal::KnotCurve;
 using internal::KnotSpan;
 using internal::Place;
 
-// The cosine of the turn at a joint from which on it is a corner, about 0.1 radians.
+// The cosine of the turn, about 0.1 radians, from which a joint is a corner.
 constexpr double kCornerCosine = 0.995;
 
 // Samples of a segment for the fit.
 constexpr std::size_t kSamples = 8;
 
-// The tolerances of fits that are tried, as parts of the caller's: a stretch that lies too far away
-// between samples gets another chance.
+// The tolerances of the fits that are tried, as shares of the caller's: a fit only bounds the
+// distance of samples, so one that is too far away between them is tried again with a smaller
+// tolerance.
 constexpr double kShares[] = {0.9, 0.6, 0.3};
 
-// How often a span may be halved for its curves to be matched more closely.
+// Halvings of a span to match the parameters of its curves more closely.
 constexpr int kMostHalvings = 8;
 
-// No two points are farther apart than this in the frame of the fit.
+// No two points are farther apart than this in the scale of the fit.
 constexpr double kLongestDistance = 6.0;
 
 /// The worst distance of two cubics at equal parameters, by the control points of the difference.
@@ -52,7 +53,8 @@ double worstDistance(Cubic const& a, Cubic const& b) {
   return std::sqrt(worst);
 }
 
-/// Segments that stand for a stretch of the source, and the knots between both.
+/// The segments that replace a stretch of the source, and the spans that relate the parameters of
+/// both.
 struct Replacement {
   std::vector<Cubic> segments;
   std::vector<KnotSpan> spans;  // result segments are counted from the first of these
@@ -68,8 +70,8 @@ struct Replacement {
   }
 };
 
-/// The segments of the source from one to before another, between corners, as samples; and the
-/// ways to have fewer.
+/// The segments [begin, end) of the source, between corners, with their samples, and the ways to
+/// replace them by fewer segments.
 class Stretch {
  public:
   Stretch(Chain const& source, double tolerance, std::size_t begin, std::size_t end, bool isRound);
@@ -77,10 +79,11 @@ class Stretch {
   /// The segments as they are.
   Replacement same() const;
 
-  /// Each segment is the longest that one cubic with the same ends and end directions can replace.
+  /// Each segment of the result replaces the longest run that one cubic with the same ends and end
+  /// directions can replace.
   Replacement merged() const;
 
-  /// A chain with joints anywhere; nothing if it is too far away with each of the fits tried.
+  /// A fitted chain with joints anywhere; nothing if all fits tried are too far away.
   std::optional<Replacement> fitted() const;
 
  private:
@@ -123,8 +126,8 @@ Replacement Stretch::same() const {
   return result;
 }
 
-/// Adds the spans from one sample to the next, whose places on the result are given; its joints in
-/// between become knots at the places of the source that are nearest to them.
+/// Adds the spans from one sample to the next, whose places on the result are given. A joint of the
+/// result in between becomes a knot at the nearest point of the source.
 void Stretch::matchSample(std::size_t sample, Place const& from, Place const& to,
                           Replacement& result) const {
   double const t0 = static_cast<double>(sample % kSamples) / kSamples;
@@ -142,7 +145,7 @@ void Stretch::matchSample(std::size_t sample, Place const& from, Place const& to
   if (rest.t1 > rest.t0 || rest.s1 > rest.s0) refine(rest, kMostHalvings, result);
 }
 
-/// Adds a span, in parts if its curves do not keep together closely enough.
+/// Adds a span; halves it if its curves are farther apart than the tolerance at equal parameters.
 void Stretch::refine(KnotSpan const& span, int halvings, Replacement& result) const {
   Cubic const& a = source_.segments[span.segment];
   Cubic const& b = result.segments[span.resultSegment];
@@ -160,7 +163,7 @@ void Stretch::refine(KnotSpan const& span, int halvings, Replacement& result) co
   refine(right, halvings - 1, result);
 }
 
-/// The segment of which several were cut; nothing if it would be too far away.
+/// The segment from which several were cut; nothing if it would be too far away.
 std::optional<Replacement> Stretch::joined(std::size_t first, std::size_t count) const {
   auto const whole = internal::rejoined(&segment(first), count);
   if (!whole) return std::nullopt;
@@ -196,8 +199,8 @@ std::optional<Replacement> Stretch::merged(internal::SegmentFit& fit, std::size_
   return result;
 }
 
-/// The replacement of the longest run from a segment on, and its length: it grows while it can be
-/// doubled, then by half of what is left.
+/// Appends the replacement of the longest run that starts with a segment, found by doubling and
+/// bisection, and returns the length of the run.
 std::size_t Stretch::mergeFrom(std::size_t first, internal::SegmentFit& fit,
                                Replacement& result) const {
   std::size_t const left = size() - first;
@@ -223,7 +226,7 @@ Replacement Stretch::merged() const {
 
 std::optional<Replacement> Stretch::fitted(double fitTolerance) const {
   std::vector<internal::Point> points;
-  std::vector<std::size_t> pointOf;  // of each sample; the number of points for the seam
+  std::vector<std::size_t> pointOf;  // by sample; the number of points for a repeated start
   for (internal::Point const& p : samples_) {
     bool const isNew = points.empty() || p.x != points.back().x || p.y != points.back().y;
     if (isNew) points.push_back(p);
@@ -257,7 +260,7 @@ std::optional<Replacement> Stretch::fitted() const {
   return std::nullopt;
 }
 
-/// A simplified curve in the making, in a frame where coordinates are of the order of 1.
+/// Simplifies a curve whose coordinates are of the order of 1.
 class Simplification {
  public:
   Simplification(Chain const& source, double tolerance)
@@ -289,7 +292,7 @@ void Simplification::run() {
   if (begin < source_.size()) simplifyRun(begin, source_.size(), gaps_.empty());
 }
 
-/// Whether a segment is one point, or has a cusp: then it stays as it is.
+/// Whether a segment stays as it is because it is one point or has a cusp.
 bool Simplification::isBroken(std::size_t segment) const {
   Cubic const& c = source_.segments[segment];
   if (isPoint(c)) return true;
@@ -305,8 +308,8 @@ bool Simplification::isCorner(std::size_t before, std::size_t behind) const {
   return !(dot(in, out) > kCornerCosine);
 }
 
-/// Simplifies segments without a gap between them. Where there are corners, the seam of a closed
-/// curve stays a joint, too.
+/// Simplifies segments without a gap between them. If there are corners, the seam of a closed curve
+/// stays a joint, too.
 void Simplification::simplifyRun(std::size_t begin, std::size_t end, bool isClosed) {
   std::size_t from = begin;
   for (std::size_t k = begin + 1; k < end; ++k) {
@@ -317,7 +320,7 @@ void Simplification::simplifyRun(std::size_t begin, std::size_t end, bool isClos
   simplifyStretch(from, end, isClosed && from == begin && !isCorner(end - 1, begin));
 }
 
-/// Takes what has the fewest segments.
+/// Appends the replacement with the fewest segments.
 void Simplification::simplifyStretch(std::size_t begin, std::size_t end, bool isRound) {
   Stretch const stretch(source_, tolerance_, begin, end, isRound);
   if (end - begin == 1) return result_.append(stretch.same());

@@ -14,19 +14,19 @@ using internal::Cubic;
 using internal::Place;
 using P = internal::Point;
 
-// Relative to the largest coordinate: what a chord may fall short of its distance.
+// Relative to the largest coordinate: bounds the rounding error of a distance.
 constexpr double kChordNoise = 8 * internal::kRounding;
 
-// Relative to the length of a lap: what the least accuracy of a length is.
+// Relative to the length of a lap: the finest accuracy of a length.
 constexpr double kLeastAccuracy = 64 * internal::kRounding;
 
-// Halvings of a stretch until it is below rounding.
+// Halvings after which a stretch is below rounding.
 constexpr int kMaxDepth = 60;
 
 std::optional<Position> walkLength(Curve const& curve, Position const& from, double distance,
                                    double accuracy) {
-  // Both ends of the walk take a quarter, so that half is left to tell whether the curve ends
-  // before.
+  // Each end of the walk takes a quarter of the accuracy; the other half is the tolerance for walks
+  // that end just beyond the curve.
   CurveLengths const lengths(curve, 0.25 * accuracy);
   double const total = lengths.total();
   double const start = lengths.lengthAt(from);
@@ -41,18 +41,18 @@ std::optional<Position> walkLength(Curve const& curve, Position const& from, dou
   return lengths.positionAt(target);
 }
 
-/// A stretch of a segment, seen from the point where the walk began.
+/// A stretch of a segment, relative to the point where the walk began.
 struct Stretch {
   Cubic cubic;
   double t0, t1;
 };
 
-/// The first place at a distance from the origin.
+/// Finds the first point of a stretch at a distance from the origin.
 class ChordSearch {
  public:
   ChordSearch(double distance, double noise) : distance_(distance), noise_(noise) {}
 
-  /// The parameter, or nothing; the stretch begins nearer than the distance.
+  /// The parameter, or nothing. The stretch must begin nearer than the distance.
   std::optional<double> first(Stretch const& stretch, int depth = 0) const {
     P const* p = stretch.cubic.p;
     double const end = norm(p[3]);
@@ -69,7 +69,7 @@ class ChordSearch {
   }
 
  private:
-  /// True when the distance grows all along.
+  /// True if the distance certainly increases along the whole cubic.
   static bool recedes(Cubic const& c) {
     P const e0 = c.p[1] - c.p[0];
     P const e1 = c.p[2] - c.p[1];
@@ -80,7 +80,7 @@ class ChordSearch {
            3.0 * dot(c.p[2], e2) + 2.0 * dot(c.p[3], e1) >= 0.0 && dot(c.p[3], e2) >= 0.0;
   }
 
-  /// The one place at the distance: false position, and bisection in turn.
+  /// The only point at the distance, by false position, with bisection at every third step.
   double crossing(Stretch const& stretch) const {
     double low = 0.0;
     double high = 1.0;
@@ -105,7 +105,7 @@ class ChordSearch {
   double noise_;
 };
 
-/// A segment from t0 to t1, either way, relative to a point.
+/// The stretch of a segment from t0 to t1, in either direction, relative to a point.
 Stretch stretchOf(Cubic const& cubic, double t0, double t1, P const& origin) {
   Stretch stretch = {cubic, t0, t1};
   Cubic rest;
@@ -132,7 +132,7 @@ std::optional<Position> walkChord(Chain const& chain, Place const& from, double 
   double const end = isForward ? 1.0 : 0.0;
   long k = static_cast<long>(from.segment);
   double t = from.t;
-  // One lap, and on a closed curve the part of the first segment that lies behind the start.
+  // One lap; on a closed curve it ends with the part of the first segment before the start.
   for (long count = 0; count <= n; ++count) {
     bool const isBack = count == n;
     if (isBack && !chain.closed) break;

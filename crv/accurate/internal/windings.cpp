@@ -1,4 +1,4 @@
-// Faces, and how often the curves wind around them.
+// The faces of an arrangement and their winding numbers.
 #include "crv/accurate/internal/windings.h"
 
 #include "crv/accurate/internal/disjointSets.h"
@@ -18,7 +18,7 @@ namespace {
 // Halvings after which a part is a point up to rounding.
 constexpr int kMostHalvings = 60;
 
-/// Whether the ray from p towards higher x may cross what is in a box.
+/// Whether the ray from p towards higher x may cross a curve inside a box.
 bool isBeside(Box const& box, Point const& p) {
   return box.maxX >= p.x && box.minY <= p.y && box.maxY > p.y;
 }
@@ -32,11 +32,12 @@ int crossingsOf(Cubic const& c, Point const& p, int halvings) {
   return crossingsOf(left, p, halvings - 1) + crossingsOf(right, p, halvings - 1);
 }
 
-// Unit scale: how far beside an edge its winding numbers are asked where the turns do not tell
-// them; edges nearer to each other than the finest resolution are one.
+// Unit scale: the distance from an edge at which rays start. It exceeds the finest resolution,
+// within which edges are one.
 constexpr double kBeside = 0x1p-45;
 
-// Places at which they are asked, one after the other until both sides differ by the edge's count.
+// Parameters of an edge beside which rays start, tried in order until the winding numbers of both
+// sides differ by the edge's count.
 constexpr double kAskedAt[] = {0.5, 0.25, 0.75, 0.375, 0.625, 0.125, 0.875};
 
 using Counts = std::array<int, 2>;
@@ -45,7 +46,7 @@ Counts sum(Counts const& a, Counts const& b, int sign) {
   return {a[0] + sign * b[0], a[1] + sign * b[1]};
 }
 
-/// Edges that hang together, as a tree of their boxes.
+/// A connected set of edges.
 struct Component {
   std::size_t beginEdge = 0, endEdge = 0;  // among the edges in order of their components
   std::size_t outerFace = kNone;
@@ -119,7 +120,7 @@ void Faces::findComponents() {
   }
 }
 
-/// Marks the half-edges around a face, and returns twice its area.
+/// Assigns the half-edges around a face to it, and returns twice its signed area.
 double Faces::walkFace(std::size_t start, std::size_t face) {
   Point const origin = cutting_.nodes[startOf(cutting_.edges, start)];
   double twiceArea = 0.0;
@@ -134,7 +135,8 @@ double Faces::walkFace(std::size_t start, std::size_t face) {
   return twiceArea;
 }
 
-/// The face around a component is to the left of a clockwise round, and the only such face.
+/// Finds all faces. The outer face of a component is the only one whose signed area is negative,
+/// because its boundary runs clockwise.
 void Faces::walkFaces() {
   faceOf_.assign(2 * cutting_.edges.size(), kNone);
   for (std::size_t const h : turns_.halfEdges) {
@@ -150,7 +152,7 @@ void Faces::walkFaces() {
   }
 }
 
-/// Gives every face of a component its winding numbers, from the outer one inwards.
+/// Computes the winding numbers of all faces of a component, starting from the outer face.
 void Faces::spread(std::size_t component, Counts const& outside) {
   std::vector<std::size_t> waiting = {components_[component].outerFace};
   windings_[waiting[0]] = outside;
@@ -208,8 +210,8 @@ Box Faces::boxOf(Component const& component) const {
   return box;
 }
 
-/// How often all other components wind around each component. Only those in whose box it begins
-/// are asked.
+/// For each component, the winding number of all other components around it. Only components whose
+/// box contains the start of its first edge can contribute.
 std::vector<Counts> Faces::outerWindings() {
   std::vector<Counts> windings(components_.size(), Counts{0, 0});
   if (components_.size() == 1) return windings;
@@ -250,7 +252,7 @@ void Faces::castRays() {
 void Faces::find() {
   findComponents();
   walkFaces();
-  // Euler's formula holds for connected lines in a plane, and only for those.
+  // A component is planar exactly if Euler's formula holds.
   bool const isPlane = std::all_of(components_.begin(), components_.end(), [](Component const& c) {
     return c.nodes - c.edges + c.faces == 2;
   });

@@ -1,4 +1,4 @@
-// Winding numbers: of points by the crossings of a ray, of faces by crossing edges.
+// Winding numbers of points, by the crossings of a ray, and of faces, from their neighbours.
 #pragma once
 
 #include "crv/accurate/internal/cutting.h"
@@ -7,13 +7,14 @@
 
 namespace crv::internal {
 
-/// How often a cubic crosses the ray from p towards higher x: 1 for each time upwards, -1 for
-/// each time downwards. The sum over a closed curve is its winding number around p, which is not on
-/// it. A point at the height of p counts as below.
+/// The signed number of crossings of a cubic with the ray from p towards higher x: 1 for each
+/// upward crossing, -1 for each downward one. The sum over a closed curve is its winding number
+/// around p, if p is not on it. A point at the height of p counts as below.
 int crossings(Cubic const& c, Point const& p);
 
-/// Sets the winding numbers on both sides of all edges: face by face, or, where places as near to
-/// each other as the resolution have turns that no plane has, by rays from both sides of each edge.
+/// Sets the winding numbers on both sides of all edges, face by face. If points as near to each
+/// other as the resolution lead to an order of edges that is impossible in a plane, it uses rays
+/// from both sides of each edge instead.
 void findWindings(Cutting& cutting, Turns const& turns);
 
 }  // namespace crv::internal
