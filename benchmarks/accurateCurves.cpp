@@ -57,10 +57,17 @@ void offset(benchmark::State& state) {
               [](GxBezierCurve const& curve) { return crv::offset(curve, 5.0).parallels.size(); });
 }
 
-void unite(benchmark::State& state) {
-  overLetterPairs(state, [](GxBezierCurve const& a, GxBezierCurve const& b) {
-    return crv::unite({a}, {b}, crv::FillRule::nonZero).curves.size();
-  });
+/// For one union of a curve with the next.
+void unite(benchmark::State& state, Curves const& curves) {
+  std::vector<Curves> lists;
+  for (GxBezierCurve const& curve : curves) lists.push_back({curve});
+  for (auto _ : state) {
+    for (std::size_t i = 1; i < lists.size(); ++i) {
+      benchmark::DoNotOptimize(
+          crv::unite(lists[i - 1], lists[i], crv::FillRule::nonZero).curves.size());
+    }
+  }
+  perIteration(state, lists.size() - 1);
 }
 
 /// The chain of a coastline, for one of its segments.
@@ -108,7 +115,9 @@ void enterAccurateCurves() {
   enter("walk 300 units by chord/letters/accurate",
         [](benchmark::State& s) { walk(s, crv::Measure::chord); });
   enter("cut a letter at three places/letters/accurate", cut);
-  enter("union of two letters/letters/accurate", unite);
+  enter("union of two letters/letters/accurate", [](benchmark::State& s) { unite(s, letters()); });
+  enter("union of two letters, as in a word/letters/accurate",
+        [](benchmark::State& s) { unite(s, word(mediumLetters())); });
 }
 
 }  // namespace bench

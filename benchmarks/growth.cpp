@@ -115,6 +115,14 @@ void uniteLetters(benchmark::State& state, int n) {
   perIteration(state, 1);
 }
 
+void uniteWord(benchmark::State& state, int n) {
+  std::vector<GxBezierCurve> const letters = word(static_cast<std::size_t>(n));
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(crv::unite(letters, {}, crv::FillRule::nonZero).curves.size());
+  }
+  perIteration(state, 1);
+}
+
 double walkWhole(GxBezierCurve const& curve, int shortChords) {
   GxBezierCurvePosition to;
   int const code = curve.findNextPos(GxBezierCurvePosition(0, 0.0), to,
@@ -207,6 +215,8 @@ void enterGrowths() {
       onWaves([](GxBezierCurve const& curve) { return crv::simplify(curve, 0.1).curve.length(); }));
   enterGrowth("accurate: fit of n points", "n log n", {100, 1000, 10000, 100000}, fitClosely);
   enterGrowth("accurate: union of a row of n letters", "n log n", {1, 10, 100, 1000}, uniteLetters);
+  enterGrowth("accurate: union of a word of n letters", "n log n", {10, 100, 1000, 10000},
+              uniteWord);
   enterGrowth("list element by index, of n", "constant", {100, 1000, 10000, 100000}, indexAccess);
 }
 

@@ -1,5 +1,6 @@
 #include "support.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -89,6 +90,30 @@ std::vector<GxBezierCurve> readLetters() {
   return found;
 }
 
+std::vector<GxBezierCurve> const& lettersOfWord() {
+  static std::vector<GxBezierCurve> const all = [] {
+    std::vector<GxBezierCurve> found = letters();
+    auto const isOther = [](GxBezierCurve const& letter) {
+      return letter.length() < 22 || letter.length() > 28;
+    };
+    found.erase(std::remove_if(found.begin(), found.end(), isOther), found.end());
+    return found;
+  }();
+  return all;
+}
+
+/// Moves a letter to the right of the one before it in a word, and back until both cross.
+void weld(GxBezierCurve const& before, GxBezierCurve& letter) {
+  constexpr double kStep = 20.0;
+  double left = 0.0, right = 0.0, low = 0.0, high = 0.0, unused = 0.0;
+  before.getBoundingBox(unused, low, right, high);
+  letter.getBoundingBox(left, low, unused, high);
+  letter.moveCurve(GxVector<double>(right - left, 0.0));
+  do {
+    letter.moveCurve(GxVector<double>(-kStep, 0.0));
+  } while (crv::contacts(before, letter).points.size() < 2);
+}
+
 std::string& nameOfRunning() {
   static std::string name;
   return name;
@@ -142,6 +167,17 @@ std::vector<GxBezierCurve> rowOfLetters(std::size_t count) {
     row.back().moveCurve(GxVector<double>(250.0 * static_cast<double>(i), 0.0));
   }
   return row;
+}
+
+std::size_t mediumLetters() { return lettersOfWord().size(); }
+
+std::vector<GxBezierCurve> word(std::size_t count) {
+  std::vector<GxBezierCurve> word;
+  for (std::size_t i = 0; i < count; ++i) {
+    word.push_back(lettersOfWord()[i % mediumLetters()]);
+    if (i > 0) weld(word[i - 1], word[i]);
+  }
+  return word;
 }
 
 }  // namespace bench

@@ -38,8 +38,15 @@ std::vector<GxList<Point>> const& coasts();
 /// The first outline of each letter of glyphs.txt, closed.
 std::vector<GxBezierCurve> const& letters();
 
-/// One letter beside the other, each over the next.
+/// One letter after the other, 250 units apart, so that each lies over the next two or three.
 std::vector<GxBezierCurve> rowOfLetters(std::size_t count);
+
+/// How many letters have about 25 segments.
+std::size_t mediumLetters();
+
+/// Letters of about 25 segments side by side as in a welded word: each as far over the one before
+/// it as is needed for them to cross.
+std::vector<GxBezierCurve> word(std::size_t count);
 
 // ---- Entering benchmarks ----------------------------------------------------------------------
 
