@@ -70,6 +70,7 @@ std::vector<Path> Arrangement::paths(std::vector<signed char> const& kept) const
 /// The path of a trail; neighbouring stretches of one segment become one part.
 Path Arrangement::pathOf(Trail const& trail) const {
   std::vector<Run> runs;
+  runs.reserve(trail.halfEdges.size());
   for (std::size_t const h : trail.halfEdges) {
     if (!runs.empty() && extend(runs.back(), h)) continue;
     runs.push_back(runAlong(h));
@@ -144,17 +145,19 @@ void Arrangement::addParts(std::vector<PathPart>& parts, Run const& run, bool fr
   };
   bool const isBentAtLow = isBent(from, low.c.start(), run.isBackwards ? toTip : fromTip);
   bool const isBentAtHigh = isBent(to, high.c.end(), run.isBackwards ? fromTip : toTip);
+  auto const add = [&](double t0, double t1) {
+    if (t0 == t1) return;
+    Cubic c = part(whole, t0, t1);
+    c = withEnds(c, t0 == from ? low.c.start() : c.start(), t1 == to ? high.c.end() : c.end());
+    c = scaled(c, 1.0 / scale_.factor);
+    parts.push_back({low.segment, t0, t1, run.isBackwards, run.isBackwards ? reversed(c) : c});
+  };
+  if (!isBentAtLow && !isBentAtHigh) return add(from, to);
   double const cuts[] = {from, isBentAtLow ? endOfBend(whole, from, to, longest) : from,
                          isBentAtHigh ? endOfBend(whole, to, from, longest) : to, to};
   for (int i = 0; i < 3; ++i) {
     int const k = run.isBackwards ? 2 - i : i;
-    if (cuts[k] == cuts[k + 1]) continue;
-    Cubic c = part(whole, cuts[k], cuts[k + 1]);
-    c = withEnds(c, cuts[k] == from ? low.c.start() : c.start(),
-                 cuts[k + 1] == to ? high.c.end() : c.end());
-    for (Point& p : c.p) p = p * (1.0 / scale_.factor);
-    parts.push_back(
-        {low.segment, cuts[k], cuts[k + 1], run.isBackwards, run.isBackwards ? reversed(c) : c});
+    add(cuts[k], cuts[k + 1]);
   }
 }
 

@@ -40,9 +40,16 @@ struct Shared {
   SharedStretch range;
 };
 
+bool areSame(Point const& p, Point const& q) { return (p.x == q.x) & (p.y == q.y); }
+
 bool areSame(Cubic const& c, Cubic const& d) {
-  return std::equal(c.p, c.p + 4, d.p,
-                    [](Point const& p, Point const& q) { return p.x == q.x && p.y == q.y; });
+  return areSame(c.p[0], d.p[0]) && areSame(c.p[1], d.p[1]) && areSame(c.p[2], d.p[2]) &&
+         areSame(c.p[3], d.p[3]);
+}
+
+/// The point at t, without a computation at the ends.
+Point placeAt(Cubic const& c, double t) {
+  return t == 0.0 ? c.start() : t == 1.0 ? c.end() : pointAt(c, t);
 }
 
 bool staysNear(Cubic const& c, double reach) {
@@ -69,6 +76,8 @@ class Cutter {
         counts_(segments.size(), {0, 0}),
         isTwin_(segments.size(), 0),
         places_(2 * segments.size()) {
+    places_.reserve(3 * segments.size());
+    cuts_.reserve(segments.size());
     for (std::size_t i = 0; i < segments.size(); ++i) {
       counts_[i][static_cast<std::size_t>(segments[i].group)] = 1;
     }
@@ -166,6 +175,7 @@ bool Cutter::partAtJoint(std::size_t i, std::size_t k) {
 /// Lets segment i stand for segment k if both are the same, or the same reversed.
 bool Cutter::joinTwin(std::size_t i, std::size_t k) {
   Cubic const &c = segments_[i].c, &d = segments_[k].c;
+  if (!(areSame(c.p[0], d.p[0]) | areSame(c.p[0], d.p[3]))) return false;
   bool const isSame = areSame(c, d);
   if (!isSame && !areSame(c, reversed(d))) return false;
   places_.unite(2 * i, isSame ? 2 * k : 2 * k + 1);
@@ -233,7 +243,7 @@ void Cutter::countCuts() {
 bool Cutter::areOnePlace(Cut const& p, Cut const& q) const {
   if (p.t == q.t) return true;
   Cubic const& c = segments_[p.segment].c;
-  if (squaredDistance(pointAt(c, p.t), pointAt(c, q.t)) > reach() * reach()) return false;
+  if (squaredDistance(placeAt(c, p.t), placeAt(c, q.t)) > reach() * reach()) return false;
   return staysNear(part(c, p.t, q.t), 2.0 * reach());
 }
 
@@ -280,6 +290,7 @@ void Cutter::carryOver() {
 /// for the places that they are in.
 std::vector<std::size_t> Cutter::addNodes(Cutting& result) {
   std::vector<std::size_t> nodes(places_.size(), kNone);
+  result.nodes.reserve(segments_.size() + cuts_.size());
   auto const add = [&](std::size_t place, Point const& p) {
     std::size_t& node = nodes[places_.find(place)];
     if (node == kNone) {

@@ -3,6 +3,7 @@
 
 #include "crv/accurate/internal/approachCluster.h"
 #include "crv/accurate/internal/clusterJudge.h"
+#include "crv/accurate/internal/searchParts.h"
 #include "crv/accurate/internal/segmentPair.h"
 #include "crv/accurate/internal/segmentSearch.h"
 #include "crv/accurate/internal/sharedCarrier.h"
@@ -115,6 +116,7 @@ void addShared(ClusterJudge const& judge, SegmentPair const& pair, double magnit
 
 void findMeetings(Cubic const& a, Cubic const& b, double magnitude, double resolution,
                   Stretches told, Meetings& found) {
+  if (areApart(a, b, resolution)) return;
   SegmentPair const pair = {a, b};
   ClusterJudge const judge(pair, magnitude, resolution, told);
   SharedStretch shared = {};

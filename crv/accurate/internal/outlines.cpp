@@ -5,12 +5,6 @@
 
 namespace crv::internal {
 
-namespace {
-
-Cubic segmentAt(Curve const& curve, unsigned i) { return cubic(curve[static_cast<int>(i)]); }
-
-}  // namespace
-
 Outlines::Outlines(std::vector<Curve> const& a, std::vector<Curve> const* b) {
   std::vector<Curve> const* const lists[] = {&a, b};
   Magnitude magnitude;
@@ -18,7 +12,7 @@ Outlines::Outlines(std::vector<Curve> const& a, std::vector<Curve> const* b) {
   for (std::vector<Curve> const* const list : lists) {
     if (list == nullptr) continue;
     for (Curve const& curve : *list) {
-      for (unsigned i = 0; i < curve.length(); ++i) magnitude.add(segmentAt(curve, i));
+      for (Segment const& s : curve) magnitude.add(cubic(s));
       size += curve.length();
     }
   }
@@ -39,16 +33,14 @@ void Outlines::add(Curve const& curve, std::size_t list, std::size_t number) {
     segments.push_back({c, segments.size() + 1, static_cast<int>(list)});
     origins.push_back(origin);
   };
-  unsigned const n = static_cast<unsigned>(curve.length());
-  Cubic c = segmentAt(curve, 0);
-  Point const start = c.start();
-  for (unsigned i = 0; i < n; ++i) {
+  std::size_t i = 0;
+  for (auto segment = curve.begin(); segment != curve.end(); ++i) {
+    Cubic const c = cubic(*segment);
     addSegment(c, {list, number, i});
-    Point const end = c.end();
-    if (i + 1 < n) c = segmentAt(curve, i + 1);
-    Point const next = i + 1 < n ? c.start() : start;
-    bool const isGap = distance(end, next) > resolution;
-    if (isGap) addSegment(straight(end, next), {kNone, number, i});
+    ++segment;
+    Point const next = plain((*(segment != curve.end() ? segment : curve.begin()))[0]);
+    bool const isGap = distance(c.end(), next) > resolution;
+    if (isGap) addSegment(straight(c.end(), next), {kNone, number, i});
   }
   segments.back().next = first;
 }

@@ -100,6 +100,12 @@ inline bool isBesideChord(Cubic const& a, ControlPolygon const& edges, Cubic con
   return other.lo > own.hi + margin || other.hi < own.lo - margin;
 }
 
+/// Whether the fat line about the chord of one segment keeps the other away.
+inline bool areApart(Cubic const& a, Cubic const& b, double resolution) {
+  return isBesideChord(a, ControlPolygon(a), b, resolution) ||
+         isBesideChord(b, ControlPolygon(b), a, resolution);
+}
+
 /// Whether every direction of a lies clearly on the same side of every direction of b, so that the
 /// parts meet at most once.
 inline bool runAcross(ControlPolygon const& a, ControlPolygon const& b, double resolution) {

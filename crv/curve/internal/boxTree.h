@@ -155,17 +155,8 @@ class BoxTree {
                                        std::size_t i, Candidates& candidates, Visit const& visit) {
     Run const run = a.children(level, i);
     for (std::size_t child = run.begin; child < run.end; ++child) {
-      Box const& box = a.box(level - 1, child);
       std::vector<std::size_t>& found = candidates[level - 1];
-      found.clear();
-      for (std::size_t const other : candidates[level]) {
-        if (!overlap(box, b.box(level, other))) continue;
-        Run const others = b.children(level, other);
-        std::size_t const first = onlyUpwards ? std::max(others.begin, child) : others.begin;
-        for (std::size_t k = first; k < others.end; ++k) {
-          if (overlap(box, b.box(level - 1, k))) found.push_back(k);
-        }
-      }
+      findOverlaps<onlyUpwards>(a.box(level - 1, child), child, b, level, candidates[level], found);
       if (found.empty()) continue;
       if (level == 1) {
         for (std::size_t const k : found) visit(child, k);
@@ -173,6 +164,26 @@ class BoxTree {
         visitOverlappingChildren<onlyUpwards>(a, b, level - 1, child, candidates, visit);
       }
     }
+  }
+
+  /// Finds which of the children of some boxes overlap a box. All are written and only the count is
+  /// kept: a jump on each outcome would be mispredicted.
+  template <bool onlyUpwards>
+  static void findOverlaps(Box const& box, std::size_t number, BoxTree const& tree,
+                           std::size_t level, std::vector<std::size_t> const& parents,
+                           std::vector<std::size_t>& found) {
+    found.resize(kRun * parents.size());
+    std::size_t count = 0;
+    for (std::size_t const parent : parents) {
+      if (!overlap(box, tree.box(level, parent))) continue;
+      Run const run = tree.children(level, parent);
+      std::size_t const first = onlyUpwards ? std::max(run.begin, number) : run.begin;
+      for (std::size_t k = first; k < run.end; ++k) {
+        found[count] = k;
+        count += std::size_t{overlap(box, tree.box(level - 1, k))};
+      }
+    }
+    found.resize(count);
   }
 
   std::vector<std::vector<Box>> levels_;  // the leaves first
