@@ -116,9 +116,7 @@ void drawStart(svg::Page& page, Exhibit const& exhibit) {
 /// A curve in a panel, over the ghost of the letter, with the marks that lie on it.
 void drawExhibit(svg::Page& page, Exhibit const& exhibit, GxBezierCurve const& letter,
                  double left) {
-  double minX, minY, maxX, maxY;
-  GxBezierCurve(letter).getLocalBoundingBox(minX, minY, maxX, maxY);
-  page.view({minX, minY, maxX, maxY}, {left, kTop, left + kPanel, kTop + kPanelHeight}, 24);
+  page.view(svg::boxOf(letter), {left, kTop, left + kPanel, kTop + kPanelHeight}, 24);
   page.chain(letter, kGhost);
   GxBezierCurve const& curve = *exhibit.curve;
   page.chain(curve, pen(exhibit.colour, 2.5));

@@ -17,6 +17,15 @@ namespace svg {
 
 using Points = std::vector<GxCoord<double>>;
 
+// Looks.
+constexpr char const* kInk = "stroke:#212529;stroke-width:2";
+constexpr char const* kGhost = "stroke:#ced4da;stroke-width:1.5";
+constexpr char const* kBlue = "stroke:#1864ab;stroke-width:2";
+constexpr char const* kOrange = "stroke:#e8590c;stroke-width:2";
+constexpr char const* kGreen = "stroke:#2b8a3e;stroke-width:2";
+constexpr char const* kRed = "stroke:#c2255c;stroke-width:2";
+constexpr char const* kGrey = "stroke:#adb5bd";
+
 inline Points toPoints(GxList<GxCoord<double>> const& list) {
   Points points;
   for (unsigned i = 0; i < list.length(); ++i) points.push_back(list[i]);
@@ -53,6 +62,13 @@ inline Box boxOf(Points const& points) {
            max(box.maxY, p.yval())};
   }
   return box;
+}
+
+/// The tight box of a curve, widened on every side.
+inline Box boxOf(GxBezierCurve const& curve, double by = 0) {
+  Box box{};
+  curve.getLocalBoundingBox(box.minX, box.minY, box.maxX, box.maxY);
+  return {box.minX - by, box.minY - by, box.maxX + by, box.maxY + by};
 }
 
 struct LegendRow {

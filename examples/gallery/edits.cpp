@@ -24,7 +24,7 @@ void showCuts(Room& room, GxBezierCurve const& letter) {
   std::vector<crv::Piece> const pieces = crv::cut(letter, {{1, 0.5}, {10, 0.2}, {20, 0.7}});
   //! [crv::cut]
   Picture cut(letter);
-  std::array<char const*, 3> const looks = {kBlue, kOrange, "stroke:#2b8a3e;stroke-width:1.8"};
+  std::array<char const*, 3> const looks = {kBlue, kOrange, kGreen};
   for (std::size_t i = 0; i < pieces.size(); ++i) {
     drawEdit(cut, letter, pieces[i].curve, pieces[i].map, looks[i % 3]);
   }

@@ -11,11 +11,7 @@
 
 namespace gallery {
 
-constexpr char const* kInk = "stroke:#212529;stroke-width:1.6";
-constexpr char const* kGhost = "stroke:#ced4da;stroke-width:1.2";
-constexpr char const* kBlue = "stroke:#1864ab;stroke-width:1.8";
-constexpr char const* kOrange = "stroke:#e8590c;stroke-width:1.8";
-constexpr char const* kRed = "stroke:#c2255c;stroke-width:1.8";
+using svg::kBlue, svg::kGhost, svg::kGreen, svg::kInk, svg::kOrange, svg::kRed;
 
 /// A picture of one view.
 class Picture : public svg::Page {
@@ -23,14 +19,7 @@ class Picture : public svg::Page {
   /// Views a box.
   explicit Picture(svg::Box const& box) : Page(360, 250) { view(box, {0, 0, 360, 250}, 14); }
   /// Views the tight box of a curve, widened on every side.
-  explicit Picture(GxBezierCurve const& curve, double by = 0) : Picture(around(curve, by)) {}
-
- private:
-  static svg::Box around(GxBezierCurve const& curve, double by) {
-    svg::Box box{};
-    curve.getLocalBoundingBox(box.minX, box.minY, box.maxX, box.maxY);
-    return {box.minX - by, box.minY - by, box.maxX + by, box.maxY + by};
-  }
+  explicit Picture(GxBezierCurve const& curve, double by = 0) : Picture(svg::boxOf(curve, by)) {}
 };
 
 /// An operation on show.

@@ -35,10 +35,8 @@ struct Scene {
  private:
   /// Its tight box, widened.
   static svg::Box around(GxBezier const& s) {
-    svg::Box b{};
-    s.localMinMax(b.minX, b.minY, b.maxX, b.maxY);
-    double const by = 0.12 * b.height();
-    return {b.minX - by, b.minY - by, b.maxX + by, b.maxY + by};
+    GxBezierCurve const curve{s};
+    return svg::boxOf(curve, 0.12 * svg::boxOf(curve).height());
   }
   /// The segment upside down in its own box, so that the two cross.
   static GxBezier aroundMiddle(GxBezier const& s) {

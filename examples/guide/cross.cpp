@@ -46,11 +46,11 @@ int main() {
                  panels::say(crossings, " of them crossings; the line meets k ") +
                  panels::say(hits.size(), " times"));
   page.polyline({a, b}, "stroke:#868e96;stroke-width:1.5");
-  page.chain(s, panels::kBlue);
-  page.chain(k, panels::kOrange);
+  page.chain(s, svg::kBlue);
+  page.chain(k, svg::kOrange);
   page.dots(marks, 4, "stroke:#212529");
   page.dots(hitPoints, 4, "stroke:#c2255c");
-  page.panel(1, panels::boxOf(scribble.curve), "crv::selfContacts(scribble)",
+  page.panel(1, svg::boxOf(scribble.curve), "crv::selfContacts(scribble)",
              panels::say(knots.points.size(), " crossings with itself"));
   page.chain(scribble.curve, "stroke:#1864ab;stroke-width:1.2");
   page.dots(knotPoints, 2.5, "stroke:#212529");

@@ -27,13 +27,13 @@ int main() {
   //! [plain]
 
   panels::Row page(2);
-  svg::Box const box = panels::boxOf(letter);
+  svg::Box const box = svg::boxOf(letter);
   svg::Box const wide{box.minX - 60, box.minY - 60, box.maxX + 60, box.maxY + 60};
-  std::array<char const*, 3> const looks = {panels::kBlue, panels::kOrange, panels::kGreen};
+  std::array<char const*, 3> const looks = {svg::kBlue, svg::kOrange, svg::kGreen};
   std::array<crv::Vector, 3> const away = {crv::Vector(-30, 10), {30, -40}, {20, 40}};
   page.panel(0, wide, "crv::cut(letter, cuts)",
              panels::say(pieces.size(), " pieces of a closed curve, drawn apart"));
-  page.chain(letter, panels::kGhost);
+  page.chain(letter, svg::kGhost);
   for (std::size_t i = 0; i < pieces.size(); ++i) {
     GxBezierCurve moved = pieces[i].curve;
     moved.moveCurve(away[i % 3]);
@@ -42,8 +42,8 @@ int main() {
   }
   page.panel(1, wide, "crv::stretch(letter, {20, 0.5}, {3, 0.5}, true)",
              panels::say(part.curve.length(), " segments, across the seam; the ring is the seam"));
-  page.chain(letter, panels::kGhost);
-  page.chain(part.curve, panels::kRed);
+  page.chain(letter, svg::kGhost);
+  page.chain(part.curve, svg::kRed);
   page.dots(svg::jointsOf(part.curve), 3, "stroke:#c2255c");
   page.dots({letter[0][0]}, 7, "stroke:#212529");
   page.dots({letter[0][0]}, 5, "stroke:#fff");

@@ -35,16 +35,16 @@ int main() {
   page.panel(0, box, "GxBezierCurve(samples, 16.0)",
              panels::say(plain.length(), " segments, the farthest sample ") +
                  panels::say(farthest, " away", 3));
-  page.dots(samples, 4, panels::kGrey);
-  page.chain(plain, panels::kBlue);
+  page.dots(samples, 4, svg::kGrey);
+  page.chain(plain, svg::kBlue);
   page.dots(svg::jointsOf(plain), 3.5, "stroke:#1864ab");
   page.panel(1, box, "crv::fit(samples, options)",
              panels::say(fit.curve.length(), " segments, the farthest sample ") +
                  panels::say(fit.worstDistance, " away", 3));
-  page.dots(samples, 4, panels::kGrey);
-  page.chain(fit.curve, panels::kBlue);
+  page.dots(samples, 4, svg::kGrey);
+  page.chain(fit.curve, svg::kBlue);
   page.dots(svg::jointsOf(fit.curve), 3.5, "stroke:#1864ab");
-  page.polyline({samples[20], place}, panels::kRed);
+  page.polyline({samples[20], place}, svg::kRed);
   page.dots({place}, 3, "stroke:#c2255c");
   page.label(place, -118, 20, "foot of sample 20", "fill:#c2255c");
   page.save("fit.svg");

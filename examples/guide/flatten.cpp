@@ -22,7 +22,7 @@ int main() {
   //! [accurate]
 
   panels::Row page(3);
-  svg::Box const box = panels::boxOf(letter);
+  svg::Box const box = svg::boxOf(letter);
   struct {
     char const* title;
     svg::Points points;
@@ -35,8 +35,8 @@ int main() {
   for (int i = 0; i < 3; ++i) {
     page.panel(i, box, ways[i].title,
                panels::say(ways[i].points.size(), " points  ") + ways[i].note);
-    page.chain(letter, panels::kGhost);
-    page.polyline(ways[i].points, panels::kBlue);
+    page.chain(letter, svg::kGhost);
+    page.polyline(ways[i].points, svg::kBlue);
     page.dots(ways[i].points, 3, "stroke:#1864ab");
   }
   page.save("flatten.svg");

@@ -42,13 +42,13 @@ int main() {
   svg::Box const box{0, -235, 515, 485};
   page.panel(0, box, "crv::stretch and its map",
              panels::say(onPiece.size(), " of ") + panels::say(marks.size(), " marks lie on it"));
-  page.chain(letter, panels::kGhost);
-  page.chain(piece.curve, panels::kBlue);
+  page.chain(letter, svg::kGhost);
+  page.chain(piece.curve, svg::kBlue);
   page.dots(onPiece, 4, "stroke:#c2255c");
   page.panel(1, box, "crv::offset(letter, 24.0) and its map",
              panels::say(links.size(), " marks on the parallel"));
-  page.chain(letter, panels::kInk);
-  for (crv::Piece const& parallel : ring.parallels) page.chain(parallel.curve, panels::kBlue);
+  page.chain(letter, svg::kInk);
+  for (crv::Piece const& parallel : ring.parallels) page.chain(parallel.curve, svg::kBlue);
   for (svg::Points const& link : links) {
     page.polyline(link, "stroke:#c2255c;stroke-width:1.2");
     page.dots(link, 3, "stroke:#c2255c");

@@ -41,12 +41,12 @@ int main() {
   svg::Box const box{minX, minY, maxX, 530};
   page.panel(0, box, "crv::nearest, crv::CurveSearch",
              panels::say(nearest->distance, " from the pen to the letter"));
-  page.chain(letter, panels::kInk);
+  page.chain(letter, svg::kInk);
   for (std::size_t i = 0; i < queries.size(); ++i) {
     page.polyline({queries[i], feet[i]}, "stroke:#74c0fc;stroke-width:1.2");
   }
   page.dots(queries, 3, "stroke:#1864ab");
-  page.polyline({pen, nearest->point}, panels::kRed);
+  page.polyline({pen, nearest->point}, svg::kRed);
   page.dots({pen, nearest->point}, 4, "stroke:#c2255c");
   page.label(pen, -34, 18, "pen", "fill:#c2255c");
   page.panel(1, box, "arcLength, signedArea, directions, box",
@@ -54,8 +54,8 @@ int main() {
                  panels::say(area, "", 7));
   page.polyline({{minX, minY}, {maxX, minY}, {maxX, maxY}, {minX, maxY}, {minX, minY}},
                 "stroke:#2b8a3e;stroke-width:1.5;stroke-dasharray:5 5");
-  page.chain(letter, panels::kInk + std::string(";fill:#e7f5ff"));
-  page.polyline({nearest->point, nearest->point + way.out * 120.0}, panels::kRed);
+  page.chain(letter, svg::kInk + std::string(";fill:#e7f5ff"));
+  page.polyline({nearest->point, nearest->point + way.out * 120.0}, svg::kRed);
   page.dots({nearest->point}, 4, "stroke:#c2255c");
   page.label(nearest->point + way.out * 120.0, 0, 18, "way.out", "fill:#c2255c");
   page.save("measure.svg");

@@ -35,15 +35,15 @@ int main() {
   panels::Row page(3);
   svg::Box const box{30, -40, 525, 740};
   page.panel(0, box, "plain.offset(28.0, 1, 0)", "moved and joined, not trimmed");
-  page.chain(letter, panels::kInk);
-  page.chain(plain, panels::kBlue);
+  page.chain(letter, svg::kInk);
+  page.chain(plain, svg::kBlue);
   page.panel(1, box, "crv::offset(letter, 28.0), -28.0",
              panels::say(outside.parallels.size(), " outside, ") +
                  panels::say(inside.parallels.size(), " inside; off by ") +
                  panels::say(max(outside.worstError, inside.worstError), "", 2));
-  page.chain(letter, panels::kInk);
-  for (crv::Piece const& piece : outside.parallels) page.chain(piece.curve, panels::kBlue);
-  for (crv::Piece const& piece : inside.parallels) page.chain(piece.curve, panels::kOrange);
+  page.chain(letter, svg::kInk);
+  for (crv::Piece const& piece : outside.parallels) page.chain(piece.curve, svg::kBlue);
+  for (crv::Piece const& piece : inside.parallels) page.chain(piece.curve, svg::kOrange);
   page.panel(2, {-40, -60, 360, 560}, "crv::strokeOutline(zigzag, 40.0)",
              "round; miter joins and square caps");
   for (bool const isPointed : {false, true}) {
@@ -53,7 +53,7 @@ int main() {
     crv::Vector const up(0, isPointed ? 0 : 290);
     middle.moveCurve(up);
     for (crv::Curve& curve : outline) curve.moveCurve(up);
-    page.area(outline, panels::kRed, "#fff0f6");
+    page.area(outline, svg::kRed, "#fff0f6");
     page.chain(middle, "stroke:#212529;stroke-width:1");
   }
   page.save("offset.svg");

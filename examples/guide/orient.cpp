@@ -48,14 +48,14 @@ int main() {
   page.panel(0, box, "fit with options.closed, crv::reversed",
              panels::say(outline.length(), " segments; area ") +
                  panels::say(crv::signedArea(counter), " when counter-clockwise", 6));
-  page.chain(counter, panels::kBlue + std::string(";fill:#e7f5ff"));
-  drawSense(page, counter, panels::kBlue);
+  page.chain(counter, svg::kBlue + std::string(";fill:#e7f5ff"));
+  drawSense(page, counter, svg::kBlue);
   page.dots({counter[0][0]}, 5, "stroke:#1864ab");
   page.panel(1, box, "bay.makeClosedCurve()",
              std::string("one straight segment more; runs ") +
                  (isClockwise ? "clockwise" : "counter-clockwise"));
-  page.chain(bay, panels::kOrange + std::string(";fill:#fff4e6"));
-  drawSense(page, bay, panels::kOrange);
+  page.chain(bay, svg::kOrange + std::string(";fill:#fff4e6"));
+  drawSense(page, bay, svg::kOrange);
   page.dots({bay[0][0]}, 5, "stroke:#e8590c");
   page.save("orient.svg");
   bool const agrees = isValid != 0 && isClockwise == crv::isClockwise(bay);

@@ -13,14 +13,6 @@ constexpr double kWidth = 900;
 constexpr double kHeight = 340;
 constexpr double kTop = 56;
 
-constexpr char const* kInk = "stroke:#212529;stroke-width:2";
-constexpr char const* kGhost = "stroke:#ced4da;stroke-width:1.5";
-constexpr char const* kBlue = "stroke:#1864ab;stroke-width:2";
-constexpr char const* kOrange = "stroke:#e8590c;stroke-width:2";
-constexpr char const* kGreen = "stroke:#2b8a3e;stroke-width:2";
-constexpr char const* kRed = "stroke:#c2255c;stroke-width:2";
-constexpr char const* kGrey = "stroke:#adb5bd";
-
 /// A page of panels beside each other.
 class Row : public svg::Page {
  public:
@@ -37,13 +29,6 @@ class Row : public svg::Page {
  private:
   double width_;
 };
-
-/// The tight box of a curve.
-inline svg::Box boxOf(GxBezierCurve const& curve) {
-  svg::Box box{};
-  curve.getLocalBoundingBox(box.minX, box.minY, box.maxX, box.maxY);
-  return box;
-}
 
 /// A number with a few digits, and words.
 template <class Number>

@@ -31,18 +31,18 @@ int main() {
   small.offset(0.25, 1, 0);  // below 0.5: ignored
 
   panels::Row page(3);
-  svg::Box box = panels::boxOf(upright);
+  svg::Box box = svg::boxOf(upright);
   box = {box.minX - 0.5, box.minY - 0.5, box.maxX + 0.5, box.maxY + 0.5};
   page.panel(0, box, "small.offset(0.25, 1, 0)", "nothing: below 0.5 is ignored");
-  page.chain(upright, panels::kInk);
-  page.chain(small, panels::kBlue);
+  page.chain(upright, svg::kInk);
+  page.chain(small, svg::kBlue);
   page.panel(1, box, "resize, offset(16.0, 1, 0), resize", "done 64 times as large");
-  page.chain(upright, panels::kInk);
-  page.chain(large, panels::kBlue);
+  page.chain(upright, svg::kInk);
+  page.chain(large, svg::kBlue);
   page.panel(2, box, "crv::offset(letter, 0.25, {1e-4})",
              panels::say(any.worstError, " off at most, no scaling", 2));
-  page.chain(upright, panels::kInk);
-  for (crv::Piece const& piece : any.parallels) page.chain(piece.curve, panels::kOrange);
+  page.chain(upright, svg::kInk);
+  for (crv::Piece const& piece : any.parallels) page.chain(piece.curve, svg::kOrange);
   page.save("units.svg");
   return small == upright && looksClockwise == crv::isClockwise(upright) ? 0 : 1;
 }

@@ -35,16 +35,16 @@ int main() {
   for (crv::Position const& at : even) ticks.push_back(curve.locateCurvePosition(at));
   for (crv::Position const& at : stitches) ends.push_back(curve.locateCurvePosition(at));
   panels::Row page(2);
-  page.panel(0, panels::boxOf(curve), "crv::evenPositions(curve, 40, 0.01)",
+  page.panel(0, svg::boxOf(curve), "crv::evenPositions(curve, 40, 0.01)",
              panels::say(lengths.total() / 40, " from one to the next, along the curve"));
-  page.chain(curve, panels::kGhost);
+  page.chain(curve, svg::kGhost);
   page.dots(ticks, 4, "stroke:#1864ab");
   page.dots({curve.locateCurvePosition(middle)}, 7, "stroke:#c2255c");
   page.label(curve.locateCurvePosition(middle), 10, -8, "half way", "fill:#c2255c");
-  page.panel(1, panels::boxOf(curve), "crv::walk(curve, at, 70.0, Measure::chord, 0.01)",
+  page.panel(1, svg::boxOf(curve), "crv::walk(curve, at, 70.0, Measure::chord, 0.01)",
              panels::say(stitches.size() - 1, " stitches, each 70 straight"));
-  page.chain(curve, panels::kGhost);
-  page.polyline(ends, panels::kOrange);
+  page.chain(curve, svg::kGhost);
+  page.polyline(ends, svg::kOrange);
   page.dots(ends, 4, "stroke:#e8590c");
   page.save("walk.svg");
   bool const isHalf = std::fabs(there - lengths.total() / 2) < 0.1;

@@ -41,9 +41,9 @@ int main() {
     page.panel(i, {-10, -100, 640, 830}, results[i].title,
                panels::say(curves.size(), " outlines, area ") +
                    panels::say(crv::area(curves, crv::FillRule::nonZero), "", 6));
-    page.chain(s, panels::kGhost);
-    page.chain(f, panels::kGhost);
-    page.area(curves, panels::kBlue, "#d0ebff");
+    page.chain(s, svg::kGhost);
+    page.chain(f, svg::kGhost);
+    page.area(curves, svg::kBlue, "#d0ebff");
   }
   page.save("weld.svg");
   double const both = crv::area(shared.curves, crv::FillRule::nonZero) +

@@ -13,6 +13,7 @@ import unittest
 
 PROGRAM, FOLDER = sys.argv[1:3]
 del sys.argv[1:3]
+EXAMPLE = "examples/guide/python.py"
 sys.path.insert(0, FOLDER)
 sys.path.insert(0, "tests/support")
 
@@ -240,8 +241,31 @@ class Surface(unittest.TestCase):
             self.assertIn(some, seen)
         self.assertGreater(len(seen), 250)
 
+    def test_every_name_has_a_documentation(self):
+        """Each form of an operation has a signature and below it what it does."""
+        silent = []
+
+        def look(name, documented):
+            forms = re.split(r"^(?:\d+\. )?\w+\(.*\) -> .*$", documented, flags=re.M)[1:]
+            if not forms or not all(form.strip() for form in forms):
+                silent.append(name)
+
+        for name, value in vars(crv._crv).items():
+            if not isinstance(value, type):
+                if callable(value):
+                    look(name, value.__doc__)
+                continue
+            members = {} if hasattr(value, "__members__") else vars(value)
+            for member, each in [(name, value), *members.items()]:
+                if isinstance(each, (property, type)):
+                    if not (each.__doc__ or "").strip():
+                        silent.append(f"{name}.{member}")
+                elif callable(each) and (not member.startswith("_") or "__init__(self: " in each.__doc__):
+                    look(f"{name}.{member}", each.__doc__)
+        self.assertEqual(silent, [])
+
     def test_types_are_told(self):
-        for check in ["-p", "crv"], ["-c", "\n".join(examples())]:
+        for check in ["-p", "crv"], [EXAMPLE]:
             try:
                 told = subprocess.run(
                     [
@@ -262,18 +286,22 @@ class Surface(unittest.TestCase):
             self.assertEqual(told.returncode, 0, told.stdout)
 
 
-def examples():
-    with open("docs/python.md") as page:
-        return re.findall(r"```python\n(.*?)```", page.read(), re.S)
-
-
 class Guide(unittest.TestCase):
-    def test_its_examples_say_what_they_say(self):
-        said = []
-        exec("\n".join(examples()), {"print": lambda *words: said.append(" ".join(map(str, words)))})
-        expected = re.findall(r"print\(.*\)  # (.*)", "\n".join(examples()))
+    def test_its_program_prints_and_draws_what_it_says(self):
+        said = subprocess.run(
+            [sys.executable, os.path.abspath(EXAMPLE)],
+            capture_output=True,
+            text=True,
+            check=True,
+            cwd=FOLDER,
+            env={**os.environ, "PYTHONPATH": os.path.abspath(FOLDER)},
+        ).stdout.splitlines()
+        with open(EXAMPLE) as program:
+            expected = re.findall(r"print\(.*\)  # (.*)", program.read())
         self.assertEqual(said, expected)
         self.assertGreater(len(said), 5)
+        with open("docs/pictures/guide/python.svg") as kept, open(f"{FOLDER}/python.svg") as drawn:
+            self.assertEqual(drawn.read(), kept.read())
 
 
 unittest.main(warnings="ignore")

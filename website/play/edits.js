@@ -26,6 +26,14 @@ function onCurve(state, get, set, label, looks, colour = 'mark') {
   };
 }
 
+/** The point that stands for a position of the state. */
+function movable(state, key, label, colour) {
+  const set = p => {
+    state[key] = p;
+  };
+  return onCurve(state, () => state[key], set, label, 'mark', colour);
+}
+
 function marksOf(state) {
   return state.marks ?? atShares(state.a[0], MARKS);
 }
@@ -103,26 +111,8 @@ const edits = {
     hint: 'Drag the ends of a stretch, or the marks. Its copy is drawn beside it, with the marks that lie on it.',
     controls: [flag('backwards', 'Against the curve')],
     handles: s => [
-      onCurve(
-        s,
-        () => s.from,
-        p => {
-          s.from = p;
-        },
-        'Start of the stretch',
-        'mark',
-        'accurate',
-      ),
-      onCurve(
-        s,
-        () => s.to,
-        p => {
-          s.to = p;
-        },
-        'End of the stretch',
-        'mark',
-        'other',
-      ),
+      movable(s, 'from', 'Start of the stretch', 'accurate'),
+      movable(s, 'to', 'End of the stretch', 'other'),
     ],
     run(s) {
       const marks = marksOf(s),
@@ -160,26 +150,8 @@ const edits = {
     hint: 'Drag the two cuts, or the marks. The pieces are drawn apart, and each mark goes with its piece.',
     controls: [],
     handles: s => [
-      onCurve(
-        s,
-        () => s.from,
-        p => {
-          s.from = p;
-        },
-        'First cut',
-        'mark',
-        'plain',
-      ),
-      onCurve(
-        s,
-        () => s.to,
-        p => {
-          s.to = p;
-        },
-        'Second cut',
-        'mark',
-        'plain',
-      ),
+      movable(s, 'from', 'First cut', 'plain'),
+      movable(s, 'to', 'Second cut', 'plain'),
     ],
     run(s) {
       const marks = marksOf(s),
@@ -312,7 +284,7 @@ const edits = {
     title: 'Same bits',
     needs: [],
     isTable: true,
-    hint: 'Each operation answers random questions, and a hash is taken over all bits of its answers. The recorded hash is that of a program built by g++ and clang.',
+    hint: 'Each operation answers the same random questions here and in a program, and a hash is taken over all bits of its answers. The recorded hashes are those of the program, built for x86-64 by g++ or clang; every test of this page runs it anew and compares.',
     controls: [],
     run: () => ({}),
     draw() {},

@@ -54,7 +54,7 @@ function showRecorded() {
     }
     verdict.textContent =
       equal === RECORDED.length
-        ? 'All are equal: this browser computes what a program computes.'
+        ? 'All are equal: WebAssembly in this browser gives the bits of the program.'
         : `${RECORDED.length - equal} of ${RECORDED.length} are not equal.`;
   };
 }

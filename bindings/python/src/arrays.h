@@ -51,22 +51,22 @@ std::optional<T> onlyIf(bool found, T const& value) {
   return found ? std::optional<T>(value) : std::nullopt;
 }
 
-/// Names the fields of a result, which are read only, and shows them.
+/// Names and describes the fields of a result, which are read only, and shows them.
 template <class T>
 class Record : public py::class_<T> {
  public:
   using py::class_<T>::class_;
 
   template <class Member>
-  Record& field(char const* name, Member T::*member) {
-    this->def_readonly(name, member);
+  Record& field(char const* name, Member T::*member, char const* doc) {
+    this->def_readonly(name, member, doc);
     names_.emplace_back(name);
     return *this;
   }
 
   template <class Getter>
-  Record& value(char const* name, Getter const& getter) {
-    this->def_property_readonly(name, getter);
+  Record& value(char const* name, Getter const& getter, char const* doc) {
+    this->def_property_readonly(name, getter, doc);
     names_.emplace_back(name);
     return *this;
   }

@@ -18,7 +18,8 @@ void bindNearest(CurveClass& c) {
          int const segment = curve.whichSegment(p, t, tolerance);
          return onlyIf(segment != -1, std::pair(segment, t));
        },
-       py::arg("p"), py::arg("tolerance"), "The segment and the parameter, or None.")
+       py::arg("p"), py::arg("tolerance"),
+       "The segment that passes p within tolerance and the parameter there, or None.")
       .def(
           "findNearestPoint",
           [](Curve const& curve, Point const& p) {
@@ -26,7 +27,9 @@ void bindNearest(CurveClass& c) {
             bool const found = curve.findNearestPoint(p, nearest) != -1;
             return onlyIf(found, nearest);
           },
-          py::arg("p"))
+          py::arg("p"),
+          "A point of the curve near p; the search is content with one 0.7 away. None for an empty "
+          "curve.")
       .def(
           "findNearestPointPos",
           [](Curve const& curve, Point const& p) {
@@ -34,8 +37,10 @@ void bindNearest(CurveClass& c) {
             bool const found = curve.findNearestPointPos(p, pos) != -1;
             return onlyIf(found, pos);
           },
-          py::arg("p"))
-      .def("getMinSqDistance", &Curve::getMinSqDistance, py::arg("other"));
+          py::arg("p"),
+          "The position of a point near p, searched in the same way. None for an empty curve.")
+      .def("getMinSqDistance", &Curve::getMinSqDistance, py::arg("other"),
+           "The least squared distance to another curve, from samples; 0.0 where either is empty.");
 }
 
 void bindCrossings(CurveClass& c) {
@@ -46,7 +51,8 @@ void bindCrossings(CurveClass& c) {
          curve.findIntersections(other, points);
          return points.toVector();
        },
-       py::arg("other"))
+       py::arg("other"),
+       "The points at which two curves cross; a crossing on a joint may come more than once.")
       .def(
           "findFirstGeometricLineIntersection",
           [](Curve const& curve, Point const& p, Vector const& v, Position const& start,
@@ -56,7 +62,9 @@ void bindCrossings(CurveClass& c) {
                 curve.findFirstGeometricLineIntersection(p, v, start, towards, result, tolerance);
             return onlyIf(code == 0, result);
           },
-          py::arg("p"), py::arg("v"), py::arg("start"), py::arg("towards"), py::arg("tolerance"))
+          py::arg("p"), py::arg("v"), py::arg("start"), py::arg("towards"), py::arg("tolerance"),
+          "The first position from start towards another at which the curve meets the line through "
+          "p along v, or None.")
       .def(
           "findFirstGeometricLineIntersectionEx",
           [](Curve const& curve, Point const& p, Vector const& v, Position const& start,
@@ -66,7 +74,8 @@ void bindCrossings(CurveClass& c) {
                 curve.findFirstGeometricLineIntersectionEx(p, v, start, towards, result, tolerance);
             return onlyIf(code == 0, result);
           },
-          py::arg("p"), py::arg("v"), py::arg("start"), py::arg("towards"), py::arg("tolerance"))
+          py::arg("p"), py::arg("v"), py::arg("start"), py::arg("towards"), py::arg("tolerance"),
+          "Does the same in the frame of the line.")
       .def(
           "findFirstGeometricLineIntersectionWithEndpointCheck",
           [](Curve const& curve, Point const& p, Vector const& v, Position const& start,
@@ -76,13 +85,15 @@ void bindCrossings(CurveClass& c) {
                 p, v, start, towards, result);
             return onlyIf(code == 0, result);
           },
-          py::arg("p"), py::arg("v"), py::arg("start"), py::arg("towards"));
+          py::arg("p"), py::arg("v"), py::arg("start"), py::arg("towards"),
+          "Does the same with a tolerance of 1e-8; the far end counts if it lies within 0.001 of "
+          "the line.");
 }
 
 using VectorsAt = int (Curve::*)(Position const&, Vector&, Vector&) const;
 
 /// A method that stores the vectors on both sides of a position.
-void defineVectors(CurveClass& c, char const* name, VectorsAt method) {
+void defineVectors(CurveClass& c, char const* name, VectorsAt method, char const* doc) {
   c.def(
       name,
       [method](Curve const& curve, Position const& pos) {
@@ -90,7 +101,7 @@ void defineVectors(CurveClass& c, char const* name, VectorsAt method) {
         bool const found = (curve.*method)(pos, sides.first, sides.second) == 0;
         return onlyIf(found, sides);
       },
-      py::arg("pos"));
+      py::arg("pos"), doc);
 }
 
 void bindDirections(CurveClass& c) {
@@ -102,10 +113,18 @@ void bindDirections(CurveClass& c) {
         bool const found = curve.getTriple(pos, point, before, after) == 0;
         return onlyIf(found, std::tuple(point, before, after));
       },
-      py::arg("pos"), "The point and the handles before and after it.");
-  defineVectors(c, "getVelocityVectors", &Curve::getVelocityVectors);
-  defineVectors(c, "findVelocityVectors", &Curve::findVelocityVectors);
-  defineVectors(c, "getAccelerationVectors", &Curve::getAccelerationVectors);
+      py::arg("pos"),
+      "The point at a position and the handles before and after it; None off the curve. At the "
+      "start of an open curve the handle before is not a number.");
+  defineVectors(c, "getVelocityVectors", &Curve::getVelocityVectors,
+                "The first derivatives on both sides of a position, the first one backwards along "
+                "the curve; None off the curve.");
+  defineVectors(c, "findVelocityVectors", &Curve::findVelocityVectors,
+                "The first derivatives on both sides of a position, both in the direction of "
+                "travel; None off the curve.");
+  defineVectors(c, "getAccelerationVectors", &Curve::getAccelerationVectors,
+                "The second derivatives on both sides of a position, the first one negated; None "
+                "off the curve.");
 }
 
 void bindSteps(CurveClass& c) {
@@ -116,7 +135,9 @@ void bindSteps(CurveClass& c) {
          bool const found = curve.findNextPos(start, to, d, forward, mode) == 0;
          return onlyIf(found, to);
        },
-       py::arg("start"), py::arg("d"), py::arg("forward") = true, py::arg("mode") = 0)
+       py::arg("start"), py::arg("d"), py::arg("forward") = true, py::arg("mode") = 0,
+       "The next position at a straight distance d, or None where the curve ends before. The mode "
+       "is a StepMode.")
       .def(
           "findNextPos",
           [](Curve const& curve, Position const& start, double d, bool forward,
@@ -126,7 +147,7 @@ void bindSteps(CurveClass& c) {
             return onlyIf(found, to);
           },
           py::arg("start"), py::arg("d"), py::arg("forward") = true, py::kw_only(),
-          py::arg("limit"))
+          py::arg("limit"), "The same as far as a limit.")
       .def(
           "findNextPosAndLength",
           [](Curve const& curve, Position const& start, double d, bool forward, int mode) {
@@ -136,7 +157,7 @@ void bindSteps(CurveClass& c) {
             return std::pair(onlyIf(found, to), consumed);
           },
           py::arg("start"), py::arg("d"), py::arg("forward") = true, py::arg("mode") = 0,
-          "findNextPos, and the arc length walked.")
+          "What findNextPos finds, and the arc length walked.")
       .def(
           "findNextPosAndLength",
           [](Curve const& curve, Position const& start, double d, bool forward,
@@ -147,7 +168,7 @@ void bindSteps(CurveClass& c) {
             return std::pair(onlyIf(found, to), consumed);
           },
           py::arg("start"), py::arg("d"), py::arg("forward") = true, py::kw_only(),
-          py::arg("limit"))
+          py::arg("limit"), "The same as far as a limit.")
       .def(
           "findNextPosFromPoint",
           [](Curve const& curve, Point const& p, Position const& start, double d, bool forward,
@@ -158,7 +179,8 @@ void bindSteps(CurveClass& c) {
             return onlyIf(code == 0, to);
           },
           py::arg("p"), py::arg("start"), py::arg("d"), py::arg("forward") = true,
-          py::arg("limit") = py::none());
+          py::arg("limit") = py::none(),
+          "The next position from start on at a straight distance d from the point p, or None.");
 }
 
 }  // namespace

@@ -8,13 +8,16 @@ namespace {
 using Positions = std::vector<Position>;
 
 void bindMap(py::module_& m) {
+  constexpr char const* forwards =
+      "Where the position lies after the edit; None where the map does not reach.";
+  constexpr char const* backwards =
+      "Where a position of the edited curve lay before; None where the map does not reach.";
   py::class_<PositionMap>(
       m, "Map", "Carries positions from a curve before an edit to the curve after it, and back.")
-      .def("__call__", &PositionMap::forwards, py::arg("position"),
-           "Where the position lies after the edit; None where the map does not reach.")
-      .def("inverse", &PositionMap::backwards, py::arg("position"))
-      .def("mapPosition", &PositionMap::forwards, py::arg("position"))
-      .def("inverseMapPosition", &PositionMap::backwards, py::arg("position"))
+      .def("__call__", &PositionMap::forwards, py::arg("position"), forwards)
+      .def("inverse", &PositionMap::backwards, py::arg("position"), backwards)
+      .def("mapPosition", &PositionMap::forwards, py::arg("position"), forwards)
+      .def("inverseMapPosition", &PositionMap::backwards, py::arg("position"), backwards)
       .def(
           "transform",
           [](PositionMap const& map, Positions const& positions) {
@@ -22,19 +25,23 @@ void bindMap(py::module_& m) {
             for (Position const& p : positions) out.push_back(map.forwards(p));
             return out;
           },
-          py::arg("positions"))
+          py::arg("positions"),
+          "Where each position lies after the edit, None for those that the map does not reach.")
       .def("__repr__", [](PositionMap const&) { return "<Map of positions>"; });
 }
 
 /// Maps hold the maps and the curves that they are made of: keep_alive ties these to the result.
 void bindConstruction(py::module_& m) {
-  m.def("constructIdentityPositionMap", [] { return PositionMap{constructIdentityPositionMap()}; });
+  m.def(
+      "constructIdentityPositionMap", [] { return PositionMap{constructIdentityPositionMap()}; },
+      "A map that leaves every position where it is.");
   m.def(
       "constructCompositePositionMap",
       [](PositionMap const& first, PositionMap const& second) {
         return PositionMap{constructCompositePositionMap(first.handle, second.handle)};
       },
-      py::arg("first"), py::arg("second"), py::keep_alive<0, 1>(), py::keep_alive<0, 2>());
+      py::arg("first"), py::arg("second"), py::keep_alive<0, 1>(), py::keep_alive<0, 2>(),
+      "Applies first, then second.");
   m.def(
       "constructCompositePositionMap",
       [](py::tuple const& maps) {
@@ -42,22 +49,26 @@ void bindConstruction(py::module_& m) {
         for (py::handle const map : maps) list.push_back(map.cast<PositionMap const&>().handle);
         return PositionMap{constructCompositePositionMap(list)};
       },
-      py::arg("maps"), py::keep_alive<0, 1>());
+      py::arg("maps"), py::keep_alive<0, 1>(), "Applies a tuple of maps from front to back.");
   m.def(
       "constructReversePositionMap",
-      [](int n) { return PositionMap{constructReversePositionMap(n)}; }, py::arg("n"));
+      [](int n) { return PositionMap{constructReversePositionMap(n)}; }, py::arg("n"),
+      "The map of a reversed curve of n segments.");
   m.def(
       "constructRotatePositionMap",
       [](int direction, int k, int n) {
         return PositionMap{constructRotatePositionMap(direction, k, n)};
       },
-      py::arg("direction"), py::arg("k"), py::arg("n"));
+      py::arg("direction"), py::arg("k"), py::arg("n"),
+      "The map of a closed curve of n segments whose start moved: segment s becomes (s + k) modulo "
+      "n. The direction has no effect.");
   m.def(
       "constructSingletonPositionMap",
       [](Position const& pos, Curve const& curve) {
         return PositionMap{constructSingletonPositionMap(pos, curve)};
       },
-      py::arg("pos"), py::arg("curve"), py::keep_alive<0, 2>());
+      py::arg("pos"), py::arg("curve"), py::keep_alive<0, 2>(),
+      "Maps one position to the end of the curve as it is now, and nothing else.");
   m.def(
       "constructRangePositionMap",
       [](Curve const& curve, bool closed, int base, bool forward, Position const& start,
@@ -66,13 +77,16 @@ void bindConstruction(py::module_& m) {
             constructRangePositionMap(curve, closed, base, forward, start, end, curveEnd)};
       },
       py::arg("curve"), py::arg("closed"), py::arg("base"), py::arg("forward"), py::arg("start"),
-      py::arg("end"), py::arg("curveEnd"), py::keep_alive<0, 1>());
+      py::arg("end"), py::arg("curveEnd"), py::keep_alive<0, 1>(),
+      "Maps the stretch of a curve from start to end onto the segments of another from number base "
+      "on.");
   m.def(
       "translate",
       [](Curve const& curve, bool closed, Position const& pos, bool forward) {
         return crv::translate(curve, closed, pos, forward);
       },
-      py::arg("curve"), py::arg("closed"), py::arg("pos"), py::arg("forward"));
+      py::arg("curve"), py::arg("closed"), py::arg("pos"), py::arg("forward"),
+      "The position, or the seam of a closed curve as a stretch reads it in the given direction.");
 }
 
 void bindCurveEdits(py::module_& m) {
@@ -86,7 +100,8 @@ void bindCurveEdits(py::module_& m) {
       },
       py::arg("dst"), py::arg("src"), py::arg("start"), py::arg("end"), py::arg("forward") = true,
       py::keep_alive<0, 2>(),
-      "Appends a stretch of src to dst and returns the map from src to dst.");
+      "Appends the stretch of src from start to end to dst and returns the map; raises Error where "
+      "they coincide or lie off the curve.");
   m.def(
       "reverseGxBezierCurve",
       [](Curve& curve) {
@@ -94,7 +109,7 @@ void bindCurveEdits(py::module_& m) {
         reverseGxBezierCurve(curve, map.handle);
         return map;
       },
-      py::arg("curve"));
+      py::arg("curve"), "Reverses a curve in place and returns the map.");
   m.def(
       "spliteGxBezierCurve",
       [](Position const& pos, Curve& first) {
@@ -105,14 +120,17 @@ void bindCurveEdits(py::module_& m) {
         return rest;
       },
       py::arg("pos"), py::arg("first"),
-      "Keeps what lies before in first; returns the rest and the maps to both.");
+      "Keeps what lies before a position in first; returns the rest and the maps to both. Raises "
+      "Error off the curve. From segment 2 on the segment before the cut is lost: see cut.");
   // Pairs of numbers are points, so the form for points comes first.
   m.def("arrangeBezierCurve",
         py::overload_cast<Curve&, Point const&, Point const&>(&arrangeBezierCurve),
-        py::arg("curve"), py::arg("pa"), py::arg("pb"));
+        py::arg("curve"), py::arg("pa"), py::arg("pb"),
+        "Makes a curve run the right way between the places nearest to two points, from the second "
+        "on if its ends meet.");
   m.def("arrangeBezierCurve",
         py::overload_cast<Curve&, Position const&, Position const&>(&arrangeBezierCurve),
-        py::arg("curve"), py::arg("a"), py::arg("b"));
+        py::arg("curve"), py::arg("a"), py::arg("b"), "The same for two positions.");
 }
 
 }  // namespace

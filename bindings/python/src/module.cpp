@@ -8,9 +8,12 @@ PYBIND11_MODULE(_crv, m) {
       "and vectors are arrays of two numbers, lists of points (n, 2) arrays, segments (4, 2) and\n"
       "curves (n, 4, 2) arrays where they are made or read; what C++ stores in its arguments is\n"
       "returned; a search that finds nothing returns None, and an operation that refuses raises\n"
-      "crv.Error.";
+      "crv.Error. Arguments of a wrong type raise TypeError, arrays of a wrong shape ValueError "
+      "or\n"
+      "TypeError. Lengths and tolerances are in the units of the points.";
   m.attr("__version__") = CRV_VERSION;
-  py::register_exception<Failure>(m, "Error", PyExc_ValueError);
+  py::register_exception<Failure>(m, "Error", PyExc_ValueError).attr("__doc__") =
+      "An operation refused, such as an edit at a position that is not on the curve.";
   bindFoundation(m);
   bindSegment(m);
   bindPosition(m);
