@@ -23,16 +23,8 @@ using internal::Spans;
 // coordinate.
 constexpr double kJoinedRoundings = 16.0;
 
-/// The order along the curve. Places here have t below 1; the end of an open curve is (n, 0).
-bool isBefore(Place const& a, Place const& b) {
-  return a.segment < b.segment || (a.segment == b.segment && a.t < b.t);
-}
-
-bool isSame(Place const& a, Place const& b) { return a.segment == b.segment && a.t == b.t; }
-
-GxCoord<double> coord(internal::Point const& p) { return {p.x, p.y}; }
-
-/// A curve that is to be edited.
+/// A curve that is to be edited. The places on it have t below 1; the end of an open curve of n
+/// segments is (n, 0).
 class Source {
  public:
   explicit Source(Curve const& curve) : chain_(curve), magnitude_(chain_.magnitude()) {}
@@ -98,9 +90,9 @@ class Source {
     Cubic const& whole = chain_.segments[span.segment % size()];
     Cubic const c = internal::part(whole, span.from, span.to);
     if (isBackwards) {
-      curve.getSegments().insert({coord(c.p[3]), coord(c.p[2]), coord(c.p[1]), coord(c.p[0])}, 0);
+      curve.getSegments().insert(internal::segment(internal::reversed(c)), 0);
     } else {
-      curve.getSegments().add({coord(c.p[0]), coord(c.p[1]), coord(c.p[2]), coord(c.p[3])});
+      curve.getSegments().add(internal::segment(c));
     }
   }
 
@@ -115,11 +107,13 @@ std::vector<Place> placesOf(Source const& source, std::vector<Position> const& c
   std::vector<Place> places;
   for (Position const& position : cuts) {
     std::optional<Place> const place = source.placeOf(position);
-    bool const isEnd = place && (isSame(*place, source.start()) || isSame(*place, source.end()));
+    bool const isEnd =
+        place && (areEqual(*place, source.start()) || areEqual(*place, source.end()));
     if (place && (source.isClosed() || !isEnd)) places.push_back(*place);
   }
-  std::sort(places.begin(), places.end(), isBefore);
-  places.erase(std::unique(places.begin(), places.end(), isSame), places.end());
+  std::sort(places.begin(), places.end(), internal::isBefore);
+  auto const areEqualPlaces = [](Place const& p, Place const& q) { return areEqual(p, q); };
+  places.erase(std::unique(places.begin(), places.end(), areEqualPlaces), places.end());
   return places;
 }
 
@@ -164,7 +158,7 @@ Piece stretch(Curve const& curve, Position const& from, Position const& to, bool
   std::optional<Place> const start = source.placeOf(forward ? from : to);
   std::optional<Place> const end = source.placeOf(forward ? to : from);
   if (!start || !end) return emptyPiece();
-  bool const isPoint = !source.isClosed() && isSame(*start, *end);
+  bool const isPoint = !source.isClosed() && areEqual(*start, *end);
   bool const leads = source.isClosed() || isPoint || isBefore(*start, *end);
   if (!leads) return emptyPiece();
   Spans spans = isPoint ? source.pointAt(*start) : source.between(*start, *end);

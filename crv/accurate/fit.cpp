@@ -27,8 +27,6 @@ double cosine(double angle) {
   return c;
 }
 
-bool isSame(internal::Point const& p, internal::Point const& q) { return p.x == q.x && p.y == q.y; }
-
 /// Samples scaled so that the largest coordinate lies in [1, 2), without repetitions.
 struct Frame {
   Frame(std::vector<Point> const& samples, double magnitude, bool closed)
@@ -37,10 +35,10 @@ struct Frame {
     for (Point const& sample : samples) {
       internal::Point const p = {std::ldexp(sample.xval(), -exponent),
                                  std::ldexp(sample.yval(), -exponent)};
-      if (points.empty() || !isSame(p, points.back())) points.push_back(p);
+      if (points.empty() || !areEqual(p, points.back())) points.push_back(p);
       pointOf.push_back(points.size() - 1);
     }
-    if (closed && points.size() > 1 && isSame(points.front(), points.back())) points.pop_back();
+    if (closed && points.size() > 1 && areEqual(points.front(), points.back())) points.pop_back();
   }
 
   Segment toCaller(Cubic const& c) const {

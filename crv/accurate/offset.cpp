@@ -90,10 +90,6 @@ class ParallelMaker {
   std::vector<std::pair<Place, Piece>> found_;
 };
 
-bool isBefore(Place const& p, Place const& q) {
-  return p.segment != q.segment ? p.segment < q.segment : p.t < q.t;
-}
-
 /// Adds the stretches of a closed path that are on the wanted side.
 void ParallelMaker::add(Parts parts) {
   auto const isWanted = [this](PathPart const& part) { return raw(part).isWanted; };

@@ -71,12 +71,6 @@ std::vector<Path> boundary(Outlines& outlines, std::vector<Curve> const& a,
   }
 }
 
-GxCoord<double> coord(internal::Point const& p) { return {p.x, p.y}; }
-
-Segment segmentOf(internal::Cubic const& c) {
-  return {coord(c.p[0]), coord(c.p[1]), coord(c.p[2]), coord(c.p[3])};
-}
-
 Source sourceOf(PathPart const& part, internal::Origin const& origin) {
   if (origin.list == kNone) return {kNone, kNone, {}, {}, part.isBackwards};
   int const segment = static_cast<int>(origin.segment);
@@ -94,13 +88,13 @@ Region regionOf(std::vector<Path> const& paths, Outlines const& outlines) {
     region.sources.back().reserve(path.parts.size());
     Curve& curve = region.curves.back();
     for (PathPart const& part : path.parts) {
-      curve.getSegments().add(segmentOf(part.c));
+      curve.getSegments().add(internal::segment(part.c));
       region.sources.back().push_back(sourceOf(part, outlines.origins[part.segment]));
     }
     if (!path.isClosed) {
       internal::Cubic const gap =
           internal::straight(path.parts.back().c.end(), path.parts.front().c.start());
-      curve.getSegments().add(segmentOf(gap));
+      curve.getSegments().add(internal::segment(gap));
       region.sources.back().push_back({kNone, kNone, {}, {}, false});
     }
     curve.setStrictIsClosed(1);

@@ -23,8 +23,6 @@ using internal::Place;
 using internal::Span;
 using internal::Spans;
 
-GxCoord<double> coord(internal::Point const& p) { return {p.x, p.y}; }
-
 bool isBefore(Span const& a, Span const& b) {
   return a.segment != b.segment ? a.segment < b.segment : a.from < b.from;
 }
@@ -75,8 +73,7 @@ Piece Separation::piece(std::vector<Part> const& parts, bool isClosed) const {
   Spans spans = {{}, {}, chain_.size(), chain_.closed, isClosed, false};
   std::vector<std::pair<Span, std::size_t>> sorted;
   for (Part const& part : parts) {
-    Cubic const& c = part.c;
-    piece.curve.getSegments().add({coord(c.p[0]), coord(c.p[1]), coord(c.p[2]), coord(c.p[3])});
+    piece.curve.getSegments().add(internal::segment(part.c));
     sorted.push_back({part.span, sorted.size()});
   }
   piece.curve.setStrictIsClosed(isClosed);

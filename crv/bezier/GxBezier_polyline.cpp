@@ -45,11 +45,9 @@ constexpr double kRoundingMargin = 0x1p-45;
 // Points collected before they are appended together.
 constexpr int kBlock = 256;
 
-GxCoord<double> coord(Point const& p) { return {p.x, p.y}; }
-
 bool isFinite(Point const* p) {
   for (int i = 0; i < 4; ++i) {
-    if (!std::isfinite(p[i].x) || !std::isfinite(p[i].y)) return false;
+    if (!isFinite(p[i])) return false;
   }
   return true;
 }

@@ -13,8 +13,6 @@ using crv::internal::Point;
 
 namespace {
 
-GxCoord<double> coord(Point const& p) { return {p.x, p.y}; }
-
 void assign(GxCoord<double>& to, Point const& from) {
   to.xval() = from.x;
   to.yval() = from.y;
@@ -45,7 +43,8 @@ GxCoord<double> GxBezier::genericSplit(GxCoord<double> const* points, int degree
   for (int i = 0; i <= degree; ++i) rightPart.push_back(crv::internal::plain(points[i]));
   std::vector<Point> leftPart(rightPart.size());
   crv::internal::splitPolygon(rightPart.data(), degree, t, leftPart.data());
-  if (left != nullptr) std::transform(leftPart.begin(), leftPart.end(), left, coord);
-  if (right != nullptr) std::transform(rightPart.begin(), rightPart.end(), right, coord);
+  if (left != nullptr) std::transform(leftPart.begin(), leftPart.end(), left, crv::internal::coord);
+  if (right != nullptr)
+    std::transform(rightPart.begin(), rightPart.end(), right, crv::internal::coord);
   return coord(leftPart.back());
 }

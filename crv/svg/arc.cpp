@@ -77,13 +77,6 @@ void appendUnitArc(Ellipse const& ellipse, UnitArc const& arc, int halvings,
       {{ellipse(u), ellipse(u + leftOf(u) * handle), ellipse(v - leftOf(v) * handle), ellipse(v)}});
 }
 
-bool isFinite(Cubic const& c) {
-  for (Point const& p : c.p) {
-    if (!std::isfinite(p.x) || !std::isfinite(p.y)) return false;
-  }
-  return true;
-}
-
 /// Appends the cubics of an arc whose radii are above 0, in the frame in which the ellipse is the
 /// unit circle: there the centre lies on the bisector of the chord.
 void appendEllipse(Arc const& arc, std::vector<Cubic>& out) {
@@ -112,7 +105,7 @@ void appendEllipse(Arc const& arc, std::vector<Cubic>& out) {
 }  // namespace
 
 void appendArc(Arc const& arc, std::vector<Cubic>& out) {
-  if (arc.from.x == arc.to.x && arc.from.y == arc.to.y) return;
+  if (areEqual(arc.from, arc.to)) return;
   std::size_t const before = out.size();
   double const radiusX = std::fabs(arc.radiusX), radiusY = std::fabs(arc.radiusY);
   if (radiusX > 0.0 && radiusY > 0.0) {

@@ -13,13 +13,6 @@ namespace {
 using internal::Cubic;
 using Plain = internal::Point;
 
-GxBezier segmentOf(Cubic const& c) {
-  auto const point = [](Plain const& p) { return GxCoord<double>(p.x, p.y); };
-  return GxBezier(point(c.p[0]), point(c.p[1]), point(c.p[2]), point(c.p[3]));
-}
-
-bool isFinite(Plain const& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
-
 /// The subpaths drawn so far, and the pen.
 class Pen {
  public:
@@ -56,8 +49,7 @@ class Pen {
     kind_ = Handle::none;
   }
   void close() {
-    bool const isBack = at.x == start_.x && at.y == start_.y;
-    if (!isBack || current_.length() == 0) lineTo(start_);
+    if (!areEqual(at, start_) || current_.length() == 0) lineTo(start_);
     current_.setStrictIsClosed(1);
     moveTo(start_);
   }
@@ -73,7 +65,7 @@ class Pen {
 
  private:
   void draw(Cubic const& c, Handle kind, Plain const& handle) {
-    current_.getSegments().add(segmentOf(c));
+    current_.getSegments().add(internal::segment(c));
     at = c.p[3];
     kind_ = kind;
     handle_ = handle;

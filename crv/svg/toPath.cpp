@@ -10,8 +10,6 @@ namespace {
 
 using internal::Cubic;
 
-bool isSame(internal::Point const& p, internal::Point const& q) { return p.x == q.x && p.y == q.y; }
-
 /// Equal also in the sign of zeros, which the text keeps.
 bool isSameBits(double a, double b) { return a == b && std::signbit(a) == std::signbit(b); }
 
@@ -19,13 +17,6 @@ bool isStraight(Cubic const& c) {
   Cubic const line = internal::straightThrough(c.p[0], c.p[3]);
   for (int i = 1; i <= 2; ++i) {
     if (!isSameBits(line.p[i].x, c.p[i].x) || !isSameBits(line.p[i].y, c.p[i].y)) return false;
-  }
-  return true;
-}
-
-bool isFinite(Cubic const& c) {
-  for (internal::Point const& p : c.p) {
-    if (!std::isfinite(p.x) || !std::isfinite(p.y)) return false;
   }
   return true;
 }
@@ -54,7 +45,7 @@ void appendCurve(Curve const& curve, std::string& out) {
     if (!isFinite(c)) return;
     bool const isFirst = i == 0;
     if (isFirst) start = c.p[0];
-    if (isFirst || !isSame(pen, c.p[0])) {
+    if (isFirst || !areEqual(pen, c.p[0])) {
       hasGap = hasGap || !isFirst;
       text += 'M';
       appendPoint(c.p[0], text);
@@ -62,7 +53,7 @@ void appendCurve(Curve const& curve, std::string& out) {
     appendSegment(c, text);
     pen = c.p[3];
   }
-  if (curve.length() != 0 && curve.strictIsClosed() != 0 && !hasGap && isSame(pen, start)) {
+  if (curve.length() != 0 && curve.strictIsClosed() != 0 && !hasGap && areEqual(pen, start)) {
     text += 'Z';
   }
   out += text;

@@ -19,6 +19,14 @@ struct Place {
   double t;
 };
 
+/// The order along a curve.
+inline bool isBefore(Place const& p, Place const& q) {
+  return p.segment != q.segment ? p.segment < q.segment : p.t < q.t;
+}
+inline bool areEqual(Place const& p, Place const& q) {
+  return p.segment == q.segment && p.t == q.t;
+}
+
 /// The place of a position on a curve of so many segments, with t below 1 except at the curve's
 /// end, which is 1.0 on the last segment also where the curve is closed; nothing for a position
 /// that is not on the curve.

@@ -27,10 +27,6 @@ constexpr double kApart = 4.0;
 // Unit scale: branches are followed no farther than this.
 constexpr double kFarthest = 0x1p-6;
 
-bool isBefore(Place const& p, Place const& q) {
-  return p.segment != q.segment ? p.segment < q.segment : p.t < q.t;
-}
-
 /// A pass on its way: the crossing is a number.
 struct Visit {
   Place place;

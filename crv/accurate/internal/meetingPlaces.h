@@ -13,13 +13,6 @@ namespace crv::internal {
 // for rounding.
 constexpr double kPlaceSlack = 1.0625;
 
-inline bool isBefore(Place const& p, Place const& q) {
-  return p.segment != q.segment ? p.segment < q.segment : p.t < q.t;
-}
-inline bool areEqual(Place const& p, Place const& q) {
-  return p.segment == q.segment && p.t == q.t;
-}
-
 /// Compares and merges meetings of two curves.
 class MeetingPlaces {
  public:

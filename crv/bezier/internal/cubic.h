@@ -30,7 +30,12 @@ inline double distance(Point const& p, Point const& q) { return std::sqrt(square
 /// The point at t of the line from p to q. Exact form: p + (q - p)*t, not (1 - t)*p + t*q.
 inline Point between(Point const& p, Point const& q, double t) { return p + (q - p) * t; }
 
+inline bool areEqual(Point const& p, Point const& q) { return p.x == q.x && p.y == q.y; }
+
+inline bool isFinite(Point const& p) { return std::isfinite(p.x) && std::isfinite(p.y); }
+
 inline Point plain(GxCoord<double> const& p) { return {p.xval(), p.yval()}; }
+inline GxCoord<double> coord(Point const& p) { return {p.x, p.y}; }
 
 struct Box {
   double minX, minY, maxX, maxY;
@@ -122,8 +127,15 @@ inline Point deCasteljau(Point const* p, double t, int degree) {
   return w[0];
 }
 
+inline bool isFinite(Cubic const& c) {
+  return isFinite(c.p[0]) && isFinite(c.p[1]) && isFinite(c.p[2]) && isFinite(c.p[3]);
+}
+
 inline Cubic cubic(GxBezier const& s) {
   return {{plain(s[0]), plain(s[1]), plain(s[2]), plain(s[3])}};
+}
+inline GxBezier segment(Cubic const& c) {
+  return GxBezier(coord(c.p[0]), coord(c.p[1]), coord(c.p[2]), coord(c.p[3]));
 }
 
 }  // namespace crv::internal
