@@ -5,9 +5,15 @@
 #   - "Method:", "Trap:" and "Precondition:" become paragraphs with a title
 #   - a declaration whose name has a row in docs/promises.md is shown with that row
 #   - specialisations of templates of the standard library are left out
+#   - a header whose operations the playground has links to it
 #   - the comment of a struct speaks for its fields, which may have words of their own behind them
 BEGIN {
   while ((getline line < "docs/promises.md") > 0) readPromise(line)
+  split("fit.h fit flatten.h flatten offset.h offset contacts.h contacts curveContacts.h contacts nearest.h nearest " \
+    "curveSearch.h nearest direction.h nearest walk.h walk arcLength.h walk cut.h cut region.h weld separate.h weld " \
+    "GxBezier.h nearest GxBezierCurve.h fit curveEdits.h copy positionMaps.h copy arrangeBezierCurve.h reverse " \
+    "GxBezierCurvePositionMapBase.h reverse svg.h flatten", pairs, " ")
+  for (n = 1; n in pairs; n += 2) operations[pairs[n]] = pairs[n + 1]
   for (n = 1; (getline lines[n] < ARGV[1]) > 0; ++n) {
     if (lines[n] !~ /^struct std::/) continue
     for (first = n; lines[first - 1] ~ /^(\/\/\/|template)/; --first) isLeftOut[first - 1] = 1
@@ -29,7 +35,7 @@ function readPromise(line,    cells, names, n, i, row) {
   if (section ~ /heavy/) return
   n = split(cells[2], names, "`")
   for (i = 2; i <= n; i += 2) {
-    sub(/^.*::/, "", names[i])
+    if (section !~ /accuracy/) sub(/^.*::/, "", names[i])
     row = ++rowsOf[section, names[i]]
     promise[section, names[i], row, "Form"] = cells[2]
     promise[section, names[i], row, "Cost"] = cells[3]
@@ -39,6 +45,7 @@ function readPromise(line,    cells, names, n, i, row) {
 }
 
 function sectionOf(file) {
+  if (file ~ /accurate|svg/) return "## Results with a stated accuracy"
   if (file ~ /foundation|bernstein|GxHandle/) return "## Points, lines, solvers, lists"
   if (file ~ /bezier\/GxBezier.h/) return "## One segment, `GxBezier`"
   if (file ~ /GxBezierCurve.h/) return "## A curve, `GxBezierCurve`"
@@ -46,8 +53,9 @@ function sectionOf(file) {
 }
 
 function promisesFor(indent, name,    titles, row, i, text, rows) {
+  if (ofClass != "" && sectionOf(FILENAME) ~ /accuracy/ && name != ofClass) name = ofClass "::" name
   rows = rowsOf[sectionOf(FILENAME), name]
-  if (FILENAME ~ /accurate|svg|io\.h/ || isProtected || !rows) return
+  if (FILENAME ~ /io\.h/ || isProtected || !rows) return
   split("Form,Cost,Odd input,On failure", titles, ",")
   print indent "///\n" indent "/// <table class=\"promise\">"
   for (row = 1; row <= rows; ++row) {
@@ -118,6 +126,9 @@ isOpening && /^\/\// {
   next
 }
 isOpening && /^#pragma once/ {
+  if (name in operations) {
+    print "///\n/// <div class=\"try\"><a href=\"play/index.html#op=" operations[name] "\">Try it in the playground</a></div>"
+  }
   print
   print "/// @{"
   isOpening = 0
@@ -149,6 +160,8 @@ isOpening && /^#pragma once/ {
 /^( private:|};)/ { closeGroup() }
 /^ (public|protected|private):/ { isProtected = !/public/ }
 /^};/ { isProtected = 0 }
+/^class CRV_API [A-Za-z]+ / { ofClass = $3 }
+/^};/ { ofClass = "" }
 
 /^ *\/\/\/( |$)/ && !/\/\/\/</ {
   match($0, /^ */)
