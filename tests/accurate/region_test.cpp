@@ -22,9 +22,6 @@ using crv::Region;
 using crv::Segment;
 using Curves = std::vector<Curve>;
 
-// Letters are about 1,000 units large: places this near to each other are one.
-constexpr double kResolution = 1000 * 0x1p-40;
-
 /// The curve turned by a matrix (c, -s; s, c), moved, and run backwards if asked for.
 Curve moved(Curve const& curve, double c, double s, double x, double y, bool isBackwards) {
   Curve result;
@@ -126,9 +123,8 @@ void expectSound(Region const& region, Curves const& a, Curves const& b) {
       Segment const part =
           partOf(whole[segment], source.from.getTValue(), isWhole ? 1.0 : source.to.getTValue());
       for (int p = 0; p < 4; ++p) {
-        Point const& expected = part[source.backwards ? 3 - p : p];
-        EXPECT_NEAR(curve[k][p].xval(), expected.xval(), kResolution);
-        EXPECT_NEAR(curve[k][p].yval(), expected.yval(), kResolution);
+        EXPECT_NEAR(curve[k][p].xval(), part[source.backwards ? 3 - p : p].xval(), 1e-10);
+        EXPECT_NEAR(curve[k][p].yval(), part[source.backwards ? 3 - p : p].yval(), 1e-10);
       }
     }
   }

@@ -36,6 +36,11 @@ constexpr int kSamples = 64;
 // Share of the resolution: segments farther apart than this all along do not touch in one place.
 constexpr double kTouching = 0x1p-6;
 
+// Relative to the largest coordinate: segments that meet at an end of one of them only, and are
+// within the resolution for no longer than this, are not a stretch. Two graphs that touch in third
+// order are for less.
+constexpr double kLongerStretch = 0x1p-14;
+
 // Derivative relative to the largest coordinate: a segment that turns back has less than this.
 constexpr double kTurnsBack = 0x1p-24;
 
@@ -275,6 +280,14 @@ bool ClusterJudge::crosses(FootPair const& place) const {
   return (before < 0.0 && after > 0.0) || (before > 0.0 && after < 0.0);
 }
 
+/// Whether a long cluster is told as the one place in which the segments meet.
+bool ClusterJudge::isOnePlace(ApproachCluster const& cluster, double length,
+                              FootPair& place) const {
+  if (told_ != Stretches::evenMet) return findOnlyPlace(cluster, place);
+  return length <= kLongerStretch * magnitude_ && findOnlyPlace(cluster, place) &&
+         (isEnd(place.t) || isEnd(place.u));
+}
+
 void ClusterJudge::judge(ApproachCluster const& cluster, Meetings& found) const {
   double const length = lengthBetween(cluster.t0, cluster.t1);
   bool const isLong = length > max(kLongStretch * magnitude_, 4.0 * resolution_);
@@ -285,8 +298,7 @@ void ClusterJudge::judge(ApproachCluster const& cluster, Meetings& found) const 
     FootPair const last = snapped({cluster.t1, cluster.u1, 0.0});
     bool const isProper = first.t < last.t && first.u != last.u;
     bool const isBounded = isBound(first.t, first.u) && isBound(last.t, last.u);
-    bool const isStretch =
-        isBounded || (isLong && (told_ == Stretches::evenMet || !findOnlyPlace(cluster, place)));
+    bool const isStretch = isBounded || (isLong && !isOnePlace(cluster, length, place));
     if (isProper && isStretch) {
       found.stretches.push_back({first.t, last.t, first.u, last.u});
       return;

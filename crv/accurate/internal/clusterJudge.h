@@ -42,6 +42,7 @@ class ClusterJudge {
   double lengthBetween(double t0, double t1) const;
   double whereSideIs(double level, double lo, double hi, double u) const;
   bool findOnlyPlace(ApproachCluster const& cluster, FootPair& place) const;
+  bool isOnePlace(ApproachCluster const& cluster, double length, FootPair& place) const;
   FootPair placeOf(ApproachCluster const& cluster) const;
   double snappedParameter(Cubic const& c, double t) const;
   double sideBeyond(FootPair const& place, double direction) const;

@@ -30,7 +30,8 @@ constexpr double kLongStretch = 0x1p-16;
 
 /// Which shared stretches are told: only those longer than 2^-16 S; or also shorter ones that the
 /// ends of the segments bound, as parts of what two curves may share; or besides these also long
-/// ones in which the segments meet in one place only.
+/// ones in which the segments meet in one place only, unless that is an end and they are no longer
+/// than 2^-14 S.
 enum class Stretches { onlyLong, all, evenMet };
 
 /// All meetings of two segments whose coordinates have a magnitude S of at most 1, places nearer
