@@ -277,7 +277,8 @@ int subdivisionDepth(Cubic const& s) {
   // ratio is so near to a power of 2 that the logarithm's rounding decides, or not finite.
   int exponent;
   double const mantissa = std::frexp(ratio, &exponent);
-  if (0.5 + 0x1p-30 < mantissa && mantissa < 1.0 - 0x1p-30) return (exponent + 1) / 2;
+  constexpr double kNearPower = 0x1p-30;  // of the mantissa: far more than the logarithm's rounding
+  if (0.5 + kNearPower < mantissa && mantissa < 1.0 - kNearPower) return (exponent + 1) / 2;
   double const depth = std::ceil(std::log(ratio) / std::log(2.0) * 0.5);
   return std::isfinite(depth) ? static_cast<int>(depth) : 0;
 }

@@ -1,4 +1,4 @@
-// Which approaches of two segments are connected.
+// Groups the approaches of two segments by connectedness.
 #include "crv/accurate/internal/approachCluster.h"
 
 #include "crv/accurate/internal/meetings.h"
@@ -11,15 +11,20 @@ namespace crv::internal {
 
 namespace {
 
-// Share of the resolution within which approaches are connected: places that are as far apart as
-// the resolution, up to rounding, do not part a cluster.
+// In units of the resolution: approaches are connected through points up to this far apart. The
+// excess over 1 keeps rounding from dividing a cluster where points are exactly the resolution
+// apart.
 constexpr double kSlack = 1.0625;
 
-// How many times farther than its end, squared, a way may lead from its start.
+// Squared ratio: a path between two points may lead away from its start up to twice as far as its
+// end.
 constexpr double kLongestDetour = 4.0;
 
-// Clusters that come next in order and may be connected to an approach: nine passes through one
-// place.
+// In units of the resolution: stretches up to this length have no sense of their own.
+constexpr double kNoSense = 4.0;
+
+// The number of clusters, next in order, that may be connected to an approach; up to nine branches
+// pass through one point.
 constexpr std::size_t kNeighbours = 12;
 
 double between(double a, double b, double s) { return a + (b - a) * s; }
@@ -43,11 +48,11 @@ class Collection {
   std::vector<ApproachCluster> clusters_;
 };
 
-/// Stretches no longer than the resolution have no sense of their own.
+/// The sense of an approach: 1 or -1 for a stretch, 0 for a stretch too short to have one.
 int Collection::senseOf(Approach const& p) const {
   if (p.t0 == p.t1 || p.u0 == p.u1) return 0;
   double const length = distance(pointAt(pair_.a, p.t0), pointAt(pair_.a, p.t1));
-  if (length <= 4.0 * resolution_) return 0;
+  if (length <= kNoSense * resolution_) return 0;
   return p.u0 < p.u1 ? 1 : -1;
 }
 
@@ -70,7 +75,7 @@ ApproachCluster* Collection::homeOf(Approach const& p, int sense) {
     if (sense * cluster.sense < 0) continue;
     Approach const whole = {cluster.t0, cluster.t1, cluster.u0,
                             cluster.u1, false,      cluster.members[0].runs};
-    // At a cusp the way from the end of the cluster to the approach may run back.
+    // At a cusp the path from the end of the cluster to the approach may run back.
     Approach const end = {cluster.t1, cluster.t1, cluster.u1, cluster.u1, false, whole.runs};
     for (Approach const& part : {whole, cluster.members.back(), end}) {
       if (areConnected(part, p)) return &cluster;
@@ -102,8 +107,8 @@ bool keepNear(SegmentPair const& pair, double magnitude, double resolution, doub
   double const wayB = squaredDistance(pointAt(pair.b, u0), pointAt(pair.b, u1));
   double const far = kFarApart * magnitude;
   if (wayA > far * far || wayB > far * far) return false;
-  // A loop returns to its place, but leaves it in between.
-  double const bulge = max(kLongStretch * magnitude, 4.0 * resolution);
+  // A loop returns to its starting point, but leaves it in between.
+  double const bulge = leastStretch(magnitude, resolution);
   double const reach = max(kLongestDetour * max(wayA, wayB), bulge * bulge);
   Point const start = pointAt(pair.a, t0);
   for (double const s : {0.5, 0.25, 0.75}) {

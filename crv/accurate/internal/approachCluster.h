@@ -1,4 +1,4 @@
-// Approaches of two segments that belong to one place or to one stretch.
+// Groups of approaches of two segments that belong to one point or one stretch.
 #pragma once
 
 #include "crv/accurate/internal/segmentPair.h"
@@ -8,22 +8,21 @@
 
 namespace crv::internal {
 
-/// Approaches that are connected: between any two of them the segments keep within the resolution.
+/// Connected approaches: between any two of them the segments stay within the resolution.
 struct ApproachCluster {
   double t0, t1, u0, u1;  // the outermost pairs of parameters, in order of t
-  int sense;              // 1 or -1 of a stretch, 0 of single places
+  int sense;              // 1 or -1 for a stretch, 0 for single points
   std::vector<Approach> members;
 };
 
-// Relative to the largest coordinate: places farther apart than this are asked no further whether
-// they are connected.
+// Relative to the largest coordinate: points farther apart than this count as not connected.
 constexpr double kFarApart = 0x1p-6;
 
-/// Whether the segments keep within the resolution between two pairs of parameters.
+/// Whether the segments stay within the resolution between two pairs of parameters.
 bool keepNear(SegmentPair const& pair, double magnitude, double resolution, double t0, double u0,
               double t1, double u1);
 
-/// Puts the approaches in order and in clusters.
+/// Sorts the approaches and groups them into clusters.
 std::vector<ApproachCluster> collectClusters(SegmentPair const& pair, double magnitude,
                                              double resolution, Approaches& approaches);
 

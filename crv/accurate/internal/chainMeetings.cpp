@@ -1,4 +1,5 @@
-// Meetings of curves: found segment by segment, then one for each place, stretches chained.
+// Meetings of curves: they are found for pairs of segments; then meetings at one point are merged
+// and stretches are chained.
 #include "crv/accurate/internal/chainMeetings.h"
 
 #include "crv/accurate/internal/meetingPlaces.h"
@@ -16,7 +17,11 @@ namespace crv::internal {
 
 namespace {
 
-/// A stretch on one segment of either curve.
+// In units of the resolution: a place this near to an end of a stretch belongs to the stretch, and
+// stretches whose ends are this near to each other are joined.
+constexpr double kEndReach = 2.0;
+
+/// A stretch that one segment of each curve shares.
 struct Link {
   Place from, to, otherFrom, otherTo;
   bool isSameSense() const { return otherFrom.t < otherTo.t; }
@@ -56,7 +61,8 @@ class Assembly {
 
 void Assembly::addPoint(Place const& first, Place const& second, bool crosses) {
   Place p = a_.normalised(first), q = b_.normalised(second);
-  // The start behind a joint may be as far from the end before it as the resolution.
+  // The start of the segment after a joint may differ from the end before it by up to the
+  // resolution.
   if (distance(a_.at(p), b_.at(q)) > kPlaceSlack * scale_.resolution) {
     p = a_.keptOnSegment(first);
     q = b_.keptOnSegment(second);
@@ -110,14 +116,14 @@ double Assembly::lengthOf(Link const& link) const {
 
 bool Assembly::areJoined(Link const& link, Link const& next) const {
   if (link.isSameSense() != next.isSameSense()) return false;
-  double const reach = 2.0 * scale_.resolution;
+  double const reach = kEndReach * scale_.resolution;
   Place const end = a_.normalised(link.to), start = a_.normalised(next.from);
   Place const otherEnd = b_.normalised(link.otherTo), otherStart = b_.normalised(next.otherFrom);
   return a_.staysNear(a_.at(end), reach, end, start) &&
          b_.staysNear(b_.at(otherEnd), reach, otherEnd, otherStart);
 }
 
-/// The number of the link that goes on where one ends; the number of links if none does.
+/// The number of the link that continues one; the number of links if there is none.
 std::size_t Assembly::linkBehind(Link const& link) const {
   Place const end = a_.normalised(link.to);
   auto const onSegment = [](Link const& l, std::size_t segment) {
@@ -135,7 +141,7 @@ bool Assembly::comesAround(Link const& head, Link const& link) const {
   auto const passes = [this](Route const& route, Place const& start, Place const& from,
                              Place const& to, double sense) {
     if (start.segment != from.segment) return false;
-    double const reach = 2.0 * scale_.resolution;
+    double const reach = kEndReach * scale_.resolution;
     Point const place = route.at(start);
     bool const isBehind =
         (from.t - start.t) * sense <= 0.0 || distance(route.at(from), place) <= reach;
@@ -159,7 +165,7 @@ ChainMeetings Assembly::chainedLinks() {
   ChainMeetings result;
   isDone[n] = 1;
   auto const add = [&](Link const& head, Link const& tail, double length) {
-    if (length > max(kLongStretch * scale_.magnitude, 4.0 * scale_.resolution)) {
+    if (length > leastStretch(scale_.magnitude, scale_.resolution)) {
       result.stretches.push_back(
           {head.from, tail.to, head.otherFrom, tail.otherTo, head.isSameSense()});
     } else {
@@ -184,7 +190,7 @@ ChainMeetings Assembly::chainedLinks() {
   for (std::size_t i = 0; i < n; ++i) {
     if (!hasPrevious[i]) follow(i);
   }
-  // The rest goes around; links are in order, so each round begins at the lowest place.
+  // The remaining chains are cycles. Links are in order, so each cycle starts at its lowest place.
   for (std::size_t i = 0; i < n; ++i) {
     if (!isDone[i]) follow(i);
   }
@@ -196,13 +202,14 @@ bool Assembly::isOn(Route const& route, Place const& place, Place const& from,
   double const lo = min(from.t, to.t), hi = max(from.t, to.t);
   if (place.segment == from.segment && place.t >= lo && place.t <= hi) return true;
   Point const centre = route.at(place);
-  double const reach = 2.0 * scale_.resolution;
+  double const reach = kEndReach * scale_.resolution;
   return route.staysNear(centre, reach, place, route.normalised(from)) ||
          route.staysNear(centre, reach, place, route.normalised(to));
 }
 
-/// Whether the place of the second curve at a meeting is the one that shares the first's with it in
-/// a link, and not one at which the link passes the same place again.
+/// Whether, at a meeting, the place on the second curve is the one that the link pairs with the
+/// place on the first, rather than another one at which the second curve passes the same point
+/// again.
 bool Assembly::isPartner(ChainMeeting const& m, Link const& l) const {
   if (m.first.segment != l.from.segment || m.first.t < l.from.t || m.first.t > l.to.t) return false;
   double const share = (m.first.t - l.from.t) / (l.to.t - l.from.t);
@@ -210,7 +217,7 @@ bool Assembly::isPartner(ChainMeeting const& m, Link const& l) const {
   std::size_t const segment = l.otherFrom.segment;
   Point const place = a_.at(m.first);
   Place const partner = b_.normalised({segment, footOn(b_[segment], place, guess)});
-  bool const isFound = distance(b_.at(partner), place) <= 2.0 * scale_.resolution;
+  bool const isFound = distance(b_.at(partner), place) <= kEndReach * scale_.resolution;
   return !isFound || places_.areOne(m, {m.first, partner, false});
 }
 
@@ -223,7 +230,7 @@ bool Assembly::isInLink(ChainMeeting const& m, Link const& l) const {
   return places_.areOne(m, ends[0]) || places_.areOne(m, ends[1]);
 }
 
-/// Whether a meeting lies in a stretch, or is one place with an end of it.
+/// Whether a meeting lies in a stretch, or is at one point with an end of it.
 bool Assembly::isInLinks(ChainMeeting const& m) const {
   std::size_t const n = a_.size(), middle = m.first.segment;
   std::size_t const segments[] = {middle == 0 ? n - 1 : middle - 1, middle,
@@ -240,7 +247,7 @@ bool Assembly::isInLinks(ChainMeeting const& m) const {
   return false;
 }
 
-/// At joints the segments alone cannot tell whether the curves cross.
+/// Decides at joints, where the segments alone do not, whether the curves cross.
 void Assembly::judgeKinds() {
   for (ChainMeeting& m : points_) {
     if (!a_.isJoint(m.first) && !b_.isJoint(m.second)) continue;
@@ -255,7 +262,8 @@ ChainMeetings Assembly::assemble() {
   });
   ChainMeetings result = chainedLinks();
   points_ = places_.merged(std::move(points_));
-  // A place that the curve does not leave in between is no contact of a curve with itself.
+  // Two places between which the curve does not leave their point are no contact of the curve with
+  // itself.
   double const reach = kPlaceSlack * scale_.resolution;
   auto const isNone = [&](ChainMeeting const& m) {
     if (isSelf_ && a_.staysNear(a_.at(m.first), reach, m.first, m.second)) return true;

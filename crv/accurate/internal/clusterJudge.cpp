@@ -1,4 +1,4 @@
-// Judging connected approaches.
+// Classifies clusters of approaches.
 #include "crv/accurate/internal/clusterJudge.h"
 
 #include "crv/accurate/internal/route.h"
@@ -12,43 +12,52 @@ namespace crv::internal {
 
 namespace {
 
-// Relative to the largest coordinate: two curves this near touch up to rounding.
+// Relative to the largest coordinate: two curves this near to each other meet up to rounding.
 constexpr double kExact = 0x1p-48;
 
-// Relative to the largest coordinate: segments this near where they are parallel touch there, and
-// roots near by are rounding.
+// Relative to the largest coordinate: segments this near to each other where they are parallel
+// touch there, and changes of side nearby are rounding errors.
 constexpr double kRounded = 0x1p-51;
 
-// Sine of the angle from which on a root is a crossing without another look.
+// Sine of the angle from which a change of side is a crossing without further checks.
 constexpr double kClearSine = 0x1p-16;
 
-// Squared derivative over the resolution: slower segments may turn back within the resolution of a
-// place. In unit scale no second derivative is above 24.
+// Squared derivative divided by the resolution: slower segments may turn back within the resolution
+// of a point, since in unit scale second derivatives are as large as 24.
 constexpr double kStraightOn = 0x1p11;
 
-// Sine of the greatest angle between segments that touch, with what rounding does to it.
+// Sine of an angle: bounds the rounding error of the angle between segments that touch.
 constexpr double kParallelSine = 0x1p-30;
 
-// Places of a long stretch at which the side is asked: two crossings nearer to each other than this
-// share of it are none.
+// The number of intervals into which a long stretch is divided to count changes of side. Two
+// changes within one interval cancel.
 constexpr int kSamples = 64;
+
+// The side next to a point is taken where the segments are this many resolutions apart. The search
+// starts at kFirstShare of the way to the end of the segment and doubles the distance.
+constexpr double kApart = 4.0;
+constexpr double kFirstShare = 0x1p-24;
+
+// Bisections that exhaust a bracket.
+constexpr int kMostBisections = 60;
 
 // Share of the resolution: segments farther apart than this all along do not touch in one place.
 constexpr double kTouching = 0x1p-6;
 
-// Relative to the largest coordinate: segments that meet at an end of one of them only, and are
-// within the resolution for no longer than this, are not a stretch. Two graphs that touch in third
-// order are for less.
+// Relative to the largest coordinate: a connected set up to this long is not a stretch if the
+// segments meet in it only at an end of one of them. It is shorter where two graphs touch in third
+// order.
 constexpr double kLongerStretch = 0x1p-14;
 
-// Derivative relative to the largest coordinate: a segment that turns back has less than this.
+// Derivative, relative to the largest coordinate: where a segment turns back, it is below this.
 constexpr double kTurnsBack = 0x1p-24;
 
 bool isEnd(double t) { return t == 0.0 || t == 1.0; }
 
 double between(double a, double b, double s) { return a + (b - a) * s; }
 
-/// The one approach of a cluster at which the segments change sides, if there is only one.
+/// The only approach of a cluster at which the segments change sides; null if there are none or
+/// several.
 Approach const* onlyRoot(ApproachCluster const& c) {
   Approach const* root = nullptr;
   for (Approach const& p : c.members) {
@@ -60,7 +69,8 @@ Approach const* onlyRoot(ApproachCluster const& c) {
 
 }  // namespace
 
-/// The signed distance of A(t) from b, positive to the left of b; u becomes the foot.
+/// The signed distance of A(t) from b, positive to the left of b. u is the starting value of the
+/// foot and receives it.
 double ClusterJudge::sideAt(double t, double& u) const {
   u = pair_.footOnB(t, u).u;
   Point const direction = derivativeAt(pair_.b, u);
@@ -69,7 +79,7 @@ double ClusterJudge::sideAt(double t, double& u) const {
   return cross(direction, pointAt(pair_.a, t) - pointAt(pair_.b, u)) / speed;
 }
 
-/// Whether a stretch ends here because a segment ends or turns back.
+/// Whether a segment ends or turns back here, which bounds a stretch.
 bool ClusterJudge::isBound(double t, double u) const {
   if (isEnd(t) || isEnd(u)) return true;
   Point const da = derivativeAt(pair_.a, t), db = derivativeAt(pair_.b, u);
@@ -88,12 +98,12 @@ double ClusterJudge::lengthBetween(double t0, double t1) const {
 }
 
 bool ClusterJudge::isTold(SharedStretch const& s) const {
-  double const least = told_ != Stretches::onlyLong ? 0.0 : kLongStretch * magnitude_;
-  return lengthBetween(s.t0, s.t1) > max(least, 4.0 * resolution_);
+  double const magnitude = told_ == Stretches::onlyLong ? magnitude_ : 0.0;
+  return lengthBetween(s.t0, s.t1) > leastStretch(magnitude, resolution_);
 }
 
-/// For a long cluster at an end of which the segments move apart: whether they meet in one place of
-/// it only, and where. They do if they change sides once, or never and touch.
+/// For a long cluster at an end of which the segments move apart: if they change sides once in it,
+/// or touch without changing sides, stores that point and returns true.
 bool ClusterJudge::findOnlyPlace(ApproachCluster const& c, FootPair& place) const {
   double const noise = kExact * magnitude_;
   int changes = 0, lastSide = 0;
@@ -140,18 +150,18 @@ bool ClusterJudge::findOnlyPlace(ApproachCluster const& c, FootPair& place) cons
     place = {root->t0, root->u0, pair_.distanceAt(root->t0, root->u0)};
     if (isSineAbove(kParallelSine, place.t, place.u)) return true;
   }
-  // The middle of the stretch in which the segments are nearest: at small angles and at crossings
-  // of high order, rounding blurs the crossing itself.
+  // The crossing is taken in the middle of the stretch in which the segments are nearest, because
+  // at small angles and at crossings of high order rounding errors obscure the crossing itself.
   double const level = kTouching * resolution_ * lastSide;
   double const before = whereSideIs(-level, c.t0, toT, fromU);
   place = pair_.footOnB(0.5 * (before + whereSideIs(level, fromT, c.t1, fromU)), fromU);
   return place.distance <= resolution_;
 }
 
-/// The t in a bracket at which a is at a signed distance from b, by bisection.
+/// The t in a bracket at which the signed distance of a from b has a given value, by bisection.
 double ClusterJudge::whereSideIs(double level, double lo, double hi, double u) const {
   bool const rises = sideAt(hi, u) > level;
-  for (int i = 0; i < 60 && hi > lo; ++i) {
+  for (int i = 0; i < kMostBisections && hi > lo; ++i) {
     double const t = 0.5 * (lo + hi);
     if ((sideAt(t, u) > level) == rises) {
       hi = t;
@@ -162,8 +172,8 @@ double ClusterJudge::whereSideIs(double level, double lo, double hi, double u) c
   return lo;
 }
 
-/// Returns the end of the segment if the segment stays within the resolution of it as far as t,
-/// else t.
+/// Returns the parameter of an end if the segment between t and that end stays within the
+/// resolution of the end, else t.
 double ClusterJudge::snappedParameter(Cubic const& c, double t) const {
   double const end = t < 0.5 ? 0.0 : 1.0;
   Point const place = t < 0.5 ? c.p[0] : c.p[3];
@@ -196,8 +206,9 @@ bool ClusterJudge::isClearOfEnds(Point const& place) const {
   return true;
 }
 
-/// The one pair of parameters that stands for a short cluster: an end that touches exactly, else
-/// the middle root where the sides change, else the place of touching or the nearest end.
+/// The pair of parameters that represents a short cluster: an end that lies exactly on the other
+/// segment, else the middle one of an odd number of changes of side, else the tangency or the
+/// nearest end.
 FootPair ClusterJudge::placeOf(ApproachCluster const& c) const {
   std::vector<FootPair> roots;
   FootPair nearestEnd = {0.0, 0.0, 2.0 * resolution_}, nearest = nearestEnd;
@@ -242,16 +253,16 @@ FootPair ClusterJudge::placeOf(ApproachCluster const& c) const {
   return snapped(roots.empty() ? nearest : roots[0]);
 }
 
-/// The side of b on which a lies a little farther on, or farther back.
+/// The side of b on which a lies next to a point, forwards or backwards along a.
 double ClusterJudge::sideBeyond(FootPair const& place, double direction) const {
   double side = 0.0, u = place.u;
   double const room = direction > 0.0 ? 1.0 - place.t : place.t;
-  for (double share = 0x1p-24; share <= 1.0; share *= 2.0) {
+  for (double share = kFirstShare; share <= 1.0; share *= 2.0) {
     double const next = sideAt(place.t + direction * room * share, u);
-    // Beyond the end of b there are no sides.
+    // The side is not defined beyond the end of b.
     if (isEnd(u) && side != 0.0) break;
     side = next;
-    if (std::fabs(side) > 4.0 * resolution_) break;
+    if (std::fabs(side) > kApart * resolution_) break;
   }
   return side;
 }
@@ -280,7 +291,8 @@ bool ClusterJudge::crosses(FootPair const& place) const {
   return (before < 0.0 && after > 0.0) || (before > 0.0 && after < 0.0);
 }
 
-/// Whether a long cluster is told as the one place in which the segments meet.
+/// Whether a long cluster is reported as the only point at which the segments meet, which is
+/// stored.
 bool ClusterJudge::isOnePlace(ApproachCluster const& cluster, double length,
                               FootPair& place) const {
   if (told_ != Stretches::evenMet) return findOnlyPlace(cluster, place);
@@ -290,7 +302,7 @@ bool ClusterJudge::isOnePlace(ApproachCluster const& cluster, double length,
 
 void ClusterJudge::judge(ApproachCluster const& cluster, Meetings& found) const {
   double const length = lengthBetween(cluster.t0, cluster.t1);
-  bool const isLong = length > max(kLongStretch * magnitude_, 4.0 * resolution_);
+  bool const isLong = length > leastStretch(magnitude_, resolution_);
   bool const mayBeShort = told_ != Stretches::onlyLong && cluster.sense != 0;
   FootPair place = {0.0, 0.0, -1.0};
   if (isLong || mayBeShort) {

@@ -1,4 +1,5 @@
-// Whether connected approaches of two segments are a stretch or one place, and which place.
+// Decides whether connected approaches of two segments are a shared stretch or a point, and which
+// point.
 #pragma once
 
 #include "crv/accurate/internal/approachCluster.h"
@@ -7,23 +8,23 @@
 
 namespace crv::internal {
 
-/// Judges the clusters of two segments, for the arguments of findMeetings.
+/// Classifies the clusters of two segments; the arguments are those of findMeetings.
 class ClusterJudge {
  public:
   ClusterJudge(SegmentPair const& pair, double magnitude, double resolution, Stretches told)
       : pair_(pair), magnitude_(magnitude), resolution_(resolution), told_(told) {}
 
-  /// Adds the meeting or the stretch that a cluster is.
+  /// Adds the meeting or the stretch that a cluster represents.
   void judge(ApproachCluster const& cluster, Meetings& found) const;
 
-  /// Whether a stretch that the ends of the segments bound is long enough to be told.
+  /// Whether a stretch between ends of the segments is long enough to be reported.
   bool isTold(SharedStretch const& stretch) const;
 
-  /// A place within the resolution of an end of a segment is that end, if the other segment is
-  /// within the resolution there.
+  /// Moves a pair of parameters to an end of a segment, if the end is within the resolution of it
+  /// and of the other segment.
   FootPair snapped(FootPair place) const;
 
-  /// Whether snapped leaves a place alone that is a point of both segments.
+  /// Whether a point on both segments is so far from all ends that snapped leaves it alone.
   bool isClearOfEnds(Point const& place) const;
 
   /// Whether the segments cross at a clear angle.

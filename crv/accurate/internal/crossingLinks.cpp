@@ -15,11 +15,13 @@ namespace crv::internal {
 
 namespace {
 
-// In units of the resolution: passes this near to each other along the curve are one.
+// In units of the resolution: passes within this distance of each other along the curve are one
+// pass.
 constexpr double kOnePass = 1.0625;
 
-// In units of the resolution: the radius at which branches are first put in order around a
-// crossing, its growth, and how far apart they must be.
+// In units of the resolution: the first radius at which branches are ordered around a crossing, and
+// the distance by which they must be separated. While they are not, the radius is multiplied by
+// kGrowth.
 constexpr double kFirstRadius = 16.0;
 constexpr double kGrowth = 4.0;
 constexpr double kApart = 4.0;
@@ -27,20 +29,20 @@ constexpr double kApart = 4.0;
 // Unit scale: branches are followed no farther than this.
 constexpr double kFarthest = 0x1p-6;
 
-/// A pass on its way: the crossing is a number.
+/// A pass of the curve through the crossing with a given number.
 struct Visit {
   Place place;
   std::size_t crossing;
 };
 
-/// A branch of a pass on a circle around the crossing.
+/// A branch of a pass, where it leaves a circle around the crossing.
 struct Branch {
   double key;  // of the angle
   std::size_t pass;
   bool arrives;
 };
 
-/// Where a pass arrives and leaves in the order of the branches.
+/// The ranks at which a pass arrives and leaves, in the order of the branches.
 struct Ranks {
   std::size_t in, out;
 };
@@ -89,7 +91,7 @@ void Linker::collect(ChainMeetings const& meetings) {
   });
 }
 
-/// Makes one visit of those that are one pass, and one crossing of theirs.
+/// Merges visits that are one pass, and their crossings.
 void Linker::uniteNeighbours() {
   DisjointSets crossings(visits_.size());
   std::vector<Visit> kept;
@@ -108,7 +110,8 @@ void Linker::uniteNeighbours() {
   visits_ = std::move(kept);
 }
 
-/// The branches of passes where they leave a circle, counter-clockwise; none if one never does.
+/// The branches of passes in the counter-clockwise order in which they leave a circle; none if one
+/// of them never does.
 std::vector<Branch> Linker::branchesAt(std::vector<std::size_t> const& passes,
                                        double radius) const {
   std::vector<Branch> branches;
@@ -137,11 +140,12 @@ double leastGap(std::vector<Branch> const& branches, double radius) {
   return least;
 }
 
-/// Links each arriving branch with a leaving one, neighbours first, so that no two links cross.
+/// Links each arriving branch with a leaving one, nearest neighbours first, so that no two links
+/// cross.
 void Linker::linkBranches(std::vector<Branch> const& branches) {
   std::vector<std::size_t> arrived;
   std::vector<char> isLeft(branches.size(), 0);
-  // Branches that leave before any arrives are reached in a second round.
+  // The second round links branches that leave before any has arrived.
   for (std::size_t i = 0; i < 2 * branches.size(); ++i) {
     std::size_t const k = i % branches.size();
     Branch const& branch = branches[k];
@@ -182,7 +186,7 @@ bool Linker::cross(std::size_t p, std::size_t q) const {
   return isBetween(ranks_[q].in) != isBetween(ranks_[passes_[q].next].out);
 }
 
-/// Exchanges the links of two passes through one crossing, unless links would cross then.
+/// Exchanges the links of two passes through one crossing, unless that would make links cross.
 bool Linker::exchange(std::size_t p, std::size_t q) {
   std::swap(passes_[p].next, passes_[q].next);
   for (std::size_t const other : passesAt_[visits_[p].crossing]) {
@@ -194,7 +198,8 @@ bool Linker::exchange(std::size_t p, std::size_t q) {
   return true;
 }
 
-/// Follows the links from a stretch on. What comes back to a crossing becomes a loop of its own.
+/// Follows the links from a stretch on. A part that returns to a crossing becomes a loop of its
+/// own.
 void Linker::splitTrail(std::size_t start) {
   std::vector<std::size_t> trail;
   for (std::size_t stretch = start; !isTaken_[stretch];) {

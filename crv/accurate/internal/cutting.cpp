@@ -1,4 +1,5 @@
-// From meetings to nodes and stretches.
+// Cuts segments at their meetings: points of meeting become nodes, and the parts between them
+// stretches.
 #include "crv/accurate/internal/cutting.h"
 
 #include "crv/accurate/internal/blossom.h"
@@ -16,18 +17,18 @@ namespace crv::internal {
 
 namespace {
 
-// In units of the resolution: the meetings of segments that pass through one place lie this near to
+// In units of the resolution: meetings of segments through one point lie within this distance of
 // each other.
 constexpr double kOnePlace = 2.0;
 
-// Rounds in which cuts are carried over between stretches that coincide: one is the rule, and more
-// are needed where a chain of stretches coincides pairwise only.
+// Rounds in which cuts are copied between stretches that coincide. Usually one suffices; more are
+// needed where stretches form a chain in which only neighbours coincide.
 constexpr int kMostRounds = 4;
 
 // Unit scale: no two points are farther apart than this, squared.
 constexpr double kFarthestFoot = 9.0;
 
-/// A segment is cut at t, in the place with the given number.
+/// A cut of a segment at t; place is the number of the point.
 struct Cut {
   std::size_t segment;
   double t;
@@ -59,7 +60,7 @@ bool staysNear(Cubic const& c, double reach) {
   return true;
 }
 
-/// Whether a segment advances along its chord all the way, and so never meets itself.
+/// Whether a segment advances along its chord everywhere, so that it cannot meet itself.
 bool advances(Cubic const& c) {
   Point const chord = c.p[3] - c.p[0];
   for (int i = 0; i < 3; ++i) {
@@ -125,7 +126,7 @@ class Cutter {
   std::vector<ArrangedSegment> const& segments_;
   UnitScale const& scale_;
   std::vector<std::array<int, 2>> counts_;  // by segment: how often it runs there, by group
-  std::vector<char> isTwin_;                // whether a segment before it stands for it
+  std::vector<char> isTwin_;                // whether it is a copy of a segment before it
   // Places 2i and 2i + 1 are the ends of segment i; each meeting is another.
   DisjointSets places_;
   std::vector<Cut> cuts_;            // at meetings; the ends of the segments are cuts besides
@@ -172,7 +173,8 @@ bool Cutter::partAtJoint(std::size_t i, std::size_t k) {
          partAtStart(reversed(segments_[k].c), segments_[i].c, reach);
 }
 
-/// Lets segment i stand for segment k if both are the same, or the same reversed.
+/// If segment k equals segment i, or its reverse, counts it as a second copy of segment i and
+/// returns true.
 bool Cutter::joinTwin(std::size_t i, std::size_t k) {
   Cubic const &c = segments_[i].c, &d = segments_[k].c;
   if (!(areSame(c.p[0], d.p[0]) | areSame(c.p[0], d.p[3]))) return false;
@@ -210,8 +212,8 @@ void Cutter::findAllMeetings() {
   });
 }
 
-/// Drops what belongs to twins, sorts the cuts by segment and parameter, and makes one of
-/// neighbours in one place.
+/// Drops the cuts of twins, sorts the others by segment and parameter, and merges neighbouring cuts
+/// at one point.
 void Cutter::arrangeCuts() {
   auto const isOfTwin = [&](Cut const& c) { return isTwin_[c.segment] != 0; };
   cuts_.erase(std::remove_if(cuts_.begin(), cuts_.end(), isOfTwin), cuts_.end());
@@ -247,8 +249,8 @@ bool Cutter::areOnePlace(Cut const& p, Cut const& q) const {
   return staysNear(part(c, p.t, q.t), 2.0 * reach());
 }
 
-/// Cuts the stretch of a segment from lo to hi at the places at which the one from t0 to t1 of
-/// another segment, with which it coincides, is cut.
+/// Copies the cuts between t0 and t1 of one segment to the stretch of another segment, from lo to
+/// hi, that coincides with it.
 void Cutter::carry(std::size_t from, double t0, double t1, std::size_t to, double lo, double hi,
                    std::vector<Cut>& added) {
   for (std::size_t i = begins_[from]; i < begins_[from + 1]; ++i) {
@@ -268,7 +270,7 @@ void Cutter::carry(std::size_t from, double t0, double t1, std::size_t to, doubl
   }
 }
 
-/// Gives segments that coincide the same cuts.
+/// Copies cuts between segments that coincide, so that they have the same cuts.
 void Cutter::carryOver() {
   auto const isOfTwin = [&](Shared const& s) { return isTwin_[s.first] || isTwin_[s.second]; };
   shared_.erase(std::remove_if(shared_.begin(), shared_.end(), isOfTwin), shared_.end());
@@ -286,8 +288,8 @@ void Cutter::carryOver() {
   }
 }
 
-/// Adds the nodes, and returns for each place the number of its node. The ends of segments stand
-/// for the places that they are in.
+/// Adds the nodes, and returns the number of the node for each place. A place that contains an end
+/// of a segment gets the point of that end.
 std::vector<std::size_t> Cutter::addNodes(Cutting& result) {
   std::vector<std::size_t> nodes(places_.size(), kNone);
   result.nodes.reserve(segments_.size() + cuts_.size());

@@ -41,8 +41,9 @@ inline double whereXIs(Cubic const& c, double x) {
   if (!(x < x3)) return 1.0;
   double const d0 = c.p[1].x - x0, d1 = c.p[2].x - c.p[1].x, d2 = x3 - c.p[2].x;
   double lo = 0.0, hi = 1.0, s = (x - x0) / (x3 - x0);
-  // A hundred bisections exhaust any bracket; usually four or five Newton steps suffice.
-  for (int i = 0; i < 100; ++i) {
+  constexpr int kMostSteps = 100;  // exhaust any bracket by bisection; Newton's method takes five
+  constexpr double kLastStep = 0x1p-53;
+  for (int i = 0; i < kMostSteps; ++i) {
     double const r = 1.0 - s;
     double const along = ((d0 * (r * r + r + 1.0) + d1 * ((r + r + 1.0) * s)) + d2 * (s * s)) * s;
     double const value = along - (x - x0);
@@ -56,7 +57,7 @@ inline double whereXIs(Cubic const& c, double x) {
     if (!(next >= lo && next <= hi)) next = 0.5 * (lo + hi);
     double const step = std::fabs(next - s);
     s = next;
-    if (step <= 0x1p-53) break;
+    if (step <= kLastStep) break;
   }
   return s;
 }

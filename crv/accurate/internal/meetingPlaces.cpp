@@ -1,4 +1,4 @@
-// Places of two curves at which they meet: comparing and merging them.
+// Compares and merges the meetings of two curves.
 #include "crv/accurate/internal/meetingPlaces.h"
 
 #include "crv/accurate/internal/meetings.h"
@@ -13,19 +13,19 @@ namespace crv::internal {
 
 namespace {
 
-// Relative to the largest coordinate: meetings farther apart than this are not one.
+// Relative to the largest coordinate: meetings farther apart than this are different.
 constexpr double kFarApart = 0x1p-14;
 
-// Relative to the largest coordinate: curves this near meet up to rounding.
+// Relative to the largest coordinate: curves this near to each other meet up to rounding.
 constexpr double kExact = 0x1p-48;
 
-// Meetings that come next in order and may be one with another.
+// The number of meetings, next in order, that may be at one point with a meeting.
 constexpr std::size_t kNeighbours = 12;
 
 }  // namespace
 
-/// Whether `other` keeps within the resolution of `way` between two places on the same or on
-/// neighbouring segments.
+/// Whether `other` stays within the resolution of `way` between two places on the same segment or
+/// on neighbouring ones.
 bool MeetingPlaces::keepTogether(Route const& way, Place const& p, Place const& q,
                                  Route const& other, Place const& otherP,
                                  Place const& otherQ) const {
@@ -42,10 +42,10 @@ bool MeetingPlaces::keepTogether(Route const& way, Place const& p, Place const& 
     samples[2] = {q.segment, 0.5 * (q.t + endQ)};
   }
   double const reach = kPlaceSlack * scale_.resolution;
-  // A loop returns to its place, but leaves it in between.
+  // A loop returns to its starting point, but leaves it in between.
   Point const start = way.at(p);
-  double const farthest = max(2.0 * distance(start, way.at(q)),
-                              max(kLongStretch * scale_.magnitude, 4.0 * scale_.resolution));
+  double const farthest =
+      max(2.0 * distance(start, way.at(q)), leastStretch(scale_.magnitude, scale_.resolution));
   for (Place const& sample : samples) {
     Point const point = way.at(sample);
     if (distance(start, point) > farthest) return false;
@@ -73,8 +73,8 @@ bool MeetingPlaces::areOne(ChainMeeting const& m, ChainMeeting const& n) const {
          keepTogether(b_, m.second, n.second, a_, m.first, n.first);
 }
 
-/// Which of two meetings at one place stands for it: the exact one, else that at more joints, else
-/// the nearer one.
+/// Whether m rather than n is kept, if both are at one point: the exact meeting is kept, else the
+/// one at more joints, else the one with the smaller gap.
 bool MeetingPlaces::standsFor(ChainMeeting const& m, ChainMeeting const& n) const {
   double const exact = kExact * scale_.magnitude;
   double const gapM = distance(a_.at(m.first), b_.at(m.second));

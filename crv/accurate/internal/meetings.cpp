@@ -1,4 +1,4 @@
-// From raw approaches to meetings: those that are connected are one, and each is judged once.
+// Combines connected approaches to clusters, and classifies each cluster as a point or a stretch.
 #include "crv/accurate/internal/meetings.h"
 
 #include "crv/accurate/internal/approachCluster.h"
@@ -20,29 +20,34 @@ namespace {
 // Two cubics cross in nine places at most.
 constexpr std::size_t kMostLone = 9;
 
+// A meeting belongs to an end of a stretch if it is within this many resolutions of it, and within
+// kSameBranch of its parameter: farther away the segment has returned to the same point.
+constexpr double kEndReach = 2.0;
+constexpr double kSameBranch = 0.25;
+
 bool isEnd(double t) { return t == 0.0 || t == 1.0; }
 
 bool isBefore(Meeting const& m, Meeting const& n) { return m.t != n.t ? m.t < n.t : m.u < n.u; }
 
-/// Whether a meeting lies in a stretch, its ends included, and does not pass through a place of the
-/// stretch another time.
+/// Whether a meeting belongs to a stretch, ends included. A meeting at which a segment passes
+/// through a point of the stretch a second time does not.
 bool isCovered(SegmentPair const& pair, Meeting const& m, SharedStretch const& s, double magnitude,
                double resolution) {
   auto const isWithin = [&](Cubic const& c, double t, double lo, double hi) {
     if (t >= lo && t <= hi) return true;
-    return distance(pointAt(c, t), pointAt(c, t < lo ? lo : hi)) <= 2.0 * resolution &&
-           std::fabs(t - (t < lo ? lo : hi)) < 0.25;
+    return distance(pointAt(c, t), pointAt(c, t < lo ? lo : hi)) <= kEndReach * resolution &&
+           std::fabs(t - (t < lo ? lo : hi)) < kSameBranch;
   };
   if (!isWithin(pair.a, m.t, s.t0, s.t1)) return false;
   if (!isWithin(pair.b, m.u, min(s.u0, s.u1), max(s.u0, s.u1))) return false;
   double const t = min(s.t1, max(s.t0, m.t)), share = (t - s.t0) / (s.t1 - s.t0);
   FootPair const partner = pair.footOnB(t, s.u0 + (s.u1 - s.u0) * share);
-  return partner.distance > 2.0 * resolution ||
+  return partner.distance > kEndReach * resolution ||
          keepNear(pair, magnitude, resolution, t, partner.u, m.t, m.u);
 }
 
-/// What is left to be done when all clusters are judged: order, and meetings in stretches or at one
-/// place with others are dropped.
+/// Sorts the meetings, and drops those that belong to stretches or are at one point with another
+/// one.
 void tidy(SegmentPair const& pair, double magnitude, double resolution, Meetings& found) {
   auto const covered = [&](Meeting const& m) {
     return std::any_of(found.stretches.begin(), found.stretches.end(), [&](SharedStretch const& s) {
@@ -53,7 +58,7 @@ void tidy(SegmentPair const& pair, double magnitude, double resolution, Meetings
   points.shrink(
       std::size_t(std::remove_if(points.begin(), points.end(), covered) - points.begin()));
   std::sort(points.begin(), points.end(), isBefore);
-  // What is one place in spite of that: an end stands for it.
+  // Of several meetings at one point, one at an end of a segment is kept.
   std::size_t kept = 0;
   for (Meeting const& m : points) {
     Meeting* const last = kept > 0 ? &points[kept - 1] : nullptr;
@@ -70,8 +75,8 @@ void tidy(SegmentPair const& pair, double magnitude, double resolution, Meetings
             });
 }
 
-/// Adds the crossings at clear angles, far from the ends and from each other, which need no further
-/// look; false, and nothing added, if there are others.
+/// If all approaches are crossings at clear angles, far from the ends and from each other, adds
+/// them without further checks and returns true. Otherwise adds nothing and returns false.
 bool addLoneCrossings(ClusterJudge const& judge, SegmentPair const& pair,
                       Approaches const& approaches, double magnitude, Meetings& found) {
   std::size_t const n = approaches.size();
@@ -103,8 +108,7 @@ void judgeAll(SegmentPair const& pair, Approaches& approaches, double magnitude,
   tidy(pair, magnitude, resolution, found);
 }
 
-/// Tells of a stretch that is all that two segments of one carrier share, and of their other
-/// meetings.
+/// Adds the shared stretch of two segments with a common carrier, and their other meetings.
 void addShared(ClusterJudge const& judge, SegmentPair const& pair, double magnitude,
                double resolution, SharedStretch const& shared, Meetings& found) {
   addOtherMeetings(judge, pair, magnitude, resolution, shared, found);

@@ -16,6 +16,17 @@ constexpr int kMostHalvings = 50;
 // Share of the unit scale: branches are followed no farther than this.
 constexpr double kFarthest = 0x1p-6;
 
+// In units of the resolution: the radius of the first circle on which branches are compared, the
+// least radius up to which they are followed, and the distance at which they have separated. The
+// radius of each circle is kGrowth times that of the one before.
+constexpr double kFirstRadius = 16.0;
+constexpr double kLeastFarthest = 64.0;
+constexpr double kApart = 4.0;
+constexpr double kGrowth = 4.0;
+
+// Parameter: Newton's method ends with a step this short.
+constexpr double kLastStep = 0x1p-50;
+
 // Units of the largest coordinate: rounding of differences of places.
 constexpr double kNoise = 0x1p-50;
 
@@ -68,7 +79,7 @@ std::optional<Point> onlyExitOf(Cubic const& c, Point const& centre, double radi
     if (!(next > lo && next < hi)) next = 0.5 * (lo + hi);
     double const step = std::fabs(next - t);
     t = next;
-    if (step <= 0x1p-50) break;
+    if (step <= kLastStep) break;
   }
   return pointAt(c, t);
 }
@@ -146,8 +157,8 @@ double gapOnCircle(Point const& v, Point const& w, double radius) {
 template <class Exit>
 bool branchesCross(Point const& centre, double resolution, Exit const& exit) {
   bool doCross = false;
-  for (double radius = 16.0 * resolution; radius <= max(kFarthest, 64.0 * resolution);
-       radius *= 4.0) {
+  double const farthest = max(kFarthest, kLeastFarthest * resolution);
+  for (double radius = kFirstRadius * resolution; radius <= farthest; radius *= kGrowth) {
     Point branches[4];
     for (int i = 0; i < 4; ++i) {
       auto const place = exit(i, radius);
@@ -161,7 +172,7 @@ bool branchesCross(Point const& centre, double resolution, Exit const& exit) {
     for (int i = 0; i < 2; ++i) {
       for (int k = 2; k < 4; ++k) gap = min(gap, gapOnCircle(branches[i], branches[k], radius));
     }
-    if (gap > 4.0 * resolution) return doCross;
+    if (gap > kApart * resolution) return doCross;
   }
   return doCross;
 }

@@ -25,6 +25,9 @@ constexpr double kSteepCrossing = 0x1p-20;
 // Sine of an angle divided by the resolution: at this angle and above, crossings are single points.
 constexpr double kSteepness = 0x1p20;
 
+// In units of the resolution: parts with a box no larger than this count as points.
+constexpr double kPointSize = 0.25;
+
 // Parameter: the shortest part that is halved.
 constexpr double kShortestPart = 0x1p-51;
 
@@ -51,7 +54,7 @@ struct SearchPiece {
   SearchPiece() = default;
   explicit SearchPiece(Part const& of) : part(of), box(of.c.hull()) {}
   bool isPoint(double resolution) const {
-    return sizeOf(box) <= 0.25 * resolution || std::fabs(part.t1 - part.t0) < kShortestPart;
+    return sizeOf(box) <= kPointSize * resolution || std::fabs(part.t1 - part.t0) < kShortestPart;
   }
 };
 

@@ -31,6 +31,9 @@ constexpr double kTurn = 0.1;
 // the curve bends too sharply at the joint.
 constexpr double kMinHandle = 0.05;
 
+// Relative: a handle that was set to the shortest length may be shorter by rounding, up to this.
+constexpr double kHandleRounding = 1e-6;
+
 // Parameter: the longest step of a foot.
 constexpr double kMaxFootStep = 0.2;
 
@@ -179,7 +182,7 @@ bool SegmentFit::solve() {
 }
 
 bool SegmentFit::areHandlesSound() const {
-  double const shortest = kMinHandle * pathLength_ * (1.0 - 1e-6);
+  double const shortest = kMinHandle * pathLength_ * (1.0 - kHandleRounding);
   double const longest = min(longestHandle_, pathLength_);
   double const first = dot(p1_, p1_);
   double const second = dot(p3_ - p2_, p3_ - p2_);

@@ -28,6 +28,12 @@ constexpr double kVertical = 4.3;
 // Halvings after which the end of a shared stretch of two graphs is known to rounding.
 constexpr int kMostHalvings = 52;
 
+// Bisections that exhaust the bracket of a crossing.
+constexpr int kMostBisections = 60;
+
+// In units of the resolution: intervals of the axis no longer than this are not halved.
+constexpr double kShortInterval = 0.5;
+
 // In chord lengths: if the lines of two chords meet farther than this beyond the ends, Newton's
 // method is not tried.
 constexpr double kFarOutside = 0.25;
@@ -200,7 +206,7 @@ void Search::searchNode(Part const& a, Part const& b) {
   bool const areBounded = slopesA.areBounded && slopesB.areBounded;
   bool const isMonotone =
       areBounded && (slopesA.range.hi < slopesB.range.lo || slopesB.range.hi < slopesA.range.lo);
-  bool const isShort = length <= 0.5 * resolution_;
+  bool const isShort = length <= kShortInterval * resolution_;
   double const slow = min(kSlow, kSlowness * resolution_);
   bool const isSlow = isMonotone && std::fabs(after - before) <= slow * length;
   if (isSlow && addNearPart(a, b)) return;
@@ -279,7 +285,7 @@ void Search::addRoot(Part const& a, Part const& b) {
   double t = a.parameter(share), u = b.parameter(share);
   if (findsCrossing(a, b, t, u)) return addPlace(t, u, true);
   double lo = a.c.p[0].x, hi = a.c.p[3].x, x = lo + (hi - lo) * share;
-  for (int i = 0; i < 60; ++i) {
+  for (int i = 0; i < kMostBisections; ++i) {
     double const s = whereXIs(a.c, x), w = whereXIs(b.c, x);
     t = a.parameter(s);
     u = b.parameter(w);

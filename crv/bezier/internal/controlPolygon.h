@@ -37,6 +37,10 @@ int isFlatPolygon(Point const* w, int degree) {
   constexpr double kLevel = 1e-12;
   // Parameter: half the width of the interval in which the crossing may lie.
   constexpr double kFlat = 0x1p-65;
+  // Parameter: an interval of this width is certainly too wide.
+  constexpr double kWide = 0x1p-62;
+  // Relative to an end of the interval: far more than its rounding error.
+  constexpr double kEndRounding = 0x1p-48;
 
   Point const& first = w[0];
   Point const& last = w[degree];
@@ -49,10 +53,10 @@ int isFlatPolygon(Point const* w, int degree) {
   double const c = first.xval() * last.yval() - first.yval() * last.xval();
   if (std::fabs(a) < kLevel) return 1;
   double const squaredLength = b * b + a * a + kNoSquaredLength;
-  // Where a squared distance from the chord, times the squared length, exceeds this limit, the
-  // interval is wider than 2^-63 and than the rounding of its ends. Most polygons are rejected
-  // here, without a division.
-  double const limit = (std::fabs(c) * 0x1p-48 + std::fabs(a) * 0x1p-62) * squaredLength;
+  // If a squared distance from the chord, times the squared length, exceeds this limit, the
+  // interval is wider than twice kFlat and than the rounding errors of its ends. Most polygons are
+  // rejected here, without a division.
+  double const limit = (std::fabs(c) * kEndRounding + std::fabs(a) * kWide) * squaredLength;
   double farthest = 0.0;
   for (int i = 1; i < degree; ++i) {
     double const e = std::fabs((w[i].yval() * b + w[i].xval() * a) + c);
