@@ -55,6 +55,10 @@ class Reading(unittest.TestCase):
         )
         self.assertEqual([(r["segments"], r["closed"]) for r in found], [(1, 0), (1, 0), (2, 1), (1, 0)])
 
+    def test_a_path_may_be_an_argument(self):
+        path = "M0 0C1 2 3 4 5 6" + "L7 8L9 9" * 100 + "Z"
+        self.assertEqual(crv("info", path), crv("info", given=path))
+
     def test_every_bit_survives_a_pipe(self):
         fitted = crv("fit", WAVES)
         for format in "path", "points", "svg":
@@ -73,6 +77,8 @@ class Reading(unittest.TestCase):
         refused('<svg><path d="M0 0L1 1" transform="turn(3)"/></svg>', 'the transform "turn(3)"')
         refused('<svg><circle r="50%"/></svg>', 'r="50%" of <circle>')
         refused("", "missing.txt: cannot be read", "fit", "missing.txt")
+        refused("", "the path given: expected a number", "info", "M 0 0 L")
+        refused("\33[2J", 'found "?[2J"')
         refused("", "cannot be read", "fit", ROOT)
         for call in (
             ["fit", "--error", "0"],

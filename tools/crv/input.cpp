@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstddef>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <sstream>
@@ -18,6 +19,16 @@ namespace {
 constexpr double kLargestCoordinate = 1e100;
 
 constexpr std::size_t kLongestQuote = 40;
+
+/// Whether an argument is the text of a path itself, such as "M0 0L9 9", and no file.
+bool isPath(std::string const& argument) {
+  std::error_code fault;  // a long path is no name of a file
+  std::size_t const number = argument.find_first_not_of(" \t", 1);
+  return (argument[0] == 'M' || argument[0] == 'm') && number != std::string::npos &&
+         std::string_view("+-.0123456789").find(argument[number]) != std::string_view::npos &&
+         argument.find_first_of(" \t,") != std::string::npos &&
+         !std::filesystem::exists(argument, fault);
+}
 
 std::string contentOf(std::string const& file) {
   std::ostringstream content;
@@ -46,8 +57,13 @@ char const* wordsOf(crv::PathFaultReason reason) {
   return "";
 }
 
-std::string quoted(std::string_view text) {
-  return '"' + std::string(text.substr(0, kLongestQuote)) + '"';
+/// The beginning of a text, without what a terminal would obey.
+std::string quoteOf(std::string_view text) {
+  std::string part(text.substr(0, kLongestQuote));
+  for (char& each : part) {
+    if (static_cast<unsigned char>(each) < ' ' || each == '\x7F') each = '?';
+  }
+  return '"' + part + '"';
 }
 
 /// The samples of a stroke joined by lines; a single sample is one segment that is a point.
@@ -136,7 +152,7 @@ Drawing readNumbers(std::string_view text, std::string const& name) {
     } else if (!n.empty() || !rest.empty()) {
       throw Refusal(name + ":" + std::to_string(number) +
                     ": expected x and y, or the eight coordinates of a segment, but found " +
-                    quoted(line));
+                    quoteOf(line));
     } else if (isEmpty) {
       shapes.finish();
     }
@@ -149,14 +165,15 @@ std::vector<Curve> readPath(std::string_view text, std::string const& name) {
   if (path.fault) {
     throw Refusal(name + ": " + wordsOf(path.fault->reason) + " at character " +
                   std::to_string(path.fault->place) + " of the path, before " +
-                  quoted(text.substr(path.fault->place)));
+                  quoteOf(text.substr(path.fault->place)));
   }
   return std::move(path.curves);
 }
 
 Drawing readDrawing(std::string const& file) {
-  std::string const content = contentOf(file);
-  std::string const name = file == "-" ? "standard input" : file;
+  bool const isGiven = isPath(file);
+  std::string const content = isGiven ? file : contentOf(file);
+  std::string const name = file == "-" ? "standard input" : isGiven ? "the path given" : file;
   std::string_view text = content;
   if (text.substr(0, 3) == "\xEF\xBB\xBF") text.remove_prefix(3);
   std::size_t const start = text.find_first_not_of(" \t\r\n");
@@ -193,7 +210,7 @@ Points readPoints(std::string const& file) {
 Point readPoint(std::string const& text) {
   std::string_view rest = text;
   std::vector<double> const n = takeNumbers(rest);
-  if (n.size() != 2 || !rest.empty()) throw Refusal("expected x,y but found " + quoted(text));
+  if (n.size() != 2 || !rest.empty()) throw Refusal("expected x,y but found " + quoteOf(text));
   return {n[0], n[1]};
 }
 

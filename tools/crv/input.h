@@ -9,7 +9,8 @@
 
 namespace tool {
 
-/// Reads a file, or the standard input for "-". What it holds is told by its first character: a
+/// Reads a file, the text of a path in the argument itself, or the standard input for "-". What a
+/// file holds is told by its first character: a
 /// tag begins an SVG file, M or m the text of a path, anything else is lines of numbers. Throws a
 /// Refusal for a file that cannot be read or holds no shape.
 Drawing readDrawing(std::string const& file);

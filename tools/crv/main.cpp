@@ -25,7 +25,9 @@ int refuse(std::string message) {
 CLI::App* addCommand(CLI::App& app, std::string const& name, std::string const& description,
                      std::string const& example, Files& files) {
   CLI::App* const command = app.add_subcommand(name, description);
-  command->add_option("FILE", files.in, "what to read; - or nothing is the standard input");
+  command->add_option("FILE", files.in,
+                      "what to read: files, or the text of a path; - or nothing is "
+                      "the standard input");
   command->add_option("-o,--out", files.out.file, "the file to write; - is the standard output");
   command
       ->add_option("--to", files.out.format,
@@ -58,7 +60,8 @@ int main(int argc, char** argv) {
   app.set_version_flag("--version", std::string("crv " CRV_VERSION));
   app.require_subcommand(1);
   app.footer(
-      "Input is lines of numbers, the text of SVG paths, or SVG files. Each command has its own "
+      "Input is lines of numbers, the text of SVG paths, also as an argument, or SVG files. Each "
+      "command has its own "
       "--help.");
   tool::addFit(app);
   tool::addFlatten(app);
