@@ -27,10 +27,12 @@ using internal::RawOutline;
 using internal::RawSegment;
 using internal::RawSides;
 
-// In units of u (S + |d|): errors below this are rounding.
+// In units of u (S + |d|): smaller tolerances are raised to this, because rounding errors are as
+// large.
 constexpr double kLeastTolerance = 64.0;
 
-/// The curve in a frame where S + |d| is of the order of 1 and the parallel lies on the left.
+/// The curve, scaled so that S + |d| is of the order of 1, and mirrored if necessary so that the
+/// parallel lies on the left.
 struct Frame {
   Frame(Chain const& source, double signedDistance, OffsetOptions const& given)
       : options(given), isMirrored(signedDistance < 0.0) {
@@ -62,14 +64,14 @@ struct Frame {
   bool isMirrored;
 };
 
-/// Whether there is anything to be done.
+/// Whether curve, distance and options are usable.
 bool isUsable(Chain const& curve, double distance, OffsetOptions const& options) {
   bool const isDistanceUsable = std::fabs(distance) <= internal::kLargestMagnitude;
   return curve.size() > 0 && internal::isUsable(curve.magnitude()) && isDistanceUsable &&
          options.tolerance > 0.0;
 }
 
-/// A parallel in the making.
+/// Collects the parallels of a curve.
 class ParallelMaker {
  public:
   ParallelMaker(Frame const& frame, RawOutline const& outline)
@@ -90,7 +92,7 @@ class ParallelMaker {
   std::vector<std::pair<Place, Piece>> found_;
 };
 
-/// Adds the stretches of a closed path that are on the wanted side.
+/// Adds the stretches of a closed path that lie on the wanted side.
 void ParallelMaker::add(Parts parts) {
   auto const isWanted = [this](PathPart const& part) { return raw(part).isWanted; };
   auto const firstOther = std::find_if_not(parts.begin(), parts.end(), isWanted);
@@ -130,7 +132,8 @@ Offset ParallelMaker::result() {
                    [](auto const& a, auto const& b) { return isBefore(a.first, b.first); });
   Offset offset;
   for (auto& [place, piece] : found_) offset.parallels.push_back(std::move(piece));
-  // A parallel ends where another one crosses it, whose error tells how near the curve is there.
+  // All segments count, because a parallel may end at a crossing with a trimmed one, whose error
+  // then bounds the error of the distance there.
   double worst = kLeastTolerance * internal::kRounding;
   for (RawSegment const& segment : outline_.segments()) {
     if (segment.hasDistance) worst = std::max(worst, segment.error);
@@ -139,7 +142,7 @@ Offset ParallelMaker::result() {
   return offset;
 }
 
-/// The sign is that of the area of a closed curve.
+/// Twice the signed area of a closed curve, without compensation for rounding.
 double twiceArea(Chain const& curve) {
   internal::Point const origin = curve.segments[0].start();
   double sum = 0.0;
@@ -180,7 +183,7 @@ std::vector<Curve> strokeOutline(Curve const& curve, double width, Cap cap,
   RawOutline const outline(frame.curve, frame.distance, frame.options, RawSides::both, cap);
   for (Path const& path : internal::trimmed(outline, 0, frame.curve, internal::boxesOf(frame.curve),
                                             frame.distance, frame.options.tolerance)) {
-    // The path has the stroke on its right.
+    // The path has the stroke on its right, so it is reversed.
     Curve turned;
     for (PathPart const& part : path.parts) {
       Segment const s = frame.toCaller(part.c);

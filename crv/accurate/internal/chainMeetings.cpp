@@ -151,8 +151,8 @@ bool Assembly::comesAround(Link const& head, Link const& link) const {
          passes(b_, head.otherFrom, link.otherFrom, link.otherTo, link.isSameSense() ? 1.0 : -1.0);
 }
 
-/// The stretches as long as can be, none of them longer than a lap of either curve. Those too short
-/// to be stretches become points.
+/// Chains links to the longest possible stretches, none of which is longer than a lap of either
+/// curve. Chains too short to be a stretch become points.
 ChainMeetings Assembly::chainedLinks() {
   std::size_t const n = links_.size();
   std::vector<std::size_t> next(n);

@@ -10,27 +10,28 @@ namespace crv::internal {
 
 namespace {
 
-// Rounds of measuring and solving; few fits that succeed need more.
+// Rounds of measuring and solving; more rounds hardly ever make a fit succeed.
 constexpr int kMaxRounds = 5;
 
-// In tolerances, by round: where the handles that the round finds leave a worse error, to first
-// order, a fit hardly ever succeeds.
+// In tolerances, by round: if the handles found in a round leave a larger error, to first order,
+// the fit hardly ever succeeds.
 constexpr double kHopeless[kMaxRounds - 1] = {8.0, 3.0, 1.5, 1.0};
 
-// The shortest handle as a part of the chord.
+// The shortest handle, as a share of the chord.
 constexpr double kMinHandle = 1e-3;
 
-// The longest handles together, as a multiple of the chord.
+// The largest sum of both handles, as a multiple of the chord.
 constexpr double kMaxHandles = 4.0;
 
-// The share of a stretch by which first velocities are taken inside of its ends, because they need
-// not be defined there.
+// The share of a stretch by which the points where the first handles are computed lie inside its
+// ends, because the curvature need not be defined at the ends.
 constexpr double kInside = 0x1p-10;
 
-// Parameter: an error is not yet trusted while a foot moves farther than this.
+// Parameter: errors are not reliable while a foot moves farther than this.
 constexpr double kSettled = 0.02;
 
-// Relative to the sum of the equations' diagonal: keeps handles that hardly matter where they are.
+// Relative to the sum of the diagonal of the equations: keeps handles with little influence from
+// moving.
 constexpr double kRidge = 1e-3;
 
 }  // namespace
@@ -69,8 +70,8 @@ void ParallelFit::place(ParallelStretch const& stretch) {
              stretch.end - stretch.endTangent * handles_[1], stretch.end}};
 }
 
-/// Moves the foot of a sample by a Newton step, which it returns, and finds the error that is left
-/// there, to first order.
+/// Moves the foot of a sample by a Newton step and estimates the remaining error to first order.
+/// Returns the step.
 double ParallelFit::improveFoot(Motion const& motion, Sample& sample) const {
   Point const gap = (sample.place - cubic_.start()) - motion.place(sample.s);
   Point const velocity = motion.velocity(sample.s);
@@ -83,7 +84,7 @@ double ParallelFit::improveFoot(Motion const& motion, Sample& sample) const {
   return moved;
 }
 
-/// Improves all feet; returns the worst error at a sample.
+/// Improves all feet, and returns the worst error at a sample.
 double ParallelFit::measure() {
   double worst = 0.0;
   farthestStep_ = 0.0;
@@ -95,7 +96,8 @@ double ParallelFit::measure() {
   return worst;
 }
 
-/// Whether the cubic is surely within the tolerance of the parallel, which error_ bounds then.
+/// Whether the cubic is certainly within the tolerance of the parallel. If so, error_ bounds the
+/// distance.
 bool ParallelFit::keepsTolerance(ParallelStretch const& stretch) {
   Motion const motion = motionOf(cubic_);
   ParallelError const error(motion_, motion, cubic_.start() - source_.start(), distance_,

@@ -6,8 +6,8 @@
 
 namespace crv::internal {
 
-/// A stretch of the parallel of a segment: the parameters of the segment between which it lies, and
-/// its ends with their directions of travel, which are unit vectors.
+/// A stretch of the parallel of a segment: the parameters of the segment at its ends, and its ends
+/// with their directions of travel, which are unit vectors.
 struct ParallelStretch {
   double t0, t1;
   Point start, startTangent;
@@ -17,21 +17,21 @@ struct ParallelStretch {
 /// Fits cubics to stretches of the parallel of one segment.
 /// Method: the directions at the ends are those of the segment (W. Tiller and E. G. Hanson,
 /// "Offsets of two-dimensional profiles", IEEE Computer Graphics and Applications 4 (1984)); the
-/// lengths of the two handles come from least squares of the distances along the normals, at feet
-/// that are improved from one round to the next. Raph Levien, "Parallel curves of cubic Beziers"
-/// (2022), finds them from area and moment instead.
+/// lengths of the two handles minimise the squares of the distances along the normals, at feet that
+/// are improved in each round. (Raph Levien, "Parallel curves of cubic Beziers" (2022), computes
+/// them from area and moment instead.)
 class ParallelFit {
  public:
   /// The distance is positive to the left. Coordinates are of the order of 1.
   ParallelFit(Cubic const& source, double distance, double tolerance)
       : source_(source), motion_(motionOf(source)), distance_(distance), tolerance_(tolerance) {}
 
-  /// Whether a cubic stays within the tolerance of the distance. If so, it is cubic(), and error()
-  /// bounds the difference.
+  /// Fits one cubic. Returns whether its distance is within the tolerance; if so, it is cubic(),
+  /// and error() bounds the error of the distance.
   bool fit(ParallelStretch const& stretch);
 
-  /// The straight line across a stretch as cubic(), with an error() that may be above the
-  /// tolerance.
+  /// Makes cubic() the straight line between the ends of a stretch, with an error() that may exceed
+  /// the tolerance.
   void connect(ParallelStretch const& stretch);
 
   Cubic const& cubic() const { return cubic_; }
@@ -44,8 +44,8 @@ class ParallelFit {
     Point place;  // on the parallel
     Point tangent;
     double t;      // of the source
-    double s;      // where the cubic crosses the normal there
-    double error;  // how far beyond the parallel it does
+    double s;      // of the cubic, where it crosses the normal at t
+    double error;  // the distance of that crossing beyond the parallel
   };
 
   void prepare(ParallelStretch const& stretch);

@@ -11,14 +11,14 @@ namespace crv::internal {
 
 namespace {
 
-// Curve units, the coordinates being of the order of 1: a place this near beyond the end of a part
-// is its end. Near a cusp of the parallel rounding moves places along it.
+// Curve units, for coordinates of the order of 1: a point this little beyond the end of a part
+// counts as its end, because near a cusp of the parallel rounding moves points along it.
 constexpr double kAtEnd = 0x1p-32;
 
-// Halvings that empty an interval of parameters.
+// Halvings that exhaust an interval of parameters.
 constexpr int kMostHalvings = 54;
 
-/// The place in [lo, hi] where a function that falls through 0 does so.
+/// The zero of a decreasing function in [lo, hi], by bisection.
 template <class Function>
 double whereItFalls(double lo, double hi, Function const& function) {
   for (int i = 0; i < kMostHalvings; ++i) {
@@ -32,7 +32,7 @@ Point directionAt(Cubic const& c, double t) {
   if (t == 0.0) return startDirection(c);
   if (t == 1.0) return endDirection(c);
   Point const velocity = derivativeAt(c, t);
-  // Where both derivatives vanish, the third one tells where the segment goes.
+  // At a cusp the direction of travel follows from the third derivative.
   return largestPart(velocity) > 0.0 ? velocity : c.p[3] - c.p[0] - (c.p[2] - c.p[1]) * 3.0;
 }
 
@@ -44,7 +44,7 @@ class ParallelMap : public GxBezierCurvePositionMapBase {
     index_.reserve(segments_.size());
     for (std::size_t k = 0; k < segments_.size(); ++k) {
       ParallelOrigin const& origin = segments_[k];
-      // A join stands at every segment that begins between its sides.
+      // A join is entered for every segment that begins between its sides.
       std::size_t const last = origin.to.segment;
       std::size_t segment = origin.from.segment;
       index_.push_back({segment, k});
@@ -61,7 +61,7 @@ class ParallelMap : public GxBezierCurvePositionMapBase {
     if (!place) return -1;
     if (place->t == 1.0 && source_->closed) place = Place{0, 0.0};
     if (mapPlace(out, *place)) return 0;
-    // A joint is the end of the segment before it, too.
+    // A joint is also the end of the segment before it.
     if (place->t > 0.0 || (place->segment == 0 && !source_->closed)) return -1;
     std::size_t const before = place->segment == 0 ? source_->size() : place->segment;
     return mapPlace(out, {before - 1, 1.0}) ? 0 : -1;
@@ -94,7 +94,7 @@ class ParallelMap : public GxBezierCurvePositionMapBase {
     return false;
   }
 
-  /// 0 if a place belongs to the joint of a join.
+  /// The parameter 0 if a place belongs to the joint of a join, else nothing.
   static std::optional<double> onJoin(ParallelOrigin const& origin, Place const& place) {
     bool const isIn = place.segment == origin.from.segment && place.t >= origin.from.t;
     bool const isOut = place.segment == origin.to.segment && place.t <= origin.to.t;
@@ -105,8 +105,8 @@ class ParallelMap : public GxBezierCurvePositionMapBase {
     return isThere ? std::optional<double>(0.0) : std::nullopt;
   }
 
-  /// The parameter of a segment of the parallel where the normal at a place of the source crosses
-  /// it.
+  /// The parameter at which the normal at a place of the source crosses a segment of the parallel;
+  /// nothing if that part of the segment was trimmed away.
   std::optional<double> across(ParallelOrigin const& origin, Place const& place) const {
     if (place.t < origin.from.t || place.t > origin.to.t) return std::nullopt;
     Cubic const& source = source_->segments[place.segment];
@@ -125,7 +125,7 @@ class ParallelMap : public GxBezierCurvePositionMapBase {
     return held == origin.s1 ? 1.0 : (held - origin.s0) / (origin.s1 - origin.s0);
   }
 
-  /// The parameter of the source whose normal leads to a place of a parallel.
+  /// The parameter of the source whose normal passes through the point at s of the parallel.
   double footAt(ParallelOrigin const& origin, double s) const {
     Cubic const& source = source_->segments[origin.from.segment];
     if (s == 0.0) return origin.from.t;

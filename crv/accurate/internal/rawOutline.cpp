@@ -14,32 +14,33 @@ namespace crv::internal {
 
 namespace {
 
-// Curve units: the order of the coordinates.
+// Curve units: the magnitude of the coordinates.
 constexpr double kMagnitude = 1.0;
 
-// The share of the tolerance by which a joint without a join may be off.
+// The share of the tolerance that the error at a joint without a join may use.
 constexpr double kSmoothShare = 1.0 / 16.0;
 
-// The part of a segment by which its parallel may be prolonged or shortened to meet the next one.
+// The share of a segment's chord by which its parallel may be extended or shortened to meet the
+// next one.
 constexpr double kSmoothReach = 1.0 / 32.0;
 
-// The least speed of a parallel, as a share of the source's, where it is prolonged or shortened.
+// The least speed of a parallel, relative to that of the source, where it may be extended or
+// shortened.
 constexpr double kLeastSpeed = 0.25;
 
-// Curve units: parallels this near to each other always meet.
+// Curve units: ends of parallels this near to each other are always joined without a segment.
 constexpr double kSamePoint = 0x1p-46;
 
 bool areSame(Point const& p, Point const& q) { return p.x == q.x && p.y == q.y; }
 
-/// The curvature at an end of a cubic as it is, so that it is infinite or NaN where a handle has no
-/// length.
+/// The curvature at an end of a cubic; infinite or NaN if the handle there has no length.
 double curvature(Cubic const& c, double t) {
   Point const velocity = derivativeAt(c, t);
   double const squaredSpeed = dot(velocity, velocity);
   return cross(velocity, secondDerivativeAt(c, t)) / (squaredSpeed * std::sqrt(squaredSpeed));
 }
 
-/// Whether the parallel may be prolonged or shortened at an end of a part along its tangent.
+/// Whether the parallel may be extended or shortened along its tangent at an end of a part.
 bool isGentleAt(SmoothPart const& part, double t, double distance, double gap, double tolerance) {
   if (gap > kSmoothReach * crv::internal::distance(part.c.start(), part.c.end())) return false;
   double const bend = curvature(part.c, t);
@@ -58,7 +59,8 @@ std::vector<SmoothPart> reversed(std::vector<SmoothPart> const& parts) {
 
 }  // namespace
 
-/// How the parallels of two parts meet: their ends, which are equal where they need no join.
+/// The transition between the parallels of two parts. from and to are their ends, which are equal
+/// if they need no join.
 struct RawOutline::Turn {
   Corner corner;
   Point from, to;
@@ -103,7 +105,7 @@ RawOutline::RawOutline(Chain const& curve, double distance, OffsetOptions const&
 
 bool RawOutline::isWhole(Chain const& curve) { return gapsOf(curve, kMagnitude).empty(); }
 
-/// Adds what segments without a gap between them have, which may lead over the seam.
+/// Adds the outline of segments without gaps between them, which may continue across the seam.
 void RawOutline::addRun(Chain const& curve, std::size_t first, std::size_t count, bool isClosed) {
   Parts parts;
   parts.reserve(count);
@@ -136,7 +138,7 @@ void RawOutline::addRun(Chain const& curve, std::size_t first, std::size_t count
   closeFrom(begin);
 }
 
-/// Adds the parallel to the left of parts that follow each other.
+/// Adds the parallel to the left of consecutive parts.
 void RawOutline::addSide(Parts const& parts, bool isClosed, bool isWanted) {
   std::size_t const n = parts.size();
   Turn const around = turnBetween(parts.back(), parts.front());
@@ -196,7 +198,7 @@ void RawOutline::addJoin(std::optional<double> error, bool isWanted, Place const
   }
 }
 
-/// Draws a line to a point, unless the pen is there. The places are those of a joint.
+/// Adds a line to a point, unless the outline ends there already. The places are those of a joint.
 void RawOutline::goTo(Point const& p, bool isWanted, Place const& from, Place const& to) {
   if (areSame(pen_, p)) return;
   add({straight(pen_, p), RawKind::link, isWanted, false, from, to, 0, 0.0});
@@ -208,7 +210,7 @@ void RawOutline::add(RawSegment const& segment) {
   pen_ = segment.c.end();
 }
 
-/// Closes the chain that begins with a segment.
+/// Closes the chain that begins with the given segment.
 void RawOutline::closeFrom(std::size_t first) {
   if (first == segments_.size()) return;
   goTo(segments_[first].c.start(), false, {}, {});

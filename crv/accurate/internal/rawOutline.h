@@ -12,37 +12,38 @@
 
 namespace crv::internal {
 
-/// What a segment of a raw outline is.
+/// The kind of a segment of a raw outline.
 enum class RawKind {
   parallel,
   join,  // or a cap
-  link,  // a line across what the distance reaches
+  link,  // a line between ends that are nearer to the curve than the distance
 };
 
 /// A segment of a raw outline.
 struct RawSegment {
   Cubic c;
   RawKind kind;
-  bool isWanted;     // on the left of the curve itself
-  bool hasDistance;  // not of a miter, a bevel, a flat cap or a link
-  Place from, to;    // the stretch of the curve that it grew from, or its joint from both sides
+  bool isWanted;     // it lies on the left of the curve
+  bool hasDistance;  // false for miters, bevels, flat caps and links
+  Place from, to;    // its stretch of the curve, or both sides of its joint
   std::size_t next;  // the number of the segment that follows
-  double error;      // how far the distance is off at most
+  double error;      // bounds the error of the distance
 };
 
-/// Which sides of a curve a raw outline has.
+/// The sides of a curve that a raw outline contains.
 enum class RawSides {
-  left,           // that of a closed curve
+  left,           // only the left side, of a closed curve
   leftAmongBoth,  // both, with round joins on the right
   both,
 };
 
-/// Closed chains that have the places farther from a curve than a distance on their left, and what
-/// is nearer on their right. They meet and overlap, and have stretches that are too near.
+/// Closed chains with the points farther from a curve than a distance on their left, and those
+/// nearer on their right. They may cross and overlap, and contain stretches that are too near to
+/// the curve.
 class RawOutline {
  public:
-  /// Of a chain whose coordinates are of the order of 1, as are the distance, which is above 0, and
-  /// the tolerance of the options. Open ends have caps.
+  /// Makes the outline of a curve. Its coordinates are of the order of 1; distance, which is above
+  /// 0, and the tolerance of the options are in the same units. Open ends get caps.
   RawOutline(Chain const& curve, double distance, OffsetOptions const& options, RawSides sides,
              Cap cap);
 

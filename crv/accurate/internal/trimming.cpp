@@ -17,23 +17,23 @@ namespace crv::internal {
 
 namespace {
 
-// Parts of a path that are asked for their distance, the largest ones first.
+// The number of parts of a path, the largest ones, whose distance from the curve is checked.
 constexpr std::size_t kWitnesses = 4;
 
-// How much nearer than the distance a place of a boundary may be, in tolerances.
+// In tolerances: a point of a boundary may be nearer than the distance by this much.
 constexpr double kSlack = 2.0;
 
 // In units of the resolution: a meeting this near to a joint is the joint.
 constexpr double kJointReach = 4.0;
 
-/// Whether a segment advances along its chord all along: then it does not meet itself.
+/// Whether a segment advances along its chord everywhere, so that it cannot meet itself.
 bool advances(Cubic const& c) {
   Point const chord = c.end() - c.start();
   return dot(chord, chord) > 0.0 && Edges(c).leastAlong(chord) >= 0.0;
 }
 
-/// Whether two segments of which the second follows the first advance in one direction all along:
-/// then they meet at their joint only.
+/// Whether two consecutive segments advance in one direction everywhere, so that they meet only at
+/// their joint.
 bool advance(Cubic const& a, Cubic const& b) {
   Point const chordA = a.end() - a.start(), chordB = b.end() - b.start();
   double const lengthA = std::sqrt(dot(chordA, chordA)), lengthB = std::sqrt(dot(chordB, chordB));
@@ -42,7 +42,7 @@ bool advance(Cubic const& a, Cubic const& b) {
          Edges(a).leastAlong(direction) >= 0.0 && Edges(b).leastAlong(direction) >= 0.0;
 }
 
-/// Whether two segments meet nowhere, or where the second follows the first, at their joint only.
+/// Whether two segments do not meet, or, if the second follows the first, meet only at their joint.
 bool meetAtMostAtJoint(Cubic const& a, Cubic const& b, bool follows, UnitScale const& scale) {
   if (follows && advance(a, b)) return true;
   Cubic const c = scale.scaled(a), d = scale.scaled(b);
@@ -58,8 +58,9 @@ bool meetAtMostAtJoint(Cubic const& a, Cubic const& b, bool follows, UnitScale c
   return found.stretches.empty();
 }
 
-/// Whether a foot inside a segment of the curve is nearer to a point than a distance. Ends and
-/// joints count only if asked for: flat caps and bevels are nearer to them.
+/// Whether an inner point of a segment of the curve is nearer to a point than a distance. Ends and
+/// joints count only if withEnds is true, because flat caps and bevels are nearer to them than the
+/// distance.
 bool isNear(Chain const& curve, BoxTree const& boxes, Point const& p, double least, bool withEnds) {
   double const limit = least * least;
   bool isFound = false;
@@ -73,8 +74,7 @@ bool isNear(Chain const& curve, BoxTree const& boxes, Point const& p, double lea
   return isFound;
 }
 
-/// 1 where the edge has outside on its left and something else on its right, -1 the other way
-/// round, else 0.
+/// 1 if the outside lies on the left of the edge only, -1 if it lies on the right only, else 0.
 signed char sideOf(Edge const& edge, int outside) {
   if (edge.first == kNone || edge.left[0] == edge.right[0]) return 0;
   if (edge.left[0] == outside && edge.right[0] < outside) return 1;
@@ -82,8 +82,8 @@ signed char sideOf(Edge const& edge, int outside) {
   return 0;
 }
 
-/// Whether the largest parts of a path keep the distance, and all parts of links, of which only the
-/// ends can.
+/// Whether the largest parts of a path keep the distance from the curve, and no part of a link is
+/// nearer; only the ends of a link can be at the distance.
 bool keepsDistance(Path const& path, RawOutline const& outline, Chain const& curve,
                    BoxTree const& boxes, double distance, double tolerance) {
   double const least = distance - kSlack * tolerance;

@@ -1,4 +1,4 @@
-// Raw outlines without what is nearer to the curve than their distance.
+// Removes the parts of raw outlines that are nearer to the curve than the distance.
 #pragma once
 
 #include "crv/accurate/internal/arrangement.h"
@@ -17,12 +17,12 @@ BoxTree boxesOf(Chain const& curve);
 /// order of 1.
 bool isSimple(Chain const& curve, BoxTree const& boxes);
 
-/// The boundary of the places that are farther from a curve than a distance, with these on its
-/// left: closed paths whose parts are stretches of the raw outline's segments.
+/// The boundary of all points farther from a curve than a distance, with these points on its left,
+/// as closed paths whose parts are stretches of the raw outline's segments.
 ///
-/// Places that far away have a winding number that the curve alone decides: outside, which is what
-/// the outline winds around them. Stretches between such places and others remain; so do loops
-/// inside the curve's reach by chance, which are recognised by their distance from the curve.
+/// outside is the winding number of the raw outline around these points. Only edges between faces
+/// with this winding number and others are kept. Loops near the curve may have it by chance; they
+/// are recognised by their distance from the curve and dropped.
 std::vector<Path> trimmed(RawOutline const& outline, int outside, Chain const& curve,
                           BoxTree const& boxes, double distance, double tolerance);
 
