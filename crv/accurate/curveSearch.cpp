@@ -188,21 +188,30 @@ class MinimaAlong {
     long const behind = existing(j);
     Minima const* arrival = before >= 0 ? minimaOf(before) : nullptr;
     Minima const* departure = behind >= 0 ? minimaOf(behind) : nullptr;
-    bool const isWhole =
-        before >= 0 && behind >= 0 && isNear(footAt(before, 1.0), footAt(behind, 0.0));
     bool const arrives = arrival != nullptr && slope(before, -1) <= 0;
     bool const departs = departure != nullptr && slope(behind, 1) >= 0;
     // A segment that is one point is reported with the joint at its start. If all segments are one
     // point, the seam is reported.
     bool const isPoint = arrival != nullptr && arrival->slopeAtEnd == 0;
-    if (isWhole) {
-      bool const isFirst = !isPoint || (behind == 0 && slope(0, 1) == 0);
-      if (isFirst && arrives && departs) reportUpTo(behind, footAt(behind, 0.0), report);
+    if (!areJoined(before, behind)) {
+      reportGap(before, arrives && !isPoint, behind, departs, report);
       return;
     }
-    double const atEnd = arrives && !isPoint ? footAt(before, 1.0).squaredDistance : kInfinity;
-    double const atStart = departs ? footAt(behind, 0.0).squaredDistance : kInfinity;
-    if (departs && atStart <= atEnd) reportUpTo(behind, footAt(behind, 0.0), report);
+    bool const isFirst = !isPoint || (behind == 0 && slope(0, 1) == 0);
+    if (isFirst && arrives && departs) reportUpTo(behind, footAt(behind, 0.0), report);
+  }
+
+  bool areJoined(long before, long behind) const {
+    return before >= 0 && behind >= 0 && isNear(footAt(before, 1.0), footAt(behind, 0.0));
+  }
+
+  /// Reports the nearer one of the two ends at a gap, if it is a minimum.
+  template <class Report>
+  void reportGap(long before, bool isMinimumBefore, long behind, bool isMinimumBehind,
+                 Report const& report) const {
+    double const atEnd = isMinimumBefore ? footAt(before, 1.0).squaredDistance : kInfinity;
+    double const atStart = isMinimumBehind ? footAt(behind, 0.0).squaredDistance : kInfinity;
+    if (isMinimumBehind && atStart <= atEnd) reportUpTo(behind, footAt(behind, 0.0), report);
     if (atEnd < atStart) reportUpTo(before, footAt(before, 1.0), report);
   }
 

@@ -3,20 +3,19 @@
 // bisection as fallback (Press et al., Numerical Recipes, "rtsafe"). Where a stationary point
 // nearly touches zero, values are computed by the compensated Horner scheme (Graillat, Langlois,
 // Louvet 2005), as accurate as doubled precision, so that a close pair of roots is told from a
-// double root and from none. Coefficients of very different magnitudes are scaled for the roots of
-// one magnitude at a time, which the Newton polygon gives (Bini 1996).
+// double root and from none.
 #include "crv/foundation/solvers.h"
 
 #include "crv/foundation/internal/solvers.h"
 #include "crv/foundation/tolerance.h"
 
-#include <array>
 #include <cfloat>
-#include <climits>
 #include <cmath>
 #include <utility>
 
+using crv::internal::insertRoot;
 using crv::internal::Interval;
+using crv::internal::kSmallestCoefficient;
 
 namespace {
 
@@ -37,13 +36,6 @@ constexpr double kLongStep = 16.0;
 
 // Coefficients beyond this magnitude, or all below its inverse, are scaled before they are squared.
 constexpr double kSafeMagnitude = 0x1p100;
-
-// Relative to the largest coefficient: above it no product of coefficients and roots over- or
-// underflows, and below it a coefficient has no influence on the roots near 1.
-constexpr double kSmallest = 0x1p-300;
-
-// In powers of two: roots that differ by more are found apart, roots that differ by less together.
-constexpr double kSeparateRoots = 64.0;
 
 // Guard: Newton or bisection steps for one root, more than halvings over the range of doubles.
 // Trials with coefficients of all magnitudes took 600 at most.
@@ -191,17 +183,6 @@ int quadraticRoots(double b, double c, double d, double* roots) {
   return 2;
 }
 
-/// Puts a root in its place among n ascending ones and returns how many there are then. A root that
-/// is there already, or that would be a fourth one, is left out.
-int insertRoot(double* roots, int n, double root) {
-  int at = 0;
-  while (at < n && roots[at] < root) ++at;
-  if (n == 3 || (at < n && roots[at] == root)) return n;
-  for (int i = n; i > at; --i) roots[i] = roots[i - 1];
-  roots[at] = root;
-  return n + 1;
-}
-
 /// The roots of a cubic without a constant term: 0 and the roots of the remaining quadratic.
 int rootsWithZero(double a, double b, double c, double* roots) {
   int const n = quadraticRoots(a, b, c, roots);
@@ -276,7 +257,8 @@ int rootsOfCubic(Cubic& f, double* roots) {
   return appendRoot(f, -bound, bound, f.a > 0.0, -f.b / (3.0 * f.a), roots, 0);
 }
 
-/// The roots where all coefficients that are not 0 are of similar magnitude (see kSmallest).
+/// The roots where all coefficients that are not 0 are of similar magnitude (see
+/// kSmallestCoefficient).
 int rootsAtOneScale(double a, double b, double c, double d, double* roots,
                     Interval const& wanted = kEverywhere) {
   if (a == 0.0) return quadraticRoots(b, c, d, roots);
@@ -285,88 +267,15 @@ int rootsAtOneScale(double a, double b, double c, double d, double* roots,
   return rootsOfCubic(f, roots);
 }
 
-/// Solves a polynomial whose coefficients differ too much in magnitude for one scale. Coefficients
-/// are given with the constant term first, and magnitudes are binary logarithms.
-class WideRangeSolver {
- public:
-  explicit WideRangeSolver(std::array<double, 4> const& coefficients) : k_(coefficients) {}
-
-  int solve(double* roots) {
-    unsigned from = 0;
-    while (k_[from] == 0.0) ++from;
-    if (from > 0) roots[count_++] = 0.0;
-    double low = -HUGE_VAL;
-    for (Edge edge = edgeFrom(from); edge.end != from;) {
-      double const first = edge.magnitude;
-      double last = first;
-      do {
-        last = edge.magnitude;
-        from = edge.end;
-        edge = edgeFrom(from);
-      } while (edge.magnitude - last <= kSeparateRoots);
-      double const high = 0.5 * (last + edge.magnitude);
-      addRootsBetween(low, high, static_cast<int>(std::floor(0.5 * (first + last))), roots);
-      low = high;
-    }
-    return count_;
-  }
-
- private:
-  /// An edge of the upper Newton polygon: the coefficient at which it ends, and the magnitude of
-  /// the roots that belong to it.
-  struct Edge {
-    unsigned end;
-    double magnitude;
-  };
-
-  /// The edge that starts at the coefficient from. At the last coefficient it is empty and has an
-  /// infinite magnitude.
-  Edge edgeFrom(unsigned from) const {
-    Edge edge{from, HUGE_VAL};
-    for (unsigned to = from + 1; to <= 3; ++to) {
-      if (k_[to] == 0.0) continue;
-      double const magnitude = static_cast<double>(exponent(from) - exponent(to)) / (to - from);
-      if (magnitude <= edge.magnitude) edge = {to, magnitude};
-    }
-    return edge;
-  }
-
-  /// Adds the roots t with low <= log2 |t| < high; the equation is solved for t / 2^scale. Roots
-  /// beyond the range of doubles are left out.
-  void addRootsBetween(double low, double high, int scale, double* roots) {
-    int largest = INT_MIN;
-    int shift = 0;
-    for (unsigned i = 0; i <= 3; ++i, shift += scale) {
-      if (k_[i] != 0.0) largest = max(largest, exponent(i) + shift);
-    }
-    std::array<double, 4> k;
-    shift = -largest;
-    for (unsigned i = 0; i <= 3; ++i, shift += scale) {
-      k[i] = std::scalbn(k_[i], shift);
-      if (std::fabs(k[i]) < kSmallest) k[i] = 0.0;
-    }
-    double scaled[3];
-    int const n = rootsAtOneScale(k[3], k[2], k[1], k[0], scaled);
-    for (int i = 0; i < n; ++i) {
-      if (scaled[i] == 0.0) continue;
-      int const magnitude = std::ilogb(scaled[i]) + scale;
-      double const root = std::scalbn(scaled[i], scale) + 0.0;
-      bool const isWanted = low <= magnitude && magnitude < high && std::isfinite(root);
-      if (isWanted) count_ = insertRoot(roots, count_, root);
-    }
-  }
-
-  int exponent(unsigned i) const { return std::ilogb(k_[i]); }
-
-  std::array<double, 4> k_;
-  int count_ = 0;
-};
-
 double orLargest(double magnitude, double largest) {
   return magnitude == 0.0 ? largest : magnitude;
 }
 
 }  // namespace
+
+int crv::internal::rootsOfSimilarTerms(double a, double b, double c, double d, double* roots) {
+  return rootsAtOneScale(a, b, c, d, roots);
+}
 
 int cubicRoots(double a, double b, double c, double d, double* roots) {
   return crv::internal::cubicRootsIn(kEverywhere, a, b, c, d, roots);
@@ -380,7 +289,8 @@ int crv::internal::cubicRootsIn(Interval const& wanted, double a, double b, doub
   if (!finite || largest == 0.0) return 0;
   double const least = min(min(orLargest(size[0], largest), orLargest(size[1], largest)),
                            min(orLargest(size[2], largest), orLargest(size[3], largest)));
-  if (least < kSmallest * largest) return WideRangeSolver({d, c, b, a}).solve(roots);
+  if (least < kSmallestCoefficient * largest)
+    return crv::internal::wideRangeRoots({d, c, b, a}, roots);
   if (largest > kSafeMagnitude || largest < 1.0 / kSafeMagnitude) {
     int const scale = -std::ilogb(largest);
     return rootsAtOneScale(std::scalbn(a, scale), std::scalbn(b, scale), std::scalbn(c, scale),

@@ -121,19 +121,23 @@ class PathParser {
     skipSpace();
     if (name == 'Z') return pen_.close();
     do {
-      std::size_t const first = place_;
-      Numbers numbers{};
-      for (std::size_t i = 0; i < numbersOf(name) && !fault_; ++i) {
-        if (i > 0) skipComma();
-        bool const isFlag = name == 'A' && (i == 3 || i == 4);
-        numbers[i] = isFlag ? flag() : number();
-      }
-      if (!fault_ && !draw(name, isRelative, numbers)) {
-        place_ = first;
-        fail(PathFaultReason::numberOutOfRange);
-      }
+      repetition(name, isRelative);
       if (name == 'M') name = 'L';
     } while (!fault_ && anotherNumberFollows());
+  }
+
+  /// Reads the numbers of a command once, and draws with them.
+  void repetition(char name, bool isRelative) {
+    std::size_t const first = place_;
+    Numbers numbers{};
+    for (std::size_t i = 0; i < numbersOf(name) && !fault_; ++i) {
+      if (i > 0) skipComma();
+      bool const isFlag = name == 'A' && (i == 3 || i == 4);
+      numbers[i] = isFlag ? flag() : number();
+    }
+    if (fault_ || draw(name, isRelative, numbers)) return;
+    place_ = first;
+    fail(PathFaultReason::numberOutOfRange);
   }
 
   /// Draws one repetition; false, with nothing drawn, when a point leaves the range of doubles.
