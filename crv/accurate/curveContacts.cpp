@@ -8,8 +8,8 @@
 #include "crv/accurate/internal/route.h"
 #include "crv/accurate/internal/unitScale.h"
 #include "crv/curve/internal/boxTree.h"
+#include "crv/foundation/internal/introsort.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <utility>
 #include <vector>
@@ -159,7 +159,7 @@ std::vector<LineContact> internal::lineContacts(Chain const& chain, BoxTree cons
           {positionOf(end), end.second.t, pointOf(chain, line, end), ContactKind::touching});
     }
   }
-  std::sort(result.begin(), result.end(), [](LineContact const& c, LineContact const& d) {
+  internal::introsort(result, [](LineContact const& c, LineContact const& d) {
     return c.along != d.along ? c.along < d.along : c.position < d.position;
   });
   return result;

@@ -5,6 +5,7 @@
 #include "crv/accurate/internal/scale.h"
 #include "crv/accurate/internal/windings.h"
 #include "crv/accurate/region.h"
+#include "crv/foundation/internal/introsort.h"
 
 #include <algorithm>
 #include <cmath>
@@ -96,7 +97,7 @@ std::vector<internal::Point> Surroundings::branches() const {
     if (foot.t < 1.0) add(internal::part(c, foot.t, 1.0));
     if (foot.t > 0.0) add(reversed(internal::part(c, 0.0, foot.t)));
   }
-  std::sort(branches.begin(), branches.end(), [](auto const& v, auto const& w) {
+  internal::introsort(branches, [](auto const& v, auto const& w) {
     bool const isLowV = v.y < 0.0 || (v.y == 0.0 && v.x < 0.0);
     bool const isLowW = w.y < 0.0 || (w.y == 0.0 && w.x < 0.0);
     return isLowV != isLowW ? isLowW : cross(v, w) > 0.0;

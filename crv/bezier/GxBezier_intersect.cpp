@@ -7,9 +7,9 @@
 
 #include "crv/bezier/internal/cubic.h"
 #include "crv/bezier/internal/lanes.h"
+#include "crv/foundation/internal/introsort.h"
 #include "crv/foundation/tolerance.h"
 
-#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <utility>
@@ -317,8 +317,8 @@ void sortDescending(Crossings& crossings) {
   auto const key = [](double t) {
     return std::isnan(t) ? -std::numeric_limits<double>::infinity() : t;
   };
-  std::sort(crossings.begin(), crossings.end(),
-            [key](Crossing const& x, Crossing const& y) { return key(y.a) < key(x.a); });
+  crv::internal::introsort(
+      crossings, [key](Crossing const& x, Crossing const& y) { return key(y.a) < key(x.a); });
 }
 
 /// Appends to both lists, which may be one.

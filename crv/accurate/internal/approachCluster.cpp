@@ -2,9 +2,9 @@
 #include "crv/accurate/internal/approachCluster.h"
 
 #include "crv/accurate/internal/meetings.h"
+#include "crv/foundation/internal/introsort.h"
 #include "crv/foundation/tolerance.h"
 
-#include <algorithm>
 #include <cstddef>
 
 namespace crv::internal {
@@ -124,7 +124,7 @@ bool keepNear(SegmentPair const& pair, double magnitude, double resolution, doub
 
 std::vector<ApproachCluster> collectClusters(SegmentPair const& pair, double magnitude,
                                              double resolution, Approaches& approaches) {
-  std::sort(approaches.begin(), approaches.end(), [](Approach const& p, Approach const& q) {
+  introsort(approaches, [](Approach const& p, Approach const& q) {
     if (p.t0 != q.t0) return p.t0 < q.t0;
     if (p.u0 != q.u0) return p.u0 < q.u0;
     return p.t1 < q.t1;

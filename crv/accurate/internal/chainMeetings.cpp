@@ -7,6 +7,7 @@
 #include "crv/accurate/internal/parting.h"
 #include "crv/accurate/internal/route.h"
 #include "crv/accurate/internal/segmentPair.h"
+#include "crv/foundation/internal/introsort.h"
 #include "crv/foundation/tolerance.h"
 
 #include <algorithm>
@@ -257,7 +258,7 @@ void Assembly::judgeKinds() {
 }
 
 ChainMeetings Assembly::assemble() {
-  std::sort(links_.begin(), links_.end(), [](Link const& l, Link const& m) {
+  introsort(links_, [](Link const& l, Link const& m) {
     return areEqual(l.from, m.from) ? isBefore(l.otherFrom, m.otherFrom) : isBefore(l.from, m.from);
   });
   ChainMeetings result = chainedLinks();
@@ -272,11 +273,9 @@ ChainMeetings Assembly::assemble() {
   points_.erase(std::remove_if(points_.begin(), points_.end(), isNone), points_.end());
   judgeKinds();
   result.points = std::move(points_);
-  std::sort(result.stretches.begin(), result.stretches.end(),
-            [](ChainStretch const& s, ChainStretch const& w) {
-              return areEqual(s.from, w.from) ? isBefore(s.otherFrom, w.otherFrom)
-                                              : isBefore(s.from, w.from);
-            });
+  introsort(result.stretches, [](ChainStretch const& s, ChainStretch const& w) {
+    return areEqual(s.from, w.from) ? isBefore(s.otherFrom, w.otherFrom) : isBefore(s.from, w.from);
+  });
   return result;
 }
 

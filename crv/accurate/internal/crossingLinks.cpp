@@ -5,6 +5,7 @@
 #include "crv/accurate/internal/planeGraph.h"
 #include "crv/accurate/internal/route.h"
 #include "crv/accurate/internal/segmentPair.h"
+#include "crv/foundation/internal/introsort.h"
 #include "crv/foundation/tolerance.h"
 
 #include <algorithm>
@@ -123,7 +124,7 @@ std::vector<Branch> Linker::branchesAt(std::vector<std::size_t> const& passes,
       branches.push_back({angleKey(*exit - centre), pass, !forward});
     }
   }
-  std::sort(branches.begin(), branches.end(), [](Branch const& p, Branch const& q) {
+  introsort(branches, [](Branch const& p, Branch const& q) {
     return p.key != q.key ? p.key < q.key : p.pass < q.pass;
   });
   return branches;

@@ -9,6 +9,7 @@
 #include "crv/accurate/internal/parting.h"
 #include "crv/accurate/internal/segmentPair.h"
 #include "crv/curve/internal/boxTree.h"
+#include "crv/foundation/internal/introsort.h"
 #include "crv/foundation/tolerance.h"
 
 #include <algorithm>
@@ -217,7 +218,7 @@ void Cutter::findAllMeetings() {
 void Cutter::arrangeCuts() {
   auto const isOfTwin = [&](Cut const& c) { return isTwin_[c.segment] != 0; };
   cuts_.erase(std::remove_if(cuts_.begin(), cuts_.end(), isOfTwin), cuts_.end());
-  std::sort(cuts_.begin(), cuts_.end(), [](Cut const& p, Cut const& q) {
+  introsort(cuts_, [](Cut const& p, Cut const& q) {
     return p.segment != q.segment ? p.segment < q.segment : p.t < q.t;
   });
   countCuts();

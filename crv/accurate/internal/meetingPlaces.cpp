@@ -3,6 +3,7 @@
 
 #include "crv/accurate/internal/meetings.h"
 #include "crv/accurate/internal/segmentPair.h"
+#include "crv/foundation/internal/introsort.h"
 #include "crv/foundation/tolerance.h"
 
 #include <algorithm>
@@ -86,7 +87,7 @@ bool MeetingPlaces::standsFor(ChainMeeting const& m, ChainMeeting const& n) cons
 }
 
 std::vector<ChainMeeting> MeetingPlaces::merged(std::vector<ChainMeeting> points) const {
-  std::sort(points.begin(), points.end(), [](ChainMeeting const& m, ChainMeeting const& n) {
+  introsort(points, [](ChainMeeting const& m, ChainMeeting const& n) {
     return areEqual(m.first, n.first) ? isBefore(m.second, n.second) : isBefore(m.first, n.first);
   });
   auto const same = [](ChainMeeting const& m, ChainMeeting const& n) {

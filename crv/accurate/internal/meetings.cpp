@@ -7,6 +7,7 @@
 #include "crv/accurate/internal/segmentPair.h"
 #include "crv/accurate/internal/segmentSearch.h"
 #include "crv/accurate/internal/sharedCarrier.h"
+#include "crv/foundation/internal/introsort.h"
 #include "crv/foundation/tolerance.h"
 
 #include <algorithm>
@@ -27,7 +28,9 @@ constexpr double kSameBranch = 0.25;
 
 bool isEnd(double t) { return t == 0.0 || t == 1.0; }
 
-bool isBefore(Meeting const& m, Meeting const& n) { return m.t != n.t ? m.t < n.t : m.u < n.u; }
+constexpr auto isBefore = [](Meeting const& m, Meeting const& n) {
+  return m.t != n.t ? m.t < n.t : m.u < n.u;
+};
 
 /// Whether a meeting belongs to a stretch, ends included. A meeting at which a segment passes
 /// through a point of the stretch a second time does not.
@@ -57,7 +60,7 @@ void tidy(SegmentPair const& pair, double magnitude, double resolution, Meetings
   auto& points = found.points;
   points.shrink(
       std::size_t(std::remove_if(points.begin(), points.end(), covered) - points.begin()));
-  std::sort(points.begin(), points.end(), isBefore);
+  introsort(points, isBefore);
   // Of several meetings at one point, one at an end of a segment is kept.
   std::size_t kept = 0;
   for (Meeting const& m : points) {
@@ -69,10 +72,9 @@ void tidy(SegmentPair const& pair, double magnitude, double resolution, Meetings
     }
   }
   points.shrink(kept);
-  std::sort(found.stretches.begin(), found.stretches.end(),
-            [](SharedStretch const& s, SharedStretch const& w) {
-              return s.t0 != w.t0 ? s.t0 < w.t0 : s.t1 < w.t1;
-            });
+  introsort(found.stretches, [](SharedStretch const& s, SharedStretch const& w) {
+    return s.t0 != w.t0 ? s.t0 < w.t0 : s.t1 < w.t1;
+  });
 }
 
 /// If all approaches are crossings at clear angles, far from the ends and from each other, adds
@@ -93,7 +95,7 @@ bool addLoneCrossings(ClusterJudge const& judge, SegmentPair const& pair,
     }
   }
   for (Approach const& p : approaches) found.points.push_back({p.t0, p.u0, true});
-  std::sort(found.points.begin(), found.points.end(), isBefore);
+  introsort(found.points, isBefore);
   return true;
 }
 
