@@ -65,7 +65,7 @@ Position endOf(Chain const& chain, Place const& p, double magnitude) {
 
 /// Puts contacts in order: the nearer side of a gap may be before the other.
 void sort(std::vector<CurveContact>& points) {
-  std::sort(points.begin(), points.end(), [](CurveContact const& c, CurveContact const& d) {
+  internal::introsort(points, [](CurveContact const& c, CurveContact const& d) {
     return c.first != d.first ? c.first < d.first : c.second < d.second;
   });
 }

@@ -61,6 +61,16 @@ inline void stepAlong(World& w) {
             "results may be the segment's own coordinates");
 }
 
+/// Tells whether the results change with the gap next to it. Chords are turned level by sines
+/// before they are compared with the gap, so that the last bits of these decide then.
+template <class Results>
+void askAround(World& w, GxBezier const& s, double gap, Results const& results) {
+  double const margin = 1e-9 * (std::fabs(gap) + World::magnitude(curveOf({s})));
+  Numbers const below = results(gap - margin), above = results(gap + margin);
+  auto const areSame = [](double x, double y) { return sameBits(x, y); };
+  if (!std::equal(below.begin(), below.end(), above.begin(), above.end(), areSame)) w.restOnSines();
+}
+
 inline Operations const kBezier{
     {"evaluate",
      [](World& w) {
@@ -257,17 +267,31 @@ inline Operations const kBezier{
        double const d = w.chord(shape), shorter = w.chord(shape), gap = w.step();
        double const t = w.parameter();
        auto& points = w.filled<GxList<Point>>();
-       w.see(s.checkChordGapDist(t, t * 0.5 + 0.25, gap));
-       w.see(s.getNextTValue(d, shorter, 0.2, 0.1, gap, t));
-       if (World::magnitude(shape) > 1e150 && !w.isPatient()) return;
-       s.makeSegmentEx(d, shorter, gap, points, std::fabs(t) < 8.0 || !std::isfinite(t) ? t : 0.25);
-       w.see(points);
+       bool const isBrief = World::magnitude(shape) > 1e150 && !w.isPatient();
+       double const start = std::fabs(t) < 8.0 || !std::isfinite(t) ? t : 0.25;
+       auto const run = [&](double g, GxList<Point>& list) {
+         Numbers results{static_cast<double>(s.checkChordGapDist(t, t * 0.5 + 0.25, g)),
+                         s.getNextTValue(d, shorter, 0.2, 0.1, g, t)};
+         if (!isBrief) s.makeSegmentEx(d, shorter, g, list, start);
+         for (Point const& p : list) results.insert(results.end(), {p.xval(), p.yval()});
+         return results;
+       };
+       Numbers const results = run(gap, points);
+       w.see(results[0], results[1]);
+       if (!isBrief) w.see(points);
+       askAround(w, s, gap, [&](double g) {
+         GxList<Point> list;
+         return run(g, list);
+       });
      }},
     {"checkChordGapDist",
      [](World& w) {
        OpenBezier const& s = w.segment();
-       double const from = w.parameter(), to = w.parameter();
-       w.see(s.checkChordGapDist(from, to, w.step()));
+       double const from = w.parameter(), to = w.parameter(), gap = w.step();
+       w.see(s.checkChordGapDist(from, to, gap));
+       askAround(w, s, gap, [&](double g) {
+         return Numbers{static_cast<double>(s.checkChordGapDist(from, to, g))};
+       });
      }},
     {"getPolyline",
      [](World& w) {

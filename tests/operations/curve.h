@@ -122,7 +122,8 @@ inline Operations const kCurve{
        w.see(p, q, p<q, p <= q, p> q, p >= q, p == q, p != q, p.isEqual(q, tol));
        w.see(isEqual(p, q, tol), GxBezierCurve().getSense(p, q), Position::reverseSense(segment));
        w.see(Position::isCompatibleSense(segment, w.extremeInt()));
-     }},
+     },
+     kCountsInLong},
     {"locate",
      [](World& w) {
        GxBezierCurve const& c = w.curve();

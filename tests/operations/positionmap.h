@@ -89,7 +89,8 @@ inline Operations const kPositionMap{
          for (int i : {0, 1, 3, 4}) w.require(answers[i] <= answers[i + 1], "each allows more");
          w.see(answers);
        }
-     }},
+     },
+     kCountsInLong},
     {"isEqualOnCurve",
      [](World& w) {
        GxBezierCurve const& c = w.curve();
@@ -100,7 +101,8 @@ inline Operations const kPositionMap{
      [](World& w) {
        Position const p = w.position(w.curve());
        w.see(snapToAnchor(p, w.step()));
-     }},
+     },
+     kCountsInLong},
     {"adjust",
      [](World& w) {
        GxBezierCurve const& c = w.curve();
@@ -108,7 +110,8 @@ inline Operations const kPositionMap{
        Position const p = w.position(c);
        adjustBezierCurvePosition(moved, p, c, w.flag() ? w.parameter() : -w.parameter());
        w.see(moved);
-     }},
+     },
+     kCountsInLong},
     {"PosDiff",
      [](World& w) {
        GxBezierCurve const& c = w.curve();
@@ -118,7 +121,8 @@ inline Operations const kPositionMap{
        PosDiff const e(whole, w.parameter());
        w.require(!(d < d), "nothing is less than itself");
        w.see(d.first, d.second, d < e, d == e, ratio(d, e));
-     }},
+     },
+     kCountsInLong},
     {"arrange",
      [](World& w) {
        GxBezierCurve c(w.curve());
@@ -127,7 +131,8 @@ inline Operations const kPositionMap{
        arrangeBezierCurve(c, a, b);
        w.require(c.length() - n <= 1, "at most one segment is cut");
        w.see(c);
-     }},
+     },
+     kCountsInLong},
     {"arrangeByPoints",
      [](World& w) {
        GxBezierCurve c(w.curve());
@@ -139,7 +144,8 @@ inline Operations const kPositionMap{
      [](World& w) {
        OpenCurve& c = w.curve();
        mapAll(w, c, drawMap(w, c));
-     }},
+     },
+     kCountsInLong},
     {"composite",
      [](World& w) {
        OpenCurve& c = w.curve();
@@ -147,7 +153,8 @@ inline Operations const kPositionMap{
        std::list<MapHandle> const both{first, second};
        MapHandle const pair = constructCompositePositionMap(first, second);
        mapAll(w, c, w.flag() ? pair : constructCompositePositionMap(both));
-     }},
+     },
+     kCountsInLong},
     {"transform",
      [](World& w) {
        OpenCurve& c = w.curve();
@@ -161,14 +168,16 @@ inline Operations const kPositionMap{
        w.require(out.size() == before + in.size(), "a position for every one");
        map->transform({}, in, in);
        w.see(out, in);
-     }},
+     },
+     kCountsInLong},
     {"translate",
      [](World& w) {
        OpenCurve& c = w.curve();
        int const closed = w.flag(), forward = w.flag();
        w.see(translate(c, closed, w.position(c), forward));
-     }},
-    {"copyGxBezierCurve", copyStretch},
+     },
+     kCountsInLong},
+    {"copyGxBezierCurve", copyStretch, kCountsInLong},
     {"copyItself",
      [](World& w) {
        OpenCurve& c = w.changing();
@@ -185,7 +194,7 @@ inline Operations const kPositionMap{
        w.see(c);
        mapAll(w, c, map);
      }},
-    {"spliteGxBezierCurve", splitCurve},
+    {"spliteGxBezierCurve", splitCurve, kCountsInLong},
 };
 
 }  // namespace support

@@ -60,7 +60,9 @@ class World {
   int flag() { return words_ ? static_cast<int>(number()) : byte() & 1; }
   int extremeInt() {
     int const values[] = {0, 1, -1, 2, INT_MAX, INT_MIN};
-    return words_ ? static_cast<int>(number()) : values[below(tame_ ? 2 : 6)];
+    int const n = words_ ? static_cast<int>(number()) : values[below(tame_ ? 2 : 6)];
+    noteFar(n);
+    return n;
   }
 
   /// Any double: eight bytes as they come, a coordinate, or the next word.
@@ -99,7 +101,11 @@ class World {
   OpenCurve& changing();
 
   /// A position on, at the ends of, beside and far off a curve.
-  Position position(GxBezierCurve const& c);
+  Position position(GxBezierCurve const& c) {
+    Position const p = drawPosition(c);
+    noteFar(static_cast<double>(p.getSegmentNumber()));
+    return p;
+  }
 
   /// A point on a shape, near it, or anywhere.
   Point pointNear(GxBezierCurve const& c);
@@ -129,6 +135,11 @@ class World {
 
   /// Whether nothing is odd: then results are finite.
   bool isTame() const { return tame_; }
+  /// Whether there was a position or a whole number beyond any that 32 bits hold after a few sums.
+  bool isFar() const { return far_; }
+  /// Tells that the last bits of sines decide on the results.
+  void restOnSines() { restsOnSines_ = true; }
+  bool restsOnSines() const { return restsOnSines_; }
   /// Whether calls may take a second.
   bool isPatient() { return words_ || (heavy_ && chance(40)); }
 
@@ -178,6 +189,8 @@ class World {
   GxBezierCurve drawCurve();
   GxBezierCurve curveInWords();
   Position rawPosition();
+  Position drawPosition(GxBezierCurve const& c);
+  void noteFar(double segment) { far_ = far_ || std::fabs(segment) >= 0x1p30; }
 
   double element(double) { return words_ ? number() : 0.25; }
   Point element(Point const&) { return words_ ? point() : Point(1, 2); }
@@ -202,7 +215,11 @@ class World {
   void add(double x);
   void put(Point const& p) { putPair(p.xval(), p.yval()); }
   void put(Vector const& v) { putPair(v.xval(), v.yval()); }
-  void put(Position const& p) { putPair(static_cast<double>(p.getSegmentNumber()), p.getTValue()); }
+  void put(Position const& p) {
+    double const segment = static_cast<double>(p.getSegmentNumber());
+    noteFar(segment);
+    putPair(segment, p.getTValue());
+  }
   void put(GxBezier const& s) { put(s[0]), put(s[1]), put(s[2]), put(s[3]); }
   void put(GxBezierCurve const& c) {
     put(c.getSegments());
@@ -241,7 +258,7 @@ class World {
   std::size_t next_ = 0;
   std::vector<GxBezier> shapes_;
   std::vector<Point> points_;
-  bool tame_ = false, heavy_ = false;
+  bool tame_ = false, heavy_ = false, far_ = false, restsOnSines_ = false;
   double scale_ = 1.0, last_ = 0.0;
   std::vector<std::function<void(bool)>> checks_;
   std::uint64_t hash_ = 0xcbf29ce484222325u;
@@ -264,6 +281,8 @@ constexpr int kHasState = 2;
 constexpr int kSlow = 4;
 // Takes a millisecond a call.
 constexpr int kCostly = 8;
+// Counts segments in a long, at whose ends, which are the platform's, the numbers stay.
+constexpr int kCountsInLong = 16;
 
 // ---- Lists ------------------------------------------------------------------------------------
 
@@ -538,7 +557,7 @@ inline Position World::rawPosition() {
   return GxBezierCurvePositionConstructor().constructDirectPosition(segment, number());
 }
 
-inline Position World::position(GxBezierCurve const& c) {
+inline Position World::drawPosition(GxBezierCurve const& c) {
   if (words_) return rawPosition();
   unsigned const n = static_cast<unsigned>(c.length());
   unsigned const kind = below(tame_ ? 6 : 8);
