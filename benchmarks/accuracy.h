@@ -1,7 +1,7 @@
-// How far results are from a dense reference, which is made of plain evaluation alone.
+// Errors of results, measured against a dense reference that uses only point evaluation.
 //
-// Each function asks for the results of all rows of a set, once for each contestant, and notes the
-// figure beside the contestant's time.
+// Each function computes the results of one library for all rows of a set, once, and records the
+// error beside the library's time.
 #pragma once
 
 #include "support.h"

@@ -1,4 +1,4 @@
-// The operations with a stated accuracy, in the rows of the required ones.
+// The operations with a stated accuracy, in the same rows of the tables as the plain ones.
 #include "accuracy.h"
 
 namespace bench {
@@ -46,7 +46,7 @@ void flatten(benchmark::State& state, char const* set) {
   notePolyline(state, set, pointsOf);
 }
 
-/// For one segment of a curve of all rows, which do not join.
+/// Times are for one segment of a curve that contains all rows, which do not join.
 void flattenACurve(benchmark::State& state, char const* set) {
   GxBezierCurve curve;
   for (Row const& row : rows(set)) curve.getSegments().add(row.segment);

@@ -127,7 +127,8 @@ void letterDistance(benchmark::State& state) {
   overLetterPairs(state, [](GxBezierCurve& a, GxBezierCurve& b) { return a.getMinSqDistance(b); });
 }
 
-/// The chain of most segments, enlarged, since steps that pass several segments fail now and then.
+/// The chain with the most segments, enlarged, because steps across several segments sometimes
+/// fail.
 GxBezierCurve longestChain() {
   GxBezierCurve longest;
   for (GxBezierCurve const& curve : chains()) {

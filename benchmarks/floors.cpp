@@ -1,5 +1,5 @@
-// The floor of an operation: the barest inline code for the steps that it must take. The floors of
-// polylines and of lines give the results of the library, bit for bit and in the same containers,
+// The floor of an operation is minimal inline code for the steps that it must take. The floors of
+// polylines and of lines return the results of the library, bit for bit and in the same containers,
 // which is checked; the others leave out guards, checks and lists of results.
 #include <algorithm>
 #include <cmath>
@@ -39,7 +39,7 @@ void splitAt(double const (&p)[4], double t, double (&left)[4], double (&right)[
   right[0] = e, right[1] = d, right[2] = c, right[3] = p[3];
 }
 
-/// Fails unless floor(i) gives what the library gives for every row.
+/// Fails unless floor(i) equals the result of the library for every row.
 template <class Floor, class Library>
 void expectSame(benchmark::State& state, char const* set, Floor floor, Library library) {
   for (std::size_t i = 0; i < rows(set).size(); ++i) {
@@ -116,8 +116,8 @@ bool isNearChord(Cubic const& c, int i, double dx, double dy) {
   return square(dx * y - dy * x) <= kSquaredTolerance * length;
 }
 
-/// Halves until the inner points lie within 0.1 of the chord; appends the ends of the pieces but
-/// for those that are points.
+/// Halves until the inner points lie within 0.1 of the chord; appends the ends of all pieces that
+/// are not points.
 void halve(Cubic const& c, std::vector<Point>& out) {
   double const dx = c.x[3] - c.x[0], dy = c.y[3] - c.y[0];
   if (isNearChord(c, 1, dx, dy) && isNearChord(c, 2, dx, dy)) {

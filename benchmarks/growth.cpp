@@ -1,4 +1,4 @@
-// How costs grow with the input, whose size ends the name of each benchmark.
+// The growth of costs with the size of the input, which is the last part of each benchmark's name.
 #include <cmath>
 
 #include "support.h"

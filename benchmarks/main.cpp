@@ -1,6 +1,6 @@
-// Runs the benchmarks asked for and prints two tables: what an operation costs here, at the least,
-// and in other libraries that do the same work in the same run; and how the cost grows with the
-// input.
+// Runs the selected benchmarks and prints two tables. The first one compares the cost of operations
+// with a floor and with other libraries that do the same work in the same run; the second one shows
+// how costs grow with the size of the input.
 //
 // A benchmark's name is work/data/who. Who is "CRV", "accurate" for the operation with a stated
 // accuracy, "floor" for the barest code that takes the required steps, or another library. A name
@@ -45,7 +45,7 @@ void yardstick(benchmark::State& state) {
   bench::perIteration(state, k.size() / 8);
 }
 
-/// What one contestant reached in all repetitions of a benchmark.
+/// The results of one library in all repetitions of a benchmark.
 struct Figures {
   std::vector<double> ns;
   std::map<std::string, double> notes;  // the counters besides the number of operations
@@ -206,7 +206,8 @@ class Tables : public benchmark::BenchmarkReporter {
 }  // namespace
 
 int main(int argc, char** argv) {
-  // Repetitions of all benchmarks in random order, so that a busy minute spoils no single row.
+  // The repetitions of all benchmarks are run in random order, so that a busy minute does not
+  // affect a single row only.
   std::vector<std::string> words{argv[0], "--benchmark_repetitions=7", "--benchmark_min_time=0.02",
                                  "--benchmark_enable_random_interleaving=true"};
   words.insert(words.end(), argv + 1, argv + argc);

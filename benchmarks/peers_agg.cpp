@@ -1,4 +1,4 @@
-// The same work by Anti-Grain Geometry, which flattens; one curve object serves all rows.
+// The same work by Anti-Grain Geometry, which only flattens; one curve object is used for all rows.
 #include "accuracy.h"
 #include <agg_conv_contour.h>
 #include <agg_conv_curve.h>

@@ -189,7 +189,7 @@ void nextParameter(benchmark::State& state, char const* set) {
   });
 }
 
-/// The roots of the cubics that a line against a segment comes down to.
+/// The roots of the cubics that arise when a line is intersected with a segment.
 void cubicRootsOfHeights(benchmark::State& state, char const* set) {
   overRows(state, set, [](Row const& row) {
     GxBezier const& s = row.segment;

@@ -1,4 +1,4 @@
-// The inputs of the benchmarks, and how a benchmark says what one operation is.
+// The inputs of the benchmarks, and the functions that define and run them.
 #pragma once
 
 #include "crv/crv.h"
@@ -41,7 +41,7 @@ std::vector<GxBezierCurve> const& letters();
 /// One letter after the other, 250 units apart, so that each lies over the next two or three.
 std::vector<GxBezierCurve> rowOfLetters(std::size_t count);
 
-/// How many letters have about 25 segments.
+/// The number of letters with about 25 segments.
 std::size_t mediumLetters();
 
 /// Letters of about 25 segments side by side as in a welded word: each as far over the one before
@@ -65,7 +65,7 @@ void enterSets(std::string const& work, std::string const& who, Run run) {
   }
 }
 
-/// Enters run(state, n) for each size; demanded is what the growth should be.
+/// Enters run(state, n) for each size; demanded is the largest acceptable growth.
 template <class Run>
 void enterGrowth(std::string const& work, std::string const& demanded, std::vector<int> sizes,
                  Run run) {
@@ -77,7 +77,7 @@ void enterGrowth(std::string const& work, std::string const& demanded, std::vect
   }
 }
 
-/// What each file of benchmarks enters.
+/// Enter the benchmarks of each file.
 void enterSegments();
 void enterCurves();
 void enterEdits();
@@ -91,7 +91,7 @@ void enterAgg();
 
 // ---- Running them -----------------------------------------------------------------------------
 
-/// Says how many operations one iteration made: the tables' figures are for one of them.
+/// Sets the number of operations of one iteration; the tables show the time of one operation.
 inline void perIteration(benchmark::State& state, std::size_t operations) {
   state.counters["operations"] = static_cast<double>(operations);
 }

@@ -1,5 +1,5 @@
-// Contacts of two segments: known answers, and that the order and sense of the arguments, their
-// place and their size make no difference.
+// Contacts of two segments: known answers, and independence of the order and direction of the
+// arguments, their position and their size.
 #include "crv/accurate/contacts.h"
 
 #include "tests/support/data.h"
@@ -103,7 +103,8 @@ TEST(SegmentContacts, AreThoseOfTheHardCases) {
   for (std::string const file : {"segments", "lines"}) {
     for (Case const& c : casesOf(file)) {
       SCOPED_TRACE(c.name);
-      // The ends differ by a rounding: exact arithmetic sees no contact, users see one.
+      // The ends differ by a rounding error: in exact arithmetic there is no contact, but users
+      // expect one.
       bool const isRounded = c.name.find("1284a") != std::string::npos;
       expectInAllArrangements(c.a, c.b, isRounded ? Numbers{0.0, 0.0} : c.expected);
     }
@@ -227,7 +228,7 @@ TEST(SegmentContacts, AnswerAnyInput) {
   expectParameters(contacts(origin, origin), {0, 0});
   expectParameters(contacts(line, origin), {0, 0});
   expectParameters(contacts(segmentFrom({1, 2, 1, 2}), line), {0, 1.0 / 3.0});
-  // It turns back next to the other's end, where Newton's method stops beside both.
+  // One segment turns back next to the other's end, where Newton's method stops beside both.
   expectParameters(
       contacts(segmentFrom({-2, -2, -0.99999999999999956, -0.99999999999999956, -3.97625732421875,
                             -3.97625732421875, 1.0000000000000016, 1.0000000000000016}),

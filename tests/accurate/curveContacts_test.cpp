@@ -1,4 +1,5 @@
-// Contacts of curves: joints and seams are places like any other, shared stretches run over them.
+// Contacts of curves: joints and seams are treated like any other point, and shared stretches
+// continue across them.
 #include "crv/accurate/curveContacts.h"
 
 #include "crv/accurate/nearest.h"
@@ -265,8 +266,8 @@ Curve chainOf(Points const& p, bool closed, double factor = 1.0, double dx = 0.0
   return curveOf(segments, closed);
 }
 
-/// That two results are the same contacts where a place of the first curve of the one is found by
-/// placeOf in a contact of the other.
+/// Expects the same contacts in two results; placeOf and otherOf return the places of a contact of
+/// the second result that correspond to the curves of the first.
 template <class PlaceOf, class OtherOf>
 void expectSame(CurveContacts const& expected, CurveContacts const& found, PlaceOf placeOf,
                 OtherOf otherOf) {
@@ -319,7 +320,7 @@ TEST(CurveContacts, LieAtTheirPositionsBesideGapsWithinTheResolution) {
   ASSERT_EQ(found.points.size(), 1u);
   Point const place = gaping.locateCurvePosition(found.points[0].first);
   EXPECT_LE(place.distance(line.locateCurvePosition(found.points[0].second)), 1.0);
-  // Both sides of the gap are one place with one contact, at the nearer side.
+  // There is one contact for both sides of the gap, at the nearer side.
   for (double const x : {4.0, 4.75}) {
     Position const side = x == 4.0 ? Position(0, 1.0 - 0x1p-53) : Position(1, 0.0);
     CurveContacts const atGap = contacts(gaping, polygon({x, -3, x, 6}, false), 1.0);

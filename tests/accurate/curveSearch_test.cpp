@@ -56,7 +56,8 @@ TEST(AccurateSearch, WithinGivesEveryLocalMinimumOnce) {
   square.setStrictIsClosed(1);
   EXPECT_EQ(positions(square, Point(-1, -1), 2), Positions{Position(0, 0.0)});
 
-  // Points between segments are one place, and so is a curve that is a point.
+  // Segments that are points have one minimum with their neighbours, and so has a curve that is a
+  // point.
   GxBezierCurve const corner = curveOf({support::evenLine(0, 0, 6, 0), support::pointLike(6, 0),
                                         support::pointLike(6, 0), support::evenLine(6, 0, 6, 6)});
   EXPECT_EQ(positions(corner, Point(7, -1), 3), Positions{Position(1, 0.0)});
@@ -64,7 +65,8 @@ TEST(AccurateSearch, WithinGivesEveryLocalMinimumOnce) {
   EXPECT_EQ(positions(point, Point(0, 0), 0), Positions{Position(0, 0.0)});
   point.setStrictIsClosed(1);
   EXPECT_EQ(positions(point, Point(0, 0), 0), Positions{Position(0, 0.0)});
-  // The foot lies at a smooth joint: one place, whatever rounding says on both sides.
+  // The foot lies at a smooth joint and is reported once, however the distance is rounded on both
+  // sides.
   GxBezierCurve circle = support::circle(100);
   circle.setStrictIsClosed(1);
   for (int i = 1; i < 100; ++i) {
@@ -92,7 +94,7 @@ TEST(AccurateSearch, AnEndWhereRoundingHidesTheMinimumCounts) {
   Point const p(-0.071362413017470747, -0.0021204527270819507);
   ASSERT_EQ(search.within(p, 0.2).size(), 1U);
   EXPECT_BITS(search.within(p, 0.2)[0].position, Position(1, 0.0));
-  // So does the nearest place of a curve that is no larger than rounding.
+  // The nearest point of a curve no larger than rounding errors is reported, too.
   double const x = -99993896.484375, y = x + 0x1p-25;
   auto speck = curveOf({bezier(x, x, x, x, x, y, x, y), bezier(x, y, y, y, y, y, y, y)});
   speck.setStrictIsClosed(1);

@@ -57,7 +57,7 @@ double ordinal(Position const& p) {
   return static_cast<double>(p.getSegmentNumber()) + p.getTValue();
 }
 
-/// Carries a position to a piece and back; true when the piece has it.
+/// Maps a position to a piece and back, and checks both; returns whether the piece contains it.
 bool carries(Curve const& source, Piece const& piece, Position const& p, double size) {
   Position there(7, 0.5), back;
   if (piece.map->mapPosition(there, p) != 0) {

@@ -56,7 +56,8 @@ TEST(AccurateArea, IsTheIntegralWhereverTheOutlineLies) {
   square.reverse();
   EXPECT_EQ(crv::signedArea(square), -9.0);
   EXPECT_TRUE(crv::isClockwise(square));
-  // Of y = 3 t (1 - t), x = t: the parabola over its chord, to the right of the way.
+  // The area between the parabola y = 3 t (1 - t), x = t and its chord is negative, because it lies
+  // to the right of the direction of travel.
   EXPECT_NEAR(crv::signedArea(curveOf({bezier(0, 0, 1. / 3, 1, 2. / 3, 1, 1, 0)})), -0.5, 1e-16);
   EXPECT_NEAR(crv::signedArea(support::circle(100)), 3.14160 * 1e4, 10);
   EXPECT_EQ(crv::signedArea(GxBezierCurve()), 0.0);

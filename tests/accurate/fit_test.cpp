@@ -15,7 +15,7 @@ double turnAt(GxBezier const& a, GxBezier const& b) {
   return in * out > 0.0 ? std::fabs(in.xval() * out.yval() - in.yval() * out.xval()) : 2.0;
 }
 
-/// Every promise of a fit, measured on the curve as it is.
+/// Checks every promise of a fit by measuring the resulting curve.
 void expectPromises(std::vector<Point> const& samples, FitOptions const& options, Fit const& f) {
   int const n = static_cast<int>(f.curve.length());
   ASSERT_GT(n, 0);

@@ -21,8 +21,8 @@ double distanceToChord(Point const& p, Point const& a, Point const& b) {
   return p.distance(a + (b - a) * std::clamp(share, 0.0, 1.0));
 }
 
-/// Every sample lies within the worst distance, which is within the tolerance; vertices lie on the
-/// curve at their positions, and each joint is one.
+/// Expects every sample within worstDistance, which is within the tolerance, vertices on the curve
+/// at their positions, and a vertex at each joint.
 void expectWithin(GxBezierCurve const& curve, double tolerance, std::size_t mostChords) {
   auto const line = crv::flatten(curve, tolerance);
   ASSERT_GE(line.points.size(), curve.length() + 1);

@@ -86,9 +86,10 @@ TEST(AccurateOffset, TheErrorReportedIsABound) {
                              "89 89 68 1; 47 68 54 39 93 90 22 27 20")) {
     expectParallels(curveOf({segmentOf(row)}), row[8], 0.01);
   }
-  // A straight segment that stands still in its middle keeps its places across.
+  // On a straight segment whose velocity is zero in the middle, positions map to the points
+  // opposite.
   expectParallels(curveOf({bezier(80, 0, 60, 20, 80, 0, 60, 20)}), 0.5, 0.01);
-  // The parallels of segments that almost share a direction are prolonged to meet.
+  // The parallels of segments with almost the same direction are extended until they meet.
   Curve const bent = polygon({0, 0, 100, 0, 200, 1});
   for (double const side : {20.0, -20.0}) expectParallels(bent, side, 0.03);
 }
@@ -119,12 +120,12 @@ TEST(AccurateOffset, CornersAreJoinedAsAsked) {
 TEST(AccurateOffset, WhatIsTooNearIsTrimmedAway) {
   EXPECT_TRUE(crv::offset(square(100), 50.1).parallels.empty());
   EXPECT_TRUE(crv::offset(closed(circle(10)), 10.1).parallels.empty());
-  // Two rooms with a narrow door have a parallel each; places in the door have none.
+  // Two rooms with a narrow door have one parallel each; positions in the door have no image.
   Curve const rooms = closed(polygon({0,   0,   100, 0,   100, 45,  110, 45,  110, 0, 210, 0, 210,
                                       100, 110, 100, 110, 55,  100, 55,  100, 100, 0, 100, 0, 0}));
   Offset const two = crv::offset(rooms, 10);
   ASSERT_EQ(two.parallels.size(), 2u);
-  // They reach into the door between the circles of radius 10 about its corners.
+  // The parallels extend into the door between the circles of radius 10 about its corners.
   EXPECT_NEAR(totalArea(two), 2 * 6400.0 + 8.6777, 0.1);
   Position out(7, 0.5);
   EXPECT_EQ(two.parallels[0].map->mapPosition(out, Position(2, 0.5)), -1);
@@ -153,7 +154,7 @@ TEST(AccurateOffset, OutlinesOfStrokesHaveTheirCapsAndHoles) {
   // has a radius of a hundred-thousandth of the width, and turns against those beside it.
   Curve const tight = curveOf({bezier(75.4, 60.9, 28.4, 53.3, 94.8, 49.9, 1, 77.3)});
   EXPECT_NEAR(totalArea(crv::strokeOutline(tight, 2.3, Cap::round)), 187.65, 0.2);
-  // A turn back goes around the place: the stroke of a line that runs to and fro.
+  // Where a curve turns back, the outline is round: the stroke of a line that runs to and fro.
   Curve const back = curveOf({bezier(0, 0, 200, 0, -100, 0, 100, 0)});
   EXPECT_NEAR(totalArea(crv::strokeOutline(back, 20, Cap::round, {1e-6})), 2000 + 100 * kPi, 1e-2);
 }

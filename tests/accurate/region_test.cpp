@@ -1,5 +1,5 @@
-// Areas: which places they hold, by the angles that dense polygons turn around them, and what must
-// hold between union, intersection and difference.
+// Areas: containment is compared with winding numbers of dense polygons, and the areas of union,
+// intersection and difference with each other.
 #include "crv/accurate/region.h"
 
 #include "crv/accurate/curveContacts.h"
@@ -130,7 +130,7 @@ void expectSound(Region const& region, Curves const& a, Curves const& b) {
   }
 }
 
-/// The four operations hold the places that they should, and their areas add up.
+/// Expects that the four operations contain the right points and that their areas add up.
 void expectOperations(Curves const& a, Curves const& b, FillRule rule, Random& random) {
   Region const results[] = {crv::unite(a, b, rule), crv::intersect(a, b, rule),
                             crv::subtract(a, b, rule), crv::exclude(a, b, rule)};
@@ -167,7 +167,7 @@ TEST(Region, HoldsTheRightPlacesOfLetters) {
     double angle = random.uniform(0, 6.28), size = random.uniform(0.3, 1.5);
     double x = random.uniform(-200, 400), y = random.uniform(-200, 400);
     if (i % 6 == 0) second = first;
-    // Some are turned by nothing, so that edges share lines, and some are the same letter.
+    // Some are not turned, so that edges share lines, and some are the same letter.
     if (i % 3 == 0) angle = 0.0, size = 1.0, x = std::floor(x / 100), y = i % 4 ? 0.0 : 1e-4;
     if (i % 12 == 0) x = y = 0.0;
     Curve const third = moved(second, size * std::cos(angle), size * std::sin(angle), x, y, i % 2);
@@ -293,7 +293,7 @@ TEST(Region, AddsUpWhereAllIsDegenerate) {
     SCOPED_TRACE(i);
     int const size = random.whole(1, 2), n = random.whole(2, 9);
     Curves const a = {gridCurve(random, n, size)};
-    // Every third time the same curve, about the resolution beside itself.
+    // Every third time the second curve is the first one, moved by about the resolution.
     Curves const b = {i % 3 ? gridCurve(random, n, size)
                             : moved(a[0], 1.0, 0.0, std::pow(0.1, i % 16), 0.0, i % 2 == 0)};
     FillRule const rule = i % 2 ? FillRule::nonZero : FillRule::evenOdd;

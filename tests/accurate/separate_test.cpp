@@ -1,4 +1,4 @@
-// Curves taken apart at their crossings: nothing is lost, and what is left crosses nothing.
+// Curves taken apart at their crossings: no stretch is lost, and the pieces do not cross.
 #include "crv/accurate/separate.h"
 
 #include "crv/accurate/arcLength.h"
@@ -36,7 +36,8 @@ std::vector<Piece> piecesOf(Separated const& separated) {
   return pieces;
 }
 
-/// Every stretch once, joined to the bit, simple, and with maps there and back.
+/// Expects every stretch once, in pieces that join bit for bit and do not cross, with maps in both
+/// directions.
 void expectSound(Curve const& curve, Separated const& separated, Random& random) {
   bool const isClosed = curve.strictIsClosed() != 0;
   ASSERT_EQ(separated.rests.size(), isClosed ? 0u : 1u);
@@ -81,7 +82,7 @@ TEST(Separate, TakesRandomCurvesApart) {
   std::size_t loops = 0;
   for (int i = 0; i < 150; ++i) {
     SCOPED_TRACE(i);
-    // Lines between places on a grid, where many branches pass through one place, or cubics.
+    // Lines between points of a grid, where many branches pass through one point, or cubics.
     bool const isOnGrid = i % 3 == 0, isClosed = i % 2 == 0;
     std::vector<Point> joints;
     int const n = random.whole(2, 9);

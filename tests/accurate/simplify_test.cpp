@@ -16,7 +16,7 @@ double ordinal(Position const& p) {
   return static_cast<double>(p.getSegmentNumber()) + p.getTValue();
 }
 
-/// Every promise, measured by dense samples; returns how many segments are left.
+/// Checks every promise by dense samples, and returns the number of segments left.
 unsigned long expectPromises(Curve const& curve, double tolerance) {
   Simplified const s = crv::simplify(curve, tolerance);
   EXPECT_LE(s.curve.length(), curve.length());

@@ -49,7 +49,7 @@ TEST(AccurateWalk, ByChordFindsTheFirstPlaceAtTheDistance) {
   }
   EXPECT_FALSE(walk(circle, Position(0, 0.0), 201, Measure::chord, 0));
 
-  // Out and back: the first of three passes, and a place that is only touched.
+  // Out and back: the first of three positions at a distance, and one that is only touched.
   GxBezierCurve const back = support::polygon({0, 0, 8, 0, 4, 0, 10, 0});
   EXPECT_EQ(walk(back, Position(0, 0.0), 6, Measure::chord, 0)->getSegmentNumber(), 0);
   EXPECT_BITS(*walk(back, Position(0, 0.0), 8, Measure::chord, 0), Position(1, 0.0));

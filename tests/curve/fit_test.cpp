@@ -7,7 +7,8 @@ namespace {
 using namespace support;
 using Points = GxList<Point>;
 
-/// The fit in its plainest form: recursive, with all arrays, looking at every point of a range.
+/// The fit in its simplest form: recursive, without shortcuts, with every point of a range
+/// measured.
 class PlainFit : public OpenCurve {
  public:
   PlainFit(Points const& points, double error) : points_(points), error_(error) {

@@ -19,7 +19,7 @@ TEST(GxBezierCurveWalk, StepsAlongACoastLandAtTheirDistanceAndAddUp) {
       Point const from = coast.locateCurvePosition(pos);  // a step leaves a hundredth, squared
       ASSERT_NEAR(1.0, from.squaredDistance(coast.locateCurvePosition(to)), 0.0100001);
     }
-    // A form with a limit adds to the sum, here all that is left.
+    // The form with a limit adds to the sum, here the whole remaining length.
     EXPECT_EQ(-1, coast.findNextPos(pos, end, to, 1e9, sum, forward));
     EXPECT_NEAR(coast.curveLength(), sum, 1.0);
   }

@@ -1,4 +1,4 @@
-// Every operation of a room, on a fuzzer's bytes: the first one chooses the operation.
+// Runs the operations of a room on a fuzzer's bytes; the first byte selects the operation.
 #include "tests/operations/all.h"
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {

@@ -1,4 +1,5 @@
-// Any text as a path: what is read comes back from its own text to the bit.
+// Reads any text as a path, and expects the same curves, bit for bit, after writing and reading
+// them again.
 #include "crv/svg.h"
 
 #include "tests/support/bits.h"

@@ -1,4 +1,4 @@
-// What a C++ program expects of values and containers, beside the operations.
+// The behaviour of values and containers that C++ programs expect.
 #include "crv/crv.h"
 #include "crv/io.h"
 #include "tests/support/data.h"

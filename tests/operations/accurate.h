@@ -1,13 +1,14 @@
-// Results with a stated accuracy. An operation that is added gets a row in kAccurate and a line in
-// tests/data/bits.txt (the test prints the hash); what every result of a kind must hold is asked by
-// one function here, such as requirePlace for a point at a position.
+// Results with a stated accuracy. A new operation needs a row in kAccurate and a line in
+// tests/data/bits.txt (the test prints the hash). Promises that all results of one kind share are
+// checked by one function, such as requirePlace for a point at a position.
 #pragma once
 
 #include "tests/operations/positionmap.h"
 
 namespace support {
 
-// Shares of the largest coordinate: what lies at one place up to rounding, and the resolution.
+// Relative to the largest coordinate: the largest distance of points that are equal up to rounding,
+// and the resolution.
 constexpr double kExactPlace = 0x1p-47;
 constexpr double kResolution = 0x1p-40;
 
@@ -23,7 +24,7 @@ inline double magnitude(std::vector<Point> const& points) {
   return most;
 }
 
-/// That a point lies at a normalised position of a curve, within a distance.
+/// Requires that a point lies within a distance of the curve's point at a normalised position.
 inline void requirePlace(World& w, GxBezierCurve const& c, Position const& at, Point const& p,
                          double reach) {
   double const t = at.getTValue();
@@ -55,7 +56,7 @@ void see(World& w, std::vector<T> const& list) {
 inline void seeNearest(World& w, GxBezierCurve const& c, crv::NearestOnCurve const& n,
                        Point const& p) {
   double const size = std::fmax(World::magnitude(c), magnitude({p}));
-  // At a gap the place may be the end before it.
+  // At a gap the point may be the end before it.
   if (n.position.getTValue() != 0.0) requirePlace(w, c, n.position, n.point, kExactPlace * size);
   w.require(std::fabs(gap(n.point, p) - n.distance) <= kExactPlace * size, "its distance");
   see(w, n);
@@ -193,7 +194,8 @@ inline void flattened(World& w) {
   w.require(sameBits(line.points.back(), end), "to the end");
 }
 
-/// A result of an edit; positions of the source that it holds lie where they lay.
+/// Checks and records a result of an edit: positions of the source that it contains have the same
+/// points.
 inline void seePiece(World& w, GxBezierCurve const& source, crv::Piece const& piece) {
   w.require(!piece.map.isNull(), "a map is never null");
   double const reach = kExactPlace * World::magnitude(source);
@@ -204,7 +206,7 @@ inline void seePiece(World& w, GxBezierCurve const& source, crv::Piece const& pi
     w.requireCode(code, -1, 0);
     if (code != 0) continue;
     Point const before = source.locateCurvePosition(p);
-    // A joint with a gap has two places.
+    // A joint with a gap has two points.
     bool const isJoint = !(0.0 < p.getTValue() && p.getTValue() < 1.0);
     w.require(isJoint || gap(before, piece.curve.locateCurvePosition(there)) <= reach,
               "positions lie where they lay");
@@ -288,7 +290,8 @@ inline void regions(World& w) {
   w.see(crv::area(a, rule), winding);
 }
 
-/// That a map goes from curve to curve and leaves what it does not know.
+/// Requires that a map takes positions from one curve to the other, and leaves out untouched where
+/// it returns -1.
 inline void seeMap(World& w, GxBezierCurve const& from, GxBezierCurve const& to,
                    crv::Map const& map) {
   w.require(!map.isNull(), "a map is never null");

@@ -24,10 +24,10 @@ inline Operations allOperations() {
   return all;
 }
 
-/// Runs an operation, in processor time that callers can wait for, and looks at what it left; the
-/// promise that it broke, or nothing.
+/// Runs an operation, requires that it takes an acceptable processor time, and checks its arguments
+/// afterwards. Returns the promise that was broken, or nothing.
 inline std::string brokenBy(Operation const& operation, World& w) {
-// On Windows and in a browser's engine std::clock counts the time of the wall, which others share.
+// On Windows and in a browser std::clock measures elapsed time, which depends on other processes.
 #if defined(NDEBUG) && !defined(_WIN32) && !defined(__EMSCRIPTEN__)
   constexpr double kMostSeconds = 2.0;
 #else

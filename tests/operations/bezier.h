@@ -305,7 +305,8 @@ inline Operations const kBezier{
        std::size_t const before = chain.size(), rows = row.size();
        s.getPolyline(tol, chain);
        s.getPolyline(tol, row);
-       // Under a condition nothing but the count of pieces ends what is never flat.
+       // Under a condition by which no piece is ever flat, only the limit of pieces ends the
+       // halving.
        if (tol >= 0.0) s.getPolyline(tol, timed, times, GxBezierPolylineCondition());
        w.require(chain.size() - before == row.size() - rows, "both forms");
        std::list<Point> rest;
@@ -359,7 +360,7 @@ inline Operations const kBezier{
        double const size = World::magnitude(curveOf({s, other}));
        w.see(s.isIntersect(other));
        w.require(s.isIntersect(other) == other.isIntersect(s), "boxes, whichever asks");
-       // Segments on each other meet all along: what that costs is bounded, but it is much.
+       // Coinciding segments meet everywhere; the cost is bounded, but high.
        if (size > (w.isTame() ? 1e6 : 1e4) && !w.isPatient()) return;
        GxList<double> first(mine), theirs(mine);
        int const found = s.findIntersections(other, first, theirs);

@@ -20,7 +20,8 @@ inline void walk(World& w) {
   double const size = World::magnitude(c) + std::fabs(d);
   double consumed = 0.25;
   Position to(from);
-  // Lengths that never settle, millions of short chords: bounded, but it takes a second.
+  // Lengths that never converge and millions of short chords: the cost is bounded, but takes a
+  // second.
   if (size > 1e6 && !w.isTame() && !w.isPatient()) return;
   auto const code = [&](Position& out) {
     switch (form) {

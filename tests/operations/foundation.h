@@ -95,7 +95,7 @@ inline void editList(World& w) {
   }
 }
 
-/// Any indices: the list counts on.
+/// Any indices are allowed; the list takes them modulo its length.
 inline void abuseList(World& w) {
   GxList<double> list, other;
   unsigned n = 0;

@@ -7,7 +7,7 @@ namespace support {
 
 using MapHandle = GxHandle<GxBezierCurvePositionMapBase>;
 
-/// Where a map takes some positions, and where back from them.
+/// Maps some positions, and the results back.
 inline void mapAll(World& w, GxBezierCurve const& c, MapHandle const& map) {
   if (map.isNull()) return;
   for (unsigned n = 1 + w.below(5); n != 0; --n) {

@@ -1,4 +1,4 @@
-// Copying, reversing and splitting curves, and the maps that come of it.
+// Copying, reversing and splitting curves, and the maps of these edits.
 #include "tests/support/expect.h"
 #include "tests/support/positions.h"
 
@@ -6,7 +6,7 @@ namespace {
 
 using namespace support;
 
-/// That a map takes a position to where the new curve runs through the same point, and back.
+/// Expects that a map takes a position to one with the same point on the new curve, and back.
 void expectCarried(MapHandle const& map, GxBezierCurve const& from, Position const& p,
                    GxBezierCurve const& to) {
   Carried const there = forth(map, p), back = support::back(map, there.at);
@@ -46,7 +46,8 @@ TEST(CopyGxBezierCurve, CarriesEveryPositionOfTheStretchAndBack) {
       double const high = run % 3 == 0 ? std::floor(low) + inside() : run % 7 == 0 ? n : place();
       bool const crosses = high <= low;
       bool const toSeam = src.strictIsClosed() && (forward ? high == n : low == 0);
-      // Behind other segments, what comes back from beyond the seam may be a turn off.
+      // Behind other segments, a position that is mapped back from beyond the seam may be a lap
+      // off.
       int const base = crosses || toSeam ? 0 : random.whole(0, 5);
       Copy const copy(src, forward ? low : high, forward ? high : low, forward, base);
       if (copy.code != 0) continue;

@@ -10,7 +10,7 @@
 
 namespace {
 
-/// What the operators below count; the property tests run in one thread.
+/// The counters of the operators below; the property tests run in one thread.
 struct Memory {
   long live = 0;           // blocks not yet freed
   long untilFailure = -1;  // allocations still granted; negative: all of them
@@ -83,7 +83,7 @@ bool runsOut(Operation const& operation, long n) {
 TEST(Allocation, WhatFailsChangesNothingAndLeaksNothing) {
   int failures = 0;
   for (Operation const& operation : allOperations()) {
-    // It keeps its rows when memory runs out; the next test is about that.
+    // This operation leaks its rows when memory runs out; the next test checks that.
     if (operation.name == std::string("initBlendArray")) continue;
     for (std::uint64_t seed = 0; seed < (operation.traits & kSlow ? 4 : 40); ++seed) {
       bool failed = true;

@@ -1,5 +1,5 @@
-// Inputs that other libraries hung, crashed or failed on, put through every operation: each answers
-// in time, with finite results that keep what is promised of them.
+// Runs every operation on inputs on which other libraries hung, crashed or failed: each call
+// returns in time, with finite results that keep the promises.
 #include "tests/operations/all.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,8 @@
 // Known answers, kept as data: tests/data/known/ROOM.txt. A comment states a rule; a line without
 // bars names an operation, then its arguments; a row is "name | arguments | results". Results are
-// compared bit for bit, but those after ~ within a billionth. Of more than forty in a list a row
-// has the number, and the hash of all results so far. A row without results fails and prints them.
+// compared bit for bit, those after ~ to within a billionth. For a list of more than forty results
+// a row contains their number and the hash of all results so far. A row without results fails and
+// prints them.
 #include "tests/operations/all.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-// What an operation is asked with and what came of it. A world hands out arguments: from a fuzzer's
-// bytes, from a seeded generator, from the shapes of a hard case, or from a row of data. It keeps
-// what it handed out, sees to it that operations leave it as they should, and takes their results.
+// The arguments and results of an operation. A world supplies arguments from a fuzzer's bytes, from
+// a seeded generator, from the shapes of a hard case, or from a row of data. It keeps the
+// arguments, checks that operations change only what they may, and collects the results.
 #pragma once
 
 #include "tests/support/bits.h"
@@ -27,7 +27,7 @@ struct Broken : std::logic_error {
   using std::logic_error::logic_error;
 };
 
-/// Above 0 while the world works, whose memory never runs out.
+/// Above 0 while the world itself allocates, which never fails.
 inline thread_local int worldsAtWork = 0;
 struct AtWork {
   AtWork() { ++worldsAtWork; }
@@ -42,10 +42,10 @@ class World {
   }
   explicit World(std::uint64_t seed) : engine_(seed) { chooseScale(); }
 
-  /// Segments, curves and points are those of a hard case; nothing else is odd.
+  /// Takes segments, curves and points from a hard case; all other arguments are ordinary.
   World(std::uint64_t seed, HardCase const& hard);
 
-  /// Arguments in words, in the order in which the operation asks for them.
+  /// Takes arguments from the words of a row, in the order in which the operation draws them.
   explicit World(std::string const& row) : words_(wordsOf(row)) {}
 
   // ---- Arguments: numbers --------------------------------------------------------------------
@@ -80,7 +80,7 @@ class World {
   /// A step, distance or tolerance in curve units: a share of the scale, or odd.
   double step();
 
-  /// A chord for dividing a shape: none that asks for more than some thousands of points.
+  /// A chord for dividing a shape into at most some thousands of points.
   double chord(GxBezierCurve const& shape);
 
   /// A tolerance for halving a shape: 0 only for lines, else none below a ten thousandth of it; but
@@ -93,11 +93,11 @@ class World {
   Vector vector() { return point() - Point(); }
   OpenBezier& segment() { return keep(OpenBezier(drawSegment())); }
 
-  /// A segment that has something to do with another one: a part of it, it reversed, moved a hair.
+  /// A segment related to another one: a part of it, its reverse, or the segment moved slightly.
   OpenBezier& relative(GxBezier const& s);
   OpenCurve& curve() { return keep(OpenCurve(drawCurve())); }
 
-  /// A curve to be changed, but not where memory runs out.
+  /// A curve that the operation may change, except when memory runs out.
   OpenCurve& changing();
 
   /// A position on, at the ends of, beside and far off a curve.
@@ -127,23 +127,23 @@ class World {
   void require(bool holds, char const* promise) const {
     if (!holds) throw Broken(promise);
   }
-  /// That a code or count is one of the operation's.
+  /// Requires that a code or count is in the range of the operation.
   void requireCode(long code, long least, long most) {
     require(least <= code && code <= most, "a code or count is one of those that are promised");
     see(static_cast<double>(code));
   }
 
-  /// Whether nothing is odd: then results are finite.
+  /// Whether all arguments are ordinary, so that results must be finite.
   bool isTame() const { return tame_; }
   /// Whether there was a position or a whole number beyond any that 32 bits hold after a few sums.
   bool isFar() const { return far_; }
-  /// Tells that the last bits of sines decide on the results.
+  /// Records that results depend on the last bits of sines.
   void restOnSines() { restsOnSines_ = true; }
   bool restsOnSines() const { return restsOnSines_; }
   /// Whether calls may take a second.
   bool isPatient() { return words_ || (heavy_ && chance(40)); }
 
-  /// That all is as it should be after an operation, or after one that ran out of memory.
+  /// Checks the arguments after an operation, or after one that ran out of memory.
   void finish(bool threw = false) const {
     for (auto const& check : checks_) check(threw);
     require(!words_ || next_ == words_->size() || threw, "every argument of the row is used");
@@ -197,7 +197,7 @@ class World {
   GxBezier element(GxBezier const&) { return words_ ? drawSegment() : GxBezier(); }
   Position element(Position const&) { return words_ ? rawPosition() : Position(1, 0.5); }
 
-  /// Keeps a value, and what is to be checked of it now, what it was before, and a failure.
+  /// Stores a value with the check that compares it afterwards with its value before.
   template <class T, class Check>
   T& keep(T const& value, Check const& check) {
     AtWork const work;
@@ -265,7 +265,8 @@ class World {
   std::string results_;
 };
 
-/// An operation, or a few that belong together: asks a world for arguments, calls, shows results.
+/// One or several related operations: a function that draws arguments from a world, calls them, and
+/// passes on the results.
 struct Operation {
   char const* name;
   void (*run)(World&);
@@ -273,13 +274,13 @@ struct Operation {
 };
 using Operations = std::vector<Operation>;
 
-// Results come with sines and powers, whose last bits are the system's.
+// Results depend on sines and powers, whose last bits depend on the system.
 constexpr int kSystemsBits = 1;
-// What the call before did is seen in the next one.
+// A call influences the next one.
 constexpr int kHasState = 2;
 // Measures lengths or distances by many points.
 constexpr int kSlow = 4;
-// Takes a millisecond a call.
+// A call takes a millisecond.
 constexpr int kCostly = 8;
 // Counts segments in a long, at whose ends, which are the platform's, the numbers stay.
 constexpr int kCountsInLong = 16;

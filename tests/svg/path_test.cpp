@@ -1,4 +1,4 @@
-// Paths of SVG: the grammar by a table, arcs by their equation, and the way there and back.
+// Paths of SVG: the grammar by a table, arcs by their equation, and writing and reading again.
 #include "crv/svg.h"
 #include "tests/support/data.h"
 

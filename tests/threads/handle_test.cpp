@@ -16,7 +16,8 @@ namespace {
 using Position = GxBezierCurvePosition;
 using MapHandle = GxHandle<GxBezierCurvePositionMapBase>;
 
-/// Counts its deletion, and takes the lock meanwhile: a handle that held it would never come back.
+/// Counts its deletion, and takes the lock meanwhile: with a handle that still holds the lock, the
+/// test would hang.
 class CountedMap : public GxBezierCurvePositionMapBase {
  public:
   explicit CountedMap(std::atomic<int>& deletions) : deletions_(&deletions) {}
