@@ -134,7 +134,8 @@ std::vector<Position> evenPositions(Curve const& curve, std::size_t count, doubl
   for (std::size_t i = 1; i < count; ++i) {
     double const share = static_cast<double>(i) / static_cast<double>(count);
     Position const next = lengths.positionAt(lengths.total() * share);
-    // Shares that are shorter than the accuracy may come in any order.
+    // Parts shorter than the accuracy may be computed in any order, so positions are not allowed to
+    // run back.
     positions.push_back(next < positions.back() ? Position(positions.back()) : next);
   }
   if (curve.strictIsClosed() == 0) positions.emplace_back(n, 0.0);

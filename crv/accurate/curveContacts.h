@@ -31,10 +31,10 @@ struct CurveContact {
 /// The longest stretch that two curves share around a point, or two coinciding stretches of one
 /// curve. On the first curve it runs forwards from `from` to `to`, across the seam if `from` lies
 /// behind `to`; on the second one it runs from `otherFrom` to `otherTo`, backwards unless
-/// sameSense. It covers no place of either curve twice: where one curve runs along the other for
-/// more than a lap, the stretch is told in parts that end at joints. Only here is the seam of a
-/// closed curve of n segments (n, 0.0) as an end and (0, 0.0) as a start, so two equal closed
-/// curves share (0, 0.0) to (n, 0.0).
+/// sameSense. It covers no point of either curve twice: if one curve runs along the other for more
+/// than a lap, the stretch is reported in parts that end at joints. Here only, the seam of a closed
+/// curve of n segments is (n, 0.0) at the end of a stretch and (0, 0.0) at its start, so two equal
+/// closed curves share (0, 0.0) to (n, 0.0).
 struct CurveOverlap {
   Position from, to, otherFrom, otherTo;
   bool sameSense;

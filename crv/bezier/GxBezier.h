@@ -288,9 +288,9 @@ class CRV_API GxBezier {
   double getNextTValue(double longChord, double shortChord, double longStep, double shortStep,
                        double gap, double t) const;
 
-  /// Returns 1 when the chord from ta to tb may stand for the curve: the highest point of the
-  /// curve, rotated so that the chord is level, lies no farther than gap from it. Points below the
-  /// chord are not measured. The piece examined reaches to ta + tb (1 - ta), not to tb.
+  /// Returns 1 when the chord from ta to tb may replace the curve: the highest point of the curve,
+  /// rotated so that the chord is level, lies no farther than gap from it. Points below the chord
+  /// are not measured. The piece examined reaches to ta + tb (1 - ta), not to tb.
   int checkChordGapDist(double ta, double tb, double gap) const;
 
   // ---- GxBezier_polyline.cpp: polylines by halving --------------------------------------------

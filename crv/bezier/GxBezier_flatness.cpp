@@ -1,5 +1,5 @@
 // Tests whether a segment is a line or a point, and whether the chord of a control polygon may
-// stand for it where it crosses the x axis (after P. J. Schneider, Graphics Gems, 1990).
+// replace it where it crosses the x axis (after P. J. Schneider, Graphics Gems, 1990).
 #include "crv/bezier/GxBezier.h"
 
 #include "crv/bezier/internal/controlPolygon.h"

@@ -26,7 +26,7 @@ namespace {
 // Curve units: control points closer than this make a segment its chord, or a point.
 constexpr double kDegenerate = 1e-7;
 
-// Halvings of the parameter range after which its middle stands for the root.
+// Halvings of the parameter range after which its middle is taken as the root.
 constexpr int kMaxDepth = 64;
 
 // The distance polynomial's degree, and the spacing of its control points along t.
@@ -34,7 +34,7 @@ constexpr int kDegree = 5;
 constexpr double kSpacing = 0.2;
 
 // Guards: roots kept and halvings made in one search. Most searches find at most five roots; more
-// come where the query lies on the curve and the polynomial is zero up to rounding.
+// are found only where the query lies on the curve and the polynomial is zero up to rounding.
 constexpr int kMaxRoots = 64;
 constexpr int kMaxHalvings = 4096;
 

@@ -18,8 +18,8 @@ namespace {
 // Curve units: an arc shorter than this is not divided.
 constexpr double kNoLength = kZeroTolerance;
 
-/// The parameter one chord after t. Where the search returns the lower end of its bracket, which it
-/// narrows to lo, it made no headway, and the parameter is fallback(lo).
+/// The parameter one chord after t. If the search returns the lower end of its bracket, lo after
+/// narrowing, it has failed, and the parameter is fallback(lo).
 template <class Fallback>
 double oneChordAfter(GxBezier const& s, double chord, double t, Fallback fallback) {
   double lo = t;

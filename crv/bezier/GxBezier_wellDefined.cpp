@@ -18,11 +18,11 @@ constexpr double kNoDifference = kZeroTolerance;
 // squared speeds below this is zero.
 constexpr double kNoDirection = kZeroTolerance;
 
-// The modes of findRatio; any other one asks for the average.
+// The modes of findRatio; any other mode computes the average.
 constexpr int kMinimum = 1;
 constexpr int kMaximum = 2;
 
-// What findRatio returns; for a minimum, where it lies.
+// The codes of findRatio; for a minimum they tell where it lies.
 constexpr int kNoRatio = -1;
 constexpr int kDone = 0;
 constexpr int kAtStart = 1;
@@ -45,8 +45,8 @@ GxBezier rightwards(GxBezier const& s) {
   return copy;
 }
 
-/// Returns true when the x speed is positive next to both ends. Where the speed at an end is zero,
-/// its change there decides, and where that is zero, too, the change at the other end.
+/// Returns true when the x speed is positive next to both ends. If the speed at an end is zero, its
+/// change there decides; if that is zero, too, the change at the other end does.
 bool runsForwardAtEnds(double startSpeed, double endSpeed, double startChange, double endChange) {
   if (startSpeed < 0.0 || endSpeed < 0.0) return false;
   bool const startsForward = startSpeed > 0.0;

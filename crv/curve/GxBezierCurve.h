@@ -308,9 +308,9 @@ class CRV_API GxBezierCurve {
       GxCoord<double> const& p, GxVector<double> const& v, GxBezierCurvePosition const& from,
       GxBezierCurvePosition const& towards, GxBezierCurvePosition& result, double tolerance) const;
 
-  /// Searches as the first form does, with a tolerance of 1e-8. Where that finds nothing, and also
-  /// from a position on no segment, the answer is the curve's far end if it lies within 0.001 of
-  /// the line.
+  /// Searches as the first form does, with a tolerance of 1e-8. If that finds nothing, or if from
+  /// is on no segment, the result is the curve's far end, provided that it lies within 0.001 of the
+  /// line.
   [[nodiscard]] int findFirstGeometricLineIntersectionWithEndpointCheck(
       GxCoord<double> const& p, GxVector<double> const& v, GxBezierCurvePosition const& from,
       GxBezierCurvePosition const& towards, GxBezierCurvePosition& result) const;
@@ -351,15 +351,15 @@ class CRV_API GxBezierCurve {
   [[nodiscard]] int getTriple(GxBezierCurvePosition const& pos, GxCoord<double>& point,
                               GxCoord<double>& before, GxCoord<double>& after) const;
 
-  /// Stores the first derivatives on both sides of pos; in points backwards along the curve. Where
-  /// a handle lies on its end point, the chord to the next control point serves instead. Returns 0,
+  /// Stores the first derivatives on both sides of pos; in points backwards along the curve. If a
+  /// handle lies on its end point, the chord to the next control point is used instead. Returns 0,
   /// or -1 for a position outside the curve, with the vectors untouched.
   [[nodiscard]] int getVelocityVectors(GxBezierCurvePosition const& pos, GxVector<double>& in,
                                        GxVector<double>& out) const;
 
   /// Stores the first derivatives on both sides of pos, both in the direction of travel. Chords
-  /// serve instead of derivatives that vanish (squared length below 1e-9). Returns 0, or -1 for a
-  /// position outside the curve, with both vectors zero.
+  /// replace derivatives that vanish (squared length below 1e-9). Returns 0, or -1 for a position
+  /// outside the curve, with both vectors zero.
   int findVelocityVectors(GxBezierCurvePosition const& pos, GxVector<double>& in,
                           GxVector<double>& out) const;
 

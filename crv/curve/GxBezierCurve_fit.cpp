@@ -60,7 +60,8 @@ GxVector<double> innerTangent(GxCoord<double> const& before, GxCoord<double> con
   return unitOrZero(((before - p) + (p - after)) * 0.5);
 }
 
-/// Finite and equal down to the signs of zeros, so that either may stand for the other.
+/// Returns true if both points are finite and equal, signs of zeros included, so that they can be
+/// exchanged.
 bool isSamePoint(GxCoord<double> const& p, GxCoord<double> const& q) {
   auto const same = [](double a, double b) {
     return a - b == 0.0 && std::signbit(a) == std::signbit(b);

@@ -1,4 +1,4 @@
-// The crossings of two curves: those of all pairs of segments whose boxes overlap.
+// The crossings of two curves are those of all pairs of segments whose boxes overlap.
 #include "crv/curve/GxBezierCurve.h"
 
 #include "crv/curve/internal/segmentTree.h"

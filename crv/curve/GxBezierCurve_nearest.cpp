@@ -20,7 +20,8 @@ namespace {
 // Squared curve units: the search ends at a point this near.
 constexpr double kNearEnough = 0.5;
 
-// Parameter: the curve is sampled at eleven places a segment; the last may come out just beside 1.
+// Parameter: each segment is sampled at eleven parameters; because of rounding the last one may
+// differ slightly from 1.
 constexpr double kSampleStep = 0.1;
 constexpr double kSampleLimit = 1.05;
 

@@ -1,6 +1,7 @@
 // The parallel curve: strongly bent segments are cut at their extremes, each segment is replaced by
-// the cubic between its offset ends that passes through two offset points of its inside, and what
-// comes apart is snapped together, bridged, or rounded between straight lines.
+// the cubic between its offset ends that passes through two offset points of its inside, and
+// neighbours that come apart are snapped together, bridged by a straight segment, or joined by a
+// rounded corner between straight lines.
 #include "crv/curve/GxBezierCurve.h"
 
 #include "crv/bezier/internal/extremes.h"
@@ -199,7 +200,8 @@ GxBezier cornerBetween(GxBezier const& a, GxBezier const& b, double limit) {
   return GxBezier(a[3], a[3] + t1 * h1, b[0] + t2 * h2, b[0]);
 }
 
-/// Whether two parallels come from lines that make a corner, to be rounded.
+/// Whether two parallels belong to straight segments with a corner between them, which is to be
+/// rounded.
 bool isCorner(GxBezier const& a, GxBezier const& b, GxBezier const& oldA, GxBezier const& oldB) {
   if (!oldA.isALine(kStraight) || !oldB.isALine(kStraight)) return false;
   if (isEqual(a[0], a[3], kNoHandle) || isEqual(b[0], b[3], kNoHandle)) return false;

@@ -12,13 +12,13 @@
 #include <utility>
 #include <vector>
 
-/// An ordered collection of T, stored by copy and handed out by reference; a reference stays valid
-/// until its element is removed. A cursor remembers the node last reached: sequential indexing
-/// costs one step per access, and any other index is reached from the nearest of cursor, first and
-/// last element. Indices beyond the end wrap modulo the length. The cursor is state of the list,
-/// even of a const one, so only one thread at a time may use a list by index; iterators leave the
-/// cursor alone. T needs a copy constructor, and == where find or comparisons are used. When
-/// copying an element throws or memory runs out, the list stays as it was.
+/// An ordered collection of T. Elements are stored as copies and returned by reference; a reference
+/// stays valid until its element is removed. A cursor remembers the node last reached: sequential
+/// indexing costs one step per access, and any other index is reached from the nearest of cursor,
+/// first and last element. Indices beyond the end wrap modulo the length. The cursor is state of
+/// the list, even of a const one, so only one thread at a time may use a list by index; iterators
+/// leave the cursor alone. T needs a copy constructor, and == where find or comparisons are used.
+/// When copying an element throws or memory runs out, the list stays as it was.
 template <class T>
 class GxList {
   struct Node;
@@ -207,9 +207,10 @@ class GxList {
   friend void swap(GxList& a, GxList& b) noexcept { a.swap(b); }
 
   /// Moves all elements of other, without copying, before the element at index; other ends up
-  /// empty. With index -1 the result starts with other's elements, goes on from the element at the
-  /// cursor and ends with those that stood before it. A list injected into itself stays as it is.
-  /// After an index of length or more, later indices may be off by other's length, as after remove.
+  /// empty. With index -1 the result starts with other's elements, continues with the element at
+  /// the cursor and those after it, and ends with those that stood before it. A list injected into
+  /// itself stays as it is. After an index of length or more, later indices may be off by other's
+  /// length, as after remove.
   void inject(GxList& other, int index);
 
   /// Moves all elements of other, without copying, to the end; other ends up empty. A list joined

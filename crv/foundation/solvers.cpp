@@ -2,8 +2,8 @@
 // points, so each sign change there brackets one root, which Newton's method refines, with
 // bisection as fallback (Press et al., Numerical Recipes, "rtsafe"). Where a stationary point
 // nearly touches zero, values are computed by the compensated Horner scheme (Graillat, Langlois,
-// Louvet 2005), as accurate as doubled precision, so that a close pair of roots is told from a
-// double root and from none.
+// Louvet 2005), which is as accurate as doubled precision, to distinguish a close pair of roots
+// from a double root and from no root.
 #include "crv/foundation/solvers.h"
 
 #include "crv/foundation/internal/solvers.h"

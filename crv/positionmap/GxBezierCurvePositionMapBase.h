@@ -8,9 +8,9 @@
 
 #include <list>
 
-/// Carries positions of a curve before an edit to the curve after it, and back. Maps do not change
-/// once made, so that any number of threads may map through one. The functions of positionMaps.h
-/// make them and hand them out through handles; callers may derive their own.
+/// Carries positions of a curve before an edit to the curve after it, and back. Maps are immutable,
+/// so any number of threads may use one at once. The functions of positionMaps.h make maps and
+/// return them in handles; callers may derive their own.
 class CRV_API GxBezierCurvePositionMapBase {
  public:
   GxBezierCurvePositionMapBase();

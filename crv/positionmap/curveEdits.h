@@ -1,4 +1,4 @@
-// Edits of curves that hand back a map of positions: copy a stretch, reverse, split.
+// Edits of curves that return a map of positions: copy a stretch, reverse, split.
 //
 // The map that an edit returns takes a position on the curve before the edit to the curve after it,
 // and back (GxBezierCurvePositionMapBase); the object that the handle referred to before is

@@ -23,7 +23,7 @@ constexpr double kPiece = 1e-9;
 /// part from the start of the piece.
 double fraction(double part, double whole) { return IS_ZERO(whole, kPiece) ? 0.0 : part / whole; }
 
-/// A stretch and the curve it was taken from; for closed 0 the curve is never looked at.
+/// A stretch and the curve from which it was taken; if closed is 0, the curve is never accessed.
 struct Stretch {
   GxBezierCurve const* curve;
   int closed;
@@ -50,8 +50,8 @@ struct Stretch {
 class StretchMap : public GxBezierCurvePositionMapBase {
  protected:
   /// Across the seam, the span is negative, and the segments of one lap are added to it.
-  /// Deliberate: the segments are counted before the seam is resolved. For a reversed stretch,
-  /// which comes with its ends in the reversed numbering, this makes a difference.
+  /// Deliberate: the segments are counted before the seam is resolved. This matters for a reversed
+  /// stretch, whose ends are given in the reversed numbering.
   StretchMap(Stretch const& stretch, long long segmentsPerLap)
       : stretch_(stretch.withSeamResolved()),
         count_(clampedInt(stretch.segmentSpan() + segmentsPerLap)) {}

@@ -102,7 +102,7 @@ void ChainFit::fitStretch(std::size_t first, std::size_t last, Point const& star
     std::size_t const run = longestRun(ends, next, left);
     isDone = run > left;
     if (run == 0) {
-      // A segment that ends at the next point always serves.
+      // A segment that ends at the next point always fits.
       best_.fit({ends.start, ends.startTangent, true, points_[next], kAnyTangent}, nullptr, 0);
       feet_[next++] = {segments_.size(), 1.0};
     }

@@ -149,8 +149,8 @@ class ChordPlan {
     sample_ = 0;
   }
 
-  /// Sets count parameters: the one after `done` chords, and those after each of the next chords.
-  /// Calls must ascend.
+  /// Sets count parameters: those at the ends of chords number `done`, `done` + 1, ... Calls must
+  /// come in ascending order.
   void setParameters(double* t, std::size_t done, std::size_t count) {
     unsigned char starts[kBatch + 1] = {};
     for (int i = 1; i < count_; ++i) {

@@ -41,7 +41,8 @@ constexpr double kFirstShare = 0x1p-24;
 // Bisections that exhaust a bracket.
 constexpr int kMostBisections = 60;
 
-// Share of the resolution: segments farther apart than this all along do not touch in one place.
+// In units of the resolution: segments that are nowhere nearer to each other than this do not
+// touch.
 constexpr double kTouching = 0x1p-6;
 
 // Relative to the largest coordinate: a connected set up to this long is not a stretch if the
@@ -285,7 +286,7 @@ bool ClusterJudge::isClear(double t, double u) const {
 bool ClusterJudge::crosses(FootPair const& place) const {
   if (isEnd(place.t) || isEnd(place.u)) return false;
   if (isClear(place.t, place.u)) return true;
-  // Where a segment turns back, each of its branches has sides of its own.
+  // Where a segment turns back, the sides of its branches are determined separately.
   if (isSlow(place.t, place.u)) return segmentsCross(pair_, place.t, place.u, resolution_);
   double const before = sideBeyond(place, -1.0), after = sideBeyond(place, 1.0);
   return (before < 0.0 && after > 0.0) || (before > 0.0 && after < 0.0);

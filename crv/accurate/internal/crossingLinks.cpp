@@ -199,8 +199,8 @@ bool Linker::exchange(std::size_t p, std::size_t q) {
   return true;
 }
 
-/// Follows the links from a stretch on. A part that returns to a crossing becomes a loop of its
-/// own.
+/// Follows the links, starting with a stretch. A part that returns to a crossing becomes a separate
+/// loop.
 void Linker::splitTrail(std::size_t start) {
   std::vector<std::size_t> trail;
   for (std::size_t stretch = start; !isTaken_[stretch];) {

@@ -9,7 +9,7 @@
 
 namespace crv::internal {
 
-/// Where a segment of an outline comes from.
+/// The origin of a segment of an outline.
 struct Origin {
   std::size_t list;  // kNone for a line that closes a gap
   std::size_t curve, segment;

@@ -146,7 +146,8 @@ bool isInSector(Point const& from, Point const& to, Point const& v) {
   return isReflex ? isLeftOfFrom || isRightOfTo : isLeftOfFrom && isRightOfTo;
 }
 
-/// How far apart two directions are on a circle of the given radius, where they point the same way.
+/// The distance of two exits on a circle of the given radius; the radius itself if they lie more
+/// than 90 degrees apart.
 double gapOnCircle(Point const& v, Point const& w, double radius) {
   return dot(v, w) > 0.0 ? std::fabs(cross(v, w)) / radius : radius;
 }

@@ -44,8 +44,8 @@ class BoxTree {
   Box const& leaf(std::size_t i) const { return levels_.front()[i]; }
 
   /// Calls visit(leaf) for every leaf whose box passes, in ascending order. passes(box) must hold
-  /// for a box if it holds for a box inside it. It is asked about a box right before the leaves
-  /// inside are visited, so its answer may depend on the leaves visited before.
+  /// for a box if it holds for a box inside it. It is called for a box right before the leaves
+  /// inside are visited, so its result may depend on the leaves visited before.
   template <class Passes, class Visit>
   void visit(Passes const& passes, Visit const& visit) const {
     visitChildren(height(), 0, passes, visit);
