@@ -11,10 +11,8 @@ namespace crv::internal {
 
 namespace {
 
-// In units of the resolution: approaches are connected through points up to this far apart. The
-// excess over 1 keeps rounding from dividing a cluster where points are exactly the resolution
-// apart.
-constexpr double kSlack = 1.0625;
+// Relative to the largest coordinate: how much rounding may add to the distance of two places.
+constexpr double kNoise = 0x1p-49;
 
 // Squared ratio: a path between two points may lead away from its start up to twice as far as its
 // end.
@@ -103,21 +101,23 @@ void Collection::add(Approach const& p) {
 
 bool keepNear(SegmentPair const& pair, double magnitude, double resolution, double t0, double u0,
               double t1, double u1) {
+  if (t0 == t1 && u0 == u1) return true;
   double const wayA = squaredDistance(pointAt(pair.a, t0), pointAt(pair.a, t1));
   double const wayB = squaredDistance(pointAt(pair.b, u0), pointAt(pair.b, u1));
-  double const far = kFarApart * magnitude;
+  double const far = farApart(magnitude, resolution);
   if (wayA > far * far || wayB > far * far) return false;
   // A loop returns to its starting point, but leaves it in between.
   double const bulge = leastStretch(magnitude, resolution);
   double const reach = max(kLongestDetour * max(wayA, wayB), bulge * bulge);
+  double const apart = resolution + kNoise * magnitude;
   Point const start = pointAt(pair.a, t0);
   for (double const s : {0.5, 0.25, 0.75}) {
     double const t = between(t0, t1, s), u = between(u0, u1, s);
     if (!(squaredDistance(start, pointAt(pair.a, t)) <= reach)) return false;
     if (!(squaredDistance(start, pointAt(pair.b, u)) <= reach)) return false;
-    if (pair.distanceAt(t, u) <= kSlack * resolution) continue;
-    if (!(pair.footOnB(t, u).distance <= kSlack * resolution)) return false;
-    if (!(pair.footOnA(t, u).distance <= kSlack * resolution)) return false;
+    if (pair.distanceAt(t, u) <= apart) continue;
+    if (!(pair.footOnB(t, u).distance <= apart)) return false;
+    if (!(pair.footOnA(t, u).distance <= apart)) return false;
   }
   return true;
 }

@@ -3,6 +3,7 @@
 
 #include "crv/accurate/internal/segmentPair.h"
 #include "crv/accurate/internal/segmentSearch.h"
+#include "crv/foundation/tolerance.h"
 
 #include <vector>
 
@@ -15,8 +16,11 @@ struct ApproachCluster {
   std::vector<Approach> members;
 };
 
-// Relative to the largest coordinate: points farther apart than this count as not connected.
-constexpr double kFarApart = 0x1p-6;
+/// Points farther apart than this count as not connected: a share of the largest coordinate, or
+/// what two graphs that part at a slope of 2^-8 keep within the resolution.
+inline double farApart(double magnitude, double resolution) {
+  return max(0x1p-6 * magnitude, 0x1p8 * resolution);
+}
 
 /// Whether the segments stay within the resolution between two pairs of parameters.
 bool keepNear(SegmentPair const& pair, double magnitude, double resolution, double t0, double u0,

@@ -80,10 +80,11 @@ void tidy(SegmentPair const& pair, double magnitude, double resolution, Meetings
 /// If all approaches are crossings at clear angles, far from the ends and from each other, adds
 /// them without further checks and returns true. Otherwise adds nothing and returns false.
 bool addLoneCrossings(ClusterJudge const& judge, SegmentPair const& pair,
-                      Approaches const& approaches, double magnitude, Meetings& found) {
+                      Approaches const& approaches, double magnitude, double resolution,
+                      Meetings& found) {
   std::size_t const n = approaches.size();
   if (n > kMostLone) return false;
-  double const far = kFarApart * magnitude;
+  double const far = farApart(magnitude, resolution);
   Point places[kMostLone];
   for (std::size_t i = 0; i < n; ++i) {
     Approach const& p = approaches[i];
@@ -103,7 +104,7 @@ void judgeAll(SegmentPair const& pair, Approaches& approaches, double magnitude,
               Stretches told, Meetings& found) {
   if (approaches.empty()) return;
   ClusterJudge const judge(pair, magnitude, resolution, told);
-  if (addLoneCrossings(judge, pair, approaches, magnitude, found)) return;
+  if (addLoneCrossings(judge, pair, approaches, magnitude, resolution, found)) return;
   for (auto const& cluster : collectClusters(pair, magnitude, resolution, approaches)) {
     judge.judge(cluster, found);
   }

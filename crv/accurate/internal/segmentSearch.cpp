@@ -46,6 +46,12 @@ constexpr double kRetracted = 0x1p-20;
 constexpr double kSlow = 0x1p-4;
 constexpr double kSlowness = 0x1p18;
 
+/// Whether an end of a segment lies on the other one up to rounding.
+bool isOnEnd(double t, double u, double distance) {
+  bool const isEnd = t == 0.0 || t == 1.0 || u == 0.0 || u == 1.0;
+  return isEnd && std::fabs(distance) <= kRounded;
+}
+
 Point unit(Point const& v) {
   double const length = std::sqrt(dot(v, v));
   return length > 0.0 ? v * (1.0 / length) : Point{1.0, 0.0};
@@ -68,7 +74,7 @@ class Search {
   bool findsCrossing(Part const& a, Part const& b, double& t, double& u) const;
   bool addClearCrossing(Part const& a, Part const& b);
   bool addNearPart(Part const& a, Part const& b);
-  void addRoot(Part const& a, Part const& b);
+  double addRoot(Part const& a, Part const& b);
   void addEndsNear(double t, double u);
   void addIfNear(double t, double u);
   void addPlace(double t, double u, bool isRoot) { found_.push_back({t, t, u, u, isRoot, runs_}); }
@@ -211,7 +217,9 @@ void Search::searchNode(Part const& a, Part const& b) {
   bool const isSlow = isMonotone && std::fabs(after - before) <= slow * length;
   if (isSlow && addNearPart(a, b)) return;
   if (isMonotone || isShort) {
-    if ((before < 0.0 && after > 0.0) || (before > 0.0 && after < 0.0)) addRoot(a, b);
+    // An end that lies on the other segment up to rounding is told as such.
+    bool const isRooted = !(isOnEnd(a.t0, b.t0, before) || isOnEnd(a.t1, b.t1, after));
+    if (isRooted && ((before < 0.0 && after > 0.0) || (before > 0.0 && after < 0.0))) addRoot(a, b);
     if (std::fabs(before) <= far) addIfNear(a.t0, b.t0);
     if (std::fabs(after) <= far) addIfNear(a.t1, b.t1);
     return;
@@ -245,15 +253,11 @@ bool Search::addNearPart(Part const& a, Part const& b) {
   double const lo = a.c.p[0].x, hi = a.c.p[3].x;
   bool const isNearBefore = isNear(lo), isNearAfter = isNear(hi);
   if (!isNearBefore && !isNearAfter && !doCross) return false;
-  if (doCross) addRoot(a, b);
+  double const middle = doCross ? addRoot(a, b) : isNearBefore ? lo : hi;
   if (isNearBefore && isNearAfter) {
     addStretch(a.t0, a.t1, b.t0, b.t1);
     return true;
   }
-  double const middle = isNearBefore  ? lo
-                        : isNearAfter ? hi
-                                      : lo + (hi - lo) * (before / (before - after));
-  // If the difference is far from linear, the crossing alone represents the stretch.
   if (!isNear(middle)) return true;
   auto const endTowards = [&](double far) {
     double near = middle;
@@ -278,12 +282,16 @@ bool Search::addNearPart(Part const& a, Part const& b) {
   return true;
 }
 
-/// Adds the crossing of two graphs whose difference has opposite signs at the ends.
-void Search::addRoot(Part const& a, Part const& b) {
+/// Adds the crossing of two graphs whose difference has opposite signs at the ends, and returns its
+/// place on the axis.
+double Search::addRoot(Part const& a, Part const& b) {
   double const before = b.c.p[0].y - a.c.p[0].y, after = b.c.p[3].y - a.c.p[3].y;
   double const share = before / (before - after);
   double t = a.parameter(share), u = b.parameter(share);
-  if (findsCrossing(a, b, t, u)) return addPlace(t, u, true);
+  if (findsCrossing(a, b, t, u)) {
+    addPlace(t, u, true);
+    return pointAt(a.c, (t - a.t0) / (a.t1 - a.t0)).x;
+  }
   double lo = a.c.p[0].x, hi = a.c.p[3].x, x = lo + (hi - lo) * share;
   for (int i = 0; i < kMostBisections; ++i) {
     double const s = whereXIs(a.c, x), w = whereXIs(b.c, x);
@@ -301,6 +309,7 @@ void Search::addRoot(Part const& a, Part const& b) {
     x = next;
   }
   if (pair_.distanceAt(t, u) <= resolution_) addPlace(t, u, true);
+  return x;
 }
 
 /// Adds a pair of parameters if the segments are within the resolution there: the parameter that is

@@ -115,15 +115,17 @@ void addOtherMeetings(ClusterJudge const& judge, SegmentPair const& pair, double
                       double resolution, SharedStretch const& s, Meetings& found) {
   double const ratio = (s.u1 - s.u0) / (s.t1 - s.t0);
   auto const partnerOf = [&](double t) { return s.u0 + (t - s.t0) * ratio; };
-  auto const add = [&](double t, double u) {
-    double const partner = min(1.0, max(0.0, partnerOf(t)));
-    if (keepNear(pair, magnitude, resolution, t, partner, t, u)) return;
-    FootPair const place = judge.snapped({t, u, pair.distanceAt(t, u)});
+  auto const isOnStretch = [&](Pair const& p) {
+    double const partner = min(1.0, max(0.0, partnerOf(p.t)));
+    return keepNear(pair, magnitude, resolution, p.t, partner, p.t, p.u);
+  };
+  auto const add = [&](Pair const& p) {
+    FootPair const place = judge.snapped({p.t, p.u, pair.distanceAt(p.t, p.u)});
     found.points.push_back({place.t, place.u, judge.crosses(place)});
   };
   for (double const t : {0.0, 1.0}) {
     for (double const u : {0.0, 1.0}) {
-      if (pair.distanceAt(t, u) <= resolution) add(t, u);
+      if (pair.distanceAt(t, u) <= resolution && !isOnStretch({t, u})) add({t, u});
     }
   }
   // The double point is computed on the segment with the longer share of the carrier, where it is
@@ -131,10 +133,16 @@ void addOtherMeetings(ClusterJudge const& judge, SegmentPair const& pair, double
   bool const isOnA = std::fabs(ratio) >= 1.0;
   double x = 0.0, y = 0.0;
   if (!findDoublePoint(isOnA ? pair.a : pair.b, x, y)) return;
+  Pair passes[2];
+  int count = 0;
   for (Pair const& p : {Pair{x, y}, Pair{y, x}}) {
     double t = isOnA ? p.t : s.t0 + (p.t - s.u0) / ratio, u = isOnA ? partnerOf(p.u) : p.u;
-    if (holdCrossing(pair, resolution, t, u)) add(t, u);
+    if (!holdCrossing(pair, resolution, t, u)) continue;
+    // A loop within the resolution is none from either side.
+    if (isOnStretch({t, u})) return;
+    passes[count++] = {t, u};
   }
+  for (int i = 0; i < count; ++i) add(passes[i]);
 }
 
 }  // namespace crv::internal
