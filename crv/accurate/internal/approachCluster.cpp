@@ -11,8 +11,13 @@ namespace crv::internal {
 
 namespace {
 
-// Relative to the largest coordinate: how much rounding may add to the distance of two places.
+// Relative to the largest coordinate: how much rounding may add to the distance of two points.
 constexpr double kNoise = 0x1p-49;
+
+// Share of the resolution by which connected points may exceed it because the segments are curved:
+// in units of the square of the resolution over the largest coordinate, and at most.
+constexpr double kCurved = 0x1p9;
+constexpr double kMostCurved = 0x1p-4;
 
 // Squared ratio: a path between two points may lead away from its start up to twice as far as its
 // end.
@@ -109,7 +114,9 @@ bool keepNear(SegmentPair const& pair, double magnitude, double resolution, doub
   // A loop returns to its starting point, but leaves it in between.
   double const bulge = leastStretch(magnitude, resolution);
   double const reach = max(kLongestDetour * max(wayA, wayB), bulge * bulge);
-  double const apart = resolution + kNoise * magnitude;
+  double const relative = resolution / magnitude;
+  double const curved = min(kMostCurved, kCurved * relative * relative);
+  double const apart = resolution + curved * resolution + kNoise * magnitude;
   Point const start = pointAt(pair.a, t0);
   for (double const s : {0.5, 0.25, 0.75}) {
     double const t = between(t0, t1, s), u = between(u0, u1, s);

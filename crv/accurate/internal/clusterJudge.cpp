@@ -216,7 +216,9 @@ FootPair ClusterJudge::placeOf(ApproachCluster const& c) const {
   for (Approach const& p : c.members) {
     for (bool const last : {false, true}) {
       double const t = last ? p.t1 : p.t0, u = last ? p.u1 : p.u0;
-      FootPair const foot = {t, u, pair_.distanceAt(t, u)};
+      FootPair foot = {t, u, pair_.distanceAt(t, u)};
+      // Two points of graphs over one place of the axis may be farther apart than the graphs.
+      if (foot.distance > resolution_) foot = pair_.footOnB(t, u);
       if (foot.distance < nearest.distance) nearest = foot;
       FootPair const end = snapped(foot);
       bool const isCorner = isEnd(end.t) && isEnd(end.u);

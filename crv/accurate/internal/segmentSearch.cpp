@@ -41,6 +41,10 @@ constexpr double kFarOutside = 0.25;
 // In chord lengths: a derivative below this does not determine a direction.
 constexpr double kRetracted = 0x1p-20;
 
+// In units of the largest coordinate: an end this near to the other segment lies on it up to
+// rounding.
+constexpr double kRounded = 0x1p-51;
+
 // Tangent of an angle, and the same divided by the resolution: where graphs diverge faster than the
 // smaller of both, the shared stretch is far too short to be reported, and only points are.
 constexpr double kSlow = 0x1p-4;
