@@ -123,6 +123,53 @@ void uniteWord(benchmark::State& state, int n) {
   perIteration(state, 1);
 }
 
+void uniteCopies(benchmark::State& state, int n) {
+  std::vector<GxBezierCurve> const copies(static_cast<std::size_t>(n), letters()[0]);
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(crv::unite(copies, {}, crv::FillRule::nonZero).curves.size());
+  }
+  perIteration(state, 1);
+}
+
+GxBezierCurve polygon(std::vector<Point> const& corners) {
+  GxBezierCurve curve;
+  for (std::size_t i = 0; i < corners.size(); ++i) {
+    Point const &from = corners[i], &to = corners[(i + 1) % corners.size()];
+    curve.getSegments().add(GxBezier(from, from, to, to));
+  }
+  curve.setStrictIsClosed(1);
+  return curve;
+}
+
+/// Squares in rows, each over its neighbours.
+void uniteGrid(benchmark::State& state, int n) {
+  std::vector<GxBezierCurve> squares;
+  int const side = static_cast<int>(std::sqrt(n));
+  for (int i = 0; i < n; ++i) {
+    double const x = 10.0 * (i % side), y = 10.0 * (i / side);
+    squares.push_back(polygon({{x, y}, {x + 12.0, y}, {x + 12.0, y + 12.0}, {x, y + 12.0}}));
+  }
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(crv::unite(squares, {}, crv::FillRule::nonZero).curves.size());
+  }
+  perIteration(state, 1);
+}
+
+/// Slivers that share one corner: each two of them meet.
+void uniteFan(benchmark::State& state, int n) {
+  std::vector<GxBezierCurve> slivers;
+  for (int i = 0; i < n; ++i) {
+    double const angle = 6.28 * i / n, next = angle + 2.0 / n;
+    slivers.push_back(polygon({{0.0, 0.0},
+                               {1000.0 * std::cos(angle), 1000.0 * std::sin(angle)},
+                               {1000.0 * std::cos(next), 1000.0 * std::sin(next)}}));
+  }
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(crv::unite(slivers, {}, crv::FillRule::nonZero).curves.size());
+  }
+  perIteration(state, 1);
+}
+
 double walkWhole(GxBezierCurve const& curve, int shortChords) {
   GxBezierCurvePosition to;
   int const code = curve.findNextPos(GxBezierCurvePosition(0, 0.0), to,
@@ -217,6 +264,11 @@ void enterGrowths() {
   enterGrowth("accurate: union of a row of n letters", "n log n", {1, 10, 100, 1000}, uniteLetters);
   enterGrowth("accurate: union of a word of n letters", "n log n", {10, 100, 1000, 10000},
               uniteWord);
+  enterGrowth("accurate: union of n copies of a letter", "n log n", {10, 100, 1000, 10000},
+              uniteCopies);
+  enterGrowth("accurate: union of a grid of n squares", "n log n", {100, 1024, 10000}, uniteGrid);
+  enterGrowth("accurate: union of n slivers around a corner", "n^2 meetings", {10, 100, 1000},
+              uniteFan);
   enterGrowth("list element by index, of n", "constant", {100, 1000, 10000, 100000}, indexAccess);
 }
 

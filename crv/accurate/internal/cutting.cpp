@@ -8,6 +8,7 @@
 #include "crv/accurate/internal/meetings.h"
 #include "crv/accurate/internal/parting.h"
 #include "crv/accurate/internal/segmentPair.h"
+#include "crv/accurate/internal/segmentTable.h"
 #include "crv/curve/internal/boxTree.h"
 #include "crv/foundation/internal/introsort.h"
 #include "crv/foundation/tolerance.h"
@@ -41,13 +42,6 @@ struct Shared {
   std::size_t first, second;
   SharedStretch range;
 };
-
-bool areSame(Point const& p, Point const& q) { return (p.x == q.x) & (p.y == q.y); }
-
-bool areSame(Cubic const& c, Cubic const& d) {
-  return areSame(c.p[0], d.p[0]) && areSame(c.p[1], d.p[1]) && areSame(c.p[2], d.p[2]) &&
-         areSame(c.p[3], d.p[3]);
-}
 
 /// The point at t, without a computation at the ends.
 Point placeAt(Cubic const& c, double t) {
@@ -87,6 +81,7 @@ class Cutter {
 
   Cutting cut() {
     uniteJoints();
+    joinTwins();
     findAllMeetings();
     arrangeCuts();
     carryOver();
@@ -96,8 +91,10 @@ class Cutter {
  private:
   double reach() const { return kOnePlace * scale_.resolution; }
   void uniteJoints();
+  void joinTwins();
   void findAllMeetings();
-  bool joinTwin(std::size_t i, std::size_t k);
+  bool joinReversed(std::size_t i, std::size_t k);
+  void join(std::size_t i, std::size_t k, bool isReversed);
   void findPair(std::size_t i, std::size_t k);
   bool partAtJoint(std::size_t i, std::size_t k);
   void add(std::size_t i, std::size_t k);
@@ -174,18 +171,31 @@ bool Cutter::partAtJoint(std::size_t i, std::size_t k) {
          partAtStart(reversed(segments_[k].c), segments_[i].c, reach);
 }
 
-/// If segment k equals segment i, or its reverse, counts it as a second copy of segment i and
-/// returns true.
-bool Cutter::joinTwin(std::size_t i, std::size_t k) {
-  Cubic const &c = segments_[i].c, &d = segments_[k].c;
-  if (!(areSame(c.p[0], d.p[0]) | areSame(c.p[0], d.p[3]))) return false;
-  bool const isSame = areSame(c, d);
-  if (!isSame && !areSame(c, reversed(d))) return false;
-  places_.unite(2 * i, isSame ? 2 * k : 2 * k + 1);
-  places_.unite(2 * i + 1, isSame ? 2 * k + 1 : 2 * k);
-  counts_[i][static_cast<std::size_t>(segments_[k].group)] += isSame ? 1 : -1;
+/// Counts segment k, which equals segment i or its reverse, as further copies of segment i.
+void Cutter::join(std::size_t i, std::size_t k, bool isReversed) {
+  places_.unite(2 * i, isReversed ? 2 * k + 1 : 2 * k);
+  places_.unite(2 * i + 1, isReversed ? 2 * k : 2 * k + 1);
+  for (std::size_t group = 0; group < 2; ++group) {
+    counts_[i][group] += isReversed ? -counts_[k][group] : counts_[k][group];
+  }
   isTwin_[k] = 1;
-  return true;
+}
+
+/// Joins equal segments, so that many copies of one outline cost no more than linear time.
+void Cutter::joinTwins() {
+  SegmentTable table(segments_.size());
+  for (std::size_t k = 0; k < segments_.size(); ++k) {
+    std::size_t const i = table.add(segments_[k].c, k);
+    if (i != k) join(i, k, false);
+  }
+}
+
+/// Joins segment k to segment i if it is its reverse; false if it is not.
+bool Cutter::joinReversed(std::size_t i, std::size_t k) {
+  Cubic const &c = segments_[i].c, &d = segments_[k].c;
+  bool const isReversed = areSame(c.p[0], d.p[3]) && areSame(c, reversed(d));
+  if (isReversed) join(i, k, true);
+  return isReversed;
 }
 
 void Cutter::findPair(std::size_t i, std::size_t k) {
@@ -197,15 +207,20 @@ void Cutter::findPair(std::size_t i, std::size_t k) {
 
 void Cutter::findAllMeetings() {
   std::vector<Box> boxes;
+  std::vector<std::size_t> numbers;  // of the segments in these boxes
   boxes.reserve(segments_.size());
+  numbers.reserve(segments_.size());
   double const margin = 0.5 * scale_.resolution;
-  for (ArrangedSegment const& s : segments_) {
-    Box const b = s.c.hull();
+  for (std::size_t i = 0; i < segments_.size(); ++i) {
+    if (isTwin_[i]) continue;
+    Box const b = segments_[i].c.hull();
     boxes.push_back({b.minX - margin, b.minY - margin, b.maxX + margin, b.maxY + margin});
+    numbers.push_back(i);
   }
   BoxTree const tree(std::move(boxes));
-  BoxTree::visitOwnOverlaps(tree, [&](std::size_t i, std::size_t k) {
-    if (isTwin_[i] || isTwin_[k] || (i != k && joinTwin(i, k))) return;
+  BoxTree::visitOwnOverlaps(tree, [&](std::size_t first, std::size_t second) {
+    std::size_t const i = numbers[first], k = numbers[second];
+    if (isTwin_[i] || isTwin_[k] || (i != k && joinReversed(i, k))) return;
     if (i != k) return findPair(i, k);
     if (advances(segments_[i].c)) return;
     findOwnMeetings(segments_[i].c, scale_.magnitude, scale_.resolution, found_);

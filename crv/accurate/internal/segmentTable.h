@@ -1,0 +1,66 @@
+// Finds segments with the same control points.
+#pragma once
+
+#include "crv/bezier/internal/cubic.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <vector>
+
+namespace crv::internal {
+
+inline bool areSame(Point const& p, Point const& q) { return (p.x == q.x) & (p.y == q.y); }
+
+inline bool areSame(Cubic const& c, Cubic const& d) {
+  return areSame(c.p[0], d.p[0]) && areSame(c.p[1], d.p[1]) && areSame(c.p[2], d.p[2]) &&
+         areSame(c.p[3], d.p[3]);
+}
+
+/// A hash table of segments, which stay where they are. Coordinates must be finite.
+/// Method: open addressing with linear probing; the hash is the highest bits of a sum of products.
+class SegmentTable {
+ public:
+  /// A table for so many segments at most.
+  explicit SegmentTable(std::size_t size) {
+    while (std::size_t{1} << (64 - shift_) < 2 * size) --shift_;
+    entries_.resize(std::size_t{1} << (64 - shift_));
+  }
+
+  /// The number of the first segment that was added with these control points: the given number if
+  /// there was none.
+  std::size_t add(Cubic const& c, std::size_t number) {
+    std::size_t const mask = entries_.size() - 1;
+    for (std::size_t i = static_cast<std::size_t>(hashOf(c) >> shift_);; i = (i + 1) & mask) {
+      Entry& entry = entries_[i];
+      if (entry.segment == nullptr) entry = {&c, number};
+      if (entry.segment == &c || areSame(*entry.segment, c)) return entry.number;
+    }
+  }
+
+ private:
+  struct Entry {
+    Cubic const* segment = nullptr;
+    std::size_t number = 0;
+  };
+
+  static std::uint64_t hashOf(Cubic const& c) {
+    constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;
+    std::uint64_t sum = 0, factor = kFactor;
+    for (Point const& p : c.p) {
+      // The sums with zero make one of both zeros.
+      for (double const x : {p.x + 0.0, p.y + 0.0}) {
+        std::uint64_t bits = 0;
+        std::memcpy(&bits, &x, sizeof bits);
+        sum += bits * factor;
+        factor *= kFactor;
+      }
+    }
+    return sum;
+  }
+
+  int shift_ = 60;
+  std::vector<Entry> entries_;
+};
+
+}  // namespace crv::internal
