@@ -219,6 +219,8 @@ TEST(CurveContacts, RunOverJointsAndTheSeam) {
   CurveContacts const spike = selfContacts(polygon({0, 0, 4, 0, 1, 0, 1, 3}, false));
   expectPoints(spike, {});
   expectOverlaps(spike, {{0.25, 1, 2, 1, 0}});
+  Curve const pausing = polygon({0, 2, 0, 1, 0, 1, 0, 0, 2, 0}, false);
+  expectOverlaps(contacts(pausing, square), {{0, 4, 3.5, 0.5, 1}});
   CurveContacts const thorn = selfContacts(polygon({0, 0, 4, 0, 4, 4, 0, 4, 0, 0, -1, -1}));
   expectPoints(thorn, {});
   expectOverlaps(thorn, {{4, 5, 6, 5, 0}});

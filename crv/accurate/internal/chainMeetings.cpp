@@ -130,8 +130,9 @@ std::size_t Assembly::linkBehind(Link const& link) const {
   auto const onSegment = [](Link const& l, std::size_t segment) {
     return l.from.segment < segment;
   };
-  auto const first = std::lower_bound(links_.begin(), links_.end(), end.segment, onSegment);
-  for (auto next = first; next != links_.end() && next->from.segment == end.segment; ++next) {
+  std::size_t const segment = a_.skipPoints(end.segment, true);
+  auto const first = std::lower_bound(links_.begin(), links_.end(), segment, onSegment);
+  for (auto next = first; next != links_.end() && next->from.segment == segment; ++next) {
     if (&*next != &link && areJoined(link, *next)) return std::size_t(next - links_.begin());
   }
   return links_.size();
@@ -233,9 +234,9 @@ bool Assembly::isInLink(ChainMeeting const& m, Link const& l) const {
 
 /// Whether a meeting lies in a stretch, or is at one point with an end of it.
 bool Assembly::isInLinks(ChainMeeting const& m) const {
-  std::size_t const n = a_.size(), middle = m.first.segment;
-  std::size_t const segments[] = {middle == 0 ? n - 1 : middle - 1, middle,
-                                  middle + 1 == n ? 0 : middle + 1};
+  std::size_t const middle = m.first.segment;
+  std::size_t const segments[] = {a_.skipPoints(a_.previous(middle), false), middle,
+                                  a_.skipPoints(a_.next(middle), true)};
   auto const onSegment = [](Link const& l, std::size_t segment) {
     return l.from.segment < segment;
   };

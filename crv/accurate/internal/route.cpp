@@ -30,6 +30,9 @@ constexpr double kLastStep = 0x1p-50;
 // Units of the largest coordinate: rounding of differences of places.
 constexpr double kNoise = 0x1p-50;
 
+// Guard: segments that are points and follow each other.
+constexpr int kMostPoints = 8;
+
 bool isNear(Cubic const& c, Point const& centre, double reach) {
   for (Point const& p : c.p) {
     if (!(squaredDistance(p, centre) <= reach * reach)) return false;
@@ -118,6 +121,15 @@ bool Route::staysNear(Point const& centre, double reach, Place const& p, Place c
   return staysNearForwards(centre, reach, p, q) || staysNearForwards(centre, reach, q, p);
 }
 
+std::size_t Route::skipPoints(std::size_t segment, bool forward) const {
+  for (int i = 0; i < kMostPoints; ++i) {
+    Cubic const c = (*this)[segment];
+    if (!isNear(c, c.p[0], scale_.resolution)) break;
+    segment = forward ? next(segment) : previous(segment);
+  }
+  return segment;
+}
+
 std::optional<Point> Route::exit(Point const& centre, double radius, Place const& from,
                                  bool forward) const {
   std::size_t segment = from.segment;
@@ -128,7 +140,7 @@ std::optional<Point> Route::exit(Point const& centre, double radius, Place const
       Cubic const rest = stretchOf((*this)[segment], t, forward ? 1.0 : 0.0);
       if (auto const exit = exitOf(rest, centre, radius, kMostHalvings)) return exit;
     }
-    std::size_t const neighbour = forward ? next(segment) : segment == 0 ? size() - 1 : segment - 1;
+    std::size_t const neighbour = forward ? next(segment) : previous(segment);
     std::size_t const first = forward ? segment : neighbour;
     if (isLast(first) || isGapBehind(first)) return std::nullopt;
     segment = neighbour;

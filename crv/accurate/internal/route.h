@@ -57,13 +57,19 @@ class Route {
   /// a closed curve, in at least one of the two directions.
   bool staysNear(Point const& centre, double reach, Place const& p, Place const& q) const;
 
+  std::size_t next(std::size_t segment) const { return segment + 1 == size() ? 0 : segment + 1; }
+  std::size_t previous(std::size_t segment) const { return (segment == 0 ? size() : segment) - 1; }
+
+  /// The first segment in a direction, the given one included, that leaves the resolution around
+  /// its start; goes around the seam, too. Gives up after a few segments.
+  std::size_t skipPoints(std::size_t segment, bool forward) const;
+
   /// The point at which the curve first leaves a circle, forwards or backwards from a normalised
   /// place; nothing if it ends or has a gap before.
   std::optional<Point> exit(Point const& centre, double radius, Place const& from,
                             bool forward) const;
 
  private:
-  std::size_t next(std::size_t segment) const { return segment + 1 == size() ? 0 : segment + 1; }
   bool staysNearForwards(Point const& centre, double reach, Place const& p, Place const& q) const;
 
   Chain const& chain_;
