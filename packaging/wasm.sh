@@ -1,5 +1,6 @@
-# Builds the library for WebAssembly with Debian's emscripten and asks in node whether it gives the bits
-# that are recorded, and reads and writes SVG. From the project's root: sh packaging/wasm.sh
+# Builds the library for WebAssembly with Debian's emscripten and asks in node whether it sorts in the
+# same order, gives the bits that are recorded, and reads and writes SVG. From the project's root:
+# sh packaging/wasm.sh
 set -eu
 
 # Debian keeps the modules of emscripten's scripts where only Debian's node looks.
@@ -18,6 +19,7 @@ emcmake cmake -S . -B build/wasm -G Ninja -DCMAKE_BUILD_TYPE=Release -DBUILD_SHA
   -DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST \
   -DGTest_DIR="$prefix/lib/cmake/GTest" -DCMAKE_CXX_FLAGS=$flags \
   -DCMAKE_EXE_LINKER_FLAGS="$flags $link" -DCRV_BUILD_EXAMPLES=OFF -DCRV_BUILD_BENCHMARKS=OFF
-cmake --build build/wasm --target crv_property_tests crv_svg_tests
+cmake --build build/wasm --target crv_foundation_tests crv_property_tests crv_svg_tests
+node build/wasm/tests/crv_foundation_tests.js
 node build/wasm/tests/crv_property_tests.js --gtest_filter='SameBits.*'
 node build/wasm/tests/crv_svg_tests.js
