@@ -123,7 +123,7 @@ async function tryOperation(browser, op) {
   return {op, shown, ...(await browser.run(() => ({text: program(), words: operation().shown})))};
 }
 
-/** Draws with a pen, loads and pastes. */
+/** Draws with pen, mouse or finger, loads and pastes. */
 async function tryTools(browser) {
   await browser.show(`file://${page}#op=flatten`);
   const [left, top] = await browser.run(() => {
@@ -132,10 +132,13 @@ async function tryTools(browser) {
   });
   await browser.run(() => element('draw').click());
   const stroke = Array.from({length: 30}, (_, i) => [left + 60 + 6 * i, top + 150 + 60 * Math.sin(i / 5)]);
-  await browser.drag(stroke, 'pen');
-  await compare(browser, 'drawn with a pen');
-  const drawn = await browser.run(() => [state.a[0].segments.length, address()]);
-  assert.ok(drawn[0] > 0 && drawn[1].includes('a=M'), `a stroke becomes a curve: ${drawn}`);
+  for (const pointer of browser.pointer === 'touch' ? ['touch'] : ['pen', 'mouse']) {
+    await browser.drag(stroke, pointer);
+    await compare(browser, `drawn by ${pointer}`);
+    const drawn = await browser.run(() => [state.a[0].segments.length, address()]);
+    assert.ok(drawn[0] > 0 && drawn[1].includes('a=M'), `a stroke by ${pointer} becomes a curve: ${drawn}`);
+    stroke.reverse();
+  }
 
   await browser.run(() => {
     element('samples').value = 'letter @';
@@ -263,10 +266,8 @@ await withDriver(async () => {
       for (const op of names) tried.push(await tryOperation(browser, op));
       await tryBits(browser);
       await tryFrames(browser);
-      if (!isTouch) {
-        await tryTools(browser);
-        writePrograms(tried);
-      }
+      await tryTools(browser);
+      if (!isTouch) writePrograms(tried);
       assert.equal(
         await browser.run(
           () =>
