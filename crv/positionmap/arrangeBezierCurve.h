@@ -7,15 +7,17 @@
 #include "crv/foundation/GxCoord.h"
 
 /// Gives a curve the start and the direction that suit a stretch from a to b.
-///   ends that meet (GxBezierCurve::isClose, which moves them together): the curve is made to start
-///   and end at b, then reversed when the way from a forwards to b is shorter than the way from b
-///   forwards to a. Both ways are counted in segments: the positions as numbered before the new
-///   start was made, the number of segments as it is after it. Where b's segment was split, the
-///   way chosen may therefore be the longer one: a closed square with a = (0, 0.2), b = (2, 0.5)
-///   is reversed and reaches a after 2.8 sides instead of 2.2
-///   other ends: the curve is reversed when b lies before a
-/// The new start is the joint before b when b's t is at most 0.1, the joint after it from 0.9 on;
-/// in between, b's segment is split and the curve gains one.
+///
+/// If the ends do not meet (GxBezierCurve::isClose, which moves them together if they do), the
+/// curve is only reversed, when b lies before a.
+///
+/// If the ends meet, the curve is made to start and end at b, and then reversed when the distance
+/// from a forwards to b is shorter than that from b forwards to a. The new start is the joint
+/// before b if b's t is at most 0.1, and the joint after it if t is at least 0.9; otherwise b's
+/// segment is split, and the curve gains a segment. Trap: the distances are counted in segments,
+/// with the positions as numbered before the new start was made, and the number of segments after
+/// it. If b's segment was split, the curve may therefore run the longer way: a closed square with a
+/// = (0, 0.2) and b = (2, 0.5) is reversed and reaches a after 2.8 sides instead of 2.2.
 CRV_API void arrangeBezierCurve(GxBezierCurve& curve, GxBezierCurvePosition const& a,
                                 GxBezierCurvePosition const& b);
 

@@ -34,16 +34,17 @@ CRV_API GxHandle<GxBezierCurvePositionMapBase> constructCompositePositionMap(
 
 // ---- positionMaps_reverse.cpp: the curve run the other way --------------------------------------
 
-/// For a curve of n segments: (k, t) to (n - k - 1, 1 - t), normalised; the end and the start, t
-/// within 1e-9, swap. Its own inverse. Outside: beyond the end (0, 0.0), before the start (n, 0.0).
+/// Maps (k, t) on a curve of n segments to (n - k - 1, 1 - t), normalised; the end and the start,
+/// to within 1e-9 in t, are exchanged. The map is its own inverse. Outside: beyond the end (0,
+/// 0.0), before the start (n, 0.0).
 CRV_API GxHandle<GxBezierCurvePositionMapBase> constructReversePositionMap(int n);
 
 // ---- positionMaps_rotate.cpp: a closed curve whose start moved by whole segments ----------------
 
-/// For a closed curve of n segments: segment s becomes (s + k) modulo n, and the end (n, 0.0) goes
-/// where the start goes. The remainder has the sign of its dividend: keep k within -n..n. direction
-/// has no effect. Outside (before the start, or beyond the end): where the start goes. With n = 0
-/// every remainder is 0.
+/// Maps segment s of a closed curve of n segments to (s + k) modulo n, and the end (n, 0.0) to the
+/// image of the start. The remainder has the sign of its dividend, so keep k within -n..n.
+/// direction has no effect. Outside (before the start, or beyond the end): the image of the start.
+/// With n = 0 every remainder is 0.
 CRV_API GxHandle<GxBezierCurvePositionMapBase> constructRotatePositionMap(int direction, int k,
                                                                           int n);
 
@@ -63,18 +64,17 @@ CRV_API GxHandle<GxBezierCurvePositionMapBase> constructSingletonPositionMap(
 ///   forward   0: the stretch is read against the curve, from start back to end
 ///   curveEnd  the curve's lastPos()
 /// When end does not lie after start in the direction of reading, the stretch runs across the seam,
-/// closed or not. Where start or end cannot be read backwards (not on the curve), the map made is
-/// the identity.
-/// Outside, before the stretch: its start on the new curve, (base, 0.0); after it: its end; in the
-/// gap that a stretch across the seam leaves out: its end when nearer in segments to start, else
-/// its start. The inverse covers everything from base on and carries positions beyond the stretch
-/// on with 0; before base it gives start with -1. A map of a closed curve refers to the curve,
-/// which must outlive it and keep its number of segments; with closed 0 the map does not refer to
-/// it.
-/// With forward 0 the map is a composite of the reversal and of such a map of the reversed curve. A
-/// position off the curve then stores what the reversal stores, (0, 0.0) or (n, 0.0), without base;
-/// the inverse of a position before base stores start in the reversed numbering, and an inverse
-/// beyond the reversed curve gives -1 with (0, 0.0) or (n, 0.0).
+/// closed or not. If start or end is not on the curve, a map with forward 0 is the identity.
+/// Outside: before the stretch, its start on the new curve, (base, 0.0); after it, its end; in the
+/// gap that a stretch across the seam leaves out, the end of the stretch if the position is nearer
+/// in segments to start, else its start. The inverse maps every position from base on, also beyond
+/// the stretch, and returns 0; before base it stores start and returns -1. A map of a closed curve
+/// refers to the curve, which must outlive it and keep its number of segments; with closed 0 the
+/// map does not refer to it. With forward 0 the map is a composite of the reversal and of such a
+/// map of the reversed curve. For a position off the curve it stores the result of the reversal,
+/// (0, 0.0) or (n, 0.0), without base. The inverse of a position before base stores start in the
+/// reversed numbering, and the inverse of one beyond the reversed curve returns -1 and stores (0,
+/// 0.0) or (n, 0.0).
 CRV_API GxHandle<GxBezierCurvePositionMapBase> constructRangePositionMap(
     GxBezierCurve const& curve, int closed, int base, int forward,
     GxBezierCurvePosition const& start, GxBezierCurvePosition const& end,
@@ -84,9 +84,8 @@ CRV_API GxHandle<GxBezierCurvePositionMapBase> constructRangePositionMap(
 
 namespace crv {
 
-/// pos, or, when closed is non-zero and pos lies on the seam, the seam as a stretch reads it: the
-/// end of the curve becomes its start when reading forwards, the start its end when reading
-/// backwards (forward 0), t within 1e-9 of 0.
+/// Returns pos, except on the seam (t within 1e-9 of 0) if closed is non-zero: the end of the curve
+/// then becomes its start if forward is non-zero, and the start becomes the end if forward is 0.
 CRV_API GxBezierCurvePosition translate(GxBezierCurve const& curve, int closed,
                                         GxBezierCurvePosition const& pos, int forward);
 
