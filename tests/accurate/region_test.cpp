@@ -304,6 +304,23 @@ TEST(Region, AddsUpWhereAllIsDegenerate) {
   }
 }
 
+TEST(Region, TakesTurnsTheWayTheCurveGoesBehindShortHandles) {
+  // The node beside the cusp of the second segment is 1e-15 before it, where handles point back.
+  Curve curve;
+  curve.getSegments().add({{1.0000000000000739, 1.0000000000000524},
+                           {0.99999999999990341, 6.6869422327727113e-15},
+                           {3.1050266884267327e-14, -3.6046760994940995e-14},
+                           {-2.0508356904610995e-14, 0.99999999999996347}});
+  curve.getSegments().add({{-2.0508356904610995e-14, 0.99999999999996347},
+                           {1.0000000000000766, -9.1604011878371248e-14},
+                           {7.2543479222804307e-14, 1.6206705989316111e-14},
+                           {1.0000000000000739, 1.0000000000000524}});
+  curve.setStrictIsClosed(1);
+  for (FillRule const rule : {FillRule::nonZero, FillRule::evenOdd}) {
+    EXPECT_NEAR(crv::area({curve}, rule), -crv::signedArea(curve), 1e-12) << "wound around once";
+  }
+}
+
 TEST(Region, AnswersAlways) {
   Random random(2);
   double const values[] = {0, 1, 1, 2, 1e300, -1e-300, kNaN, kInf, 5e-324};

@@ -101,6 +101,10 @@ std::optional<Point> exitOf(Cubic const& c, Point const& centre, double radius, 
 
 }  // namespace
 
+std::optional<Point> exitOf(Cubic const& c, Point const& centre, double radius) {
+  return exitOf(c, centre, radius, kMostHalvings);
+}
+
 bool Route::staysNearForwards(Point const& centre, double reach, Place const& p,
                               Place const& q) const {
   std::size_t segment = p.segment;
@@ -138,7 +142,7 @@ std::optional<Point> Route::exit(Point const& centre, double radius, Place const
     bool const isPassed = forward ? t == 1.0 : t == 0.0;
     if (!isPassed) {
       Cubic const rest = stretchOf((*this)[segment], t, forward ? 1.0 : 0.0);
-      if (auto const exit = exitOf(rest, centre, radius, kMostHalvings)) return exit;
+      if (auto const exit = exitOf(rest, centre, radius)) return exit;
     }
     std::size_t const neighbour = forward ? next(segment) : previous(segment);
     std::size_t const first = forward ? segment : neighbour;

@@ -76,6 +76,9 @@ class Route {
   UnitScale const& scale_;
 };
 
+/// Where a cubic leaves a circle first, if it does.
+std::optional<Point> exitOf(Cubic const& c, Point const& centre, double radius);
+
 /// Whether two curves cross at a point that lies on both and is an end of neither: whether the two
 /// branches of the second curve leave to different sides of the first. The branches are followed
 /// until they are all farther apart than the resolution.

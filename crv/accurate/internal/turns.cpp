@@ -6,11 +6,13 @@
 #include "crv/accurate/internal/blossom.h"
 #include "crv/accurate/internal/foot.h"
 #include "crv/accurate/internal/graph.h"
+#include "crv/accurate/internal/route.h"
 #include "crv/accurate/internal/segmentPair.h"
 #include "crv/foundation/tolerance.h"
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <utility>
 
 namespace crv::internal {
@@ -24,6 +26,13 @@ constexpr double kShortHandle = 16.0;
 // In units of the resolution: the largest shift of a control point when ends are moved onto the
 // nodes.
 constexpr double kMoved = 4.0;
+
+// Unit scale: a segment goes along a handle longer than this for more than the resolution.
+constexpr double kLongHandle = 0x1p-14;
+
+// Squared sine of the angle from a control point to the way that the curve takes, up to which it is
+// the direction.
+constexpr double kSquaredStray = 0x1p-8;
 
 // Difference of angle keys: directions farther apart than this decide the order alone.
 constexpr double kClearTurn = 0x1p-6;
@@ -83,6 +92,27 @@ Point unit(Point const& v) {
   return length > 0.0 ? v * (1.0 / length) : Point{0.0, 0.0};
 }
 
+/// The direction in which a cubic leaves its start: that of the first control point farther away
+/// than the least length. Behind a short handle, the curve may soon go another way.
+Point directionOf(Cubic const& c, double least) {
+  Point direction = {0.0, 0.0};
+  double squared = 0.0;
+  for (int i = 1; i < 4 && squared <= least * least; ++i) {
+    Point const d = c.p[i] - c.p[0];
+    if (dot(d, d) <= squared) continue;
+    direction = d;
+    squared = dot(d, d);
+    if (i == 1 && squared > kLongHandle * kLongHandle) return direction;
+  }
+  std::optional<Point> const exit = exitOf(c, c.p[0], least);
+  if (!exit) return direction;
+  Point const way = *exit - c.p[0];
+  double const across = cross(direction, way);
+  bool const isTaken =
+      dot(direction, way) > 0.0 && across * across <= kSquaredStray * squared * dot(way, way);
+  return isTaken ? direction : way;
+}
+
 class Sorter {
  public:
   Sorter(Cutting& cutting, double resolution) : cutting_(cutting), resolution_(resolution) {}
@@ -120,16 +150,8 @@ Cubic Sorter::outward(std::size_t halfEdge) const {
 }
 
 Turn Sorter::turnOf(std::size_t halfEdge) const {
-  Cubic const c = outward(halfEdge);
-  double const least = kShortHandle * resolution_;
-  Point direction = {0.0, 0.0};
-  double squared = 0.0;
-  for (int i = 1; i < 4 && squared <= least * least; ++i) {
-    Point const d = c.p[i] - c.p[0];
-    if (dot(d, d) <= squared) continue;
-    direction = d;
-    squared = dot(d, d);
-  }
+  Point const direction = directionOf(outward(halfEdge), kShortHandle * resolution_);
+  double const squared = dot(direction, direction);
   double const slack = squared > 0.0 ? min(2.0, kMoved * resolution_ / std::sqrt(squared)) : 2.0;
   return {halfEdge, unit(direction), angleKey(direction), slack};
 }
