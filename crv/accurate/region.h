@@ -5,10 +5,12 @@
 // area. Curves may cross, touch, share stretches, lie inside each other and run back on themselves.
 // Open curves are closed by a straight line, and gaps between segments are closed in the same way.
 //
-// Stretches nearer to each other than the resolution r = 2^-40 S become one, and points within 2 r
-// of each other become one node. Segments of results are stretches of their sources up to rounding;
-// where they were moved onto such a node, they lie within 3 r of their sources. The error of areas
-// is at most 3 r times the perimeter. At the tip of a sliver, the moved part is a short segment of
+// Segments of results are stretches of their sources up to rounding, 64 u S with u = 2^-53, also
+// where outlines cross, touch, coincide or share edges. Only stretches that are not equal, but
+// nearer to each other than the resolution r = 2^-40 S for more than 2^-16 S, become one (2^-14 S
+// where they meet at an end of one of them), and points within 2 r of each other become one node.
+// Where a segment was moved onto such a node, it lies within 4 r of its source. The error of areas
+// is at most 4 r times the perimeter. At the tip of a sliver, the moved part is a short segment of
 // its own. Input that is not finite, or of a magnitude beyond 2^500 or below 2^-500, has the area
 // NaN, the winding number 0 everywhere, contains no point and gives results without curves. The
 // time grows as n log n for n segments that each meet few others, plus k log k for k meetings;
