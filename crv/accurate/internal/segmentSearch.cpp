@@ -70,9 +70,15 @@ class Search {
     runs_ = runs;
     search(SearchPiece(a), SearchPiece(b));
   }
+  void searchNear(SearchPiece const& a, SearchPiece const& b) {
+    ++pairs_;
+    searchNear(a, ControlPolygon(a.part.c), b, ControlPolygon(b.part.c));
+  }
 
  private:
   void search(SearchPiece const& a, SearchPiece const& b);
+  void searchNear(SearchPiece const& a, ControlPolygon const& edgesA, SearchPiece const& b,
+                  ControlPolygon const& edgesB);
   void searchGraphs(Part const& a, Part const& b);
   void searchNode(Part const& a, Part const& b);
   bool findsCrossing(Part const& a, Part const& b, double& t, double& u) const;
@@ -100,6 +106,13 @@ void Search::search(SearchPiece const& a, SearchPiece const& b) {
   ControlPolygon const edgesA(a.part.c), edgesB(b.part.c);
   if (isBesideChord(a.part.c, edgesA, b.part.c, r)) return;
   if (isBesideChord(b.part.c, edgesB, a.part.c, r)) return;
+  searchNear(a, edgesA, b, edgesB);
+}
+
+/// Two pieces that neither their boxes nor their fat lines keep apart.
+void Search::searchNear(SearchPiece const& a, ControlPolygon const& edgesA, SearchPiece const& b,
+                        ControlPolygon const& edgesB) {
+  double const r = resolution_;
   if (runAcross(edgesA, edgesB, r) && addClearCrossing(a.part, b.part)) return;
 
   bool const isPointA = a.isPoint(r), isPointB = b.isPoint(r);
@@ -334,13 +347,15 @@ void Search::addIfNear(double t, double u) {
 }  // namespace
 
 void findApproaches(SegmentPair const& pair, double resolution, Approaches& found) {
-  if (!areNear(pair.a.hull(), pair.b.hull(), resolution)) return;
+  SearchPiece const a(Part{pair.a, 0.0, 1.0}), b(Part{pair.b, 0.0, 1.0});
+  if (!areNear(a.box, b.box, resolution)) return;
   Part partsA[3], partsB[3];
-  int const countA = max(1, straightParts(pair.a, resolution, partsA));
-  int const countB = max(1, straightParts(pair.b, resolution, partsB));
+  int const countA = straightParts(pair.a, resolution, partsA);
+  int const countB = straightParts(pair.b, resolution, partsB);
   Search search(pair, resolution, found);
-  for (int i = 0; i < countA; ++i) {
-    for (int k = 0; k < countB; ++k) search.search(partsA[i], partsB[k], 3 * i + k);
+  if (countA <= 1 && countB <= 1) return search.searchNear(a, b);
+  for (int i = 0; i < max(1, countA); ++i) {
+    for (int k = 0; k < max(1, countB); ++k) search.search(partsA[i], partsB[k], 3 * i + k);
   }
 }
 

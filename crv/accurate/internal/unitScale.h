@@ -22,9 +22,8 @@ struct UnitScale {
   double resolution;  // after scaling, clamped to kFinestResolution * magnitude .. magnitude
 
   UnitScale(double givenMagnitude, double givenResolution) {
-    int exponent = 0;
-    magnitude = std::frexp(givenMagnitude, &exponent);
-    factor = std::ldexp(1.0, -exponent);
+    factor = givenMagnitude > 0.0 ? 0.5 * PowerOfTwo::below(givenMagnitude).inverse : 1.0;
+    magnitude = givenMagnitude * factor;
     double const wanted = givenResolution > 0.0 ? min(givenResolution, givenMagnitude) * factor
                                                 : kDefaultResolution * magnitude;
     resolution = max(wanted, kFinestResolution * magnitude);
