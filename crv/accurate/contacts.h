@@ -9,8 +9,8 @@
 
 namespace crv {
 
-/// The kind of a contact. The kind is end at an end of a segment or of an open curve. Elsewhere the
-/// curves cross if each passes to the other side of the other one; otherwise they touch.
+/// The kind of a contact: end at an end of a segment or of an open curve. Elsewhere it is crossing
+/// if each curve passes to the other side of the other one, else touching.
 enum class ContactKind { crossing, touching, end };
 
 /// A contact of the first segment at t with the second one at u.

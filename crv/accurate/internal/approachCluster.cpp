@@ -11,11 +11,12 @@ namespace crv::internal {
 
 namespace {
 
-// Relative to the largest coordinate: how much rounding may add to the distance of two points.
+// Relative to the largest coordinate: bounds the rounding error of the distance of two points.
 constexpr double kNoise = 0x1p-49;
 
-// Share of the resolution by which connected points may exceed it because the segments are curved:
-// in units of the square of the resolution over the largest coordinate, and at most.
+// Share of the resolution by which the distance of connected points may exceed it because the
+// segments are curved: kCurved times the square of the resolution relative to the largest
+// coordinate, but at most kMostCurved.
 constexpr double kCurved = 0x1p9;
 constexpr double kMostCurved = 0x1p-4;
 

@@ -16,8 +16,8 @@ struct ApproachCluster {
   std::vector<Approach> members;
 };
 
-/// Points farther apart than this count as not connected: a share of the largest coordinate, or
-/// what two graphs that part at a slope of 2^-8 keep within the resolution.
+/// Points farther apart than this count as not connected: a share of the largest coordinate, or the
+/// length over which two graphs that diverge with a slope of 2^-8 stay within the resolution.
 inline double farApart(double magnitude, double resolution) {
   return max(0x1p-6 * magnitude, 0x1p8 * resolution);
 }

@@ -69,8 +69,8 @@ class Introsort {
     }
   }
 
-  /// Puts a value in place of the top of a heap in the heap: the places of greatest children are
-  /// vacated down to the bottom, from where the value rises.
+  /// Replaces the top of a heap by a value: the hole at the top moves down along the greatest
+  /// children to the bottom, from where the value moves up.
   void settle(Element* heap, std::size_t top, std::size_t count, Element const value) {
     std::size_t hole = top;
     for (std::size_t child = 2 * hole + 2; child <= count; child = 2 * hole + 2) {
@@ -99,9 +99,9 @@ class Introsort {
   IsBefore isBefore_;
 };
 
-/// Sorts a vector or a short list, with at most about 2 n log n comparisons. isBefore is a strict
-/// weak order; with any other relation that never holds both ways, as that of NaN to numbers, the
-/// order is left open, but no element is lost.
+/// Sorts a vector or a short list, with at most about 2 n log n comparisons. isBefore must be a
+/// strict weak order. With any other asymmetric relation, such as comparisons with NaN, the order
+/// is unspecified, but no element is lost.
 template <class Range, class IsBefore>
 void introsort(Range& elements, IsBefore isBefore) {
   if (elements.empty()) return;
