@@ -76,6 +76,12 @@ struct Offset {
 /// The outline of a stroke of a width along a curve, as a region: outer boundaries run
 /// counter-clockwise, holes clockwise, and they cross nowhere.
 ///
+/// With round joins and caps the stroke contains the points within half the width of the curve.
+/// Otherwise it contains the points over which a straight pen of that width passes that is held
+/// across the curve, and the joins and caps. If an open end bends more tightly than the pen is
+/// wide, the pen also passes over points beyond a flat cap; there the pen at the end, and the
+/// centres of curvature about which it turns, bound the stroke.
+///
 /// A closed curve has no caps. A curve that is one point gives a disc or, with square caps, a
 /// square; with butt caps nothing. A width or a tolerance that is not above 0, and unusable input,
 /// give an empty result.

@@ -4,8 +4,10 @@
 #include "crv/accurate/curveContacts.h"
 #include "crv/accurate/curveSearch.h"
 #include "crv/accurate/direction.h"
+#include "crv/accurate/region.h"
 #include "tests/support/data.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -157,6 +159,60 @@ TEST(AccurateOffset, OutlinesOfStrokesHaveTheirCapsAndHoles) {
   // Where a curve turns back, the outline is round: the stroke of a line that runs to and fro.
   Curve const back = curveOf({bezier(0, 0, 200, 0, -100, 0, 100, 0)});
   EXPECT_NEAR(totalArea(crv::strokeOutline(back, 20, Cap::round, {1e-6})), 2000 + 100 * kPi, 1e-2);
+}
+
+/// Whether a straight pen of a width, held across a segment without caps, passes over a point.
+bool isSwept(GxBezier const& segment, double width, Point const& p) {
+  double last = 0.0;
+  for (int i = 0; i <= 4000; ++i) {
+    Point const foot = segment.bValue(i / 4000.0);
+    auto const velocity = segment.dValue(i / 4000.0);
+    double const along =
+        (p.xval() - foot.xval()) * velocity.xval() + (p.yval() - foot.yval()) * velocity.yval();
+    if (i > 0 && along * last <= 0.0 && foot.distance(p) < 0.5 * width) return true;
+    last = along;
+  }
+  return false;
+}
+
+TEST(AccurateOffset, FlatCapsAndJoinsBoundWhatAStraightPenPassesOver) {
+  // The last segment is shorter than the pen is wide.
+  for (double const length : {0.5, 2.0, 8.0, 30.0}) {
+    Curve const hook = polygon({0, 0, 100, 0, 100, length});
+    double const least = 2000 + 10 * length + 10 * std::max(0.0, length - 10);
+    EXPECT_NEAR(totalArea(crv::strokeOutline(hook, 20, Cap::butt, {1e-6})), least + 25 * kPi, 1e-3);
+    EXPECT_NEAR(totalArea(crv::strokeOutline(hook, 20, Cap::butt, {1e-6, Join::miter})),
+                least + 100, 1e-6);
+    EXPECT_NEAR(totalArea(crv::strokeOutline(hook, 20, Cap::butt, {1e-6, Join::bevel})), least + 50,
+                1e-6);
+  }
+  // Stairs with steps that are shorter than the distance.
+  Curve const stairs =
+      closed(polygon({0, 0, 100, 0, 100, 3, 97, 3, 97, 6, 94, 6, 94, 50, 0, 50, 0, 0}));
+  for (Join const join : {Join::miter, Join::bevel}) {
+    EXPECT_EQ(crv::offset(stairs, -10, {0.01, join}).parallels.size(), 1u);
+    EXPECT_EQ(crv::strokeOutline(stairs, 20, Cap::butt, {0.01, join}).size(), 2u);
+  }
+  // The ends bend more tightly than the pen is wide.
+  for (Row const row : table("62 45 88 20 67 50 88 74 43; 61 98 61 98 46 42 54 50 5.5;"
+                             "0 0 60 0 60 20 40 20 50; 10 0 90 60 -30 60 50 0 60")) {
+    GxBezier const segment = segmentOf(row);
+    std::vector<Curve> const stroke = crv::strokeOutline(curveOf({segment}), row[8], Cap::butt);
+    ASSERT_FALSE(stroke.empty());
+    std::vector<CurveSearch> boundaries;
+    for (Curve const& outline : stroke) boundaries.emplace_back(outline);
+    Random random(20261129);
+    for (int i = 0; i < 200; ++i) {
+      double const x = random.uniform(-20, 120), y = random.uniform(-20, 120);
+      auto const isClose = [&](CurveSearch const& boundary) {
+        return boundary.nearest({x, y})->distance < 0.1;
+      };
+      if (std::any_of(boundaries.begin(), boundaries.end(), isClose)) continue;
+      EXPECT_EQ(crv::contains(stroke, {x, y}, crv::FillRule::nonZero),
+                isSwept(segment, row[8], {x, y}))
+          << text(x) << " " << text(y);
+    }
+  }
 }
 
 TEST(AccurateOffset, InputsThatBrokeOthersAreFollowed) {

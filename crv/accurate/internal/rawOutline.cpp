@@ -57,6 +57,10 @@ std::vector<SmoothPart> reversed(std::vector<SmoothPart> const& parts) {
   return back;
 }
 
+Place placeOn(SmoothPart const& part, double t) {
+  return {part.segment, t == 1.0 ? part.t1 : part.t0 + t * (part.t1 - part.t0)};
+}
+
 }  // namespace
 
 /// The transition between the parallels of two parts. from and to are their ends, which are equal
@@ -96,11 +100,13 @@ RawOutline::RawOutline(Chain const& curve, double distance, OffsetOptions const&
   std::size_t const n = curve.size();
   segments_.reserve((sides == RawSides::left ? 2 : 4) * n);
   std::vector<std::size_t> const gaps = gapsOf(curve, kMagnitude);
+  isSwept_ = options.join != Join::round || (cap != Cap::round && !gaps.empty());
   if (gaps.empty()) addRun(curve, 0, n, true);
   for (std::size_t i = 0; i < gaps.size(); ++i) {
     std::size_t const before = i == 0 ? gaps.back() : gaps[i - 1];
     addRun(curve, (before + 1) % n, (gaps[i] + n - before - 1) % n + 1, false);
   }
+  addBackward();
 }
 
 bool RawOutline::isWhole(Chain const& curve) { return gapsOf(curve, kMagnitude).empty(); }
@@ -164,7 +170,10 @@ void RawOutline::addSide(Parts const& parts, bool isClosed, bool isWanted) {
 
 void RawOutline::addTurn(Turn const& turn, bool isWanted) {
   if (areSame(turn.from, turn.to)) return;
-  if (!turn.corner.isOuter()) return goTo(turn.to, isWanted, turn.before, turn.behind);
+  if (!turn.corner.isOuter()) {
+    if (isSwept_) goTo(turn.corner.joint, isWanted, turn.before, turn.behind);
+    return goTo(turn.to, isWanted, turn.before, turn.behind);
+  }
   OffsetOptions options = options_;
   if (sides_ == RawSides::leftAmongBoth && !isWanted) options.join = Join::round;
   join_.clear();
@@ -175,13 +184,53 @@ void RawOutline::addTurn(Turn const& turn, bool isWanted) {
 void RawOutline::addPart(SmoothPart const& part, Point const& from, Point const& to,
                          bool isWanted) {
   pieces_.clear();
-  appendParallel(part.c, distance_, options_.tolerance, from, to, pieces_);
-  double const width = part.t1 - part.t0;
+  reversed_.clear();
+  appendParallel(part.c, distance_, options_.tolerance, from, to, pieces_,
+                 isSwept_ ? &reversed_ : nullptr);
+  auto reversed = reversed_.begin();
   for (ParallelPiece const& piece : pieces_) {
-    Place const first = {part.segment, part.t0 + piece.t0 * width};
-    Place const last = {part.segment, piece.t1 == 1.0 ? part.t1 : part.t0 + piece.t1 * width};
+    for (; reversed != reversed_.end() && reversed->t0 < piece.t0; ++reversed) {
+      addReversed(*reversed, part, isWanted);
+    }
+    Place const first = placeOn(part, piece.t0), last = placeOn(part, piece.t1);
     goTo(piece.c.start(), isWanted, first, first);
     add({piece.c, RawKind::parallel, isWanted, true, first, last, 0, piece.error});
+  }
+  for (; reversed != reversed_.end(); ++reversed) addReversed(*reversed, part, isWanted);
+}
+
+/// Adds the centres of curvature of a stretch along which the parallel runs backwards, and notes
+/// the chain around what lies between them and the parallel.
+void RawOutline::addReversed(ReversedStretch const& stretch, SmoothPart const& part,
+                             bool isWanted) {
+  Place const first = placeOn(part, stretch.t0), last = placeOn(part, stretch.t1);
+  std::vector<Cubic> const &parallel = stretch.parallel, &evolute = stretch.evolute;
+  auto const linkOf = [&](Cubic const& c) {
+    return RawSegment{c, RawKind::link, isWanted, false, first, last, 0, 0.0};
+  };
+  goTo(parallel.front().start(), isWanted, first, first);
+  goTo(evolute.front().start(), isWanted, first, last);
+  for (Cubic const& c : evolute) add(linkOf(c));
+  goTo(parallel.back().end(), isWanted, first, last);
+  std::size_t const begin = backward_.size();
+  for (Cubic const& c : evolute) backward_.push_back(linkOf(c));
+  backward_.push_back(linkOf(straight(evolute.back().end(), parallel.back().end())));
+  for (auto c = parallel.rbegin(); c != parallel.rend(); ++c) {
+    backward_.push_back(linkOf(reversed(*c)));
+  }
+  backward_.push_back(linkOf(straight(parallel.front().start(), evolute.front().start())));
+  for (std::size_t i = begin; i < backward_.size(); ++i) backward_[i].next = i + 1 - begin;
+  backward_.back().next = 0;
+}
+
+/// Adds the noted chains, in which next counts from the chain's first segment.
+void RawOutline::addBackward() {
+  std::size_t begin = segments_.size();
+  for (RawSegment const& segment : backward_) {
+    bool const isLast = segment.next == 0;
+    segments_.push_back(segment);
+    segments_.back().next += begin;
+    if (isLast) begin = segments_.size();
   }
 }
 

@@ -16,7 +16,8 @@ namespace crv::internal {
 enum class RawKind {
   parallel,
   join,  // or a cap
-  link,  // a line between ends that are nearer to the curve than the distance
+  link,  // a line between ends that are nearer to the curve than the distance, or the boundary of
+         // what a pen passes over where its end runs backwards
 };
 
 /// A segment of a raw outline.
@@ -40,6 +41,12 @@ enum class RawSides {
 /// Closed chains with the points farther from a curve than a distance on their left, and those
 /// nearer on their right. They may cross and overlap, and contain stretches that are too near to
 /// the curve.
+///
+/// Where all joins and caps are round, a point is near if it is within the distance. Otherwise the
+/// outline is swept: a point is near if a straight pen held across the curve passes over it, or a
+/// join or a cap contains it. The chains then pass through the joint on the inner side of a turn.
+/// Where an end of the pen runs backwards they follow the centres of curvature, about which the pen
+/// turns there, and what it passes over beyond these has a chain of its own.
 class RawOutline {
  public:
   /// Makes the outline of a curve. Its coordinates are of the order of 1; distance, which is above
@@ -51,6 +58,7 @@ class RawOutline {
   static bool isWhole(Chain const& curve);
 
   std::vector<RawSegment> const& segments() const { return segments_; }
+  bool isSwept() const { return isSwept_; }
 
  private:
   struct Turn;
@@ -61,6 +69,8 @@ class RawOutline {
   Turn turnBetween(SmoothPart const& before, SmoothPart const& behind) const;
   void addTurn(Turn const& turn, bool isWanted);
   void addPart(SmoothPart const& part, Point const& from, Point const& to, bool isWanted);
+  void addReversed(ReversedStretch const& stretch, SmoothPart const& part, bool isWanted);
+  void addBackward();
   void addCap(Point const& end, Point const& direction);
   void addJoin(std::optional<double> error, bool isWanted, Place const& from, Place const& to);
   void goTo(Point const& p, bool isWanted, Place const& from, Place const& to);
@@ -71,9 +81,12 @@ class RawOutline {
   OffsetOptions options_;
   RawSides sides_;
   Cap cap_;
+  bool isSwept_ = false;
   Point pen_{};
-  std::vector<ParallelPiece> pieces_;  // of the part that is added
-  std::vector<Cubic> join_;            // the one that is added
+  std::vector<ParallelPiece> pieces_;      // of the part that is added
+  std::vector<ReversedStretch> reversed_;  // of the part that is added
+  std::vector<RawSegment> backward_;       // chains of what the pen passes over backwards
+  std::vector<Cubic> join_;                // the one that is added
   std::vector<RawSegment> segments_;
 };
 

@@ -44,23 +44,34 @@ constexpr double kEndShare = 0x1p-20;
 // Parameter: parallels of stretches shorter than this are left out.
 constexpr double kShortest = 0x1p-30;
 
+// How often the parallel or the evolute of a reversed stretch is halved.
+constexpr int kMostHalvings = 10;
+
 class SegmentParallel {
  public:
   SegmentParallel(Cubic const& source, double distance, double tolerance, Point const& start,
-                  Point const& end, std::vector<ParallelPiece>& pieces)
+                  Point const& end, std::vector<ParallelPiece>& pieces,
+                  std::vector<ReversedStretch>* reversed)
       : source_(source),
         edges_(source),
         distance_(distance),
+        tolerance_(tolerance),
         start_(start),
         end_(end),
         fit_(source, distance, tolerance),
         pieces_(pieces),
+        reversed_(reversed),
         most_(pieces.size() + kMostPieces) {}
 
   void append();
 
  private:
   using Range = std::pair<double, double>;
+
+  /// A point of the parallel and its centre of curvature, with their velocities.
+  struct Fold {
+    Point parallel, parallelVelocity, centre, centreVelocity;
+  };
 
   bool appendStraight();
   std::vector<Range> findReversed() const;
@@ -71,13 +82,20 @@ class SegmentParallel {
   Point direction(double t) const;
   ParallelStretch stretchBetween(double t0, double t1) const;
   void appendStretch(double t0, double t1, int depth);
+  Fold foldAt(double t) const;
+  template <class At>
+  void appendPath(double t0, double t1, Point const& start, Point const& end, int halvings,
+                  At const& at, std::vector<Cubic>& path) const;
+  void appendReversed(double t0, double t1);
 
   Cubic const& source_;
   Edges const edges_;
   double const distance_;
+  double const tolerance_;
   Point const start_, end_;
   ParallelFit fit_;
   std::vector<ParallelPiece>& pieces_;
+  std::vector<ReversedStretch>* const reversed_;
   std::size_t const most_;
 };
 
@@ -219,11 +237,63 @@ void SegmentParallel::appendStretch(double t0, double t1, int depth) {
   appendStretch(middle, t1, depth + 1);
 }
 
+/// The point of the parallel and the centre of curvature at a parameter inside a reversed stretch.
+SegmentParallel::Fold SegmentParallel::foldAt(double t) const {
+  Point const v = derivativeAt(source_, t), a = secondDerivativeAt(source_, t);
+  Point const normal = leftOf(direction(t)), place = pointAt(source_, t);
+  double const squaredSpeed = dot(v, v), speed = std::sqrt(squaredSpeed), turning = cross(v, a);
+  double const radius = turning > 0.0 ? min(distance_, squaredSpeed * speed / turning) : 0.0;
+  double change = 0.0;  // of the radius
+  if (turning > 0.0) {
+    Point const third = (source_.p[3] - source_.p[0] - (source_.p[2] - source_.p[1]) * 3.0) * 6.0;
+    change = (3.0 * speed * dot(v, a) - radius * cross(v, third)) / turning;
+  }
+  double const slowing = speed > 0.0 ? turning * distance_ / (squaredSpeed * speed) : 0.0;
+  return {place + normal * distance_, v * (1.0 - slowing), place + normal * radius,
+          normal * change};
+}
+
+/// Appends cubics that follow a path by its velocities at the ends, halved until three points of
+/// each are within the tolerance.
+template <class At>
+void SegmentParallel::appendPath(double t0, double t1, Point const& start, Point const& end,
+                                 int halvings, At const& at, std::vector<Cubic>& path) const {
+  double const width = t1 - t0, inside = kEndShare * width, third = width * (1.0 / 3.0);
+  Cubic const c = {
+      {start, start + at(t0 + inside).second * third, end - at(t1 - inside).second * third, end}};
+  double error = 0.0;
+  for (double const share : {0.25, 0.5, 0.75}) {
+    error = max(error, internal::distance(pointAt(c, share), at(t0 + share * width).first));
+  }
+  if (error <= tolerance_ || halvings == kMostHalvings) return path.push_back(c);
+  double const middle = 0.5 * (t0 + t1);
+  Point const between = at(middle).first;
+  appendPath(t0, middle, start, between, halvings + 1, at, path);
+  appendPath(middle, t1, between, end, halvings + 1, at, path);
+}
+
+void SegmentParallel::appendReversed(double t0, double t1) {
+  ParallelStretch const s = stretchBetween(t0, t1);
+  ReversedStretch reversed = {t0, t1, {}, {}};
+  auto const parallelAt = [this](double t) {
+    Fold const fold = foldAt(t);
+    return std::pair(fold.parallel, fold.parallelVelocity);
+  };
+  auto const centreAt = [this](double t) {
+    Fold const fold = foldAt(t);
+    return std::pair(fold.centre, fold.centreVelocity);
+  };
+  appendPath(t0, t1, s.start, s.end, 0, parallelAt, reversed.parallel);
+  appendPath(t0, t1, centreAt(t0).first, centreAt(t1).first, 0, centreAt, reversed.evolute);
+  reversed_->push_back(std::move(reversed));
+}
+
 void SegmentParallel::append() {
   if (appendStraight()) return;
   double from = 0.0;
   for (Range const& range : findReversed()) {
     if (range.first - from > kShortest) appendStretch(from, range.first, 0);
+    if (reversed_ != nullptr) appendReversed(range.first, range.second);
     from = range.second;
   }
   if (1.0 - from > kShortest) appendStretch(from, 1.0, 0);
@@ -232,8 +302,9 @@ void SegmentParallel::append() {
 }  // namespace
 
 void appendParallel(Cubic const& source, double distance, double tolerance, Point const& start,
-                    Point const& end, std::vector<ParallelPiece>& pieces) {
-  SegmentParallel(source, distance, tolerance, start, end, pieces).append();
+                    Point const& end, std::vector<ParallelPiece>& pieces,
+                    std::vector<ReversedStretch>* reversed) {
+  SegmentParallel(source, distance, tolerance, start, end, pieces, reversed).append();
 }
 
 }  // namespace crv::internal

@@ -83,7 +83,8 @@ signed char sideOf(Edge const& edge, int outside) {
 }
 
 /// Whether the largest parts of a path keep the distance from the curve, and no part of a link is
-/// nearer; only the ends of a link can be at the distance.
+/// nearer; only the ends of a link can be at the distance. The boundary of what is swept contains
+/// links, too; there it is enough that one of the largest parts keeps the distance.
 bool keepsDistance(Path const& path, RawOutline const& outline, Chain const& curve,
                    BoxTree const& boxes, double distance, double tolerance) {
   double const least = distance - kSlack * tolerance;
@@ -92,7 +93,7 @@ bool keepsDistance(Path const& path, RawOutline const& outline, Chain const& cur
   for (PathPart const& part : path.parts) {
     RawSegment const& segment = outline.segments()[part.segment];
     Point const middle = pointAt(part.c, 0.5);
-    bool const isLink = segment.kind == RawKind::link;
+    bool const isLink = segment.kind == RawKind::link && !outline.isSwept();
     if (isLink && isNear(curve, boxes, middle, distance - tolerance, true)) return false;
     if (!segment.hasDistance) continue;
     double const size = squaredDistance(part.c.start(), part.c.end());
@@ -102,9 +103,10 @@ bool keepsDistance(Path const& path, RawOutline const& outline, Chain const& cur
     count = std::min(count + 1, kWitnesses);
   }
   for (std::size_t i = 0; i < count; ++i) {
-    if (isNear(curve, boxes, pointAt(largest[i].second->c, 0.5), least, false)) return false;
+    bool const isOff = isNear(curve, boxes, pointAt(largest[i].second->c, 0.5), least, false);
+    if (isOff != outline.isSwept()) return !isOff;
   }
-  return true;
+  return count == 0 || !outline.isSwept();
 }
 
 }  // namespace
