@@ -70,15 +70,9 @@ class Search {
     runs_ = runs;
     search(SearchPiece(a), SearchPiece(b));
   }
-  void searchNear(SearchPiece const& a, SearchPiece const& b) {
-    ++pairs_;
-    searchNear(a, ControlPolygon(a.part.c), b, ControlPolygon(b.part.c));
-  }
+  void search(SearchPiece const& a, SearchPiece const& b);
 
  private:
-  void search(SearchPiece const& a, SearchPiece const& b);
-  void searchNear(SearchPiece const& a, ControlPolygon const& edgesA, SearchPiece const& b,
-                  ControlPolygon const& edgesB);
   void searchGraphs(Part const& a, Part const& b);
   void searchNode(Part const& a, Part const& b);
   bool findsCrossing(Part const& a, Part const& b, double& t, double& u) const;
@@ -106,13 +100,6 @@ void Search::search(SearchPiece const& a, SearchPiece const& b) {
   ControlPolygon const edgesA(a.part.c), edgesB(b.part.c);
   if (isBesideChord(a.part.c, edgesA, b.part.c, r)) return;
   if (isBesideChord(b.part.c, edgesB, a.part.c, r)) return;
-  searchNear(a, edgesA, b, edgesB);
-}
-
-/// Two pieces that neither their boxes nor their fat lines keep apart.
-void Search::searchNear(SearchPiece const& a, ControlPolygon const& edgesA, SearchPiece const& b,
-                        ControlPolygon const& edgesB) {
-  double const r = resolution_;
   if (runAcross(edgesA, edgesB, r) && addClearCrossing(a.part, b.part)) return;
 
   bool const isPointA = a.isPoint(r), isPointB = b.isPoint(r);
@@ -353,7 +340,7 @@ void findApproaches(SegmentPair const& pair, double resolution, Approaches& foun
   int const countA = straightParts(pair.a, resolution, partsA);
   int const countB = straightParts(pair.b, resolution, partsB);
   Search search(pair, resolution, found);
-  if (countA <= 1 && countB <= 1) return search.searchNear(a, b);
+  if (countA <= 1 && countB <= 1) return search.search(a, b);
   for (int i = 0; i < max(1, countA); ++i) {
     for (int k = 0; k < max(1, countB); ++k) search.search(partsA[i], partsB[k], 3 * i + k);
   }

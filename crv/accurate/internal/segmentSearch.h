@@ -21,8 +21,7 @@ using Approaches = ShortList<Approach, 9>;
 
 /// Appends all approaches of two segments whose coordinates have a magnitude of at most 1: at
 /// least one in each connected set of pairs (t, u) with |A(t) - B(u)| <= resolution, and every
-/// place within it where the segments change sides, or an approach that covers it. Only slower for
-/// segments that areApart tells apart.
+/// place within it where the segments change sides, or an approach that covers it.
 void findApproaches(SegmentPair const& pair, double resolution, Approaches& found);
 
 /// For a pair of one segment with itself: if the segment is straight within the resolution, appends
