@@ -183,9 +183,9 @@ void Cutter::join(std::size_t i, std::size_t k, bool isReversed) {
 
 /// Joins equal segments, so that many copies of one outline cost no more than linear time.
 void Cutter::joinTwins() {
-  SegmentTable table(segments_.size());
+  SegmentTable table(segments_);
   for (std::size_t k = 0; k < segments_.size(); ++k) {
-    std::size_t const i = table.add(segments_[k].c, k);
+    std::size_t const i = table.add(k);
     if (i != k) join(i, k, false);
   }
 }

@@ -1,6 +1,7 @@
 // Finds segments with the same control points.
 #pragma once
 
+#include "crv/accurate/internal/planeGraph.h"
 #include "crv/bezier/internal/cubic.h"
 
 #include <cstddef>
@@ -21,29 +22,23 @@ inline bool areSame(Cubic const& c, Cubic const& d) {
 /// Method: open addressing with linear probing; the hash is the highest bits of a sum of products.
 class SegmentTable {
  public:
-  /// A table for so many segments at most.
-  explicit SegmentTable(std::size_t size) {
-    while (std::size_t{1} << (64 - shift_) < 2 * size) --shift_;
-    entries_.resize(std::size_t{1} << (64 - shift_));
+  explicit SegmentTable(std::vector<ArrangedSegment> const& segments) : segments_(segments) {
+    while (std::size_t{1} << (64 - shift_) < 2 * segments.size()) --shift_;
+    entries_.assign(std::size_t{1} << (64 - shift_), kNone);
   }
 
-  /// The number of the first segment that was added with these control points: the given number if
-  /// there was none.
-  std::size_t add(Cubic const& c, std::size_t number) {
+  /// Adds a segment, and returns the number of the first one that was added with its control
+  /// points, which is its own if there was none.
+  std::size_t add(std::size_t number) {
+    Cubic const& c = segments_[number].c;
     std::size_t const mask = entries_.size() - 1;
     for (std::size_t i = static_cast<std::size_t>(hashOf(c) >> shift_);; i = (i + 1) & mask) {
-      Entry& entry = entries_[i];
-      if (entry.segment == nullptr) entry = {&c, number};
-      if (entry.segment == &c || areSame(*entry.segment, c)) return entry.number;
+      if (entries_[i] == kNone) entries_[i] = number;
+      if (entries_[i] == number || areSame(segments_[entries_[i]].c, c)) return entries_[i];
     }
   }
 
  private:
-  struct Entry {
-    Cubic const* segment = nullptr;
-    std::size_t number = 0;
-  };
-
   static std::uint64_t hashOf(Cubic const& c) {
     constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;
     std::uint64_t sum = 0, factor = kFactor;
@@ -59,8 +54,9 @@ class SegmentTable {
     return sum;
   }
 
+  std::vector<ArrangedSegment> const& segments_;
   int shift_ = 60;
-  std::vector<Entry> entries_;
+  std::vector<std::size_t> entries_;  // numbers of segments, kNone where there is none
 };
 
 }  // namespace crv::internal

@@ -13,6 +13,7 @@ class Tracer {
         turns_(turns),
         isWaiting_(turns.entries.size(), 0),
         positions_(turns.begins.size(), kNone) {
+    trail_.reserve(edges.size());
     for (std::size_t i = 0; i < kept.size(); ++i) {
       bool const isKept = kept[i] != 0 && edges[i].first != kNone;
       if (isKept) isWaiting_[kept[i] > 0 ? 2 * i : 2 * i + 1] = 1;
