@@ -40,6 +40,13 @@ def curve(value, _=None):
     return "{}, {}".format("closed" if closed else "open", size(value.GetChildMemberWithName("segments_")))
 
 
+def handle(value, _=None):
+    counter = value.GetNonSyntheticValue().GetChildMemberWithName("counter_")
+    if counter.GetValueAsUnsigned() == 0 or counter.GetChildMemberWithName("object_").GetValueAsUnsigned() == 0:
+        return "null"
+    return "shared by {}".format(number(counter, "count_"))
+
+
 class Elements:
     """The elements of a list, or the segments of a curve, as children."""
 
@@ -72,7 +79,8 @@ def __lldb_init_module(debugger, _):
         debugger.HandleCommand(text)
 
     for name, function in (("^Gx(Coord|Vector)<.+>$", "pair"), ("^GxBezierCurvePosition$", "position"),
-                           ("^GxBezier$", "segment"), ("^GxList<.+>$", "size"), ("^GxBezierCurve$", "curve")):
+                           ("^GxBezier$", "segment"), ("^GxList<.+>$", "size"), ("^GxBezierCurve$", "curve"),
+                           ("^GxHandle<.+>$", "handle")):
         expand = "-e" if function in ("size", "curve") else ""
         run('type summary add {} -x "{}" -F {}.{} -w CRV'.format(expand, name, __name__, function))
     run('type synthetic add -x "^GxList<.+>$" -l {}.Elements -w CRV'.format(__name__))
