@@ -304,6 +304,35 @@ TEST(Region, AddsUpWhereAllIsDegenerate) {
   }
 }
 
+TEST(Region, AddsUpOnInputsThatBrokeOtherLibraries) {
+  for (std::string const file : {"curves", "segments"}) {
+    for (HardCase const& row : hardCases(file)) {
+      SCOPED_TRACE(row.source);
+      Curves curves[2];
+      double size = 0.0;
+      for (std::size_t k = 0; k < 2; ++k) {
+        std::vector<Segment> const segments = segmentsOf(row.fields[k]);
+        if (segments.empty()) continue;
+        curves[k].emplace_back();
+        for (Segment const& segment : segments) {
+          curves[k][0].getSegments().add(segment);
+          for (int p = 0; p < 4; ++p) {
+            size = std::max({size, std::fabs(segment[p].xval()), std::fabs(segment[p].yval())});
+          }
+        }
+      }
+      for (FillRule const rule : {FillRule::nonZero, FillRule::evenOdd}) {
+        Region const both = crv::intersect(curves[0], curves[1], rule);
+        Region const either = crv::unite(curves[0], curves[1], rule);
+        expectSimple(both);
+        expectSimple(either);
+        double const sum = crv::area(curves[0], rule) + crv::area(curves[1], rule);
+        EXPECT_NEAR(areaOf(both) + areaOf(either), sum, 1e-9 * size * size);
+      }
+    }
+  }
+}
+
 TEST(Region, TakesTurnsTheWayTheCurveGoesBehindShortHandles) {
   // The node beside the cusp of the second segment is 1e-15 before it, where handles point back.
   Curve curve;
