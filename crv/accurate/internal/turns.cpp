@@ -92,6 +92,17 @@ Point unit(Point const& v) {
   return length > 0.0 ? v * (1.0 / length) : Point{0.0, 0.0};
 }
 
+/// Whether all control points lie so near to a direction from the start that the whole curve does.
+bool keepsDirection(Cubic const& c, Point const& direction) {
+  double const most = 0.5 * kSquaredStray * dot(direction, direction);
+  for (int i = 1; i < 4; ++i) {
+    Point const d = c.p[i] - c.p[0];
+    double const across = cross(direction, d);
+    if (!(dot(direction, d) >= 0.0) || !(across * across <= most * dot(d, d))) return false;
+  }
+  return true;
+}
+
 /// The direction in which a cubic leaves its start: that of the first control point farther away
 /// than the least length. Behind a short handle, the curve may soon go another way.
 Point directionOf(Cubic const& c, double least) {
@@ -104,6 +115,7 @@ Point directionOf(Cubic const& c, double least) {
     squared = dot(d, d);
     if (i == 1 && squared > kLongHandle * kLongHandle) return direction;
   }
+  if (keepsDirection(c, direction)) return direction;
   std::optional<Point> const exit = exitOf(c, c.p[0], least);
   if (!exit) return direction;
   Point const way = *exit - c.p[0];
