@@ -44,12 +44,16 @@ double withoutTurns(double length, double total) {
 }  // namespace
 
 double arcLength(Segment const& segment, double t0, double t1, double accuracy) {
+  t0 = std::clamp(t0, 0.0, 1.0);
+  t1 = std::clamp(t1, 0.0, 1.0);
+  if ((t0 == 0.0 && t1 == 1.0) || (t0 == 1.0 && t1 == 0.0)) {
+    double const length = CubicLength::ofOrdinary(segment, accuracy);
+    if (length >= 0.0) return t0 <= t1 ? length : -length;
+  }
   internal::Cubic const cubic = internal::cubic(segment);
   CubicLength const measured(cubic);
   bool const isNumber = t0 == t0 && t1 == t1 && accuracy == accuracy;
   if (!isNumber || !isUsable(cubic, measured)) return kNaN;
-  t0 = std::clamp(t0, 0.0, 1.0);
-  t1 = std::clamp(t1, 0.0, 1.0);
   double const tolerance = CubicLength::tolerance(accuracy, measured.bound());
   return t0 <= t1 ? measured.between(t0, t1, tolerance) : -measured.between(t1, t0, tolerance);
 }

@@ -2,10 +2,12 @@
 
 #include "crv/accurate/internal/chordPlan.h"
 #include "crv/accurate/internal/scale.h"
+#include "crv/accurate/internal/vectorClones.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 #include <utility>
 
 namespace crv {
@@ -54,6 +56,7 @@ struct Vertex {
 struct Batch {
   double t[kBatch + 1], x[kBatch + 1], y[kBatch + 1];
   double squared[kBatch];
+  bool isInside;  // all chords that were measured are near enough
 
   Vertex vertex(std::size_t i) const { return {t[i], {x[i], y[i]}}; }
   void set(std::size_t i, Vertex const& v) {
@@ -61,30 +64,38 @@ struct Batch {
     x[i] = v.place.x;
     y[i] = v.place.y;
   }
-  /// Computes the points of vertices 1 to count.
-  void place(Cubic const& given, std::size_t count) {
-    Cubic const cubic = given;
-    for (std::size_t i = 1; i <= count; ++i) {
-      P const p = cubic.blend(internal::pointWeights(t[i]));
-      x[i] = p.x;
-      y[i] = p.y;
-    }
-  }
-  /// Bounds the squared distance of the curve from each chord, and returns the largest bound.
-  double measure(ChordError const& given, std::size_t count) {
-    ChordError const error = given;
-    for (std::size_t i = 0; i < count; ++i) {
-      squared[i] = error.squared(t[i], t[i + 1], x[i + 1] - x[i], y[i + 1] - y[i]);
-    }
-    constexpr std::size_t kSide = 4;  // independent maxima, because each depends on the one before
-    double worst[kSide] = {};
-    for (std::size_t i = count; i % kSide != 0; ++i) squared[i] = 0.0;
-    for (std::size_t i = 0; i < count; i += kSide) {
-      for (std::size_t k = 0; k < kSide; ++k) worst[k] = max(worst[k], squared[i + k]);
-    }
-    return max(max(worst[0], worst[1]), max(worst[2], worst[3]));
-  }
 };
+
+/// Computes the points of vertices 1 to inside of a batch, and bounds the squared distances of the
+/// curve from its chords; returns the largest bound that is at most a limit.
+CRV_VECTOR_CLONES double placeAndMeasure(Batch& batch, Cubic const& givenCubic,
+                                         ChordError const& givenError, std::size_t inside,
+                                         std::size_t count, double limit) {
+  Cubic const cubic = givenCubic;
+  ChordError const error = givenError;
+  for (std::size_t i = 1; i <= inside; ++i) {
+    P const p = cubic.blend(internal::pointWeights(batch.t[i]));
+    batch.x[i] = p.x;
+    batch.y[i] = p.y;
+  }
+  for (std::size_t i = 0; i < count; ++i) {
+    batch.squared[i] = error.squared(batch.t[i], batch.t[i + 1], batch.x[i + 1] - batch.x[i],
+                                     batch.y[i + 1] - batch.y[i]);
+  }
+  constexpr std::size_t kSide = 4;  // independent maxima, because each depends on the one before
+  double worst[kSide] = {};
+  double worstInside[kSide] = {};
+  for (std::size_t i = count; i % kSide != 0; ++i) batch.squared[i] = 0.0;
+  for (std::size_t i = 0; i < count; i += kSide) {
+    for (std::size_t k = 0; k < kSide; ++k) {
+      double const found = batch.squared[i + k];
+      worst[k] = max(worst[k], found);
+      worstInside[k] = max(worstInside[k], found <= limit ? found : 0.0);
+    }
+  }
+  batch.isInside = max(max(worst[0], worst[1]), max(worst[2], worst[3])) <= limit;
+  return max(max(worstInside[0], worstInside[1]), max(worstInside[2], worstInside[3]));
+}
 
 /// Whether the inner control points are ends, so that the segment is its chord.
 bool isChord(Cubic const& c) {
@@ -92,6 +103,45 @@ bool isChord(Cubic const& c) {
     return (p.x == c.p[0].x && p.y == c.p[0].y) || (p.x == c.p[3].x && p.y == c.p[3].y);
   };
   return isEnd(c.p[1]) && isEnd(c.p[2]);
+}
+
+/// An iterator over make(i).
+template <class Value, class Make>
+struct Made {
+  using iterator_category = std::random_access_iterator_tag;
+  using value_type = Value;
+  using difference_type = std::ptrdiff_t;
+  using pointer = Value const*;
+  using reference = Value;
+
+  Value operator*() const { return (*make)(i); }
+  Made& operator++() {
+    ++i;
+    return *this;
+  }
+  Made& operator--() {
+    --i;
+    return *this;
+  }
+  Made& operator+=(difference_type n) {
+    i += static_cast<std::size_t>(n);
+    return *this;
+  }
+  difference_type operator-(Made const& from) const {
+    return static_cast<difference_type>(i - from.i);
+  }
+  bool operator==(Made const& other) const { return i == other.i; }
+  bool operator!=(Made const& other) const { return i != other.i; }
+
+  Make const* make;
+  std::size_t i;
+};
+
+/// Appends make(i) for i from first to before last: all at once, which costs less than one by one.
+template <class Value, class Make>
+void append(std::vector<Value>& values, Make const& make, std::size_t first, std::size_t last) {
+  using Iterator = Made<Value, Make>;
+  values.insert(values.end(), Iterator{&make, first}, Iterator{&make, last});
 }
 
 class Flattener {
@@ -123,9 +173,10 @@ class Flattener {
     P const& start = given.start();
     isChords_ = isChords_ && isChord(given);
     cubic_ = unit_.power == 1.0 ? given : internal::scaled(given, unit_.inverse);
-    velocity_ = Velocity(cubic_);
-    error_ = ChordError(velocity_, magnitude_);
-    plan_.make(velocity_, 0.375 / tolerance_);
+    Velocity const velocity(cubic_);
+    velocity_ = velocity;
+    error_ = ChordError(velocity, magnitude_);
+    plan_.make(velocity, 0.375 / tolerance_);
     double const planned = plan_.chords();
     Vertex const first = {0.0, cubic_.start()};
     Vertex const end = {1.0, cubic_.end()};
@@ -148,13 +199,13 @@ class Flattener {
     for (std::size_t done = 0; done < chords;) {
       std::size_t const count = std::min(kBatch, chords - done);
       plan_.setParameters(batch.t + 1, done + 1, count);
-      batch.place(cubic_, count);
       done += count;
-      if (done == chords) batch.set(count, end);
-      double const worst = batch.measure(error_, count);
       std::size_t const inside = done == chords ? count - 1 : count;
-      if (take(worst)) {
-        for (std::size_t i = 1; i <= inside; ++i) addInside(batch.vertex(i));
+      if (done == chords) batch.set(count, end);
+      double const worst = placeAndMeasure(batch, cubic_, error_, inside, count, squaredTolerance_);
+      worstSquared_ = max(worstSquared_, worst);
+      if (batch.isInside) {
+        addInside(batch, 1, inside + 1);
       } else {
         addHalved(batch, count, inside);
       }
@@ -164,15 +215,20 @@ class Flattener {
 
   /// Adds the vertices of a batch whose numbers are at most inside, and halves the chords that are
   /// too far from the curve.
-  void addHalved(Batch const& batch, std::size_t chords, std::size_t inside) {
-    Vertex last = batch.vertex(0);
+  [[gnu::noinline]] void addHalved(Batch const& batch, std::size_t chords, std::size_t inside) {
+    std::size_t last = 0;  // the vertex before the chord
+    std::size_t next = 1;  // the first vertex not added yet
     for (std::size_t i = 1; i <= chords; ++i) {
-      Vertex const next = batch.vertex(i);
-      if (!(next.t > last.t)) continue;
-      if (!take(batch.squared[i - 1])) join(last, next, 0);
-      if (i <= inside) addInside(next);
-      last = next;
+      if (!(batch.squared[i - 1] <= squaredTolerance_)) {
+        addInside(batch, next, i);
+        bool const isPoint = !(batch.t[i] > batch.t[last]);
+        next = isPoint ? i + 1 : i;
+        if (isPoint) continue;
+        join(batch.vertex(last), batch.vertex(i), 0);
+      }
+      last = i;
     }
+    addInside(batch, next, inside + 1);
   }
 
   Vertex vertex(double t) const { return {t, cubic_.point(t)}; }
@@ -198,7 +254,7 @@ class Flattener {
   }
 
   /// Adds the vertices needed between two vertices.
-  void join(Vertex const& a, Vertex const& b, int depth) {
+  [[gnu::noinline]] void join(Vertex const& a, Vertex const& b, int depth) {
     if (take(squaredDistance(a, b)) || depth == kMaxDepth) return;
     Vertex const middle = vertex(0.5 * (a.t + b.t));
     join(a, middle, depth + 1);
@@ -207,6 +263,21 @@ class Flattener {
   }
 
   void addInside(Vertex const& v) { add(v.place * unit_.power, v.t); }
+
+  /// Adds the vertices of a batch from first to before last.
+  void addInside(Batch const& batch, std::size_t first, std::size_t last) {
+    if (first >= last) return;
+    auto const point = [&batch, power = unit_.power](std::size_t i) {
+      return Point(batch.x[i] * power, batch.y[i] * power);
+    };
+    auto const position = [&batch, segment = segment_](std::size_t i) {
+      double const t = batch.t[i];
+      // Two calls that need no carrying, instead of one that may.
+      return t >= 0.0 && t < 1.0 ? Position(segment, t) : Position(segment + 1, 0.0);
+    };
+    append(line_.points, point, first, last);
+    append(line_.positions, position, first, last);
+  }
 
   void add(P const& p, double t) {
     line_.points.emplace_back(p.x, p.y);

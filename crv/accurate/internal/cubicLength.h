@@ -1,6 +1,7 @@
 // The lengths of stretches of one cubic: the engine of arcLength.h and walk.h.
 #pragma once
 
+#include "crv/accurate/internal/controlEdges.h"
 #include "crv/accurate/internal/scale.h"
 #include "crv/accurate/internal/speed.h"
 #include "crv/bezier/internal/cubic.h"
@@ -14,15 +15,15 @@ namespace crv::internal {
 class CubicLength {
  public:
   explicit CubicLength(Cubic const& cubic)
-      : e_{cubic.p[1] - cubic.p[0], cubic.p[2] - cubic.p[1], cubic.p[3] - cubic.p[2]},
-        bound_((std::fabs(e_[0].x) + std::fabs(e_[0].y)) +
-               (std::fabs(e_[1].x) + std::fabs(e_[1].y)) +
-               (std::fabs(e_[2].x) + std::fabs(e_[2].y))),
-        scale_{1.0, 1.0} {
+      : edges_(cubic), bound_(boundOf(edges_)), scale_{1.0, 1.0} {
     if (bound_ >= kSmallestUnscaled && bound_ <= kLargestUnscaled) return;
     scale_ = PowerOfTwo::below(bound_);
-    for (Point& e : e_) e = e * scale_.inverse;
+    for (Point& e : edges_.e) e = e * scale_.inverse;
   }
+
+  /// The length of a whole segment, computed without scaling; -1 for segments that are very large
+  /// or very small, that may be straight, and for an accuracy that is NaN.
+  static double ofOrdinary(GxBezier const& segment, double accuracy);
 
   /// At least the length of the cubic, and at most six times as much.
   double bound() const { return bound_; }
@@ -54,12 +55,17 @@ class CubicLength {
 
   double scaledBetween(double t0, double t1, double tolerance) const;
   Hodograph hodograph(double t0, double t1) const;
+  static double boundOf(Edges const& edges) {
+    auto const& e = edges.e;
+    return (std::fabs(e[0].x) + std::fabs(e[0].y)) + (std::fabs(e[1].x) + std::fabs(e[1].y)) +
+           (std::fabs(e[2].x) + std::fabs(e[2].y));
+  }
   bool isStraight() const;
   double straightBetween(double t0, double t1) const;
   Point offset(double t) const;
   double speed(double t) const;
 
-  Point e_[3];  // the edges of the control polygon by the scale
+  Edges edges_;  // divided by the scale
   double bound_;
   PowerOfTwo scale_;  // keeps eighth powers of the edges in range
 };

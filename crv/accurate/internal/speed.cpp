@@ -19,9 +19,23 @@ constexpr double kNearEnd = 0.05;
 constexpr double kGrading = 6.0;
 constexpr double kShortest = 0.01;
 
-// n^(3/2) / kZeroFactor of 20 and 32 nodes.
+// n^(3/2) / kZeroFactor of 12, 20 and 32 nodes.
+constexpr double kGainOfTwelve = 41.569219381653055 / kZeroFactor;
 constexpr double kGainOfTwenty = 89.442719099991592 / kZeroFactor;
 constexpr double kGainOfThirtyTwo = 181.01933598375617 / kZeroFactor;
+
+// The variation of the squared speed over its mean. Above this, nearly always a zero is inside the
+// ellipse, so the criterion is not evaluated.
+constexpr double kMostVariation = 2.0;
+
+// For rho = 1.503, kZeroFactor rho^(-2n) n^(-3/2) for n nodes.
+constexpr double kErrorOfTwelve = 5.449e-6;
+constexpr double kErrorOfTwenty = 3.735e-9;
+constexpr double kErrorOfThirtyTwo = 1.05e-13;
+
+Point product(Point const& a, Point const& b) {
+  return {a.x * b.x - a.y * b.y, a.x * b.y + a.y * b.x};
+}
 
 /// The complex zeros of a hodograph. Far ones stand for none.
 struct Zeros {
@@ -49,9 +63,6 @@ struct Zeros {
   }
 
  private:
-  static Point product(Point const& a, Point const& b) {
-    return {a.x * b.x - a.y * b.y, a.x * b.y + a.y * b.x};
-  }
   static Point minusQuotient(Point const& a, Point const& b) {
     double const n = dot(b, b);
     if (!(n > 0.0)) return {kFar, 0.0};
@@ -59,11 +70,15 @@ struct Zeros {
   }
 };
 
-/// (rho^2 + rho^-2) / 2 of the ellipse through a place.
-double ellipseThrough(Point const& s) {
-  double const xx = s.x * s.x;
-  double const yy = s.y * s.y;
-  return xx + yy + norm({xx - yy - 1.0, 2.0 * s.x * s.y});
+/// (rho^2 + rho^-2) / 2 of the ellipse through a zero. The speed is analytic around a piece whose
+/// zero is real and not inside (-1, 1), as at the end with a retracted handle: such a zero counts
+/// as far. A distance of kAtEnd from this case changes the length by about its square.
+double ellipseThrough(Point const& zero) {
+  constexpr double kAtEnd = 0x1p-40;
+  double const xx = zero.x * zero.x;
+  double const yy = zero.y * zero.y;
+  if (xx >= 1.0 - kAtEnd && yy <= kAtEnd * kAtEnd) return kFar;
+  return xx + yy + norm({xx - yy - 1.0, 2.0 * zero.x * zero.y});
 }
 
 /// From (rho^k + rho^-k) / 2 the same of twice the power.
@@ -79,6 +94,8 @@ double whereToCut(Point const& zero) {
   return side * (1.0 - std::clamp(kGrading * distance, kShortest, 1.0));
 }
 
+/// Uses the smallest rule that suffices, or cuts the piece. The root of the mean squared speed over
+/// the tolerance may be at most rho^(2n) n^(3/2) / kZeroFactor; squares are compared.
 double integral(Hodograph const& h, Zeros const& zeros, double tolerance, int depth) {
   double const near0 = ellipseThrough(zeros.at[0]);
   double const near1 = ellipseThrough(zeros.at[1]);
@@ -86,24 +103,25 @@ double integral(Hodograph const& h, Zeros const& zeros, double tolerance, int de
   double const eighth = doubled(doubled(min(near0, near1)));
   double const sixteenth = doubled(eighth);
   double const thirtySecond = doubled(sixteenth);
-  double const fortieth = eighth * (2.0 * (thirtySecond - sixteenth) + 1.0);
   SquaredSpeed const speed(h);
   double const wanted = speed.mean();
-  // The gain is at most rho^(2n) / (kZeroFactor n^(-3/2)); the square of it is compared.
-  auto const reached = [tolerance](double power, double factor) {
+  auto const isEnough = [=](double power, double factor) {
     double const gain = factor * (2.0 * power - 1.0) * tolerance;
-    return gain * gain;
+    return wanted <= gain * gain;
   };
-  if (wanted <= reached(fortieth, kGainOfTwenty)) return speed.quadrature(kTwenty);
-  if (wanted <= reached(doubled(thirtySecond), kGainOfThirtyTwo)) {
-    return speed.quadrature(kThirtyTwo);
+  if (isEnough(eighth * (2.0 * sixteenth - 1.0), kGainOfTwelve)) return speed.quadrature(kTwelve);
+  if (isEnough(eighth * (2.0 * (thirtySecond - sixteenth) + 1.0), kGainOfTwenty)) {
+    return speed.quadrature(kTwenty);
   }
-  // The length lies between chord and control polygon.
-  double const polygon =
-      (norm(h.m0 - h.m1 + h.m2) + norm(h.m0 - h.m2) + norm(h.m0 + h.m1 + h.m2)) * (2.0 / 3.0);
-  double const chord = norm(h.m0 * 2.0 + h.m2 * (2.0 / 3.0));
-  bool const isLonger = polygon - chord > 2.0 * tolerance;  // not so where it is NaN
-  if (!isLonger || depth >= kMaxDepth) return 0.5 * (polygon + chord);
+  if (isEnough(doubled(thirtySecond), kGainOfThirtyTwo)) return speed.quadrature(kThirtyTwo);
+  if (depth > 0) {
+    // The length lies between chord and control polygon.
+    double const polygon =
+        (norm(h.m0 - h.m1 + h.m2) + norm(h.m0 - h.m2) + norm(h.m0 + h.m1 + h.m2)) * (2.0 / 3.0);
+    double const chord = norm(h.m0 * 2.0 + h.m2 * (2.0 / 3.0));
+    bool const isLonger = polygon - chord > 2.0 * tolerance;  // not so where it is NaN
+    if (!isLonger || depth >= kMaxDepth) return 0.5 * (polygon + chord);
+  }
   double const at = whereToCut(zeros.at[near0 <= near1 ? 0 : 1]);
   double const left = 0.5 * (at + 1.0);
   double const right = 0.5 * (1.0 - at);
@@ -115,8 +133,24 @@ double integral(Hodograph const& h, Zeros const& zeros, double tolerance, int de
 
 }  // namespace
 
-double integralBetweenStops(Hodograph const& h, double tolerance) {
+double speedIntegral(Hodograph const& h, double tolerance) {
+  SquaredSpeed const speed(h);
+  double const mean = speed.mean();
+  bool const isClear =
+      speed.variation() < kMostVariation * mean && StopTest(h).areOutside(kNearRadius);
+  if (isClear) {
+    double const allowed = tolerance * tolerance;
+    auto const isEnough = [=](double error) { return mean * (error * error) <= allowed; };
+    if (isEnough(kErrorOfEight)) return speed.quadrature(kEight);
+    if (isEnough(kErrorOfTwelve)) return speed.quadrature(kTwelve);
+    if (isEnough(kErrorOfTwenty)) return speed.quadrature(kTwenty);
+    if (isEnough(kErrorOfThirtyTwo)) return speed.quadrature(kThirtyTwo);
+  }
   return integral(h, Zeros(h), tolerance, 0);
+}
+
+double speedIntegral(GxBezier const& segment, double tolerance) {
+  return speedIntegral(Hodograph(Edges(cubic(segment))), tolerance);
 }
 
 }  // namespace crv::internal

@@ -1,6 +1,7 @@
 // The speed along a piece of a cubic, and its integral where no stop is near.
 #pragma once
 
+#include "crv/accurate/internal/controlEdges.h"
 #include "crv/bezier/internal/cubic.h"
 
 #include <cmath>
@@ -11,6 +12,14 @@ namespace crv::internal {
 /// The derivative of a piece by s in [-1, 1]: m0 + m1 s + m2 s^2.
 struct Hodograph {
   Point m0, m1, m2;
+
+  Hodograph(Point const& a, Point const& b, Point const& c) : m0(a), m1(b), m2(c) {}
+
+  /// The derivative of a whole cubic.
+  explicit Hodograph(Edges const& edges)
+      : m0((edges.e[0] + edges.e[2] + edges.e[1] * 2.0) * 0.375),
+        m1((edges.e[2] - edges.e[0]) * 0.75),
+        m2((edges.e[0] + edges.e[2] - edges.e[1] * 2.0) * 0.375) {}
 
   /// The stretch with a centre and half a width, on [-1, 1] again.
   Hodograph stretch(double centre, double half) const {
@@ -35,6 +44,13 @@ inline constexpr Rule<4> kEight = {
     {0.960289856497536232, 0.79666647741362674, 0.525532409916328986, 0.183434642495649805},
     {0.922156608492058729, 0.634677476234636644, 0.276184313872464441, 0.0336482680675068533},
     {0.101228536290376259, 0.222381034453374471, 0.313706645877887287, 0.362683783378361983}};
+inline constexpr Rule<6> kTwelve = {
+    {0.981560634246719251, 0.904117256370474857, 0.769902674194304687, 0.587317954286617447,
+     0.367831498998180194, 0.125233408511468915},
+    {0.963461278702821764, 0.817428013266874958, 0.592750127731541672, 0.344942379427417262,
+     0.135300011655248237, 0.015683406607400455},
+    {0.0471753363865118272, 0.106939325995318431, 0.160078328543346226, 0.203167426723065922,
+     0.233492536538354809, 0.249147045813402785}};
 inline constexpr Rule<10> kTwenty = {
     {0.993128599185094925, 0.963971927277913791, 0.912234428251325906, 0.839116971822218823,
      0.746331906460150793, 0.636053680726515025, 0.510867001950827098, 0.373706088715419561,
@@ -59,6 +75,13 @@ inline constexpr Rule<16> kThirtyTwo = {
      0.0723457941088485062, 0.0781938957870703065, 0.0833119242269467552, 0.0876520930044038111,
      0.0911738786957638847, 0.0938443990808045656, 0.0956387200792748594, 0.0965400885147278006}};
 
+// Radii of circles around the ellipses of rho^2 for rho = 1.503 and 2, and
+// kZeroFactor rho^(-2n) n^(-3/2) for n = 8 in the first and n = 12 in the second.
+constexpr double kNearRadius = 1.351;
+constexpr double kWideRadius = 2.125;
+constexpr double kErrorOfEight = 2.607e-4;
+constexpr double kWideErrorOfTwelve = 5.736e-9;
+
 /// The square of the speed, a polynomial of degree 4.
 class SquaredSpeed {
  public:
@@ -71,6 +94,13 @@ class SquaredSpeed {
 
   /// Its mean in the measure of Chebyshev.
   double mean() const { return c0_ + 0.5 * c2_ + 0.375 * c4_; }
+
+  /// Bounds how far it is from its mean on the ellipse of rho = 1.503, by the sum of its Chebyshev
+  /// coefficients times the largest values of the Chebyshev polynomials there.
+  double variation() const {
+    return 1.0842 * std::fabs(c1_ + 0.75 * c3_) + 0.6755 * std::fabs(c2_ + c4_) +
+           0.4613 * std::fabs(c3_) + 0.3312 * c4_;
+  }
 
   /// The integral of the speed by a rule with an even number of pairs. Two sums run side by side
   /// for machines that add two numbers at once.
@@ -96,8 +126,49 @@ class SquaredSpeed {
   double c0_, c1_, c2_, c3_, c4_;
 };
 
-/// The integral of the speed over a piece that may stop or turn back anywhere, the derivative being
-/// m0 + m1 s + m2 s^2, within a tolerance. The coefficients should be of moderate size.
-double integralBetweenStops(Hodograph const& h, double tolerance);
+/// Tests whether the complex zeros of a hodograph lie outside ellipses. 2 s^2 - 1 maps the ellipse
+/// of rho to that of rho^2, and the zeros s to the zeros of a v^2 + 2 b v + c with a = m2^2, b = m2
+/// n - m1^2, c = n^2 - 2 m1^2 and n = 2 m0 + m2. The criterion of Schur and Cohn, written in
+/// products of m1, m2 and n, tells whether they lie outside a circle.
+class StopTest {
+ public:
+  explicit StopTest(Hodograph const& h)
+      : m00_(dot(h.m0, h.m0)),
+        m01_(dot(h.m0, h.m1)),
+        m02_(dot(h.m0, h.m2)),
+        m11_(dot(h.m1, h.m1)),
+        m12_{dot(h.m1, h.m2), cross(h.m1, h.m2)},
+        m22_(dot(h.m2, h.m2)),
+        nn_(4.0 * (m00_ + m02_) + m22_),
+        n1_{2.0 * m01_ + m12_.x, 2.0 * cross(h.m0, h.m1) - m12_.y},
+        n2_{2.0 * m02_ + m22_, 2.0 * cross(h.m0, h.m2)} {}
+
+  /// Whether both zeros, mapped by 2 s^2 - 1, are outside the circle with a radius.
+  bool areOutside(double radius) const {
+    double const squaredRadius = radius * radius;
+    double const a = squaredRadius * m22_;
+    double const sum = nn_ + 2.0 * m11_;
+    double const excess = (sum * sum - 8.0 * (n1_.x * n1_.x)) - a * a;
+    Point const skew = {(nn_ - a) * n2_.x - (n1_.x - n1_.y) * (n1_.x + n1_.y) -
+                            2.0 * dot(m12_, n1_) + 2.0 * (m11_ * m11_) +
+                            squaredRadius * ((m12_.x - m12_.y) * (m12_.x + m12_.y)),
+                        (nn_ - a) * n2_.y - 2.0 * (n1_.x * n1_.y) + 2.0 * cross(m12_, n1_) +
+                            2.0 * squaredRadius * (m12_.x * m12_.y)};
+    return excess > 0.0 && excess * excess > 4.0 * squaredRadius * dot(skew, skew);
+  }
+
+ private:
+  double m00_, m01_, m02_, m11_;
+  Point m12_;  // the dot product and the cross product, as n1_ and n2_
+  double m22_, nn_;
+  Point n1_, n2_;
+};
+
+/// The integral of the speed over a piece that may stop or turn back anywhere, within a tolerance.
+/// The coefficients should be of moderate size.
+double speedIntegral(Hodograph const& h, double tolerance);
+
+/// The same over a whole segment.
+double speedIntegral(GxBezier const& segment, double tolerance);
 
 }  // namespace crv::internal
