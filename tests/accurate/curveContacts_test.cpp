@@ -123,6 +123,16 @@ TEST(CurveContacts, AreThoseOfTheHardCases) {
       {"FlorisSteenkamp/FloBezier self-overlap", {{0, 0.5, end}, {1, 0, end}}, {}},
       {"dhermes/bezier curve_intersections.json #11", {{2.0 / 3.0, 1.0 / 3.0, touching}}, {}},
       {"dhermes/bezier curve_intersections.json #31", {{1.0 / 3.0, 0.5, touching}}, {}},
+      // The two halves of a cubic with a loop.
+      {"dhermes/bezier curve_intersections.json #33",
+       {{1.0 - std::sqrt(5.0) / 3.0, std::sqrt(5.0) / 3.0, crossing}, {1, 0, end}},
+       {}},
+      // Two of the four crossings are 4e-9 apart, and all between them is within the resolution.
+      {"dhermes/bezier curve_intersections.json #46",
+       {{0.1729237817, 0.5520155862, touching},
+        {0.666607752, 0.8877064436, crossing},
+        {0.9725947699, 0.0082623841, crossing}},
+       {}},
       {"dhermes/bezier curve_intersections.json #35", {{1, 0, end}}, {}},
       {"dhermes/bezier curve_intersections.json #44", {{0.25, 0, end}}, {}},
       {"Logicalshift/flo_curves#30", {}, {{2.0 / 3.0, 1, 1, 2.0 / 3.0, 0}}},
