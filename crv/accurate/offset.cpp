@@ -31,6 +31,10 @@ using internal::RawSides;
 // large.
 constexpr double kLeastTolerance = 64.0;
 
+// In distances: larger tolerances are lowered to this, so that a parallel stays on its side of the
+// curve.
+constexpr double kLargestTolerance = 0.25;
+
 /// The curve, scaled so that S + |d| is of the order of 1, and mirrored if necessary so that the
 /// parallel lies on the left.
 struct Frame {
@@ -40,7 +44,9 @@ struct Frame {
     unit = std::ldexp(1.0, exponent);
     double const factor = std::ldexp(1.0, -exponent);
     distance = std::fabs(signedDistance) * factor;
-    options.tolerance = std::max(given.tolerance * factor, kLeastTolerance * internal::kRounding);
+    double const largest = kLargestTolerance * std::fabs(signedDistance);
+    options.tolerance = std::max(std::min(given.tolerance, largest) * factor,
+                                 kLeastTolerance * internal::kRounding);
     curve.closed = source.closed;
     curve.segments.reserve(source.size());
     for (Cubic c : source.segments) {

@@ -37,7 +37,8 @@ enum class Cap {
 
 /// Parameters of parallels.
 struct OffsetOptions {
-  double tolerance = 0.01;  ///< Curve units: the largest error of the distance.
+  /// Curve units: the largest error of the distance; a quarter of the distance where that is less.
+  double tolerance = 0.01;
   Join join = Join::round;
   double miterLimit = 4.0;  ///< The largest distance of a miter's tip from its joint, over |d|.
 };

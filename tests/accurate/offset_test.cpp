@@ -1,6 +1,7 @@
 // Parallels and outlines of strokes: distances by dense samples, areas by hand.
 #include "crv/accurate/offset.h"
 
+#include "crv/accurate/arcLength.h"
 #include "crv/accurate/curveContacts.h"
 #include "crv/accurate/curveSearch.h"
 #include "crv/accurate/direction.h"
@@ -251,6 +252,13 @@ TEST(AccurateOffset, UnusableInputAndTinyDistancesHaveOneRule) {
   }
   EXPECT_TRUE(crv::offset(Curve(), 1.0).parallels.empty());
   EXPECT_EQ(crv::strokeOutline(curveOf({pointLike(0, 0)}), 2.0, Cap::round).size(), 1u);
+  // Distances below the tolerance give parallels on their side.
+  for (double const distance : {-1e-2, 1e-3, -1e-6}) {
+    expectParallels(letter, distance, 0.01);
+    ASSERT_EQ(crv::offset(letter, distance).parallels.size(), 1u);
+    double const grown = totalArea(crv::offset(letter, distance)) - crv::signedArea(letter);
+    EXPECT_NEAR(grown / (distance * crv::arcLength(letter, 1e-3)), -1.0, 0.3);
+  }
   // Powers of two scale to the bit.
   Curve scaled = letter;
   for (GxBezier& b : scaled.getSegments()) b.scale(0x1p300, 0x1p300);
