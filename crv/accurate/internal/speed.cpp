@@ -70,15 +70,21 @@ struct Zeros {
   }
 };
 
-/// (rho^2 + rho^-2) / 2 of the ellipse through a zero. The speed is analytic around a piece whose
-/// zero is real and not inside (-1, 1), as at the end with a retracted handle: such a zero counts
-/// as far. A distance of kAtEnd from this case changes the length by about its square.
-double ellipseThrough(Point const& zero) {
+/// (rho^2 + rho^-2) / 2 of the ellipse through a place.
+double ellipseThrough(Point const& s) {
+  double const xx = s.x * s.x;
+  double const yy = s.y * s.y;
+  return xx + yy + norm({xx - yy - 1.0, 2.0 * s.x * s.y});
+}
+
+/// Whether a zero is real and not inside (-1, 1), as at the end with a retracted handle: the speed
+/// is analytic there. A distance of kAtEnd from this case changes the length by about its square.
+/// Zeros that are nearly double are not exact enough to tell.
+bool isAtEnd(Point const& zero, Point const& other) {
   constexpr double kAtEnd = 0x1p-40;
-  double const xx = zero.x * zero.x;
-  double const yy = zero.y * zero.y;
-  if (xx >= 1.0 - kAtEnd && yy <= kAtEnd * kAtEnd) return kFar;
-  return xx + yy + norm({xx - yy - 1.0, 2.0 * zero.x * zero.y});
+  constexpr double kSeparate = 0x1p-6;
+  return zero.x * zero.x >= 1.0 - kAtEnd && std::fabs(zero.y) <= kAtEnd &&
+         squaredDistance(zero, other) >= kSeparate * kSeparate;
 }
 
 /// From (rho^k + rho^-k) / 2 the same of twice the power.
@@ -97,8 +103,11 @@ double whereToCut(Point const& zero) {
 /// Uses the smallest rule that suffices, or cuts the piece. The root of the mean squared speed over
 /// the tolerance may be at most rho^(2n) n^(3/2) / kZeroFactor; squares are compared.
 double integral(Hodograph const& h, Zeros const& zeros, double tolerance, int depth) {
-  double const near0 = ellipseThrough(zeros.at[0]);
-  double const near1 = ellipseThrough(zeros.at[1]);
+  auto const nearness = [&](Point const& zero, Point const& other) {
+    return depth == 0 && isAtEnd(zero, other) ? kFar : ellipseThrough(zero);
+  };
+  double const near0 = nearness(zeros.at[0], zeros.at[1]);
+  double const near1 = nearness(zeros.at[1], zeros.at[0]);
   // (rho^k + rho^-k) / 2 for k = 8, 16 and 32.
   double const eighth = doubled(doubled(min(near0, near1)));
   double const sixteenth = doubled(eighth);
