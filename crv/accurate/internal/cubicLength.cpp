@@ -34,9 +34,11 @@ double CubicLength::ofOrdinary(GxBezier const& segment, double accuracy) {
   };
   // These rules suffice for most segments.
   StopTest const stops(h);
-  if (isEnough(kErrorOfEight)) {
-    if (stops.areOutside(kNearRadius)) return speed.quadrature(kEight);
-  } else if (isEnough(kWideErrorOfTwelve) && stops.areOutside(kWideRadius)) {
+  if (isEnough(kErrorOfTwelve)) {
+    if (!stops.areOutside(kNearRadius)) return speedIntegralNearStops(segment, allowed);
+    return isEnough(kErrorOfEight) ? speed.quadrature(kEight) : speed.quadrature(kTwelve);
+  }
+  if (isEnough(kWideErrorOfTwelve) && stops.areOutside(kWideRadius)) {
     return speed.quadrature(kTwelve);
   }
   return speedIntegral(segment, allowed);

@@ -29,7 +29,6 @@ constexpr double kGainOfThirtyTwo = 181.01933598375617 / kZeroFactor;
 constexpr double kMostVariation = 2.0;
 
 // For rho = 1.503, kZeroFactor rho^(-2n) n^(-3/2) for n nodes.
-constexpr double kErrorOfTwelve = 5.449e-6;
 constexpr double kErrorOfTwenty = 3.735e-9;
 constexpr double kErrorOfThirtyTwo = 1.05e-13;
 
@@ -160,6 +159,11 @@ double speedIntegral(Hodograph const& h, double tolerance) {
 
 double speedIntegral(GxBezier const& segment, double tolerance) {
   return speedIntegral(Hodograph(Edges(cubic(segment))), tolerance);
+}
+
+double speedIntegralNearStops(GxBezier const& segment, double tolerance) {
+  Hodograph const h{Edges(cubic(segment))};
+  return integral(h, Zeros(h), tolerance, 0);
 }
 
 }  // namespace crv::internal

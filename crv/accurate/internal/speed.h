@@ -76,10 +76,11 @@ inline constexpr Rule<16> kThirtyTwo = {
      0.0911738786957638847, 0.0938443990808045656, 0.0956387200792748594, 0.0965400885147278006}};
 
 // Radii of circles around the ellipses of rho^2 for rho = 1.503 and 2, and
-// kZeroFactor rho^(-2n) n^(-3/2) for n = 8 in the first and n = 12 in the second.
+// kZeroFactor rho^(-2n) n^(-3/2) for n = 8 and 12 in the first and n = 12 in the second.
 constexpr double kNearRadius = 1.351;
 constexpr double kWideRadius = 2.125;
 constexpr double kErrorOfEight = 2.607e-4;
+constexpr double kErrorOfTwelve = 5.449e-6;
 constexpr double kWideErrorOfTwelve = 5.736e-9;
 
 /// The square of the speed, a polynomial of degree 4.
@@ -170,5 +171,8 @@ double speedIntegral(Hodograph const& h, double tolerance);
 
 /// The same over a whole segment.
 double speedIntegral(GxBezier const& segment, double tolerance);
+
+/// The same, for a segment with a zero of the velocity inside the ellipse of rho = 1.503.
+double speedIntegralNearStops(GxBezier const& segment, double tolerance);
 
 }  // namespace crv::internal
