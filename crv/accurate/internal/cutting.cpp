@@ -72,8 +72,6 @@ class Cutter {
         counts_(segments.size(), {0, 0}),
         isTwin_(segments.size(), 0),
         places_(2 * segments.size()) {
-    places_.reserve(3 * segments.size());
-    cuts_.reserve(segments.size());
     for (std::size_t i = 0; i < segments.size(); ++i) {
       counts_[i][static_cast<std::size_t>(segments[i].group)] = 1;
     }

@@ -16,7 +16,6 @@ class DisjointSets {
   }
 
   std::size_t size() const { return parents_.size(); }
-  void reserve(std::size_t size) { parents_.reserve(size); }
 
   /// Adds a set of one, and returns its number.
   std::size_t add() {
