@@ -78,10 +78,10 @@ double ellipseThrough(Point const& s) {
 
 /// Whether a zero is real and not inside (-1, 1), as at the end with a retracted handle: the speed
 /// is analytic there. A distance of kAtEnd from this case changes the length by about its square.
-/// Zeros that are nearly double are not exact enough to tell.
+/// Where the other zero is near, neither the zeros nor the speed next to them are exact enough.
 bool isAtEnd(Point const& zero, Point const& other) {
   constexpr double kAtEnd = 0x1p-40;
-  constexpr double kSeparate = 0x1p-6;
+  constexpr double kSeparate = 1.0;
   return zero.x * zero.x >= 1.0 - kAtEnd && std::fabs(zero.y) <= kAtEnd &&
          squaredDistance(zero, other) >= kSeparate * kSeparate;
 }
