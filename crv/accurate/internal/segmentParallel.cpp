@@ -45,7 +45,7 @@ constexpr double kEndShare = 0x1p-20;
 constexpr double kShortest = 0x1p-30;
 
 // How often the parallel or the evolute of a reversed stretch is halved.
-constexpr int kMostHalvings = 10;
+constexpr int kMostHalvings = 6;
 
 class SegmentParallel {
  public:
