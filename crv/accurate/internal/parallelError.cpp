@@ -107,18 +107,21 @@ void clearVelocity(Point (&e)[3]) {
 }  // namespace
 
 Station ParallelError::stationAt(double t, double s) const {
-  Point const place = source_.place(t);
-  return {
-      t, s, startGap_ + cubic_.place(s) - place, place, source_.velocity(t), cubic_.velocity(s)};
+  Point const gap = startGap_ + cubic_.place(s) - source_.place(t);
+  return {t, s, gap, source_.velocity(t), cubic_.velocity(s)};
 }
 
 /// A bound for the interval between two stations as a whole.
 double ParallelError::boundOf(Station const& from, Station const& to) const {
-  double const dt = (to.t - from.t) * (1.0 / 3.0), ds = (to.s - from.s) * (1.0 / 3.0);
+  double const width = to.t - from.t;
+  double const dt = width * (1.0 / 3.0), ds = (to.s - from.s) * (1.0 / 3.0);
   Way way;
   Point const first = from.sourceVelocity * dt, last = to.sourceVelocity * dt;
   way.e[0] = first;
-  way.e[1] = to.sourcePlace - from.sourcePlace - first - last;
+  // The polar form of the velocity keeps its direction where the stations are near to each other;
+  // the difference of their places would lose it.
+  way.e[1] =
+      ((from.sourceVelocity + to.sourceVelocity) * 0.5 - source_.c3 * (1.5 * width * width)) * dt;
   way.e[2] = last;
   Point(&d)[4] = way.d;
   d[0] = from.gap;

@@ -13,7 +13,6 @@ namespace crv::internal {
 struct Station {
   double t, s;
   Point gap;                       // from the source's point to the cubic's
-  Point sourcePlace;               // relative to the start of the source
   Point sourceVelocity, velocity;  // derivatives by t and by s
 };
 
