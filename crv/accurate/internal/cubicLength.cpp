@@ -35,13 +35,13 @@ double CubicLength::ofOrdinary(GxBezier const& segment, double accuracy) {
   // These rules suffice for most segments.
   StopTest const stops(h);
   if (isEnough(kErrorOfTwelve)) {
-    if (!stops.areOutside(kNearRadius)) return speedIntegralNearStops(segment, allowed);
+    if (!stops.areOutside(kNearRadius)) return speedIntegralNearStops(h, allowed);
     return isEnough(kErrorOfEight) ? speed.quadrature(kEight) : speed.quadrature(kTwelve);
   }
   if (isEnough(kWideErrorOfTwelve) && stops.areOutside(kWideRadius)) {
     return speed.quadrature(kTwelve);
   }
-  return speedIntegral(segment, allowed);
+  return speedIntegral(h, allowed);
 }
 
 double CubicLength::scaledBetween(double t0, double t1, double tolerance) const {

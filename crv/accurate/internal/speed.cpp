@@ -24,9 +24,8 @@ constexpr double kGainOfTwelve = 41.569219381653055 / kZeroFactor;
 constexpr double kGainOfTwenty = 89.442719099991592 / kZeroFactor;
 constexpr double kGainOfThirtyTwo = 181.01933598375617 / kZeroFactor;
 
-// The variation of the squared speed over its mean. Above this, nearly always a zero is inside the
-// ellipse, so the criterion is not evaluated.
-constexpr double kMostVariation = 2.0;
+// Of the ellipse through a zero, (rho^2 + rho^-2) / 2: below this, the zero may lie at an end.
+constexpr double kThroughEnd = 1.0 + 0x1p-30;
 
 // For rho = 1.503, kZeroFactor rho^(-2n) n^(-3/2) for n nodes.
 constexpr double kErrorOfTwenty = 3.735e-9;
@@ -102,11 +101,12 @@ double whereToCut(Point const& zero) {
 /// Uses the smallest rule that suffices, or cuts the piece. The root of the mean squared speed over
 /// the tolerance may be at most rho^(2n) n^(3/2) / kZeroFactor; squares are compared.
 double integral(Hodograph const& h, Zeros const& zeros, double tolerance, int depth) {
-  auto const nearness = [&](Point const& zero, Point const& other) {
-    return depth == 0 && isAtEnd(zero, other) ? kFar : ellipseThrough(zero);
-  };
-  double const near0 = nearness(zeros.at[0], zeros.at[1]);
-  double const near1 = nearness(zeros.at[1], zeros.at[0]);
+  double near0 = ellipseThrough(zeros.at[0]);
+  double near1 = ellipseThrough(zeros.at[1]);
+  if (depth == 0 && min(near0, near1) < kThroughEnd) {
+    if (isAtEnd(zeros.at[0], zeros.at[1])) near0 = kFar;
+    if (isAtEnd(zeros.at[1], zeros.at[0])) near1 = kFar;
+  }
   // (rho^k + rho^-k) / 2 for k = 8, 16 and 32.
   double const eighth = doubled(doubled(min(near0, near1)));
   double const sixteenth = doubled(eighth);
@@ -144,9 +144,7 @@ double integral(Hodograph const& h, Zeros const& zeros, double tolerance, int de
 double speedIntegral(Hodograph const& h, double tolerance) {
   SquaredSpeed const speed(h);
   double const mean = speed.mean();
-  bool const isClear =
-      speed.variation() < kMostVariation * mean && StopTest(h).areOutside(kNearRadius);
-  if (isClear) {
+  if (StopTest(h).areOutside(kNearRadius)) {
     double const allowed = tolerance * tolerance;
     auto const isEnough = [=](double error) { return mean * (error * error) <= allowed; };
     if (isEnough(kErrorOfEight)) return speed.quadrature(kEight);
@@ -154,15 +152,10 @@ double speedIntegral(Hodograph const& h, double tolerance) {
     if (isEnough(kErrorOfTwenty)) return speed.quadrature(kTwenty);
     if (isEnough(kErrorOfThirtyTwo)) return speed.quadrature(kThirtyTwo);
   }
-  return integral(h, Zeros(h), tolerance, 0);
+  return speedIntegralNearStops(h, tolerance);
 }
 
-double speedIntegral(GxBezier const& segment, double tolerance) {
-  return speedIntegral(Hodograph(Edges(cubic(segment))), tolerance);
-}
-
-double speedIntegralNearStops(GxBezier const& segment, double tolerance) {
-  Hodograph const h{Edges(cubic(segment))};
+double speedIntegralNearStops(Hodograph const& h, double tolerance) {
   return integral(h, Zeros(h), tolerance, 0);
 }
 

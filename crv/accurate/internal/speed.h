@@ -96,13 +96,6 @@ class SquaredSpeed {
   /// Its mean in the measure of Chebyshev.
   double mean() const { return c0_ + 0.5 * c2_ + 0.375 * c4_; }
 
-  /// Bounds how far it is from its mean on the ellipse of rho = 1.503, by the sum of its Chebyshev
-  /// coefficients times the largest values of the Chebyshev polynomials there.
-  double variation() const {
-    return 1.0842 * std::fabs(c1_ + 0.75 * c3_) + 0.6755 * std::fabs(c2_ + c4_) +
-           0.4613 * std::fabs(c3_) + 0.3312 * c4_;
-  }
-
   /// The integral of the speed by a rule with an even number of pairs. Two sums run side by side
   /// for machines that add two numbers at once.
   template <std::size_t kPairs>
@@ -169,10 +162,7 @@ class StopTest {
 /// The coefficients should be of moderate size.
 double speedIntegral(Hodograph const& h, double tolerance);
 
-/// The same over a whole segment.
-double speedIntegral(GxBezier const& segment, double tolerance);
-
-/// The same, for a segment with a zero of the velocity inside the ellipse of rho = 1.503.
-double speedIntegralNearStops(GxBezier const& segment, double tolerance);
+/// The same, for a piece with a zero of the velocity inside the ellipse of rho = 1.503.
+double speedIntegralNearStops(Hodograph const& h, double tolerance);
 
 }  // namespace crv::internal
