@@ -117,7 +117,7 @@ class MinimaAlong {
       for (Foot const& foot : entry.minima.inside) {
         if (!isAtStart(k, foot) && !isAtEnd(k, foot)) report(entry.segment, foot);
       }
-      // If there is a gap, the segment behind it may be beyond the limit.
+      // Behind a gap the next segment may be farther away than the limit, so that it has no minima.
       bool const isLast = k == n - 1;
       if (isLast ? !chain_.closed : minimaOf(k + 1) == nullptr) reportJoint(k + 1, report);
     }

@@ -264,7 +264,7 @@ class Appender {
     block_[count_++] = p;
   }
 
-  /// Appends the collected points; must be called at the end.
+  /// Appends the points collected so far to the list; call it after the last point.
   void flush() {
     std::size_t const needed = out_.size() + static_cast<std::size_t>(count_);
     if (out_.capacity() < needed) out_.reserve(std::max(needed, 2 * out_.capacity()));

@@ -7,6 +7,15 @@ namespace {
 
 using crv::Point;
 
+/// The image of a curve's control points.
+template <class Transform>
+GxBezierCurve image(Transform const& transform, GxBezierCurve curve) {
+  for (GxBezier& s : curve) {
+    for (int i = 0; i < 4; ++i) s(i) = transform * s[i];
+  }
+  return curve;
+}
+
 void show(Room& room, svg::Points const& stroke, std::string const& name, std::string const& words,
           std::string const& returned, svg::Points const& dots,
           std::vector<svg::Points> const& lines = {}) {
@@ -107,13 +116,9 @@ void showTransforms(Room& room, GxBezierCurve const& letter) {
   Gx2DRotate const rotate(0.4);
   Point const turned = rotate.image(letter[0][0]);
   //! [Gx2DTrans::image, Gx2DRotate::image]
-  GxBezierCurve leaning = letter;
-  for (GxBezier& s : leaning) {
-    for (int i = 0; i < 4; ++i) s(i) = rotate * s[i];
-  }
   Picture rotated(svg::Box{-200, -200, 500, 600});
   rotated.chain(letter, kGhost);
-  rotated.chain(leaning, kBlue);
+  rotated.chain(image(rotate, letter), kBlue);
   room.show("Gx2DTrans::image, Gx2DRotate::image", "copy&a=letter+g",
             "Turned about the origin by 0.4 radians.",
             say("the start ", say(letter[0][0]), " is at ", say(turned)), rotated);
@@ -124,13 +129,9 @@ void showTransforms(Room& room, GxBezierCurve const& letter) {
   int const hasInverse = slant.invert(upright);
   Point const back = upright * (slant * letter[0][0]);
   //! [GxMatrix::set, Gx2DMatrix::invert]
-  GxBezierCurve italic = letter;
-  for (GxBezier& s : italic) {
-    for (int i = 0; i < 4; ++i) s(i) = slant * s[i];
-  }
   Picture slanted(svg::Box{-50, -220, 680, 480});
   slanted.chain(letter, kGhost);
-  slanted.chain(italic, kBlue);
+  slanted.chain(image(slant, letter), kBlue);
   room.show("GxMatrix::set, Gx2DMatrix::invert", "copy&a=letter+g",
             "Slanted by a matrix, and back.",
             say("an inverse: ", hasInverse, "; the start is back at ", say(back)), slanted);

@@ -19,8 +19,8 @@ namespace crv::internal {
 
 namespace {
 
-// In units of the resolution: meetings of segments through one point lie within this distance of
-// each other.
+// In units of the resolution: where several segments pass through one point, their meetings lie
+// within this distance of each other.
 constexpr double kOnePlace = 2.0;
 
 // Rounds in which cuts are copied between stretches that coincide. Usually one suffices; more are

@@ -34,8 +34,8 @@ constexpr double kLastStep = 0x1p-27;
 constexpr double kQuick = 0x1p-9;
 constexpr double kSettled = 0x1p-50;
 
-// Steps of the iteration before every other step is a bisection, and the limit of all steps, which
-// is more than bisection alone needs.
+// After kFreeSteps steps of the iteration, every other step is a bisection. kMaxSteps is more steps
+// than bisection alone needs.
 constexpr int kFreeSteps = 8;
 constexpr int kMaxSteps = 140;
 
