@@ -11,21 +11,37 @@ namespace crv::internal {
 
 namespace {
 
-// Curve units, for coordinates of the order of 1: a point this little beyond the end of a part
-// counts as its end, because near a cusp of the parallel rounding moves points along it.
-constexpr double kAtEnd = 0x1p-32;
+// Curve units: the magnitude of the coordinates.
+constexpr double kMagnitude = 1.0;
+
+// Curve units: points this near to each other are one up to
+// rounding.
+constexpr double kRoundingReach = 0x1p-46;
+
+// Newton steps for the parameter at which a normal crosses a cubic near one of its ends.
+constexpr int kEndSteps = 4;
+
+// The largest distance of that parameter from the end.
+constexpr double kFarthestEnd = 0.125;
+
+// In units of that distance: how much of the cubic is stretched or compressed, so that the end
+// itself belongs to the end of the source.
+constexpr double kStretched = 4.0;
 
 // Halvings that exhaust an interval of parameters.
 constexpr int kMostHalvings = 54;
 
-/// The zero of a decreasing function in [lo, hi], by bisection.
+/// The zero of a decreasing function in [from, to], by bisection; an end itself if the zero is as
+/// near to it as the halvings can tell.
 template <class Function>
-double whereItFalls(double lo, double hi, Function const& function) {
+double whereItFalls(double from, double to, Function const& function) {
+  double lo = from, hi = to;
   for (int i = 0; i < kMostHalvings; ++i) {
     double const middle = 0.5 * (lo + hi);
     (function(middle) > 0.0 ? lo : hi) = middle;
   }
-  return 0.5 * (lo + hi);
+  if (lo == from) return from;
+  return hi == to ? to : 0.5 * (lo + hi);
 }
 
 Point directionAt(Cubic const& c, double t) {
@@ -35,6 +51,35 @@ Point directionAt(Cubic const& c, double t) {
   // At a cusp the direction of travel follows from the third derivative.
   return largestPart(velocity) > 0.0 ? velocity : c.p[3] - c.p[0] - (c.p[2] - c.p[1]) * 3.0;
 }
+
+/// Maps [0, 1] to an interval whose ends differ a little from 0 and 1, and changes only the
+/// neighbourhoods of the ends.
+class Stretching {
+ public:
+  Stretching(double from, double to)
+      : from_(from),
+        to_(to),
+        first_(kStretched * std::fabs(from)),
+        last_(1.0 - kStretched * std::fabs(1.0 - to)) {}
+
+  double from() const { return from_; }
+  double to() const { return to_; }
+
+  double forth(double s) const {
+    if (s < first_) return from_ + (first_ - from_) * (s / first_);
+    if (s > last_) return to_ - (to_ - last_) * ((1.0 - s) / (1.0 - last_));
+    return s;
+  }
+  double back(double x) const {
+    if (x < first_) return first_ * ((x - from_) / (first_ - from_));
+    if (x > last_) return 1.0 - (1.0 - last_) * ((to_ - x) / (to_ - last_));
+    return x;
+  }
+
+ private:
+  double from_, to_;
+  double first_, last_;  // between them nothing changes
+};
 
 class ParallelMap : public GxBezierCurvePositionMapBase {
  public:
@@ -60,6 +105,7 @@ class ParallelMap : public GxBezierCurvePositionMapBase {
     std::optional<Place> place = source_->placeOf(in);
     if (!place) return -1;
     if (place->t == 1.0 && source_->closed) place = Place{0, 0.0};
+    place = onMovingSegment(*place);
     if (mapPlace(out, *place)) return 0;
     // A joint is also the end of the segment before it.
     if (place->t > 0.0 || (place->segment == 0 && !source_->closed)) return -1;
@@ -81,6 +127,22 @@ class ParallelMap : public GxBezierCurvePositionMapBase {
   }
 
  private:
+  /// The place itself; in a segment that is a point, the end of the segment before, or else the
+  /// start of the segment behind, that is none.
+  Place onMovingSegment(Place const& place) const {
+    std::size_t const n = source_->size();
+    std::size_t k = place.segment;
+    auto const isPointAt = [&] { return isPoint(source_->segments[k]); };
+    if (!isPointAt()) return place;
+    while (isPointAt() && !source_->endsBehind(k == 0 ? n - 1 : k - 1, kMagnitude)) {
+      k = k == 0 ? n - 1 : k - 1;
+      if (k == place.segment) return place;
+    }
+    if (!isPointAt()) return {k, 1.0};
+    while (isPointAt() && !source_->endsBehind(k, kMagnitude)) k = k + 1 == n ? 0 : k + 1;
+    return {k, 0.0};
+  }
+
   bool mapPlace(Position& out, Place const& place) const {
     auto i = std::lower_bound(index_.begin(), index_.end(),
                               std::pair<std::size_t, std::size_t>(place.segment, 0));
@@ -105,35 +167,68 @@ class ParallelMap : public GxBezierCurvePositionMapBase {
     return isThere ? std::optional<double>(0.0) : std::nullopt;
   }
 
-  /// The parameter at which the normal at a place of the source crosses a segment of the parallel;
-  /// nothing if that part of the segment was trimmed away.
+  /// The parameter, on a segment of the parallel, of the point that belongs to a place of the
+  /// source; nothing if that point was trimmed away by more than rounding.
   std::optional<double> across(ParallelOrigin const& origin, Place const& place) const {
     if (place.t < origin.from.t || place.t > origin.to.t) return std::nullopt;
-    Cubic const& source = source_->segments[place.segment];
-    Point const foot = pointAt(source, place.t);
-    Point const direction = directionAt(source, place.t);
-    double s = 0.0;
-    if (place.t == origin.to.t) {
-      s = 1.0;
-    } else if (place.t > origin.from.t) {
-      s = whereItFalls(0.0, 1.0,
-                       [&](double x) { return dot(foot - pointAt(origin.c, x), direction); });
-    }
+    double const first = footAt(origin, origin.s0), last = footAt(origin, origin.s1);
+    if (place.t == first) return 0.0;
+    if (place.t == last) return 1.0;
+    double const s = crossingAt(origin, place.t);
     double const held = min(origin.s1, max(origin.s0, s));
-    bool const isThere = distance(pointAt(origin.c, s), pointAt(origin.c, held)) <= kAtEnd;
+    bool const isInside = place.t > first && place.t < last;
+    bool const isThere =
+        isInside || distance(pointAt(origin.c, s), pointAt(origin.c, held)) <= kRoundingReach;
     if (!isThere) return std::nullopt;
     return held == origin.s1 ? 1.0 : (held - origin.s0) / (origin.s1 - origin.s0);
   }
 
-  /// The parameter of the source whose normal passes through the point at s of the parallel.
-  double footAt(ParallelOrigin const& origin, double s) const {
+  /// The parameter of the cubic whose point belongs to the parameter t of the source: where the
+  /// normal crosses the cubic, moved so that both ends belong to the ends.
+  double crossingAt(ParallelOrigin const& origin, double t) const {
+    if (t == origin.from.t) return 0.0;
+    if (t == origin.to.t) return 1.0;
     Cubic const& source = source_->segments[origin.from.segment];
+    Point const foot = pointAt(source, t), direction = directionAt(source, t);
+    Stretching const normals = normalsOf(origin);
+    return normals.back(whereItFalls(normals.from(), normals.to(), [&](double x) {
+      return dot(foot - pointAt(origin.c, x), direction);
+    }));
+  }
+
+  /// The inverse of crossingAt.
+  double footAt(ParallelOrigin const& origin, double s) const {
     if (s == 0.0) return origin.from.t;
     if (s == 1.0) return origin.to.t;
-    Point const p = pointAt(origin.c, s);
+    Cubic const& source = source_->segments[origin.from.segment];
+    Point const p = pointAt(origin.c, normalsOf(origin).forth(s));
     return whereItFalls(origin.from.t, origin.to.t, [&](double t) {
       return dot(p - pointAt(source, t), directionAt(source, t));
     });
+  }
+
+  /// The parameters at which the normals at the ends of the stretch cross the cubic. They differ
+  /// from 0 and 1 where the parallel was extended or shortened to meet the next one at a joint.
+  Stretching normalsOf(ParallelOrigin const& origin) const {
+    Cubic const& source = source_->segments[origin.from.segment];
+    double from = 0.0, to = 1.0;
+    if (origin.from.t == 0.0) {
+      from = normalNear(0.0, source.start(), startDirection(source), origin.c);
+    }
+    if (origin.to.t == 1.0) to = normalNear(1.0, source.end(), endDirection(source), origin.c);
+    return {from, to};
+  }
+
+  /// The parameter of c, near its end 0 or 1, at which the normal at a place crosses it.
+  static double normalNear(double end, Point const& foot, Point const& direction, Cubic const& c) {
+    if (std::fabs(dot(foot - pointAt(c, end), direction)) <= kRoundingReach) return end;
+    double x = end;
+    for (int i = 0; i < kEndSteps; ++i) {
+      double const speed = dot(derivativeAt(c, x), direction);
+      if (speed > 0.0) x += dot(foot - pointAt(c, x), direction) / speed;
+      x = min(end + kFarthestEnd, max(end - kFarthestEnd, x));
+    }
+    return x;
   }
 
   Position named(std::size_t segment, double t) const {

@@ -19,9 +19,10 @@ struct ParallelOrigin {
 };
 
 /// A map of positions of a curve to the corresponding points of a parallel, on the normals of the
-/// curve, and back. Positions whose parallel points were trimmed away give -1, and a joint is
-/// mapped to some point of its join. The time of a query grows as log n. Source and parallel are
-/// given in one coordinate frame.
+/// curve, and back. Near an end of a parallel that was extended or shortened to meet the next one,
+/// the points are moved along it, so that the ends correspond. Positions whose parallel points were
+/// trimmed away give -1, and a joint is mapped to some point of its join. The time of a query grows
+/// as log n. Source and parallel are given in one coordinate frame.
 Map parallelMap(std::shared_ptr<Chain const> source, std::vector<ParallelOrigin> segments,
                 bool isClosed);
 
