@@ -34,6 +34,9 @@ constexpr double kLongHandle = 0x1p-14;
 // the direction.
 constexpr double kSquaredStray = 0x1p-8;
 
+// Parameter: the start of a curve that is tried first for a direction that it keeps.
+constexpr double kStart = 0x1p-5;
+
 // Difference of angle keys: directions farther apart than this decide the order alone.
 constexpr double kClearTurn = 0x1p-6;
 
@@ -116,6 +119,10 @@ Point directionOf(Cubic const& c, double least) {
     if (i == 1 && squared > kLongHandle * kLongHandle) return direction;
   }
   if (keepsDirection(c, direction)) return direction;
+  Cubic start, rest;
+  c.split(kStart, start, rest);
+  bool const leaves = squaredDistance(start.p[0], start.p[3]) > 4.0 * least * least;
+  if (leaves && keepsDirection(start, direction)) return direction;
   std::optional<Point> const exit = exitOf(c, c.p[0], least);
   if (!exit) return direction;
   Point const way = *exit - c.p[0];
