@@ -64,22 +64,25 @@ class BoxTree {
   template <class Visit>
   static void visitOverlaps(BoxTree const& a, BoxTree const& b, Visit const& visit) {
     std::size_t const top = std::max(a.height(), b.height());
-    Candidates candidates(top + 1);
-    candidates[top] = {0};
+    std::vector<Candidates> candidates(top + 1);
+    candidates[top] = {{0}, 1};
     visitOverlappingChildren<false>(a, b, top, 0, candidates, visit);
   }
 
   /// The same for one tree, each pair once: the second leaf has at least the number of the first.
   template <class Visit>
   static void visitOwnOverlaps(BoxTree const& tree, Visit const& visit) {
-    Candidates candidates(tree.height() + 1);
-    candidates[tree.height()] = {0};
+    std::vector<Candidates> candidates(tree.height() + 1);
+    candidates[tree.height()] = {{0}, 1};
     visitOverlappingChildren<true>(tree, tree, tree.height(), 0, candidates, visit);
   }
 
  private:
-  /// For each level, the boxes of the other tree that overlap the box entered.
-  using Candidates = std::vector<std::vector<std::size_t>>;
+  /// The boxes of one level of the other tree that overlap the box entered.
+  struct Candidates {
+    std::vector<std::size_t> numbers;  // only the first `count` of them
+    std::size_t count = 0;
+  };
 
   struct Run {
     std::size_t begin, end;
@@ -152,38 +155,40 @@ class BoxTree {
 
   template <bool onlyUpwards, class Visit>
   static void visitOverlappingChildren(BoxTree const& a, BoxTree const& b, std::size_t level,
-                                       std::size_t i, Candidates& candidates, Visit const& visit) {
+                                       std::size_t i, std::vector<Candidates>& candidates,
+                                       Visit const& visit) {
     Run const run = a.children(level, i);
+    Candidates& found = candidates[level - 1];
     for (std::size_t child = run.begin; child < run.end; ++child) {
-      std::vector<std::size_t>& found = candidates[level - 1];
       findOverlaps<onlyUpwards>(a.box(level - 1, child), child, b, level, candidates[level], found);
-      if (found.empty()) continue;
+      if (found.count == 0) continue;
       if (level == 1) {
-        for (std::size_t const k : found) visit(child, k);
+        for (std::size_t k = 0; k < found.count; ++k) visit(child, found.numbers[k]);
       } else {
         visitOverlappingChildren<onlyUpwards>(a, b, level - 1, child, candidates, visit);
       }
     }
   }
 
-  /// Finds which of the children of some boxes overlap a box. All are written and only the count is
-  /// kept: a jump on each outcome would be mispredicted.
+  /// Finds which of the children of some boxes overlap a box. All are written and only the count
+  /// grows: a jump on each outcome would be mispredicted.
   template <bool onlyUpwards>
   static void findOverlaps(Box const& box, std::size_t number, BoxTree const& tree,
-                           std::size_t level, std::vector<std::size_t> const& parents,
-                           std::vector<std::size_t>& found) {
-    found.resize(kRun * parents.size());
+                           std::size_t level, Candidates const& parents, Candidates& found) {
+    if (found.numbers.size() < kRun * parents.count) found.numbers.resize(kRun * parents.count);
+    std::size_t* const numbers = found.numbers.data();
     std::size_t count = 0;
-    for (std::size_t const parent : parents) {
+    for (std::size_t i = 0; i < parents.count; ++i) {
+      std::size_t const parent = parents.numbers[i];
       if (!overlap(box, tree.box(level, parent))) continue;
       Run const run = tree.children(level, parent);
       std::size_t const first = onlyUpwards ? std::max(run.begin, number) : run.begin;
       for (std::size_t k = first; k < run.end; ++k) {
-        found[count] = k;
+        numbers[count] = k;
         count += std::size_t{overlap(box, tree.box(level - 1, k))};
       }
     }
-    found.resize(count);
+    found.count = count;
   }
 
   std::vector<std::vector<Box>> levels_;  // the leaves first
