@@ -1,6 +1,7 @@
 #include "crv/accurate/internal/arrangement.h"
 
 #include "crv/accurate/internal/blossom.h"
+#include "crv/accurate/internal/edgeChains.h"
 #include "crv/accurate/internal/scale.h"
 #include "crv/accurate/internal/segmentPair.h"
 #include "crv/accurate/internal/trails.h"
@@ -56,6 +57,7 @@ Arrangement::Arrangement(std::vector<ArrangedSegment> segments, double resolutio
   for (ArrangedSegment& s : segments_) s.c = scale_.scaled(s.c);
   scale_.resolution *= kMargin;
   cutting_ = cutAtMeetings(segments_, scale_);
+  joinEdges(cutting_, segments_);
   turns_ = sortTurns(cutting_, scale_.resolution);
   findWindings(cutting_, turns_);
 }
@@ -71,10 +73,7 @@ std::vector<Path> Arrangement::paths(std::vector<signed char> const& kept) const
 Path Arrangement::pathOf(Trail const& trail) const {
   std::vector<Run> runs;
   runs.reserve(trail.halfEdges.size());
-  for (std::size_t const h : trail.halfEdges) {
-    if (!runs.empty() && extend(runs.back(), h)) continue;
-    runs.push_back(runAlong(h));
-  }
+  for (std::size_t const h : trail.halfEdges) addRuns(runs, h);
   if (trail.isClosed && runs.size() > 1 && areOne(runs.back(), runs.front())) {
     runs.front().first = runs.back().first;
     runs.pop_back();
@@ -94,10 +93,21 @@ Path Arrangement::pathOf(Trail const& trail) const {
   return path;
 }
 
-/// The run that consists of a half-edge, on one of the stretches of its edge.
-Arrangement::Run Arrangement::runAlong(std::size_t halfEdge) const {
-  std::size_t const stretch = cutting_.edges[edgeOf(halfEdge)].first;
-  return {stretch, stretch, !isAlong(halfEdge)};
+/// Adds the runs along a half-edge; the first may continue the last one before.
+void Arrangement::addRuns(std::vector<Run>& runs, std::size_t halfEdge) const {
+  Edge const& edge = cutting_.edges[edgeOf(halfEdge)];
+  bool const isBackwards = !isAlong(halfEdge);
+  if (edge.first == edge.last && !runs.empty() && extend(runs.back(), halfEdge)) return;
+  std::size_t const stretches = edge.last - edge.first + 1;
+  for (std::size_t i = 0; i < stretches; ++i) {
+    std::size_t const stretch = isBackwards ? edge.last - i : edge.first + i;
+    Run const run = {stretch, stretch, isBackwards};
+    if (!runs.empty() && areOne(runs.back(), run)) {
+      runs.back().last = stretch;
+    } else {
+      runs.push_back(run);
+    }
+  }
 }
 
 /// Extends a run by a half-edge if a stretch of that edge continues the run. Returns whether it

@@ -68,7 +68,7 @@ class Arrangement {
   };
 
   Path pathOf(Trail const& trail) const;
-  Run runAlong(std::size_t halfEdge) const;
+  void addRuns(std::vector<Run>& runs, std::size_t halfEdge) const;
   bool extend(Run& run, std::size_t halfEdge) const;
   bool areOne(Run const& run, Run const& next) const;
   bool isTip(Run const& run, Run const& next) const;

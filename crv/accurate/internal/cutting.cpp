@@ -340,7 +340,7 @@ void Cutter::addStretch(Cutting& result, Cut const& p, Cut const& q,
   std::size_t const edge = result.edges.size();
   result.stretches.push_back(
       {withEnds(c, result.nodes[from], result.nodes[to]), p.segment, p.t, q.t, edge, true, kNone});
-  result.edges.push_back({from, to, edge, counts_[p.segment], {0, 0}, {0, 0}});
+  result.edges.push_back({from, to, edge, edge, counts_[p.segment], {0, 0}, {0, 0}});
 }
 
 Cutting Cutter::result() {

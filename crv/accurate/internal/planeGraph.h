@@ -29,10 +29,12 @@ struct Stretch {
   std::size_t nextOnEdge;  // another stretch of the same edge, or kNone
 };
 
-/// A line between two nodes on which one stretch lies, or several that coincide.
+/// A line between two nodes on which one stretch lies, or several that coincide, or several that
+/// follow each other.
 struct Edge {
   std::size_t from, to;            // nodes
   std::size_t first;               // one of its stretches, which has its direction
+  std::size_t last;                // above first if the stretches first..last follow each other
   std::array<int, 2> count;        // stretches in its direction minus those against it, by group
   std::array<int, 2> left, right;  // winding numbers on both sides, by group
 };

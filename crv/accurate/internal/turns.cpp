@@ -144,6 +144,11 @@ class Sorter {
   std::size_t farNode(std::size_t halfEdge) const {
     return startOf(cutting_.edges, twin(halfEdge));
   }
+  /// Whether an edge consists of one stretch, or of several that coincide.
+  bool isSingle(std::size_t halfEdge) const {
+    Edge const& edge = cutting_.edges[edgeOf(halfEdge)];
+    return edge.first == edge.last;
+  }
   bool areClear(Turn const& p, Turn const& q) const {
     return gap(p, q) > kClearTurn + p.slack + q.slack;
   }
@@ -164,8 +169,9 @@ class Sorter {
 };
 
 Cubic Sorter::outward(std::size_t halfEdge) const {
-  Cubic const& c = cutting_.stretches[cutting_.edges[edgeOf(halfEdge)].first].c;
-  return isAlong(halfEdge) ? c : reversed(c);
+  Edge const& edge = cutting_.edges[edgeOf(halfEdge)];
+  return isAlong(halfEdge) ? cutting_.stretches[edge.first].c
+                           : reversed(cutting_.stretches[edge.last].c);
 }
 
 Turn Sorter::turnOf(std::size_t halfEdge) const {
@@ -232,7 +238,8 @@ bool Sorter::keepNear(Cubic const& a, Cubic const& b) const {
 }
 
 bool Sorter::areOne(std::size_t p, std::size_t q) const {
-  return farNode(p) == farNode(q) && edgeOf(p) != edgeOf(q) && keepNear(outward(p), outward(q));
+  return farNode(p) == farNode(q) && edgeOf(p) != edgeOf(q) && isSingle(p) && isSingle(q) &&
+         keepNear(outward(p), outward(q));
 }
 
 /// Moves the stretches of the edge of q to that of p; p and q leave the same node.

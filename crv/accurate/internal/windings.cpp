@@ -46,13 +46,19 @@ Counts sum(Counts const& a, Counts const& b, int sign) {
   return {a[0] + sign * b[0], a[1] + sign * b[1]};
 }
 
+/// Stretches, with a tree over their boxes.
+struct Shapes {
+  std::vector<std::size_t> stretches;
+  BoxTree tree;
+};
+
 /// A connected set of edges.
 struct Component {
   std::size_t beginEdge = 0, endEdge = 0;  // among the edges in order of their components
   std::size_t outerFace = kNone;
   double outerArea = 0.0;
   long nodes = 0, edges = 0, faces = 0;
-  std::optional<BoxTree> tree;
+  std::optional<Shapes> shapes;
 };
 
 class Faces {
@@ -63,18 +69,19 @@ class Faces {
 
  private:
   Edge const& edgeAt(std::size_t halfEdge) const { return cutting_.edges[edgeOf(halfEdge)]; }
-  Cubic const& shapeOf(Edge const& edge) const { return cutting_.stretches[edge.first].c; }
+  Cubic const& shapeOf(std::size_t stretch) const { return cutting_.stretches[stretch].c; }
   std::size_t endOf(std::size_t halfEdge) const { return startOf(cutting_.edges, twin(halfEdge)); }
   void findComponents();
   void walkFaces();
+  double twiceAreaOverChordOf(Edge const& edge) const;
   double walkFace(std::size_t start, std::size_t face);
   void spread(std::size_t component, Counts const& outside);
   Box boxOf(Component const& component) const;
-  BoxTree treeOf(std::size_t beginEdge, std::size_t endEdge) const;
-  BoxTree const& treeOf(Component& component) const;
+  Shapes shapesOf(std::size_t beginEdge, std::size_t endEdge) const;
   Counts windingOf(Component& component, Point const& p) const;
   std::vector<Counts> outerWindings();
-  Counts windingOf(BoxTree const& tree, std::size_t beginEdge, Point const& p) const;
+  Counts windingOf(Shapes const& shapes, Point const& p) const;
+  bool castRays(Shapes const& all, Edge& edge, Cubic const& c) const;
   void castRays();
 
   Cutting& cutting_;
@@ -82,6 +89,7 @@ class Faces {
   std::vector<std::size_t> componentOfNode_;
   std::vector<Component> components_;
   std::vector<std::size_t> edgesByComponent_;
+  std::vector<double> twiceAreas_;   // by edge: between the edge and its chord
   std::vector<std::size_t> faceOf_;  // by half-edge: the face on its left
   std::vector<std::size_t> faceAt_;  // by face: one of its half-edges
   std::vector<Counts> windings_;     // by face
@@ -120,6 +128,18 @@ void Faces::findComponents() {
   }
 }
 
+/// Twice the signed area between an edge and the chord of its ends.
+double Faces::twiceAreaOverChordOf(Edge const& edge) const {
+  if (edge.first == kNone) return 0.0;
+  Point const origin = cutting_.nodes[edge.from];
+  double twiceArea = 0.0;
+  for (std::size_t s = edge.first; s <= edge.last; ++s) {
+    Cubic const& c = shapeOf(s);
+    twiceArea += cross(c.p[0] - origin, c.p[3] - origin) + twiceAreaOverChord(c);
+  }
+  return twiceArea;
+}
+
 /// Assigns the half-edges around a face to it, and returns twice its signed area.
 double Faces::walkFace(std::size_t start, std::size_t face) {
   Point const origin = cutting_.nodes[startOf(cutting_.edges, start)];
@@ -127,10 +147,11 @@ double Faces::walkFace(std::size_t start, std::size_t face) {
   std::size_t h = start;
   do {
     faceOf_[h] = face;
-    Cubic const& c = shapeOf(edgeAt(h));
-    double const along = cross(c.p[0] - origin, c.p[3] - origin) + twiceAreaOverChord(c);
+    Edge const& edge = edgeAt(h);
+    Point const from = cutting_.nodes[edge.from] - origin, to = cutting_.nodes[edge.to] - origin;
+    double const along = cross(from, to) + twiceAreas_[edgeOf(h)];
     twiceArea += isAlong(h) ? along : -along;
-    h = turns_.next(h, endOf(h));
+    h = turns_.next(h, isAlong(h) ? edge.to : edge.from);
   } while (h != start);
   return twiceArea;
 }
@@ -138,6 +159,8 @@ double Faces::walkFace(std::size_t start, std::size_t face) {
 /// Finds all faces. The outer face of a component is the only one whose signed area is negative,
 /// because its boundary runs clockwise.
 void Faces::walkFaces() {
+  twiceAreas_.reserve(cutting_.edges.size());
+  for (Edge const& e : cutting_.edges) twiceAreas_.push_back(twiceAreaOverChordOf(e));
   faceOf_.assign(2 * cutting_.edges.size(), kNone);
   for (std::size_t const h : turns_.halfEdges) {
     if (faceOf_[h] != kNone) continue;
@@ -174,38 +197,39 @@ void Faces::spread(std::size_t component, Counts const& outside) {
   }
 }
 
-BoxTree Faces::treeOf(std::size_t beginEdge, std::size_t endEdge) const {
+Shapes Faces::shapesOf(std::size_t beginEdge, std::size_t endEdge) const {
+  std::vector<std::size_t> stretches;
   std::vector<Box> boxes;
-  boxes.reserve(endEdge - beginEdge);
   for (std::size_t i = beginEdge; i < endEdge; ++i) {
-    boxes.push_back(shapeOf(cutting_.edges[edgesByComponent_[i]]).hull());
+    Edge const& edge = cutting_.edges[edgesByComponent_[i]];
+    for (std::size_t s = edge.first; s <= edge.last; ++s) {
+      stretches.push_back(s);
+      boxes.push_back(shapeOf(s).hull());
+    }
   }
-  return BoxTree(std::move(boxes));
+  return {std::move(stretches), BoxTree(std::move(boxes))};
 }
 
-BoxTree const& Faces::treeOf(Component& component) const {
-  if (!component.tree) component.tree = treeOf(component.beginEdge, component.endEdge);
-  return *component.tree;
-}
-
-Counts Faces::windingOf(BoxTree const& tree, std::size_t beginEdge, Point const& p) const {
+Counts Faces::windingOf(Shapes const& shapes, Point const& p) const {
   Counts winding = {0, 0};
-  tree.visit([&](Box const& box) { return isBeside(box, p); },
-             [&](std::size_t i) {
-               Edge const& edge = cutting_.edges[edgesByComponent_[beginEdge + i]];
-               winding = sum(winding, edge.count, crossings(shapeOf(edge), p));
-             });
+  shapes.tree.visit([&](Box const& box) { return isBeside(box, p); },
+                    [&](std::size_t i) {
+                      Stretch const& s = cutting_.stretches[shapes.stretches[i]];
+                      winding = sum(winding, cutting_.edges[s.edge].count, crossings(s.c, p));
+                    });
   return winding;
 }
 
 Counts Faces::windingOf(Component& component, Point const& p) const {
-  return windingOf(treeOf(component), component.beginEdge, p);
+  if (!component.shapes) component.shapes = shapesOf(component.beginEdge, component.endEdge);
+  return windingOf(*component.shapes, p);
 }
 
 Box Faces::boxOf(Component const& component) const {
-  Box box = shapeOf(cutting_.edges[edgesByComponent_[component.beginEdge]]).hull();
-  for (std::size_t i = component.beginEdge + 1; i < component.endEdge; ++i) {
-    box = united(box, shapeOf(cutting_.edges[edgesByComponent_[i]]).hull());
+  Box box = shapeOf(cutting_.edges[edgesByComponent_[component.beginEdge]].first).hull();
+  for (std::size_t i = component.beginEdge; i < component.endEdge; ++i) {
+    Edge const& edge = cutting_.edges[edgesByComponent_[i]];
+    for (std::size_t s = edge.first; s <= edge.last; ++s) box = united(box, shapeOf(s).hull());
   }
   return box;
 }
@@ -219,7 +243,8 @@ std::vector<Counts> Faces::outerWindings() {
   for (Component const& c : components_) boxes.push_back(boxOf(c));
   BoxTree const tree(std::move(boxes));
   for (std::size_t i = 0; i < components_.size(); ++i) {
-    Point const p = shapeOf(cutting_.edges[edgesByComponent_[components_[i].beginEdge]]).p[0];
+    Point const p =
+        cutting_.nodes[cutting_.edges[edgesByComponent_[components_[i].beginEdge]].from];
     tree.visit(
         [&](Box const& box) {
           return overlap(box, {p.x, p.y, p.x, p.y});
@@ -231,20 +256,27 @@ std::vector<Counts> Faces::outerWindings() {
   return windings;
 }
 
-/// Sets the winding numbers of each edge by rays from either side of it.
+/// Sets the winding numbers of an edge by rays from either side of one of its stretches. Returns
+/// whether they differ by the edge's count.
+bool Faces::castRays(Shapes const& all, Edge& edge, Cubic const& c) const {
+  for (double const t : kAskedAt) {
+    Point const place = pointAt(c, t), d = derivativeAt(c, t);
+    double const speed = std::sqrt(dot(d, d));
+    if (!(speed > 0.0)) continue;
+    Point const aside = Point{-d.y, d.x} * (kBeside / speed);
+    edge.left = windingOf(all, place + aside);
+    edge.right = windingOf(all, place - aside);
+    if (sum(edge.left, edge.right, -1) == edge.count) return true;
+  }
+  return false;
+}
+
 void Faces::castRays() {
-  BoxTree const tree = treeOf(0, edgesByComponent_.size());
+  Shapes const all = shapesOf(0, edgesByComponent_.size());
   for (std::size_t const i : edgesByComponent_) {
     Edge& edge = cutting_.edges[i];
-    Cubic const& c = shapeOf(edge);
-    for (double const t : kAskedAt) {
-      Point const place = pointAt(c, t), d = derivativeAt(c, t);
-      double const speed = std::sqrt(dot(d, d));
-      if (!(speed > 0.0)) continue;
-      Point const aside = Point{-d.y, d.x} * (kBeside / speed);
-      edge.left = windingOf(tree, 0, place + aside);
-      edge.right = windingOf(tree, 0, place - aside);
-      if (sum(edge.left, edge.right, -1) == edge.count) break;
+    for (std::size_t s = edge.first; s <= edge.last; ++s) {
+      if (castRays(all, edge, shapeOf(s))) break;
     }
   }
 }
