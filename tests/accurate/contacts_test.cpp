@@ -166,6 +166,12 @@ TEST(SegmentContacts, GiveSharedStretchesAsIntervals) {
   double const r = 0x1p-40;   // the resolution of segments of size 1
   Segment const cusp = segmentFrom({0, 0, 1, 1, 0, 1, 1, 0}), loop = support::loop();
   Segment const leaf = segmentFrom({0, 0, 3, 1, 1, 3, 0, 0});
+  // A cubic with a loop in its middle, 3 size long and about 2 size^1.5 wide.
+  auto const looped = [](double size) {
+    return segmentFrom({3, -3 + 3 * size, -1, 3 + size, -1, -3 - size, 3, 3 - 3 * size});
+  };
+  Segment toTip = looped(0x1p-20);
+  toTip.split(rest, 0.5);
   auto const moved = [](Segment const& s, double by) { return changed(s, 1.0, by, by); };
   auto const firstPart = [](Segment s) {
     Segment behind;
@@ -202,6 +208,9 @@ TEST(SegmentContacts, GiveSharedStretchesAsIntervals) {
       {"a part of a cusp beside itself", cusp, firstPart(moved(cusp, 0x1p-50)), {{0, 0.75, 0, 1}}},
       {"a loop", loop, reversed(loop), {{0, 1, 1, 0}}, 2},
       {"a loop and its end", loop, reversed(firstPart(loop)), {{0, 0.75, 1, 0}}, 1},
+      {"a small loop", looped(0x1p-18), reversed(looped(0x1p-18)), {{0, 1, 1, 0}}, 2},
+      {"a small loop as far as its tip", looped(0x1p-20), toTip, {{0, 0.5, 0, 1}}, 1},
+      {"a narrow loop", looped(0x1p-30), looped(0x1p-30), {{0, 1, 0, 1}}},
       {"a leaf", leaf, moved(leaf, 0x1p-50), {{0, 1, 0, 1}}, 2},
   };
   for (auto const& row : rows) {

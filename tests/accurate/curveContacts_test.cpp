@@ -234,6 +234,25 @@ TEST(CurveContacts, RunOverJointsAndTheSeam) {
   CurveContacts const thorn = selfContacts(polygon({0, 0, 4, 0, 4, 4, 0, 4, 0, 0, -1, -1}));
   expectPoints(thorn, {});
   expectOverlaps(thorn, {{4, 5, 6, 5, 0}});
+
+  // Both passes of a loop stay crossings where a joint divides it at its tip.
+  for (double const size : {0.25, 0x1p-20}) {
+    Segment head =
+        support::segmentOf({3, -3 + 3 * size, -1, 3 + size, -1, -3 - size, 3, 3 - 3 * size});
+    Curve const whole = curveOf({head}, false);
+    Segment tail;
+    head.split(tail, 0.5);
+    CurveContacts const found = contacts(whole, curveOf({head, tail}, false));
+    double const pass = std::sqrt(size);
+    expectPoints(found, {{0.5 - 0.5 * pass, 1 + pass, 0}, {0.5 + 0.5 * pass, 1 - pass, 0}});
+    expectOverlaps(found, {{0, 1, 0, 2, 1}});
+  }
+  // A side that runs back on itself and on.
+  Segment const back = support::segmentOf({0, 0, 6, 0, 6, 0, 2, 0}), on = line(2, 0, -2, 0);
+  for (bool const isSwapped : {false, true}) {
+    Curve const a = curveOf({back, on}, false), b = curveOf({back}, false);
+    EXPECT_EQ((isSwapped ? contacts(b, a) : contacts(a, b)).overlaps.size(), 2u);
+  }
 }
 
 TEST(CurveContacts, WithALineAreInOrderAlongIt) {

@@ -1,7 +1,9 @@
 // Groups the approaches of two segments by connectedness.
 #include "crv/accurate/internal/approachCluster.h"
 
+#include "crv/accurate/internal/blossom.h"
 #include "crv/accurate/internal/meetings.h"
+#include "crv/accurate/internal/way.h"
 #include "crv/foundation/internal/introsort.h"
 #include "crv/foundation/tolerance.h"
 
@@ -119,6 +121,7 @@ bool keepNear(SegmentPair const& pair, double magnitude, double resolution, doub
   double const curved = min(kMostCurved, kCurved * relative * relative);
   double const apart = resolution + curved * resolution + kNoise * magnitude;
   Point const start = pointAt(pair.a, t0);
+  bool areEven = true;
   for (double const s : {0.5, 0.25, 0.75}) {
     double const t = between(t0, t1, s), u = between(u0, u1, s);
     if (!(squaredDistance(start, pointAt(pair.a, t)) <= reach)) return false;
@@ -126,8 +129,11 @@ bool keepNear(SegmentPair const& pair, double magnitude, double resolution, doub
     if (pair.distanceAt(t, u) <= apart) continue;
     if (!(pair.footOnB(t, u).distance <= apart)) return false;
     if (!(pair.footOnA(t, u).distance <= apart)) return false;
+    areEven = false;
   }
-  return true;
+  // Feet on another branch of a small loop are near, too.
+  return areEven ||
+         areSideBySide({{part(pair.a, t0, t1), {}}, 1}, {{part(pair.b, u0, u1), {}}, 1}, apart);
 }
 
 std::vector<ApproachCluster> collectClusters(SegmentPair const& pair, double magnitude,

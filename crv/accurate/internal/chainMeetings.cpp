@@ -18,9 +18,12 @@ namespace crv::internal {
 
 namespace {
 
-// In units of the resolution: a place this near to an end of a stretch belongs to the stretch, and
-// stretches whose ends are this near to each other are joined.
+// In units of the resolution: a place this near to an end of a stretch belongs to the stretch.
 constexpr double kEndReach = 2.0;
+
+// In units of the resolution: stretches with ends this near to each other are joined. What two
+// segments share between them is no stretch if it is up to four resolutions long.
+constexpr double kJoinReach = 4.25;
 
 /// A stretch that one segment of each curve shares.
 struct Link {
@@ -117,7 +120,7 @@ double Assembly::lengthOf(Link const& link) const {
 
 bool Assembly::areJoined(Link const& link, Link const& next) const {
   if (link.isSameSense() != next.isSameSense()) return false;
-  double const reach = kEndReach * scale_.resolution;
+  double const reach = kJoinReach * scale_.resolution;
   Place const end = a_.normalised(link.to), start = a_.normalised(next.from);
   Place const otherEnd = b_.normalised(link.otherTo), otherStart = b_.normalised(next.otherFrom);
   return a_.staysNear(a_.at(end), reach, end, start) &&
@@ -126,14 +129,16 @@ bool Assembly::areJoined(Link const& link, Link const& next) const {
 
 /// The number of the link that continues one; the number of links if there is none.
 std::size_t Assembly::linkBehind(Link const& link) const {
-  Place const end = a_.normalised(link.to);
   auto const onSegment = [](Link const& l, std::size_t segment) {
     return l.from.segment < segment;
   };
-  std::size_t const segment = a_.skipPoints(end.segment, true);
-  auto const first = std::lower_bound(links_.begin(), links_.end(), segment, onSegment);
-  for (auto next = first; next != links_.end() && next->from.segment == segment; ++next) {
-    if (&*next != &link && areJoined(link, *next)) return std::size_t(next - links_.begin());
+  std::size_t const here = a_.skipPoints(a_.normalised(link.to).segment, true);
+  std::size_t const behind = a_.skipPoints(a_.next(link.to.segment), true);
+  for (std::size_t const segment : {here, behind}) {
+    auto next = std::lower_bound(links_.begin(), links_.end(), segment, onSegment);
+    for (; next != links_.end() && next->from.segment == segment; ++next) {
+      if (&*next != &link && areJoined(link, *next)) return std::size_t(next - links_.begin());
+    }
   }
   return links_.size();
 }
@@ -144,10 +149,11 @@ bool Assembly::comesAround(Link const& head, Link const& link) const {
                              Place const& to, double sense) {
     if (start.segment != from.segment) return false;
     double const reach = kEndReach * scale_.resolution;
-    Point const place = route.at(start);
-    bool const isBehind =
-        (from.t - start.t) * sense <= 0.0 || distance(route.at(from), place) <= reach;
-    return isBehind && (to.t - start.t) * sense > 0.0 && distance(route.at(to), place) > reach;
+    auto const isAtStart = [&](Place const& place) {
+      return route.staysNear(route.at(start), reach, start, place);
+    };
+    bool const isBehind = (from.t - start.t) * sense <= 0.0 || isAtStart(from);
+    return isBehind && (to.t - start.t) * sense > 0.0 && !isAtStart(to);
   };
   return passes(a_, head.from, link.from, link.to, 1.0) ||
          passes(b_, head.otherFrom, link.otherFrom, link.otherTo, link.isSameSense() ? 1.0 : -1.0);

@@ -1,6 +1,7 @@
 // Compares and merges the meetings of two curves.
 #include "crv/accurate/internal/meetingPlaces.h"
 
+#include "crv/accurate/internal/blossom.h"
 #include "crv/accurate/internal/meetings.h"
 #include "crv/accurate/internal/segmentPair.h"
 #include "crv/foundation/internal/introsort.h"
@@ -25,33 +26,29 @@ constexpr std::size_t kNeighbours = 12;
 
 }  // namespace
 
-/// Whether `other` stays within the resolution of `way` between two places on the same segment or
-/// on neighbouring ones.
-bool MeetingPlaces::keepTogether(Route const& way, Place const& p, Place const& q,
-                                 Route const& other, Place const& otherP,
-                                 Place const& otherQ) const {
-  Place samples[3];
-  if (p.segment == q.segment) {
-    for (int i = 0; i < 3; ++i) samples[i] = {p.segment, p.t + (q.t - p.t) * 0.25 * (i + 1)};
-  } else {
-    bool const isForward = areEqual(way.normalised({p.segment, 1.0}), {q.segment, 0.0});
-    bool const isBackward = areEqual(way.normalised({q.segment, 1.0}), {p.segment, 0.0});
-    if (!isForward && !isBackward) return false;
-    double const endP = isForward ? 1.0 : 0.0, endQ = 1.0 - endP;
-    samples[0] = {p.segment, 0.5 * (p.t + endP)};
-    samples[1] = {p.segment, endP};
-    samples[2] = {q.segment, 0.5 * (q.t + endQ)};
-  }
+/// The way between two places on the same segment or on neighbouring ones.
+std::optional<Way> MeetingPlaces::wayBetween(Route const& route, Place const& p, Place const& q) {
+  if (p.segment == q.segment) return Way{{part(route[p.segment], p.t, q.t), {}}, 1};
+  bool const isForward = areEqual(route.normalised({p.segment, 1.0}), {q.segment, 0.0});
+  bool const isBackward = areEqual(route.normalised({q.segment, 1.0}), {p.segment, 0.0});
+  if (!isForward && !isBackward) return std::nullopt;
+  double const endP = isForward ? 1.0 : 0.0;
+  return Way{{part(route[p.segment], p.t, endP), part(route[q.segment], 1.0 - endP, q.t)}, 2};
+}
+
+/// Whether `other` is within the resolution of samples of a way, near one of its two places.
+bool MeetingPlaces::isAlong(Way const& way, Route const& other, Place const& p,
+                            Place const& q) const {
   double const reach = kPlaceSlack * scale_.resolution;
   // A loop returns to its starting point, but leaves it in between.
-  Point const start = way.at(p);
-  double const farthest =
-      max(2.0 * distance(start, way.at(q)), leastStretch(scale_.magnitude, scale_.resolution));
-  for (Place const& sample : samples) {
-    Point const point = way.at(sample);
+  Point const start = way.at(0.0);
+  double const farthest = max(2.0 * distance(start, way.at(way.count)),
+                              leastStretch(scale_.magnitude, scale_.resolution));
+  for (double const share : {0.25, 0.5, 0.75}) {
+    Point const point = way.at(share * way.count);
     if (distance(start, point) > farthest) return false;
     bool isNear = false;
-    for (Place const& guess : {otherP, otherQ}) {
+    for (Place const& guess : {p, q}) {
       Cubic const c = other[guess.segment];
       isNear = isNear || distance(pointAt(c, footOn(c, point, guess.t)), point) <= reach;
     }
@@ -70,8 +67,9 @@ bool MeetingPlaces::areOne(ChainMeeting const& m, ChainMeeting const& n) const {
       b_.staysNear(place, reach, m.second, n.second)) {
     return true;
   }
-  return keepTogether(a_, m.first, n.first, b_, m.second, n.second) &&
-         keepTogether(b_, m.second, n.second, a_, m.first, n.first);
+  auto const wayA = wayBetween(a_, m.first, n.first), wayB = wayBetween(b_, m.second, n.second);
+  return wayA && wayB && isAlong(*wayA, b_, m.second, n.second) &&
+         isAlong(*wayB, a_, m.first, n.first) && areSideBySide(*wayA, *wayB, reach);
 }
 
 /// Whether m rather than n is kept, if both are at one point: the exact meeting is kept, else the

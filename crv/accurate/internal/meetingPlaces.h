@@ -3,8 +3,10 @@
 
 #include "crv/accurate/internal/chainMeetings.h"
 #include "crv/accurate/internal/route.h"
+#include "crv/accurate/internal/way.h"
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 namespace crv::internal {
@@ -27,8 +29,8 @@ class MeetingPlaces {
   std::vector<ChainMeeting> merged(std::vector<ChainMeeting> points) const;
 
  private:
-  bool keepTogether(Route const& way, Place const& p, Place const& q, Route const& other,
-                    Place const& otherP, Place const& otherQ) const;
+  static std::optional<Way> wayBetween(Route const& route, Place const& p, Place const& q);
+  bool isAlong(Way const& way, Route const& other, Place const& p, Place const& q) const;
   bool standsFor(ChainMeeting const& m, ChainMeeting const& n) const;
 
   Route const& a_;

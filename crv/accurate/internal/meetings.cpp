@@ -43,10 +43,15 @@ bool isCovered(SegmentPair const& pair, Meeting const& m, SharedStretch const& s
   };
   if (!isWithin(pair.a, m.t, s.t0, s.t1)) return false;
   if (!isWithin(pair.b, m.u, min(s.u0, s.u1), max(s.u0, s.u1))) return false;
-  double const t = min(s.t1, max(s.t0, m.t)), share = (t - s.t0) / (s.t1 - s.t0);
-  FootPair const partner = pair.footOnB(t, s.u0 + (s.u1 - s.u0) * share);
-  return partner.distance > kEndReach * resolution ||
-         keepNear(pair, magnitude, resolution, t, partner.u, m.t, m.u);
+  // The branches of a loop that is narrower than the resolution are connected by its tip.
+  double const share = (m.u - s.u0) / (s.u1 - s.u0);
+  auto const isConnectedTo = [&](double near) {
+    double const t = min(s.t1, max(s.t0, near)), along = (t - s.t0) / (s.t1 - s.t0);
+    FootPair const partner = pair.footOnB(t, s.u0 + (s.u1 - s.u0) * along);
+    return partner.distance > kEndReach * resolution ||
+           keepNear(pair, magnitude, resolution, t, partner.u, m.t, m.u);
+  };
+  return isConnectedTo(m.t) || isConnectedTo(0.5 * (m.t + s.t0 + (s.t1 - s.t0) * share));
 }
 
 /// Sorts the meetings, and drops those that belong to stretches or are at one point with another

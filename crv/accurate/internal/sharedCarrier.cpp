@@ -19,6 +19,13 @@ namespace {
 // Parameter: double points whose mean parameter lies farther than this from 0 are ignored.
 constexpr double kFarthestMiddle = 2.0;
 
+// Times the square root of the resolution, which is how far a cusp moves within it: stretches that
+// differ by more are different whatever their ends.
+constexpr double kFarOff = 64.0;
+
+// Steps of Newton's method that take the ends of a stretch to rounding.
+constexpr int kRefinements = 3;
+
 struct Pair {
   double t, u;
 };
@@ -50,6 +57,42 @@ std::vector<Pair> endsOnTheOther(SegmentPair const& pair, double reach) {
   return pairs;
 }
 
+/// Moves the parameter inside a segment at an end of a stretch so that control points agree best.
+/// Next to a cusp the point alone does not determine it.
+void refineEnd(SegmentPair const& pair, Pair const& start, Pair& end) {
+  bool const isOnA = end.t > 0.0 && end.t<1.0, isOnB = end.u> 0.0 && end.u < 1.0;
+  if (isOnA == isOnB) return;
+  Cubic const& c = isOnA ? pair.a : pair.b;
+  double const from = isOnA ? start.t : start.u;
+  double& to = isOnA ? end.t : end.u;
+  Cubic const own = part(c, from, to);
+  Cubic const other = isOnA ? part(pair.b, start.u, end.u) : part(pair.a, start.t, end.t);
+  double along = 0.0, squared = 0.0;
+  for (int k = 1; k < 4; ++k) {
+    double const r = k < 3 ? from : to, s = k < 2 ? from : to;
+    Point const motion = (blossom(c, r, s, 1.0) - blossom(c, r, s, 0.0)) * k;
+    along += dot(motion, other.p[k] - own.p[k]);
+    squared += dot(motion, motion);
+  }
+  double const refined = to + along / squared;
+  if (refined > 0.0 && refined < 1.0) to = refined;
+}
+
+/// Whether the segments agree on the stretch between two pairs of parameters, which are refined
+/// where that makes them agree.
+bool areOneStretch(SegmentPair const& pair, double resolution, Pair& p, Pair& q) {
+  auto const agree = [&](double reach) {
+    return areNear(part(pair.a, p.t, q.t), part(pair.b, p.u, q.u), reach);
+  };
+  if (agree(resolution)) return true;
+  if (!agree(kFarOff * std::sqrt(resolution))) return false;
+  for (int i = 0; i < kRefinements; ++i) {
+    refineEnd(pair, p, q);
+    refineEnd(pair, q, p);
+  }
+  return p.t < q.t && agree(resolution);
+}
+
 }  // namespace
 
 bool areOneSegment(SegmentPair const& pair, double resolution, SharedStretch& shared) {
@@ -68,11 +111,11 @@ bool findSharedCarrier(SegmentPair const& pair, double resolution, SharedStretch
   if (straightParts(pair.b, resolution, parts) > 0) return false;
   std::vector<Pair> const ends = endsOnTheOther(pair, resolution);
   shared = {0.0, 0.0, 0.0, 0.0};
-  for (Pair const& p : ends) {
-    for (Pair const& q : ends) {
-      if (!(q.t - p.t > shared.t1 - shared.t0) || p.u == q.u) continue;
-      if (!areNear(part(pair.a, p.t, q.t), part(pair.b, p.u, q.u), resolution)) continue;
-      shared = {p.t, q.t, p.u, q.u};
+  for (Pair const& start : ends) {
+    for (Pair const& end : ends) {
+      if (!(end.t - start.t > shared.t1 - shared.t0) || start.u == end.u) continue;
+      Pair p = start, q = end;
+      if (areOneStretch(pair, resolution, p, q)) shared = {p.t, q.t, p.u, q.u};
     }
   }
   return shared.t1 > shared.t0;
@@ -115,9 +158,13 @@ void addOtherMeetings(ClusterJudge const& judge, SegmentPair const& pair, double
                       double resolution, SharedStretch const& s, Meetings& found) {
   double const ratio = (s.u1 - s.u0) / (s.t1 - s.t0);
   auto const partnerOf = [&](double t) { return s.u0 + (t - s.t0) * ratio; };
+  // The branches of a loop that is narrower than the resolution are connected by its tip.
   auto const isOnStretch = [&](Pair const& p) {
-    double const partner = min(1.0, max(0.0, partnerOf(p.t)));
-    return keepNear(pair, magnitude, resolution, p.t, partner, p.t, p.u);
+    auto const isConnectedTo = [&](double t) {
+      double const partner = min(1.0, max(0.0, partnerOf(t)));
+      return keepNear(pair, magnitude, resolution, t, partner, p.t, p.u);
+    };
+    return isConnectedTo(p.t) || isConnectedTo(0.5 * (p.t + s.t0 + (p.u - s.u0) / ratio));
   };
   auto const add = [&](Pair const& p) {
     FootPair const place = judge.snapped({p.t, p.u, pair.distanceAt(p.t, p.u)});
@@ -137,10 +184,14 @@ void addOtherMeetings(ClusterJudge const& judge, SegmentPair const& pair, double
   int count = 0;
   for (Pair const& p : {Pair{x, y}, Pair{y, x}}) {
     double t = isOnA ? p.t : s.t0 + (p.t - s.u0) / ratio, u = isOnA ? partnerOf(p.u) : p.u;
+    bool const isInside = t >= 0.0 && t <= 1.0 && u >= 0.0 && u <= 1.0;
     if (!holdCrossing(pair, resolution, t, u)) continue;
-    // A loop within the resolution is none from either side.
-    if (isOnStretch({t, u})) return;
-    passes[count++] = {t, u};
+    if (!isOnStretch({t, u})) {
+      passes[count++] = {t, u};
+    } else if (isInside) {
+      // A loop within the resolution is none from either side.
+      return;
+    }
   }
   for (int i = 0; i < count; ++i) add(passes[i]);
 }
