@@ -135,8 +135,14 @@ void Stretch::matchSample(std::size_t sample, Place const& from, Place const& to
   for (; rest.resultSegment < to.segment; ++rest.resultSegment) {
     internal::Point const joint = result.segments[rest.resultSegment].end();
     double const foot = footOn(source_.segments[rest.segment], joint, 0.5 * (rest.t0 + rest.t1));
+    // If the nearest point lies beyond a sample, the source is divided like the result, so that
+    // every part of the result has a place on the source.
+    double const left = 1.0 - rest.s0;
+    double const behind = static_cast<double>(to.segment - rest.resultSegment - 1) + to.t;
+    double const ratio = left > 0.0 ? left / (left + behind) : 0.0;
+    double const share = rest.t0 + (rest.t1 - rest.t0) * ratio;
     KnotSpan before = rest;
-    before.t1 = std::min(rest.t1, std::max(rest.t0, foot));
+    before.t1 = rest.t0 < foot && foot < rest.t1 ? foot : share;
     before.s1 = 1.0;
     if (before.t1 > before.t0 || before.s0 < 1.0) refine(before, kMostHalvings, result);
     rest.t0 = before.t1;

@@ -55,6 +55,11 @@ TEST(AccurateSearch, WithinGivesEveryLocalMinimumOnce) {
   EXPECT_EQ(positions(square, Point(-1, -1), 2), (Positions{Position(0, 0.0), Position(4, 0.0)}));
   square.setStrictIsClosed(1);
   EXPECT_EQ(positions(square, Point(-1, -1), 2), Positions{Position(0, 0.0)});
+  // The end before a gap at the seam is the last position.
+  GxBezierCurve broken = support::polygon({9, 9, 0, 3, 9, 3, 0, -1});
+  broken.setStrictIsClosed(1);
+  EXPECT_EQ(positions(broken, Point(-1, 0), 10),
+            (Positions{Position(1, 0.0), Position(2, 1 - 0x1p-53)}));
 
   // Segments that are points have one minimum with their neighbours, and so has a curve that is a
   // point.

@@ -50,7 +50,7 @@ unsigned long expectPromises(Curve const& curve, double tolerance) {
     last = ordinal(p);
     EXPECT_EQ(s.map->mapPosition(again, p), 0);
     EXPECT_LE(s.curve.locateCurvePosition(again).distance(s.curve.locateCurvePosition(there)),
-              2.0 * s.worstDistance + 1e-9 * tolerance + 1e-11);
+              1e-11 * (1.0 + std::fabs(curve[0][0].xval())));
   }
   return s.curve.length();
 }
