@@ -27,6 +27,10 @@ using internal::PathPart;
 constexpr int kMostPasses = 4;
 constexpr double kCoarser = 4.0;
 
+// Times that a boundary is arranged again where parts of it may lie within the resolution of each
+// other: the first time joins them, and the second time what the first one has moved together.
+constexpr int kMostRefinements = 2;
+
 enum class Operation { unite, intersect, subtract, exclude };
 
 bool isInside(int winding, FillRule rule) {
@@ -44,15 +48,64 @@ bool isInside(std::array<int, 2> const& windings, Operation operation, FillRule 
   return isInA != isInB;
 }
 
-std::vector<Path> boundary(Arrangement const& plane, Operation operation, FillRule rule) {
+template <class IsInside>
+std::vector<signed char> boundaryEdges(Arrangement const& plane, IsInside const& isInside) {
   std::vector<signed char> kept;
   kept.reserve(plane.edges().size());
   for (internal::Edge const& edge : plane.edges()) {
-    bool const isLeft = isInside(edge.left, operation, rule);
-    bool const isRight = isInside(edge.right, operation, rule);
-    kept.push_back(static_cast<signed char>(int(isLeft) - int(isRight)));
+    kept.push_back(static_cast<signed char>(int(isInside(edge.left)) - int(isInside(edge.right))));
   }
-  return plane.paths(kept);
+  return kept;
+}
+
+bool areClosed(std::vector<Path> const& paths) {
+  return std::all_of(paths.begin(), paths.end(), [](Path const& path) { return path.isClosed; });
+}
+
+double resolutionOf(Arrangement const& plane) {
+  return plane.scale().resolution / plane.scale().factor;
+}
+
+/// A part of a part of a segment, as a part of that segment.
+PathPart partOf(PathPart const& whole, PathPart const& part) {
+  auto const at = [&](double t) {
+    if (whole.isBackwards) t = 1.0 - t;
+    return t == 1.0 ? whole.to : whole.from + (whole.to - whole.from) * t;
+  };
+  double const from = at(part.from), to = at(part.to);
+  return {whole.segment, std::min(from, to), std::max(from, to),
+          whole.isBackwards != part.isBackwards, part.c};
+}
+
+/// Arranges closed paths once more, so that parts of them that lie within the resolution of each
+/// other are joined. Returns true if such parts may be left.
+bool refineOnce(std::vector<Path>& paths, double resolution) {
+  std::vector<internal::ArrangedSegment> segments;
+  std::vector<PathPart> parts;
+  for (Path const& path : paths) {
+    std::size_t const first = segments.size();
+    for (PathPart const& part : path.parts) {
+      segments.push_back({part.c, segments.size() + 1, 0});
+      parts.push_back(part);
+    }
+    if (segments.size() > first) segments.back().next = first;
+  }
+  if (segments.empty()) return false;
+  Arrangement const plane(std::move(segments), resolution);
+  auto const kept =
+      boundaryEdges(plane, [](std::array<int, 2> const& windings) { return windings[0] > 0; });
+  std::vector<Path> refined = plane.paths(kept);
+  if (!areClosed(refined)) return false;
+  for (Path& path : refined) {
+    for (PathPart& part : path.parts) part = partOf(parts[part.segment], part);
+  }
+  paths = std::move(refined);
+  return !plane.isCertain();
+}
+
+void refine(std::vector<Path>& paths, double resolution) {
+  for (int i = 0; i < kMostRefinements && refineOnce(paths, resolution); ++i) {
+  }
 }
 
 /// The boundary, with the inside on its left. If it does not close because too many points are as
@@ -62,11 +115,14 @@ std::vector<Path> boundary(Outlines& outlines, std::vector<Curve> const& a,
   double resolution = 0.0;
   for (int pass = 0;; ++pass) {
     Arrangement const plane(std::move(outlines.segments), resolution);
-    std::vector<Path> paths = boundary(plane, operation, rule);
-    bool const isClosed =
-        std::all_of(paths.begin(), paths.end(), [](Path const& path) { return path.isClosed; });
+    auto const kept = boundaryEdges(plane, [&](std::array<int, 2> const& windings) {
+      return isInside(windings, operation, rule);
+    });
+    std::vector<Path> paths = plane.paths(kept);
+    bool const isClosed = areClosed(paths);
+    if (isClosed && !plane.isCertain()) refine(paths, resolutionOf(plane));
     if (isClosed || pass == kMostPasses) return paths;
-    resolution = kCoarser * plane.scale().resolution / plane.scale().factor;
+    resolution = kCoarser * resolutionOf(plane);
     outlines = Outlines(a, b);
   }
 }

@@ -59,7 +59,8 @@ Arrangement::Arrangement(std::vector<ArrangedSegment> segments, double resolutio
   cutting_ = cutAtMeetings(segments_, scale_);
   joinEdges(cutting_, segments_);
   turns_ = sortTurns(cutting_, scale_.resolution);
-  findWindings(cutting_, turns_);
+  bool const isPlane = findWindings(cutting_, turns_, scale_.resolution);
+  isCertain_ = isPlane && turns_.doubtful.empty();
 }
 
 std::vector<Path> Arrangement::paths(std::vector<signed char> const& kept) const {

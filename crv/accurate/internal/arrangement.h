@@ -53,6 +53,9 @@ class Arrangement {
   std::vector<Edge> const& edges() const { return cutting_.edges; }
   std::vector<Point> const& nodes() const { return cutting_.nodes; }  // in unit scale
   UnitScale const& scale() const { return scale_; }
+  /// Whether the order of the edges around all nodes is certain. Where it is not, paths may come
+  /// within the resolution of themselves or of each other.
+  bool isCertain() const { return isCertain_; }
 
   /// The paths that the kept edges form: kept[i] is 1 to keep edge i in its direction, -1 to keep
   /// it reversed, 0 to drop it. The paths do not cross at nodes, and none passes through a node
@@ -78,6 +81,7 @@ class Arrangement {
   UnitScale scale_;
   Cutting cutting_;
   Turns turns_;
+  bool isCertain_;
 };
 
 }  // namespace crv::internal

@@ -55,6 +55,9 @@ struct Turns {
   std::vector<std::size_t> begins;     // by node: its first entry in halfEdges; the end behind
   std::vector<std::size_t> halfEdges;  // node by node
   std::vector<std::size_t> entries;    // by half-edge: where it stands in halfEdges
+  // Nodes at which edges are so short, or stay so near to each other, that their order may be
+  // wrong.
+  std::vector<std::size_t> doubtful;
 
   /// The half-edge that follows, around the face on its left, a half-edge that ends at this node:
   /// the next one clockwise from its twin.

@@ -140,7 +140,7 @@ class Sorter {
 
  private:
   Cubic outward(std::size_t halfEdge) const;
-  Turn turnOf(std::size_t halfEdge) const;
+  Turn turnOf(std::size_t halfEdge);
   std::size_t farNode(std::size_t halfEdge) const {
     return startOf(cutting_.edges, twin(halfEdge));
   }
@@ -161,11 +161,12 @@ class Sorter {
   bool areOne(std::size_t p, std::size_t q) const;
   void merge(std::size_t p, std::size_t q);
   void settle();
-  bool isBefore(Turn const& p, Turn const& q) const;
+  bool isBefore(Turn const& p, Turn const& q);
 
   Cutting& cutting_;
   double const resolution_;
   std::vector<Turn> around_;  // those of one node
+  bool isCertain_ = true;     // whether their order is clear
 };
 
 Cubic Sorter::outward(std::size_t halfEdge) const {
@@ -174,9 +175,11 @@ Cubic Sorter::outward(std::size_t halfEdge) const {
                            : reversed(cutting_.stretches[edge.last].c);
 }
 
-Turn Sorter::turnOf(std::size_t halfEdge) const {
-  Point const direction = directionOf(outward(halfEdge), kShortHandle * resolution_);
+Turn Sorter::turnOf(std::size_t halfEdge) {
+  double const least = kShortHandle * resolution_;
+  Point const direction = directionOf(outward(halfEdge), least);
   double const squared = dot(direction, direction);
+  if (squared <= least * least) isCertain_ = false;
   double const slack = squared > 0.0 ? min(2.0, kMoved * resolution_ / std::sqrt(squared)) : 2.0;
   return {halfEdge, unit(direction), angleKey(direction), slack};
 }
@@ -280,7 +283,7 @@ bool Sorter::mergeNear() {
 
 /// Whether p comes before q, counter-clockwise, for nearly equal directions. Both edges are
 /// followed as graphs over a common axis, part by part, until they have separated.
-bool Sorter::isBefore(Turn const& p, Turn const& q) const {
+bool Sorter::isBefore(Turn const& p, Turn const& q) {
   Cubic a = outward(p.halfEdge), b = outward(q.halfEdge);
   Point directionA = p.direction, directionB = q.direction;
   double const noise = kMoved * resolution_;
@@ -307,6 +310,7 @@ bool Sorter::isBefore(Turn const& p, Turn const& q) const {
     directionB = unit(derivativeAt(b, 0.0));
     if (!(dot(directionA, directionB) > 0.0)) break;
   }
+  isCertain_ = false;
   return difference != 0.0 ? difference > 0.0 : p.key < q.key;
 }
 
@@ -337,10 +341,12 @@ bool Sorter::sortNodes(Turns& turns) {
     std::size_t* const begin = turns.halfEdges.data() + turns.begins[node];
     std::size_t* const end = turns.halfEdges.data() + turns.begins[node + 1];
     if (!mayMerge(begin, end)) continue;
+    isCertain_ = true;
     sortByKey(begin, end);
     if (mergeNear()) isMerged = true;
     if (isMerged) continue;
     settle();
+    if (!isCertain_) turns.doubtful.push_back(node);
     for (std::size_t i = 0; i < around_.size(); ++i) begin[i] = around_[i].halfEdge;
   }
   return !isMerged;

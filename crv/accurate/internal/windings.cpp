@@ -40,7 +40,17 @@ constexpr double kBeside = 0x1p-45;
 // sides differ by the edge's count.
 constexpr double kAskedAt[] = {0.5, 0.25, 0.75, 0.375, 0.625, 0.125, 0.875};
 
+// In units of the resolution: faces narrower than this on average may be artefacts of moved ends.
+constexpr double kThin = 16.0;
+
+// The number of edges of a face beside which rays start to confirm its winding number.
+constexpr std::size_t kMostAsked = 8;
+
 using Counts = std::array<int, 2>;
+
+struct Sides {
+  Counts left, right;
+};
 
 Counts sum(Counts const& a, Counts const& b, int sign) {
   return {a[0] + sign * b[0], a[1] + sign * b[1]};
@@ -63,14 +73,18 @@ struct Component {
 
 class Faces {
  public:
-  Faces(Cutting& cutting, Turns const& turns) : cutting_(cutting), turns_(turns) {}
+  Faces(Cutting& cutting, Turns const& turns, double resolution)
+      : cutting_(cutting), turns_(turns), resolution_(resolution) {}
 
-  void find();
+  bool find();
 
  private:
   Edge const& edgeAt(std::size_t halfEdge) const { return cutting_.edges[edgeOf(halfEdge)]; }
   Cubic const& shapeOf(std::size_t stretch) const { return cutting_.stretches[stretch].c; }
   std::size_t endOf(std::size_t halfEdge) const { return startOf(cutting_.edges, twin(halfEdge)); }
+  std::size_t outerFaceBeside(std::size_t halfEdge) const {
+    return components_[componentOfNode_[startOf(cutting_.edges, halfEdge)]].outerFace;
+  }
   void findComponents();
   void walkFaces();
   double twiceAreaOverChordOf(Edge const& edge) const;
@@ -81,11 +95,17 @@ class Faces {
   Counts windingOf(Component& component, Point const& p) const;
   std::vector<Counts> outerWindings();
   Counts windingOf(Shapes const& shapes, Point const& p) const;
-  bool castRays(Shapes const& all, Edge& edge, Cubic const& c) const;
+  std::optional<Sides> sidesOf(Edge const& edge, Cubic const& c, Shapes const& all) const;
+  std::optional<Sides> sidesOf(Edge const& edge, Shapes const& all) const;
   void castRays();
+  double lengthOf(Edge const& edge) const;
+  bool isConfirmed(std::size_t face, Shapes const& all) const;
+  bool areConfirmed() const;
+  void takeFaces();
 
   Cutting& cutting_;
   Turns const& turns_;
+  double const resolution_;
   std::vector<std::size_t> componentOfNode_;
   std::vector<Component> components_;
   std::vector<std::size_t> edgesByComponent_;
@@ -94,6 +114,7 @@ class Faces {
   std::vector<std::size_t> faceAt_;  // by face: one of its half-edges
   std::vector<Counts> windings_;     // by face
   std::vector<char> isKnown_;        // whether they are, by face
+  std::vector<double> areas_;        // by face: twice the signed area
 };
 
 void Faces::findComponents() {
@@ -167,6 +188,7 @@ void Faces::walkFaces() {
     std::size_t const face = faceAt_.size();
     double const area = walkFace(h, face);
     faceAt_.push_back(h);
+    areas_.push_back(area);
     Component& component = components_[componentOfNode_[startOf(cutting_.edges, h)]];
     ++component.faces;
     if (component.outerFace != kNone && area >= component.outerArea) continue;
@@ -256,39 +278,92 @@ std::vector<Counts> Faces::outerWindings() {
   return windings;
 }
 
-/// Sets the winding numbers of an edge by rays from either side of one of its stretches. Returns
-/// whether they differ by the edge's count.
-bool Faces::castRays(Shapes const& all, Edge& edge, Cubic const& c) const {
+/// The winding numbers on both sides of an edge, by rays from either side of one of its stretches;
+/// nothing if they do not differ by the edge's count because another edge is too near.
+std::optional<Sides> Faces::sidesOf(Edge const& edge, Cubic const& c, Shapes const& all) const {
   for (double const t : kAskedAt) {
     Point const place = pointAt(c, t), d = derivativeAt(c, t);
     double const speed = std::sqrt(dot(d, d));
     if (!(speed > 0.0)) continue;
     Point const aside = Point{-d.y, d.x} * (kBeside / speed);
-    edge.left = windingOf(all, place + aside);
-    edge.right = windingOf(all, place - aside);
-    if (sum(edge.left, edge.right, -1) == edge.count) return true;
+    Sides const sides = {windingOf(all, place + aside), windingOf(all, place - aside)};
+    if (sum(sides.left, sides.right, -1) == edge.count) return sides;
   }
-  return false;
+  return std::nullopt;
 }
 
+std::optional<Sides> Faces::sidesOf(Edge const& edge, Shapes const& all) const {
+  for (std::size_t s = edge.first; s <= edge.last; ++s) {
+    if (auto const sides = sidesOf(edge, shapeOf(s), all)) return sides;
+  }
+  return std::nullopt;
+}
+
+/// Sets the winding numbers of each edge by rays from either side of it.
 void Faces::castRays() {
   Shapes const all = shapesOf(0, edgesByComponent_.size());
   for (std::size_t const i : edgesByComponent_) {
     Edge& edge = cutting_.edges[i];
-    for (std::size_t s = edge.first; s <= edge.last; ++s) {
-      if (castRays(all, edge, shapeOf(s))) break;
-    }
+    std::optional<Sides> const sides = sidesOf(edge, all);
+    if (!sides) continue;
+    edge.left = sides->left;
+    edge.right = sides->right;
   }
 }
 
-void Faces::find() {
-  findComponents();
-  walkFaces();
-  // A component is planar exactly if Euler's formula holds.
-  bool const isPlane = std::all_of(components_.begin(), components_.end(), [](Component const& c) {
-    return c.nodes - c.edges + c.faces == 2;
-  });
-  if (!isPlane) return castRays();
+double Faces::lengthOf(Edge const& edge) const {
+  double length = 0.0;
+  for (std::size_t s = edge.first; s <= edge.last; ++s) {
+    Cubic const& c = shapeOf(s);
+    for (int i = 0; i < 3; ++i) length += distance(c.p[i], c.p[i + 1]);
+  }
+  return length;
+}
+
+/// Whether rays from the longest edges of a face confirm its winding number. Of a face that is
+/// hardly wider than the resolution nothing is asked.
+bool Faces::isConfirmed(std::size_t face, Shapes const& all) const {
+  std::vector<std::pair<double, std::size_t>> sides;
+  double total = 0.0;
+  std::size_t h = faceAt_[face];
+  do {
+    double const length = -lengthOf(edgeAt(h));
+    sides.push_back({length, h});
+    total -= length;
+    h = turns_.next(h, endOf(h));
+  } while (h != faceAt_[face]);
+  if (std::fabs(areas_[face]) <= kThin * resolution_ * total) return true;
+  if (areas_[face] < 0.0 && face != outerFaceBeside(h)) return false;
+  std::size_t const asked = std::min(sides.size(), kMostAsked);
+  std::partial_sort(sides.begin(), sides.begin() + std::ptrdiff_t(asked), sides.end());
+  double balance = 0.0;
+  for (std::size_t i = 0; i < asked; ++i) {
+    auto const [length, side] = sides[i];
+    std::optional<Sides> const found = sidesOf(edgeAt(side), all);
+    if (!found) continue;
+    bool const isEqual = (isAlong(side) ? found->left : found->right) == windings_[face];
+    balance += isEqual ? -length : length;
+  }
+  return balance >= 0.0;
+}
+
+/// Whether the faces around doubtful nodes have the right winding numbers.
+bool Faces::areConfirmed() const {
+  if (turns_.doubtful.empty()) return true;
+  Shapes const all = shapesOf(0, edgesByComponent_.size());
+  std::vector<char> isAsked(faceAt_.size(), 0);
+  for (std::size_t const node : turns_.doubtful) {
+    for (std::size_t i = turns_.begins[node]; i < turns_.begins[node + 1]; ++i) {
+      std::size_t const face = faceOf_[turns_.halfEdges[i]];
+      if (!isAsked[face] && !isConfirmed(face, all)) return false;
+      isAsked[face] = 1;
+    }
+  }
+  return true;
+}
+
+/// Sets the winding numbers of edges to those of the faces.
+void Faces::takeFaces() {
   windings_.assign(faceAt_.size(), Counts{0, 0});
   isKnown_.assign(faceAt_.size(), 0);
   std::vector<Counts> const outside = outerWindings();
@@ -301,10 +376,24 @@ void Faces::find() {
   }
 }
 
+bool Faces::find() {
+  findComponents();
+  walkFaces();
+  // A component is planar exactly if Euler's formula holds.
+  bool const isPlane = std::all_of(components_.begin(), components_.end(), [](Component const& c) {
+    return c.nodes - c.edges + c.faces == 2;
+  });
+  if (isPlane) takeFaces();
+  if (!isPlane || !areConfirmed()) castRays();
+  return isPlane;
+}
+
 }  // namespace
 
 int crossings(Cubic const& c, Point const& p) { return crossingsOf(c, p, kMostHalvings); }
 
-void findWindings(Cutting& cutting, Turns const& turns) { Faces(cutting, turns).find(); }
+bool findWindings(Cutting& cutting, Turns const& turns, double resolution) {
+  return Faces(cutting, turns, resolution).find();
+}
 
 }  // namespace crv::internal

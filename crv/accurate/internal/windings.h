@@ -12,9 +12,9 @@ namespace crv::internal {
 /// around p, if p is not on it. A point at the height of p counts as below.
 int crossings(Cubic const& c, Point const& p);
 
-/// Sets the winding numbers on both sides of all edges, face by face. If points as near to each
-/// other as the resolution lead to an order of edges that is impossible in a plane, it uses rays
-/// from both sides of each edge instead.
-void findWindings(Cutting& cutting, Turns const& turns);
+/// Sets the winding numbers on both sides of all edges, face by face. Points as near to each other
+/// as the resolution may lead to an order of edges that is wrong; then rays from both sides of each
+/// edge decide instead. Returns whether the order is possible in a plane.
+bool findWindings(Cutting& cutting, Turns const& turns, double resolution);
 
 }  // namespace crv::internal
