@@ -2,8 +2,8 @@
 #include "crv/accurate/internal/blossom.h"
 #include "crv/accurate/internal/foot.h"
 #include "crv/accurate/internal/outlines.h"
+#include "crv/accurate/internal/rayCrossings.h"
 #include "crv/accurate/internal/scale.h"
-#include "crv/accurate/internal/windings.h"
 #include "crv/accurate/region.h"
 #include "crv/foundation/internal/introsort.h"
 

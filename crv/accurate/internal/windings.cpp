@@ -2,6 +2,7 @@
 #include "crv/accurate/internal/windings.h"
 
 #include "crv/accurate/internal/disjointSets.h"
+#include "crv/accurate/internal/rayCrossings.h"
 #include "crv/accurate/internal/segmentArea.h"
 #include "crv/accurate/internal/segmentPair.h"
 #include "crv/curve/internal/boxTree.h"
@@ -14,23 +15,6 @@
 namespace crv::internal {
 
 namespace {
-
-// Halvings after which a part is a point up to rounding.
-constexpr int kMostHalvings = 60;
-
-/// Whether the ray from p towards higher x may cross a curve inside a box.
-bool isBeside(Box const& box, Point const& p) {
-  return box.maxX >= p.x && box.minY <= p.y && box.maxY > p.y;
-}
-
-int crossingsOf(Cubic const& c, Point const& p, int halvings) {
-  Box const box = c.hull();
-  if (!isBeside(box, p)) return 0;
-  if (box.minX > p.x || halvings == 0) return int(c.p[3].y > p.y) - int(c.p[0].y > p.y);
-  Cubic left, right;
-  c.split(0.5, left, right);
-  return crossingsOf(left, p, halvings - 1) + crossingsOf(right, p, halvings - 1);
-}
 
 // Unit scale: the distance from an edge at which rays start. It exceeds the finest resolution,
 // within which edges are one.
@@ -389,8 +373,6 @@ bool Faces::find() {
 }
 
 }  // namespace
-
-int crossings(Cubic const& c, Point const& p) { return crossingsOf(c, p, kMostHalvings); }
 
 bool findWindings(Cutting& cutting, Turns const& turns, double resolution) {
   return Faces(cutting, turns, resolution).find();
