@@ -184,7 +184,8 @@ std::vector<Curve> strokeOutline(Curve const& curve, double width, Cap cap,
                                  OffsetOptions const& options) {
   std::vector<Curve> outlines;
   Chain const chain(curve);
-  if (!(width > 0.0) || !isUsable(chain, 0.5 * width, options)) return outlines;
+  bool const isWide = width > internal::kDefaultResolution * chain.magnitude();
+  if (!isWide || !isUsable(chain, 0.5 * width, options)) return outlines;
   Frame const frame(chain, 0.5 * width, options);
   RawOutline const outline(frame.curve, frame.distance, frame.options, RawSides::both, cap);
   for (Path const& path : internal::trimmed(outline, 0, frame.curve, internal::boxesOf(frame.curve),

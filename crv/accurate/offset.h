@@ -93,8 +93,8 @@ struct Offset {
 /// centres of curvature about which it turns, bound the stroke.
 ///
 /// A closed curve has no caps. A curve that is one point gives a disc or, with square caps, a
-/// square; with butt caps nothing. A width or a tolerance that is not above 0, and unusable input,
-/// give an empty result.
+/// square; with butt caps nothing. A width that is not above 2^-40 S, whose sides would be one
+/// place of the plane, a tolerance that is not above 0, and unusable input give an empty result.
 [[nodiscard]] CRV_API std::vector<Curve> strokeOutline(Curve const& curve, double width, Cap cap,
                                                        OffsetOptions const& options = {});
 

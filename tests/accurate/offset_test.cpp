@@ -259,6 +259,19 @@ TEST(AccurateOffset, UnusableInputAndTinyDistancesHaveOneRule) {
     double const grown = totalArea(crv::offset(letter, distance)) - crv::signedArea(letter);
     EXPECT_NEAR(grown / (distance * crv::arcLength(letter, 1e-3)), -1.0, 0.3);
   }
+  // Nothing is lost just above the resolution, also where the curve crosses itself.
+  Curve const loop = curveOf(
+      {segmentOf({10, 100, 80, 20, 40, 30, 0, 100}), segmentOf({0, 100, 60, 10, 30, 80, 100, 10})});
+  double const resolution = 0x1p-40 * 100, length = crv::arcLength(loop, 1e-9);
+  EXPECT_TRUE(crv::strokeOutline(loop, resolution, Cap::round).empty());
+  for (double const size : {1.1 * resolution, 3.0 * resolution}) {
+    EXPECT_NEAR(totalArea(crv::strokeOutline(loop, size, Cap::butt)), size * length, size);
+    double whole = 0.0;
+    for (Piece const& piece : crv::offset(loop, size).parallels) {
+      whole += crv::arcLength(piece.curve, 1e-9);
+    }
+    EXPECT_NEAR(whole, length, 1e-6);
+  }
   // Powers of two scale to the bit.
   Curve scaled = letter;
   for (GxBezier& b : scaled.getSegments()) b.scale(0x1p300, 0x1p300);

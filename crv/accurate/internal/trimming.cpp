@@ -23,6 +23,10 @@ constexpr std::size_t kWitnesses = 4;
 // In tolerances: a point of a boundary may be nearer than the distance by this much.
 constexpr double kSlack = 2.0;
 
+// The share of the distance that the resolution may be, so that both sides of a narrow stroke stay
+// apart.
+constexpr double kFinestShare = 0x1p-3;
+
 // In units of the resolution: a meeting this near to a joint is the joint.
 constexpr double kJointReach = 4.0;
 
@@ -142,7 +146,8 @@ std::vector<Path> trimmed(RawOutline const& outline, int outside, Chain const& c
   segments.reserve(outline.segments().size());
   for (RawSegment const& s : outline.segments()) segments.push_back({s.c, s.next, 0});
   if (segments.empty()) return {};
-  Arrangement const plane(std::move(segments), 0.0);
+  bool const isNarrow = kFinestShare * distance < kDefaultResolution;
+  Arrangement const plane(std::move(segments), isNarrow ? kFinestShare * distance : 0.0);
   std::vector<signed char> kept;
   kept.reserve(plane.edges().size());
   for (Edge const& edge : plane.edges()) kept.push_back(sideOf(edge, outside));
