@@ -32,6 +32,16 @@ bool isUsable(internal::Cubic const& cubic, CubicLength const& measured) {
   return internal::isUsable(magnitude.value());
 }
 
+/// The length for t0 <= t1, in [0, 1].
+double lengthBetween(Segment const& segment, double t0, double t1, double accuracy) {
+  internal::Cubic const cubic = internal::cubic(segment);
+  CubicLength const measured(cubic);
+  bool const isNumber = t0 == t0 && t1 == t1 && accuracy == accuracy;
+  if (!isNumber || !isUsable(cubic, measured)) return kNaN;
+  double const tolerance = CubicLength::tolerance(accuracy, measured.bound());
+  return measured.between(t0, t1, tolerance);
+}
+
 /// length modulo total, in [0, total).
 double withoutTurns(double length, double total) {
   double const turns = length / total;
@@ -44,18 +54,12 @@ double withoutTurns(double length, double total) {
 }  // namespace
 
 double arcLength(Segment const& segment, double t0, double t1, double accuracy) {
-  t0 = std::clamp(t0, 0.0, 1.0);
-  t1 = std::clamp(t1, 0.0, 1.0);
-  if ((t0 == 0.0 && t1 == 1.0) || (t0 == 1.0 && t1 == 0.0)) {
+  if (t0 <= 0.0 && t1 >= 1.0) {
     double const length = CubicLength::ofOrdinary(segment, accuracy);
-    if (length >= 0.0) return t0 <= t1 ? length : -length;
+    if (length >= 0.0) return length;
   }
-  internal::Cubic const cubic = internal::cubic(segment);
-  CubicLength const measured(cubic);
-  bool const isNumber = t0 == t0 && t1 == t1 && accuracy == accuracy;
-  if (!isNumber || !isUsable(cubic, measured)) return kNaN;
-  double const tolerance = CubicLength::tolerance(accuracy, measured.bound());
-  return t0 <= t1 ? measured.between(t0, t1, tolerance) : -measured.between(t1, t0, tolerance);
+  if (t1 < t0) return -arcLength(segment, t1, t0, accuracy);
+  return lengthBetween(segment, std::clamp(t0, 0.0, 1.0), std::clamp(t1, 0.0, 1.0), accuracy);
 }
 
 double parameterAtLength(Segment const& segment, double t0, double length, double accuracy) {

@@ -6,9 +6,9 @@
 // includes an accuracy or a parameter that is NaN, gives a length of NaN, a parameter of 0 and the
 // position (-1, 0.0).
 //
-// Method: Gauss-Legendre quadrature with 8, 12, 20 or 32 nodes, chosen by a bound of its error.
-// Where 32 nodes are too few, the interval is divided next to the complex zeros of the velocity.
-// Straight segments are measured in closed form.
+// Method: Gauss-Legendre quadrature with 8, 12, 20, 32 or 48 nodes, chosen by a bound of its
+// error. Where 48 nodes are too few, the interval is divided next to the complex zeros of the
+// velocity. Straight segments are measured in closed form.
 #pragma once
 
 #include "crv/accurate/types.h"

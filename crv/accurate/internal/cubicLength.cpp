@@ -25,27 +25,25 @@ double CubicLength::ofOrdinary(GxBezier const& segment, double accuracy) {
   double const bound = boundOf(edges);
   double const size = std::fabs(cubic.start().x) + std::fabs(cubic.start().y) + bound;
   bool const isOrdinary = bound >= kSmallestUnscaled && size <= kLargestUnscaled;
-  if (!isOrdinary || cross(edges.e[0], edges.e[1]) == 0.0 || accuracy != accuracy) return -1.0;
+  if (!isOrdinary || isStraight(edges) || accuracy != accuracy) return -1.0;
   double const allowed = tolerance(accuracy, bound);
   Hodograph const h(edges);
   SquaredSpeed const speed(h);
+  HalfPlaneTest const test(h);
   auto const isEnough = [&, mean = speed.mean()](double error) {
     return mean * (error * error) <= allowed * allowed;
   };
   // These rules suffice for most segments.
-  StopTest const stops(h);
   if (isEnough(kErrorOfTwelve)) {
-    if (!stops.areOutside(kNearRadius)) return speedIntegralNearStops(h, allowed);
+    if (!test.passes(kNear)) return speedIntegralNearStops(h, allowed);
     return isEnough(kErrorOfEight) ? speed.quadrature(kEight) : speed.quadrature(kTwelve);
   }
-  if (isEnough(kWideErrorOfTwelve) && stops.areOutside(kWideRadius)) {
-    return speed.quadrature(kTwelve);
-  }
+  if (isEnough(kWideErrorOfTwelve) && test.passes(kWide)) return speed.quadrature(kTwelve);
   return speedIntegral(h, allowed);
 }
 
 double CubicLength::scaledBetween(double t0, double t1, double tolerance) const {
-  if (isStraight()) return straightBetween(t0, t1);
+  if (isStraight(edges_)) return straightBetween(t0, t1);
   return speedIntegral(hodograph(t0, t1), tolerance);
 }
 
@@ -63,8 +61,8 @@ Hodograph CubicLength::hodograph(double t0, double t1) const {
   return {velocity * k, acceleration * (2.0 * k * h), (bend1 - bend0) * (k * h * h)};
 }
 
-bool CubicLength::isStraight() const {
-  auto const& e = edges_.e;
+bool CubicLength::isStraight(Edges const& edges) {
+  auto const& e = edges.e;
   return cross(e[0], e[1]) == 0.0 && cross(e[1], e[2]) == 0.0 && cross(e[0], e[2]) == 0.0;
 }
 

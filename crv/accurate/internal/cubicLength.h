@@ -21,8 +21,8 @@ class CubicLength {
     for (Point& e : edges_.e) e = e * scale_.inverse;
   }
 
-  /// The length of a whole segment, computed without scaling; -1 for segments that are very large
-  /// or very small, that may be straight, and for an accuracy that is NaN.
+  /// The length of a whole segment, computed without scaling; -1 for segments that are very large,
+  /// very small or straight, and for an accuracy that is NaN.
   static double ofOrdinary(GxBezier const& segment, double accuracy);
 
   /// At least the length of the cubic, and at most six times as much.
@@ -60,7 +60,7 @@ class CubicLength {
     return (std::fabs(e[0].x) + std::fabs(e[0].y)) + (std::fabs(e[1].x) + std::fabs(e[1].y)) +
            (std::fabs(e[2].x) + std::fabs(e[2].y));
   }
-  bool isStraight() const;
+  static bool isStraight(Edges const& edges);
   double straightBetween(double t0, double t1) const;
   Point offset(double t) const;
   double speed(double t) const;

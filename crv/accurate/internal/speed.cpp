@@ -1,4 +1,4 @@
-// A piece for which 32 nodes are too few is cut above the nearest of the complex zeros of its
+// A piece for which 48 nodes are too few is cut above the nearest of the complex zeros of its
 // velocity.
 #include "crv/accurate/internal/speed.h"
 
@@ -19,10 +19,11 @@ constexpr double kNearEnd = 0.05;
 constexpr double kGrading = 6.0;
 constexpr double kShortest = 0.01;
 
-// n^(3/2) / kZeroFactor of 12, 20 and 32 nodes.
-constexpr double kGainOfTwelve = 41.569219381653055 / kZeroFactor;
-constexpr double kGainOfTwenty = 89.442719099991592 / kZeroFactor;
-constexpr double kGainOfThirtyTwo = 181.01933598375617 / kZeroFactor;
+// kZeroFactor / (2 n^(3/2)) of 12, 20, 32 and 48 nodes.
+constexpr double kNeedOfTwelve = 0.5 * kZeroFactor / 41.569219381653055;
+constexpr double kNeedOfTwenty = 0.5 * kZeroFactor / 89.442719099991592;
+constexpr double kNeedOfThirtyTwo = 0.5 * kZeroFactor / 181.01933598375617;
+constexpr double kNeedOfFortyEight = 0.5 * kZeroFactor / 332.55375505322445;
 
 // Of the ellipse through a zero, (rho^2 + rho^-2) / 2: below this, the zero may lie at an end.
 constexpr double kThroughEnd = 1.0 + 0x1p-30;
@@ -42,17 +43,25 @@ struct Zeros {
   Zeros(Point const& first, Point const& second) : at{first, second} {}
 
   explicit Zeros(Hodograph const& h) {
-    // The zeros -q / (2 m2) and -2 m0 / q, q being m1 + w, the larger of both sums, and w a root of
-    // m1^2 - 4 m0 m2.
-    Point const twiceM0 = h.m0 * 2.0;
-    Point const twiceM2 = h.m2 * 2.0;
-    Point const d = product(h.m1, h.m1) - product(twiceM0, twiceM2);
+    // The zeros (-m1 + w) / (2 m2) and (-m1 - w) / (2 m2), w being a root of m1^2 - 4 m0 m2.
+    Point const d = product(h.m1, h.m1) - product(h.m0, h.m2) * 4.0;
     double const size = norm(d);
     Point const w = {std::sqrt(0.5 * std::fabs(size + d.x)),
                      std::copysign(std::sqrt(0.5 * std::fabs(size - d.x)), d.y)};
+    double const m11 = dot(h.m1, h.m1);
+    double const m22 = dot(h.m2, h.m2);
+    if (m11 < kLongest * m22 && dot(h.m0, h.m0) < kFarthest * m22) {
+      double const k = -0.5 / m22;
+      Point const inverse = {h.m2.x * k, -h.m2.y * k};
+      at[0] = product(h.m1 + w, inverse);
+      at[1] = product(h.m1 - w, inverse);
+      return;
+    }
+    // m1 + w or m1 - w would be inexact. With q, the larger of the two, the zeros are -q / (2 m2)
+    // and -2 m0 / q.
     Point const q = h.m1 + w * std::copysign(1.0, dot(w, h.m1));
-    at[0] = minusQuotient(q, twiceM2);
-    at[1] = minusQuotient(twiceM0, q);
+    at[0] = minusQuotient(q, h.m2 * 2.0);
+    at[1] = minusQuotient(h.m0 * 2.0, q);
   }
 
   Zeros stretch(double centre, double half) const {
@@ -61,6 +70,11 @@ struct Zeros {
   }
 
  private:
+  // Squared ratios: up to the first one of m1 to m2 both m1 + w and m1 - w are exact enough, and up
+  // to the second one of m0 to m2 the zeros are not so far away that their powers overflow.
+  static constexpr double kLongest = 0x1p16;
+  static constexpr double kFarthest = 0x1p80;
+
   static Point minusQuotient(Point const& a, Point const& b) {
     double const n = dot(b, b);
     if (!(n > 0.0)) return {kFar, 0.0};
@@ -98,30 +112,40 @@ double whereToCut(Point const& zero) {
   return side * (1.0 - std::clamp(kGrading * distance, kShortest, 1.0));
 }
 
-/// Uses the smallest rule that suffices, or cuts the piece. The root of the mean squared speed over
-/// the tolerance may be at most rho^(2n) n^(3/2) / kZeroFactor; squares are compared.
-double integral(Hodograph const& h, Zeros const& zeros, double tolerance, int depth) {
+double integralInParts(Hodograph const& h, Zeros const& zeros, int nearest, double tolerance,
+                       int depth);
+
+/// Uses the smallest rule that suffices, or cuts the piece. With n nodes, rho^(2n) must be at least
+/// the root of the mean squared speed over the tolerance, times kZeroFactor / n^(3/2).
+double integral(Hodograph const& h, SquaredSpeed const& speed, Zeros const& zeros, double tolerance,
+                int depth) {
   double near0 = ellipseThrough(zeros.at[0]);
   double near1 = ellipseThrough(zeros.at[1]);
   if (depth == 0 && min(near0, near1) < kThroughEnd) {
     if (isAtEnd(zeros.at[0], zeros.at[1])) near0 = kFar;
     if (isAtEnd(zeros.at[1], zeros.at[0])) near1 = kFar;
   }
-  // (rho^k + rho^-k) / 2 for k = 8, 16 and 32.
+  // (rho^k + rho^-k) / 2 for k = 8, 16, 32, 64 and, below, 24, 40 and 96.
   double const eighth = doubled(doubled(min(near0, near1)));
   double const sixteenth = doubled(eighth);
   double const thirtySecond = doubled(sixteenth);
-  SquaredSpeed const speed(h);
-  double const wanted = speed.mean();
-  auto const isEnough = [=](double power, double factor) {
-    double const gain = factor * (2.0 * power - 1.0) * tolerance;
-    return wanted <= gain * gain;
-  };
-  if (isEnough(eighth * (2.0 * sixteenth - 1.0), kGainOfTwelve)) return speed.quadrature(kTwelve);
-  if (isEnough(eighth * (2.0 * (thirtySecond - sixteenth) + 1.0), kGainOfTwenty)) {
+  double const sixtyFourth = doubled(thirtySecond);
+  double const wanted = std::sqrt(speed.mean()) / tolerance;
+  auto const isEnough = [=](double power, double need) { return power >= 0.5 + wanted * need; };
+  if (isEnough(eighth * (2.0 * sixteenth - 1.0), kNeedOfTwelve)) return speed.quadrature(kTwelve);
+  if (isEnough(eighth * (2.0 * (thirtySecond - sixteenth) + 1.0), kNeedOfTwenty)) {
     return speed.quadrature(kTwenty);
   }
-  if (isEnough(doubled(thirtySecond), kGainOfThirtyTwo)) return speed.quadrature(kThirtyTwo);
+  if (isEnough(sixtyFourth, kNeedOfThirtyTwo)) return speed.quadrature(kThirtyTwo);
+  if (isEnough(thirtySecond * (2.0 * sixtyFourth - 1.0), kNeedOfFortyEight)) {
+    return speed.quadrature(kFortyEight);
+  }
+  return integralInParts(h, zeros, near0 <= near1 ? 0 : 1, tolerance, depth);
+}
+
+/// Cuts the piece next to the nearest zero.
+double integralInParts(Hodograph const& h, Zeros const& zeros, int nearest, double tolerance,
+                       int depth) {
   if (depth > 0) {
     // The length lies between chord and control polygon.
     double const polygon =
@@ -130,23 +154,26 @@ double integral(Hodograph const& h, Zeros const& zeros, double tolerance, int de
     bool const isLonger = polygon - chord > 2.0 * tolerance;  // not so where it is NaN
     if (!isLonger || depth >= kMaxDepth) return 0.5 * (polygon + chord);
   }
-  double const at = whereToCut(zeros.at[near0 <= near1 ? 0 : 1]);
-  double const left = 0.5 * (at + 1.0);
-  double const right = 0.5 * (1.0 - at);
-  return integral(h.stretch(left - 1.0, left), zeros.stretch(left - 1.0, left), 0.5 * tolerance,
-                  depth + 1) +
-         integral(h.stretch(1.0 - right, right), zeros.stretch(1.0 - right, right), 0.5 * tolerance,
-                  depth + 1);
+  double const at = whereToCut(zeros.at[nearest]);
+  double sum = 0.0;
+  for (double const side : {1.0, -1.0}) {  // before the cut and behind it
+    double const half = 0.5 * (1.0 + side * at);
+    double const centre = side * (half - 1.0);
+    Hodograph const part = h.stretch(centre, half);
+    sum +=
+        integral(part, SquaredSpeed(part), zeros.stretch(centre, half), 0.5 * tolerance, depth + 1);
+  }
+  return sum;
 }
 
 }  // namespace
 
 double speedIntegral(Hodograph const& h, double tolerance) {
   SquaredSpeed const speed(h);
-  double const mean = speed.mean();
-  if (StopTest(h).areOutside(kNearRadius)) {
-    double const allowed = tolerance * tolerance;
-    auto const isEnough = [=](double error) { return mean * (error * error) <= allowed; };
+  if (HalfPlaneTest(h).passes(kNear)) {
+    auto const isEnough = [=, mean = speed.mean()](double error) {
+      return mean * (error * error) <= tolerance * tolerance;
+    };
     if (isEnough(kErrorOfEight)) return speed.quadrature(kEight);
     if (isEnough(kErrorOfTwelve)) return speed.quadrature(kTwelve);
     if (isEnough(kErrorOfTwenty)) return speed.quadrature(kTwenty);
@@ -156,7 +183,7 @@ double speedIntegral(Hodograph const& h, double tolerance) {
 }
 
 double speedIntegralNearStops(Hodograph const& h, double tolerance) {
-  return integral(h, Zeros(h), tolerance, 0);
+  return integral(h, SquaredSpeed(h), Zeros(h), tolerance, 0);
 }
 
 }  // namespace crv::internal
