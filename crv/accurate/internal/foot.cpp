@@ -211,22 +211,22 @@ class Search {
     return d;
   }
 
-  /// Divides a piece by de Casteljau's triangle: the argument becomes the first part, and the
-  /// second one is returned.
-  static Piece cut(Piece& piece) {
-    Piece rest = piece;
+  /// Divides a piece by de Casteljau's triangle: the first part is stored, and the argument becomes
+  /// the second one.
+  static void cut(Piece& piece, Piece& first) {
     for (int r = 0; r < 5; ++r) {
-      piece.f[r] = rest.f[0];
-      for (int k = 0; k < 5 - r; ++k) rest.f[k] += (rest.f[k + 1] - rest.f[k]) * kHalving;
+      first.f[r] = piece.f[0];
+      for (int k = 0; k < 5 - r; ++k) piece.f[k] += (piece.f[k + 1] - piece.f[k]) * kHalving;
     }
-    piece.f[5] = rest.f[0];
-    rest.start = piece.start + piece.width * kHalving;
-    rest.width = piece.width * (1.0 - kHalving);
-    piece.width *= kHalving;
-    piece.isLast = false;
+    first.f[5] = piece.f[0];
+    first.start = piece.start;
+    first.width = piece.width * kHalving;
+    first.squaredDistance = piece.squaredDistance;
+    first.isLast = false;
+    piece.start += first.width;
+    piece.width *= 1.0 - kHalving;
     double least = 0.0;
-    rest.squaredDistance = squaredDistanceAtEnd(piece, least);
-    return rest;
+    piece.squaredDistance = squaredDistanceAtEnd(first, least);
   }
 
   void searchPieces() {
@@ -248,9 +248,7 @@ class Search {
         offerSamples(piece);
         --count;
       } else {
-        Piece const rest = cut(piece);
-        waiting[count] = piece;
-        waiting[count - 1] = rest;
+        cut(piece, waiting[count]);
         ++count;
       }
     }
