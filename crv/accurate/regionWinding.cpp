@@ -85,6 +85,7 @@ bool Surroundings::isOnCurve() const {
 /// The directions in which the curves leave the point, counter-clockwise.
 std::vector<internal::Point> Surroundings::branches() const {
   std::vector<internal::Point> branches;
+  // A part that is a point, at an end of a segment, adds none.
   auto const add = [&](Cubic const& c) {
     internal::Point const d = departure(c);
     double const length = std::sqrt(dot(d, d));
@@ -94,8 +95,8 @@ std::vector<internal::Point> Surroundings::branches() const {
     Foot foot = {};
     Cubic const c = scaled(s);
     if (!isNear(c, foot)) continue;
-    if (foot.t < 1.0) add(internal::part(c, foot.t, 1.0));
-    if (foot.t > 0.0) add(reversed(internal::part(c, 0.0, foot.t)));
+    add(internal::part(c, foot.t, 1.0));
+    add(reversed(internal::part(c, 0.0, foot.t)));
   }
   internal::introsort(branches, [](auto const& v, auto const& w) {
     bool const isLowV = v.y < 0.0 || (v.y == 0.0 && v.x < 0.0);

@@ -125,6 +125,10 @@ TEST(Separate, OfKnownShapes) {
        polygon({-2, 0, 2, 0, 1, 2, -1, -2, 1, -2, -1, 2}),
        2,
        {false, false}},
+      {"three lines through a point, two of which return to it",
+       polygon({1, 0, 1, 2, 0, 1, 2, 1, 2, 2, 0, 0}),
+       2,
+       {false, false}},
       {"a touching", closed(polygon({0, 0, 2, 0, 2, 2, 1, 0, 0, 2, 0, 0})), 1, {false}},
       {"there and back", closed(polygon({0, 0, 2, 0, 0, 0})), 1, {false}},
   };

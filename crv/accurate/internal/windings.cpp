@@ -83,8 +83,8 @@ class Faces {
   std::optional<Sides> sidesOf(Edge const& edge, Shapes const& all) const;
   void castRays();
   double lengthOf(Edge const& edge) const;
-  bool isConfirmed(std::size_t face, Shapes const& all) const;
-  bool areConfirmed() const;
+  bool isConfirmed(std::size_t face, Shapes const& all);
+  bool areConfirmed();
   void takeFaces();
 
   Cutting& cutting_;
@@ -98,7 +98,6 @@ class Faces {
   std::vector<std::size_t> faceAt_;  // by face: one of its half-edges
   std::vector<Counts> windings_;     // by face
   std::vector<char> isKnown_;        // whether they are, by face
-  std::vector<double> areas_;        // by face: twice the signed area
 };
 
 void Faces::findComponents() {
@@ -172,7 +171,6 @@ void Faces::walkFaces() {
     std::size_t const face = faceAt_.size();
     double const area = walkFace(h, face);
     faceAt_.push_back(h);
-    areas_.push_back(area);
     Component& component = components_[componentOfNode_[startOf(cutting_.edges, h)]];
     ++component.faces;
     if (component.outerFace != kNone && area >= component.outerArea) continue;
@@ -306,7 +304,7 @@ double Faces::lengthOf(Edge const& edge) const {
 
 /// Whether rays from the longest edges of a face confirm its winding number. Of a face that is
 /// hardly wider than the resolution nothing is asked.
-bool Faces::isConfirmed(std::size_t face, Shapes const& all) const {
+bool Faces::isConfirmed(std::size_t face, Shapes const& all) {
   std::vector<std::pair<double, std::size_t>> sides;
   double total = 0.0;
   std::size_t h = faceAt_[face];
@@ -316,8 +314,9 @@ bool Faces::isConfirmed(std::size_t face, Shapes const& all) const {
     total -= length;
     h = turns_.next(h, endOf(h));
   } while (h != faceAt_[face]);
-  if (std::fabs(areas_[face]) <= kThin * resolution_ * total) return true;
-  if (areas_[face] < 0.0 && face != outerFaceBeside(h)) return false;
+  double const twiceArea = walkFace(h, face);
+  if (std::fabs(twiceArea) <= kThin * resolution_ * total) return true;
+  if (twiceArea < 0.0 && face != outerFaceBeside(h)) return false;
   std::size_t const asked = std::min(sides.size(), kMostAsked);
   std::partial_sort(sides.begin(), sides.begin() + std::ptrdiff_t(asked), sides.end());
   double balance = 0.0;
@@ -332,7 +331,7 @@ bool Faces::isConfirmed(std::size_t face, Shapes const& all) const {
 }
 
 /// Whether the faces around doubtful nodes have the right winding numbers.
-bool Faces::areConfirmed() const {
+bool Faces::areConfirmed() {
   if (turns_.doubtful.empty()) return true;
   Shapes const all = shapesOf(0, edgesByComponent_.size());
   std::vector<char> isAsked(faceAt_.size(), 0);
