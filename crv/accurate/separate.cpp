@@ -33,7 +33,10 @@ bool isBefore(Span const& a, Span const& b) {
 class Separation {
  public:
   Separation(Chain const& chain, std::vector<Pass> passes)
-      : chain_(chain), passes_(std::move(passes)), isTaken_(passes_.size() + 1, 0) {}
+      : chain_(chain),
+        magnitude_(chain.magnitude()),
+        passes_(std::move(passes)),
+        isTaken_(passes_.size() + 1, 0) {}
 
   Separated pieces();
 
@@ -48,6 +51,7 @@ class Separation {
   Piece piece(std::vector<Part> const& parts, bool isClosed) const;
 
   Chain const& chain_;
+  double const magnitude_;
   std::vector<Pass> passes_;
   std::vector<char> isTaken_;  // by stretch
 };
@@ -60,7 +64,9 @@ void Separation::addStretch(std::vector<Part>& parts, std::size_t stretch) const
   std::size_t const begin = parts.size();
   for (std::size_t i = from.segment; i <= to.segment; ++i) {
     double const t0 = i == from.segment ? from.t : 0.0, t1 = i == to.segment ? to.t : 1.0;
-    if (t0 < t1) parts.push_back({{i, t0, t1, true}, internal::part(chain_.segments[i], t0, t1)});
+    if (!(t0 < t1)) continue;
+    bool const joinsNext = t1 < 1.0 || !chain_.hasGapBehind(i, magnitude_);
+    parts.push_back({{i, t0, t1, joinsNext}, internal::part(chain_.segments[i], t0, t1)});
   }
   if (parts.size() == begin) return;
   Cubic &head = parts[begin].c, &tail = parts.back().c;

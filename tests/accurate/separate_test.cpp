@@ -143,6 +143,18 @@ TEST(Separate, OfKnownShapes) {
   }
 }
 
+TEST(Separate, TheEndBeforeAGapIsNotTheStartBehindIt) {
+  Curve broken = curveOf({evenLine(0, 0, 4, 4), evenLine(4, 0, 0, 4), evenLine(0, 3, 1, 9)});
+  for (Piece const& piece : piecesOf(crv::separate(broken))) {
+    for (int i = 0; i < static_cast<int>(piece.curve.length()); ++i) {
+      Position back;
+      Position const p(i, 1.0 - 0x1p-53);
+      ASSERT_EQ(piece.map->inverseMapPosition(back, p), 0);
+      EXPECT_LT(pointAt(broken, back).distance(pointAt(piece.curve, p)), 1e-12);
+    }
+  }
+}
+
 TEST(Separate, FillsLists) {
   GxList<GxBezierCurve> pieces;
   EXPECT_EQ(seperateSelfIntersections(Curve(), pieces), -1);
