@@ -100,10 +100,10 @@ TEST(AccurateFit, CornersAreFoundAndMetExactly) {
 }
 
 TEST(AccurateFit, AwkwardSamplesAreFollowedAtEveryScale) {
-  // Folded, repeated, equal, zigzag and jumbled samples; some made other fitters hang or fail.
+  // Samples that made other fitters hang or fail; zigzag and jumbled ones.
   std::vector<std::vector<Point>> strokes;
-  for (Numbers const& n : table("10 2 20 0 0 0; 0 0 0 0 10 10 10 10 20 0 20 0; 5 5 5 5 5 5; 3 4;"
-                                "415.74 324 493.93 325.49 420 324.2 460 325 416 324.1;"
+  for (auto const& hard : hardCases("strokes")) strokes.push_back(pointsOf(hard.fields[0]));
+  for (Numbers const& n : table("3 4; 415.74 324 493.93 325.49 420 324.2 460 325 416 324.1;"
                                 "0 0 1 1 2 0 3 1 4 0 5 1; 0 0 9 0 0 0 9 0; 0 0 7 7")) {
     strokes.push_back(pointsOf(n));
   }

@@ -255,6 +255,19 @@ TEST(Region, FollowsTheRule) {
   EXPECT_EQ(crv::winding(star, star[0][0].bValue(0.5)), 2) << "the larger of both sides";
   EXPECT_EQ(crv::winding(star, star[0][0][0]), 1) << "in a corner";
   EXPECT_TRUE(crv::contains(star, star[0][0].bValue(0.5), FillRule::evenOdd));
+
+  // Points next to a circle and at the height of corners.
+  for (HardCase const& hard : hardCases("curves")) {
+    bool const isCircle = hard.source == "linebender/kurbo#593 ";
+    if (!isCircle && hard.source != "nical/lyon#636 ") continue;
+    std::vector<Point> const points = pointsOf(hard.fields[2]);
+    ASSERT_EQ(points.size(), isCircle ? 1u : 4u);
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      bool const isInside = i == 0 || i == 3;
+      Curves const outline = {Curve(segmentsOf(hard.fields[0]))};
+      EXPECT_EQ(crv::contains(outline, points[i], FillRule::nonZero), isInside) << hard.source << i;
+    }
+  }
 }
 
 TEST(Region, ClosesGaps) {
