@@ -160,15 +160,15 @@ void fewChords(benchmark::State& state, char const* set) {
     t.back() = 1.0;
   }
   overIndices(state, set, [&, &all = cubics(set)](std::size_t i) {
-    crv::Polyline line = {{}, {}, 0.1};
-    line.points.reserve(parameters[i].size());
+    crv::Polyline line = {std::vector<Point>(parameters[i].size()), {}, 0.1};
     line.positions.reserve(parameters[i].size());
     Cubic const& c = all[i];
-    for (double const t : parameters[i]) {
+    for (std::size_t k = 0; k < parameters[i].size(); ++k) {
+      double const t = parameters[i][k];
       double const s = 1.0 - t;
       double const b0 = s * s * s, b1 = 3.0 * t * s * s, b2 = 3.0 * t * t * s, b3 = t * t * t;
-      line.points.emplace_back(c.x[0] * b0 + c.x[1] * b1 + c.x[2] * b2 + c.x[3] * b3,
-                               c.y[0] * b0 + c.y[1] * b1 + c.y[2] * b2 + c.y[3] * b3);
+      line.points[k] = Point(c.x[0] * b0 + c.x[1] * b1 + c.x[2] * b2 + c.x[3] * b3,
+                             c.y[0] * b0 + c.y[1] * b1 + c.y[2] * b2 + c.y[3] * b3);
       line.positions.emplace_back(0, t);
     }
     return line.points.size();

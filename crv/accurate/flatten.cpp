@@ -27,7 +27,7 @@ using P = internal::Point;
 constexpr double kDistanceNoise = 16 * internal::kRounding;
 
 // Planned chords: one chord for the whole segment is tried only up to this number.
-constexpr double kTriedAsOne = 3.0;
+constexpr std::size_t kTriedAsOne = 3;
 
 // The number of points per segment for which memory is reserved before any segment is done.
 constexpr std::size_t kExpected = 16;
@@ -176,12 +176,11 @@ class Flattener {
     Velocity const velocity(cubic_);
     velocity_ = velocity;
     error_ = ChordError(velocity, magnitude_);
-    plan_.make(velocity, 0.375 / tolerance_);
-    double const planned = plan_.chords();
+    std::size_t const planned = plan_.make(velocity, 0.375 / tolerance_);
     Vertex const first = {0.0, cubic_.start()};
     Vertex const end = {1.0, cubic_.end()};
-    bool const isFlat = planned <= kTriedAsOne && take(squaredDistance(first, end));
-    auto const chords = isFlat ? 1 : static_cast<std::size_t>(max(1.0, std::ceil(planned)));
+    bool const isFlat = planned <= kTriedAsOne && isNear(first, end, bound(first, end));
+    auto const chords = isFlat ? 1 : planned;
     makeRoom(chords + chords / 4 + 4);
     if (segment_ == 0 || start.x != end_.x || start.y != end_.y) add(start, 0.0);
     if (!isFlat) addPlanned(first, end, chords);
@@ -224,7 +223,7 @@ class Flattener {
         bool const isPoint = !(batch.t[i] > batch.t[last]);
         next = isPoint ? i + 1 : i;
         if (isPoint) continue;
-        join(batch.vertex(last), batch.vertex(i), 0);
+        halve(batch.vertex(last), batch.vertex(i), 0, batch.squared[i - 1]);
       }
       last = i;
     }
@@ -233,17 +232,28 @@ class Flattener {
 
   Vertex vertex(double t) const { return {t, cubic_.point(t)}; }
 
-  /// Bounds the squared distance of the stretch between two vertices from its chord.
-  double squaredDistance(Vertex const& a, Vertex const& b) const {
+  /// Bounds the squared distance of the stretch between two vertices from its chord, or returns
+  /// kUnknown.
+  double bound(Vertex const& a, Vertex const& b) const {
     P const chord = b.place - a.place;
-    double const squared = error_.squared(a.t, b.t, chord.x, chord.y);
-    if (squared < kUnknown) return squared;
+    return error_.squared(a.t, b.t, chord.x, chord.y);
+  }
+
+  /// Bounds it by the control points of the stretch.
+  double boundByControlPoints(Vertex const& a, Vertex const& b) const {
+    P const chord = b.place - a.place;
     double const h = b.t - a.t;
     P const first = a.place + velocity_.at(a.t) * h;
     P const last = b.place - velocity_.at(b.t) * h;
     double const distance =
         max(distanceToSegment(first, a.place, chord), distanceToSegment(last, a.place, chord));
     return distance * distance;
+  }
+
+  /// Whether a chord is within the tolerance, by a bound that is given or, if that is kUnknown, by
+  /// control points; if so, the bound counts for worstDistance.
+  bool isNear(Vertex const& a, Vertex const& b, double squared) {
+    return take(squared < kUnknown ? squared : boundByControlPoints(a, b));
   }
 
   /// Returns whether a chord is within the tolerance; if so, its distance counts for worstDistance.
@@ -253,13 +263,16 @@ class Flattener {
     return true;
   }
 
-  /// Adds the vertices needed between two vertices.
-  [[gnu::noinline]] void join(Vertex const& a, Vertex const& b, int depth) {
-    if (take(squaredDistance(a, b)) || depth == kMaxDepth) return;
+  /// Adds the vertices needed between two vertices. squared bounds the squared distance of the
+  /// stretch from its chord.
+  [[gnu::noinline]] void halve(Vertex const& a, Vertex const& b, int depth, double squared) {
+    if (isNear(a, b, squared) || depth == kMaxDepth) return;
     Vertex const middle = vertex(0.5 * (a.t + b.t));
-    join(a, middle, depth + 1);
+    double const left = bound(a, middle);
+    double const right = bound(middle, b);
+    if (!take(left)) halve(a, middle, depth + 1, left);
     addInside(middle);
-    join(middle, b, depth + 1);
+    if (!take(right)) halve(middle, b, depth + 1, right);
   }
 
   void addInside(Vertex const& v) { add(v.place * unit_.power, v.t); }

@@ -100,11 +100,9 @@ struct ChordError {
 /// parameter as a function of that number, which is a cubic polynomial between samples.
 class ChordPlan {
  public:
-  /// Samples the density of chords. factor is 3/8 divided by the tolerance.
-  void make(Velocity const& velocity, double factor);
-
-  /// The number of chords planned, not rounded.
-  double chords() const { return sums_[count_] * (1.0 + kReserve); }
+  /// Samples the density of chords, and returns the number of chords planned. factor is 3/8 divided
+  /// by the tolerance.
+  std::size_t make(Velocity const& velocity, double factor);
 
   /// Prepares the division into a number of chords: the interpolating polynomials have, at the
   /// samples, the slopes that the density gives.
