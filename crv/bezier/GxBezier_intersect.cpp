@@ -10,14 +10,17 @@
 #include "crv/foundation/internal/introsort.h"
 #include "crv/foundation/tolerance.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <utility>
 #include <vector>
 
+using crv::internal::areEqual;
 using crv::internal::Cubic;
 using crv::internal::holdsInAny;
 using crv::internal::inBothLanes;
+using crv::internal::isFinite;
 using crv::internal::LaneMask;
 using crv::internal::Lanes;
 using crv::internal::maxOf;
@@ -54,9 +57,9 @@ struct Box {
   Lanes least, greatest;
 
   explicit Box(Cubic const& s) {
-    Lanes const p[4] = {lanes(s.p[0]), lanes(s.p[1]), lanes(s.p[2]), lanes(s.p[3])};
-    least = minOf(p[0], minOf(p[1], minOf(p[2], p[3])));
-    greatest = maxOf(p[0], maxOf(p[1], maxOf(p[2], p[3])));
+    Lanes const p0 = lanes(s.p[0]), p1 = lanes(s.p[1]), p2 = lanes(s.p[2]), p3 = lanes(s.p[3]);
+    least = minOf(p0, minOf(p1, minOf(p2, p3)));
+    greatest = maxOf(p0, maxOf(p1, maxOf(p2, p3)));
   }
   Box() = default;
 
@@ -97,6 +100,12 @@ struct Halves {
   }
 };
 
+/// Whether a piece is one point, which is then the same after every halving.
+bool isPoint(Cubic const& s) {
+  return isFinite(s.p[0]) && areEqual(s.p[0], s.p[3]) && areEqual(s.p[0], s.p[1]) &&
+         areEqual(s.p[0], s.p[2]);
+}
+
 /// Flags: whether each half of a piece may meet another piece.
 struct Reaching {
   int left, right;
@@ -117,11 +126,12 @@ void findReaching(Cubic const& a, Cubic const& b, double margin, Reaching& ofA, 
     return chordX * Lanes{p.y, q.y} - chordY * Lanes{p.x, q.x};
   };
   // The height of the chord's end equals that of its start.
-  Lanes const own[3] = {heights(a.p[0], b.p[0]), heights(a.p[1], b.p[1]), heights(a.p[2], b.p[2])};
+  Lanes const own0 = heights(a.p[0], b.p[0]), own1 = heights(a.p[1], b.p[1]);
+  Lanes const own2 = heights(a.p[2], b.p[2]);
   Lanes const wanted = {margin * (std::fabs(aChord.x) + std::fabs(aChord.y)),
                         margin * (std::fabs(bChord.x) + std::fabs(bChord.y))};
-  Lanes const above = maxOf(own[0], maxOf(own[1], own[2])) + wanted;
-  Lanes const below = minOf(own[0], minOf(own[1], own[2])) - wanted;
+  Lanes const above = maxOf(own0, maxOf(own1, own2)) + wanted;
+  Lanes const below = minOf(own0, minOf(own1, own2)) - wanted;
   auto const areApart = [=](Lanes p0, Lanes p1, Lanes p2, Lanes p3) {
     return (minOf(minOf(p0, p1), minOf(p2, p3)) > above) |
            (maxOf(maxOf(p0, p1), maxOf(p2, p3)) < below);
@@ -140,21 +150,6 @@ void findReaching(Cubic const& a, Cubic const& b, double margin, Reaching& ofA, 
   ofA = {isLeftApart[1] == 0, isRightApart[1] == 0};
 }
 
-/// Intersects the lines p0-p1 and q0-q1, ends included: the fractions along both.
-bool intersectChords(Point const& p0, Point const& p1, Point const& q0, Point const& q1, double& s,
-                     double& v) {
-  Point const d1 = p1 - p0;
-  Point const d2 = q1 - q0;
-  Point const w = q0 - p0;
-  double const det = d2.x * d1.y - d2.y * d1.x;
-  // Deliberate: negligible beside 1, whatever the size of the chords.
-  if (det + 1.0 == 1.0) return false;
-  double const inverse = 1.0 / det;
-  s = (w.y * d2.x - w.x * d2.y) * inverse;
-  v = (w.y * d1.x - w.x * d1.y) * inverse;
-  return 0.0 <= s && s <= 1.0 && 0.0 <= v && v <= 1.0;
-}
-
 /// One crossing: the parameters on both segments.
 struct Crossing {
   double a, b;
@@ -170,20 +165,42 @@ class Search {
   void intersectPieces(Piece& a, Piece& b) {
     if (pairs_ == kMaxPairs) return;
     ++pairs_;
-    if (a.isLeaf() && b.isLeaf()) {
+    if (a.depth > 1 || b.depth > 1) {
+      Reaching ofA, ofB;
+      findReaching(a.cubic, b.cubic, margin_, ofA, ofB);
+      if (ofA.isNone() || ofB.isNone()) return;
+      if ((a.isLeaf() && isPoint(b.cubic)) || (b.isLeaf() && isPoint(a.cubic))) {
+        countPairsWithPoint(a, b);
+      } else {
+        intersectHalves(a, b, ofA, ofB);
+      }
+    } else if (a.isLeaf() && b.isLeaf()) {
       intersectLeaves(a, b);
-      return;
+    } else {
+      intersectLastHalves(a, b);
     }
-    // For leaves, comparing the boxes alone is faster.
-    bool const areLast = a.depth < 2 && b.depth < 2;
-    Reaching ofA = {1, 1};
-    Reaching ofB = {1, 1};
-    if (!areLast) findReaching(a.cubic, b.cubic, margin_, ofA, ofB);
-    if (ofA.isNone() || ofB.isNone()) return;
-    Halves aScratch;
-    Halves bScratch;
-    Part aParts[2];
-    Part bParts[2];
+  }
+
+ private:
+  /// Counts the pairs of parts of a leaf and of a point, which is halved some more times. Every
+  /// part of the point is that point again, so either all boxes overlap or none do, and no chords
+  /// cross.
+  void countPairsWithPoint(Piece const& a, Piece const& b) {
+    if (!overlap(Box(a.cubic), Box(b.cubic))) return;
+    int const depth = max(a.depth, b.depth);
+    long const pairs = (2L << min(depth, 26)) - 2;  // 2 + 4 + ... + 2^depth, or more than allowed
+    pairs_ = std::min(kMaxPairs, pairs_ + pairs);
+  }
+
+  /// A piece that is halved no further, or a half of one.
+  struct Part {
+    Piece* piece;
+    int reaches;
+  };
+
+  void intersectHalves(Piece& a, Piece& b, Reaching const& ofA, Reaching const& ofB) {
+    Halves aScratch, bScratch;
+    Part aParts[2], bParts[2];
     setParts(a, ofA, aScratch, aParts);
     setParts(b, ofB, bScratch, bParts);
     // Every pair is stored, but kept only if the count grows, because a branch would be
@@ -198,13 +215,6 @@ class Search {
     }
     intersectOverlapping(reaching, count);
   }
-
- private:
-  /// A piece that is halved no further, or a half of one.
-  struct Part {
-    Piece* piece;
-    int reaches;
-  };
 
   /// Sets parts to the two halves of a piece, or to the piece itself and nothing if it is a leaf.
   void setParts(Piece& piece, Reaching const& reaching, Halves& scratch, Part (&parts)[2]) {
@@ -221,7 +231,7 @@ class Search {
   /// A half lies in the box of its piece, so comparing the boxes of leaves is enough for the
   /// result. The boxes of other pieces are compared where that may save work.
   void intersectOverlapping(std::pair<Piece*, Piece*> (&pairs)[4], int count) {
-    if (count == 1 && !(pairs[0].first->isLeaf() && pairs[0].second->isLeaf())) {
+    if (count == 1) {
       intersectPieces(*pairs[0].first, *pairs[0].second);
       return;
     }
@@ -232,6 +242,38 @@ class Search {
       overlapping += overlap(Box(a->cubic), Box(b->cubic));
     }
     for (int i = 0; i < overlapping; ++i) intersectPieces(*pairs[i].first, *pairs[i].second);
+  }
+
+  /// Intersects the leaves of two pieces, at least one of which is halved once more. Most pairs of
+  /// a search are pairs of leaves, so nothing is called for each of them, and none of their boxes
+  /// is computed twice.
+  void intersectLastHalves(Piece& a, Piece& b) {
+    if (a.isLeaf()) {
+      Halves const& ofB = halvesOf(b, lastOfB_);
+      Box const box(a.cubic);
+      intersectIfOverlapping(a, box, ofB.left, Box(ofB.left.cubic));
+      intersectIfOverlapping(a, box, ofB.right, Box(ofB.right.cubic));
+    } else if (b.isLeaf()) {
+      Halves const& ofA = halvesOf(a, lastOfA_);
+      Box const box(b.cubic);
+      intersectIfOverlapping(ofA.left, Box(ofA.left.cubic), b, box);
+      intersectIfOverlapping(ofA.right, Box(ofA.right.cubic), b, box);
+    } else {
+      Halves const& ofA = halvesOf(a, lastOfA_);
+      Halves const& ofB = halvesOf(b, lastOfB_);
+      Box const aLeft(ofA.left.cubic), aRight(ofA.right.cubic);
+      Box const bLeft(ofB.left.cubic), bRight(ofB.right.cubic);
+      intersectIfOverlapping(ofA.left, aLeft, ofB.left, bLeft);
+      intersectIfOverlapping(ofA.right, aRight, ofB.left, bLeft);
+      intersectIfOverlapping(ofA.left, aLeft, ofB.right, bRight);
+      intersectIfOverlapping(ofA.right, aRight, ofB.right, bRight);
+    }
+  }
+
+  void intersectIfOverlapping(Piece const& a, Box const& aBox, Piece const& b, Box const& bBox) {
+    if (!overlap(aBox, bBox) || pairs_ == kMaxPairs) return;
+    ++pairs_;
+    intersectLeaves(a, b);
   }
 
   /// The halves of a piece. They are made once and kept for the other pairs of that piece; when
@@ -247,9 +289,18 @@ class Search {
     return *piece.halves;
   }
 
+  /// Intersects the chords of two pieces, ends included.
   void intersectLeaves(Piece const& a, Piece const& b) {
-    double s, v;
-    if (intersectChords(a.cubic.start(), a.cubic.end(), b.cubic.start(), b.cubic.end(), s, v)) {
+    Point const d1 = a.cubic.end() - a.cubic.start();
+    Point const d2 = b.cubic.end() - b.cubic.start();
+    Point const w = b.cubic.start() - a.cubic.start();
+    double const det = d2.x * d1.y - d2.y * d1.x;
+    // Deliberate: negligible beside 1, whatever the size of the chords.
+    if (det + 1.0 == 1.0) return;
+    double const inverse = 1.0 / det;
+    double const s = (w.y * d2.x - w.x * d2.y) * inverse;
+    double const v = (w.y * d1.x - w.x * d1.y) * inverse;
+    if (0.0 <= s && s <= 1.0 && 0.0 <= v && v <= 1.0) {
       crossings_.push_back({a.lo + (a.hi - a.lo) * s, b.lo + (b.hi - b.lo) * v});
     }
   }
@@ -258,6 +309,7 @@ class Search {
   double margin_;
   long pairs_ = 0;
   Halves kept_[kMaxKept];
+  Halves lastOfA_, lastOfB_;
   int keptCount_ = 0;
 };
 
