@@ -114,7 +114,7 @@ class HalfPlaneTest {
   }
 
  private:
-  // The part of the mean that goes to 1; with it 97 of 100 segments of letters pass.
+  // The part of the mean that goes to 1; with it 19 of 20 segments of letters pass for kNear.
   static constexpr double kShareOfOne = 0.3;
 
   Point m01_;  // the dot product and the cross product
