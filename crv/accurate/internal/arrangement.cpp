@@ -81,15 +81,11 @@ Path Arrangement::pathOf(Trail const& trail) const {
   }
   Path path = {{}, trail.isClosed};
   path.parts.reserve(runs.size());
-  auto const isTipBehind = [&](std::size_t i) {
-    bool const isEnd = i + 1 == runs.size();
-    return (!isEnd || trail.isClosed) && isTip(runs[i], runs[isEnd ? 0 : i + 1]);
-  };
-  bool fromTip = isTipBehind(runs.size() - 1);
-  for (std::size_t i = 0; i < runs.size(); ++i) {
-    bool const toTip = isTipBehind(i);
-    addParts(path.parts, runs[i], fromTip, toTip);
-    fromTip = toTip;
+  Run const* before = trail.isClosed ? &runs.back() : nullptr;
+  for (Run const& run : runs) {
+    Run const* const behind = &run != &runs.back() ? &run + 1 : trail.isClosed ? &runs[0] : nullptr;
+    addParts(path.parts, before, run, behind);
+    before = &run;
   }
   return path;
 }
@@ -142,20 +138,22 @@ bool Arrangement::isTip(Run const& run, Run const& next) const {
   return dot(back, on) > 0.0 && across * across <= kSquaredTipSine * dot(back, back) * dot(on, on);
 }
 
-/// Adds the parts of a run: one part, and a short one at each tip to which an end of the run was
-/// moved.
-void Arrangement::addParts(std::vector<PathPart>& parts, Run const& run, bool fromTip,
-                           bool toTip) const {
+/// Adds the parts of a run between its neighbours, which may be null: one part, and a short one at
+/// each tip to which an end of the run was moved.
+void Arrangement::addParts(std::vector<PathPart>& parts, Run const* before, Run const& run,
+                           Run const* behind) const {
   Stretch const& low = cutting_.stretches[run.isBackwards ? run.last : run.first];
   Stretch const& high = cutting_.stretches[run.isBackwards ? run.first : run.last];
   Cubic const& whole = segments_[low.segment].c;
   double const from = low.from, to = high.to;
   double const off = kOffSegment * scale_.resolution, longest = kShortBend * scale_.magnitude;
-  auto const isBent = [&](double t, Point const& node, bool isAtTip) {
-    return isAtTip && squaredDistance(pointAt(whole, t), node) > off * off;
+  auto const isBent = [&](double t, Point const& node, bool isAtStart) {
+    if (!(squaredDistance(pointAt(whole, t), node) > off * off)) return false;
+    if (isAtStart) return before != nullptr && isTip(*before, run);
+    return behind != nullptr && isTip(run, *behind);
   };
-  bool const isBentAtLow = isBent(from, low.c.start(), run.isBackwards ? toTip : fromTip);
-  bool const isBentAtHigh = isBent(to, high.c.end(), run.isBackwards ? fromTip : toTip);
+  bool const isBentAtLow = isBent(from, low.c.start(), !run.isBackwards);
+  bool const isBentAtHigh = isBent(to, high.c.end(), run.isBackwards);
   auto const add = [&](double t0, double t1) {
     if (t0 == t1) return;
     Cubic c = part(whole, t0, t1);

@@ -75,7 +75,8 @@ class Arrangement {
   bool extend(Run& run, std::size_t halfEdge) const;
   bool areOne(Run const& run, Run const& next) const;
   bool isTip(Run const& run, Run const& next) const;
-  void addParts(std::vector<PathPart>& parts, Run const& run, bool fromTip, bool toTip) const;
+  void addParts(std::vector<PathPart>& parts, Run const* before, Run const& run,
+                Run const* behind) const;
 
   std::vector<ArrangedSegment> segments_;
   UnitScale scale_;
