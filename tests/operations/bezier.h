@@ -267,7 +267,7 @@ inline Operations const kBezier{
        double const d = w.chord(shape), shorter = w.chord(shape), gap = w.step();
        double const t = w.parameter();
        auto& points = w.filled<GxList<Point>>();
-       bool const isBrief = World::magnitude(shape) > 1e150 && !w.isPatient();
+       bool const isHuge = World::magnitude(shape) > 1e150, isBrief = isHuge && !w.isPatient();
        double const start = std::fabs(t) < 8.0 || !std::isfinite(t) ? t : 0.25;
        auto const run = [&](double g, GxList<Point>& list) {
          Numbers results{static_cast<double>(s.checkChordGapDist(t, t * 0.5 + 0.25, g)),
@@ -279,6 +279,8 @@ inline Operations const kBezier{
        Numbers const results = run(gap, points);
        w.see(results[0], results[1]);
        if (!isBrief) w.see(points);
+       // A chain of millions of points takes seconds with the sanitizers: it is made once only.
+       if (isHuge && !isBrief) return w.restOnSines();
        askAround(w, s, gap, [&](double g) {
          GxList<Point> list;
          return run(g, list);
