@@ -52,7 +52,8 @@ std::vector<SmoothPart> reversed(std::vector<SmoothPart> const& parts) {
   std::vector<SmoothPart> back;
   back.reserve(parts.size());
   for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
-    back.push_back({reversed(part->c), part->segment, part->t1, part->t0});
+    back.push_back({reversed(part->c), part->segment, part->t1, part->t0, Point{} - part->out,
+                    Point{} - part->in});
   }
   return back;
 }
@@ -73,7 +74,7 @@ struct RawOutline::Turn {
 
 RawOutline::Turn RawOutline::turnBetween(SmoothPart const& before, SmoothPart const& behind) const {
   Turn turn;
-  turn.corner = {behind.c.start(), endDirection(before.c), startDirection(behind.c)};
+  turn.corner = {behind.c.start(), before.out, behind.in};
   turn.before = {before.segment, before.t1};
   turn.behind = {behind.segment, behind.t0};
   Corner const& corner = turn.corner;
@@ -137,10 +138,10 @@ void RawOutline::addRun(Chain const& curve, std::size_t first, std::size_t count
     return closeFrom(middle);
   }
   addSide(parts, false, true);
-  addCap(parts.back().c.end(), endDirection(parts.back().c));
+  addCap(parts.back().c.end(), parts.back().out);
   Parts const back = reversed(parts);
   addSide(back, false, false);
-  addCap(back.back().c.end(), endDirection(back.back().c));
+  addCap(back.back().c.end(), back.back().out);
   closeFrom(begin);
 }
 
@@ -150,7 +151,7 @@ void RawOutline::addSide(Parts const& parts, bool isClosed, bool isWanted) {
   Turn const around = turnBetween(parts.back(), parts.front());
   Turn before = around;
   if (!isClosed) {
-    before.from = before.to = parts[0].c.start() + leftOf(startDirection(parts[0].c)) * distance_;
+    before.from = before.to = parts[0].c.start() + leftOf(parts[0].in) * distance_;
   }
   if (isClosed || isWanted) pen_ = before.from;
   goTo(before.from, false, {}, {});
@@ -159,7 +160,7 @@ void RawOutline::addSide(Parts const& parts, bool isClosed, bool isWanted) {
     bool const isLast = i + 1 == n;
     Turn behind = isLast ? around : turnBetween(parts[i], parts[i + 1]);
     if (isLast && !isClosed) {
-      behind.from = parts[i].c.end() + leftOf(endDirection(parts[i].c)) * distance_;
+      behind.from = parts[i].c.end() + leftOf(parts[i].out) * distance_;
     }
     addPart(parts[i], before.to, behind.from, isWanted);
     goTo(behind.from, isWanted, behind.before, behind.before);
@@ -185,7 +186,7 @@ void RawOutline::addPart(SmoothPart const& part, Point const& from, Point const&
                          bool isWanted) {
   pieces_.clear();
   reversed_.clear();
-  appendParallel(part.c, distance_, options_.tolerance, from, to, pieces_,
+  appendParallel(part, distance_, options_.tolerance, from, to, pieces_,
                  isSwept_ ? &reversed_ : nullptr);
   auto reversed = reversed_.begin();
   for (ParallelPiece const& piece : pieces_) {

@@ -49,16 +49,18 @@ constexpr int kMostHalvings = 6;
 
 class SegmentParallel {
  public:
-  SegmentParallel(Cubic const& source, double distance, double tolerance, Point const& start,
+  SegmentParallel(SmoothPart const& part, double distance, double tolerance, Point const& start,
                   Point const& end, std::vector<ParallelPiece>& pieces,
                   std::vector<ReversedStretch>* reversed)
-      : source_(source),
-        edges_(source),
+      : source_(part.c),
+        edges_(part.c),
         distance_(distance),
         tolerance_(tolerance),
         start_(start),
         end_(end),
-        fit_(source, distance, tolerance),
+        in_(part.in),
+        out_(part.out),
+        fit_(part.c, distance, tolerance),
         pieces_(pieces),
         reversed_(reversed),
         most_(pieces.size() + kMostPieces) {}
@@ -93,6 +95,7 @@ class SegmentParallel {
   double const distance_;
   double const tolerance_;
   Point const start_, end_;
+  Point const in_, out_;  // the directions at the ends
   ParallelFit fit_;
   std::vector<ParallelPiece>& pieces_;
   std::vector<ReversedStretch>* const reversed_;
@@ -187,8 +190,8 @@ ParallelStretch SegmentParallel::stretchBetween(double t0, double t1) const {
   ParallelStretch s;
   s.t0 = t0;
   s.t1 = t1;
-  s.startTangent = t0 == 0.0 ? startDirection(source_) : direction(t0);
-  s.endTangent = t1 == 1.0 ? endDirection(source_) : direction(t1);
+  s.startTangent = t0 == 0.0 ? in_ : direction(t0);
+  s.endTangent = t1 == 1.0 ? out_ : direction(t1);
   s.start = t0 == 0.0 ? start_ : pointAt(source_, t0) + leftOf(s.startTangent) * distance_;
   s.end = t1 == 1.0 ? end_ : pointAt(source_, t1) + leftOf(s.endTangent) * distance_;
   return s;
@@ -197,7 +200,7 @@ ParallelStretch SegmentParallel::stretchBetween(double t0, double t1) const {
 /// The direction of travel at an inner parameter.
 Point SegmentParallel::direction(double t) const {
   Point const velocity = derivativeAt(source_, t);
-  return largestPart(velocity) > 0.0 ? unitVector(velocity) : startDirection(source_);
+  return largestPart(velocity) > 0.0 ? unitVector(velocity) : in_;
 }
 
 /// The parameter, relative to the stretch, at which a stretch that one cubic cannot follow is
@@ -301,7 +304,7 @@ void SegmentParallel::append() {
 
 }  // namespace
 
-void appendParallel(Cubic const& source, double distance, double tolerance, Point const& start,
+void appendParallel(SmoothPart const& source, double distance, double tolerance, Point const& start,
                     Point const& end, std::vector<ParallelPiece>& pieces,
                     std::vector<ReversedStretch>* reversed) {
   SegmentParallel(source, distance, tolerance, start, end, pieces, reversed).append();

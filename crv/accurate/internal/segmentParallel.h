@@ -1,6 +1,7 @@
 // The parallel of one cubic segment to its left, as cubics with a bound on their error.
 #pragma once
 
+#include "crv/accurate/internal/smoothParts.h"
 #include "crv/bezier/internal/cubic.h"
 
 #include <vector>
@@ -21,8 +22,8 @@ struct ReversedStretch {
   std::vector<Cubic> parallel, evolute;
 };
 
-/// Appends the parallel of a segment at a distance to its left, from one point to another. The
-/// segment is not one point and has no cusps inside; coordinates are of the order of 1.
+/// Appends the parallel of a part of a segment, called the segment here, at a distance to its left,
+/// from one point to another. Coordinates are of the order of 1.
 ///
 /// Consecutive pieces join bit for bit, except around stretches of the segment whose centres of
 /// curvature lie to the left and nearer than the distance. The parallel of such a stretch runs
@@ -32,7 +33,7 @@ struct ReversedStretch {
 ///
 /// Straight segments give straight pieces with the same parameters. Pieces stay within the
 /// tolerance where rounding allows it.
-void appendParallel(Cubic const& source, double distance, double tolerance, Point const& start,
+void appendParallel(SmoothPart const& source, double distance, double tolerance, Point const& start,
                     Point const& end, std::vector<ParallelPiece>& pieces,
                     std::vector<ReversedStretch>* reversed);
 

@@ -45,6 +45,12 @@ std::vector<double> cuspsOf(Cubic const& c) {
   return cusps;
 }
 
+SmoothPart withDirections(SmoothPart part) {
+  part.in = startDirection(part.c);
+  part.out = endDirection(part.c);
+  return part;
+}
+
 }  // namespace
 
 std::optional<Point> axisOf(Cubic const& c) {
@@ -60,16 +66,16 @@ std::optional<Point> axisOf(Cubic const& c) {
 }
 
 void appendSmoothParts(Cubic const& c, std::size_t segment, std::vector<SmoothPart>& parts) {
-  SmoothPart rest = {c, segment, 0.0, 1.0};
+  SmoothPart rest = {c, segment, 0.0, 1.0, {}, {}};
   for (double const cusp : cuspsOf(c)) {
     SmoothPart part = rest;
     rest.c.split((cusp - rest.t0) / (1.0 - rest.t0), part.c, rest.c);
     part.c.p[2] = part.c.p[3];
     rest.c.p[1] = rest.c.p[0];
     part.t1 = rest.t0 = cusp;
-    parts.push_back(part);
+    parts.push_back(withDirections(part));
   }
-  parts.push_back(rest);
+  parts.push_back(withDirections(rest));
 }
 
 }  // namespace crv::internal

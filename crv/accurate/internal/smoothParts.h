@@ -14,6 +14,7 @@ struct SmoothPart {
   Cubic c;
   std::size_t segment;
   double t0, t1;  // of the segment
+  Point in, out;  // unit vectors: the directions of travel at the start and at the end
 };
 
 /// Appends the parts of a segment, which is not one point, between its cusps, and between the
