@@ -35,6 +35,14 @@ constexpr double kLeastTolerance = 64.0;
 // curve.
 constexpr double kLargestTolerance = 0.25;
 
+// In tolerances: the bends of a segment that is smaller than this, and smaller than the default
+// resolution of the curve, are left out, because rounding decides their directions.
+constexpr double kSmallSegment = 0.125;
+
+// In units of u (S + |d|): a small segment with a shorter chord is taken as its start. It is less
+// than the gaps that count as joints.
+constexpr double kShortestChord = 8.0;
+
 /// The curve, scaled so that S + |d| is of the order of 1, and mirrored if necessary so that the
 /// parallel lies on the left.
 struct Frame {
@@ -47,12 +55,29 @@ struct Frame {
     double const largest = kLargestTolerance * std::fabs(signedDistance);
     options.tolerance = std::max(std::min(given.tolerance, largest) * factor,
                                  kLeastTolerance * internal::kRounding);
+    double const small = std::min(kSmallSegment * options.tolerance,
+                                  internal::kDefaultResolution * source.magnitude() * factor);
     curve.closed = source.closed;
     curve.segments.reserve(source.size());
     for (Cubic c : source.segments) {
       for (internal::Point& p : c.p) p = {p.x * factor, mirrored(p.y * factor)};
+      straightenUpTo(small, c);
       curve.segments.push_back(c);
     }
+    options.tolerance -= moved;
+  }
+
+  /// Makes a segment a straight line, or a point, if it is no larger than a limit.
+  void straightenUpTo(double limit, Cubic& c) {
+    double size = 0.0;
+    for (internal::Point const& p : c.p) {
+      size = std::max(size, internal::distance(c.start(), p));
+    }
+    if (size > limit) return;
+    double const chord = internal::distance(c.start(), c.end());
+    bool const isPoint = chord <= kShortestChord * internal::kRounding;
+    c = {{c.p[0], c.p[0], isPoint ? c.p[0] : c.p[3], isPoint ? c.p[0] : c.p[3]}};
+    moved = std::max(moved, size);
   }
 
   double mirrored(double y) const { return isMirrored ? -y : y; }
@@ -68,6 +93,7 @@ struct Frame {
   OffsetOptions options;
   double unit;  // of the frame, in the caller's units
   bool isMirrored;
+  double moved = 0.0;  // how far points were moved, at most
 };
 
 /// Whether curve, distance and options are usable.
@@ -144,7 +170,7 @@ Offset ParallelMaker::result() {
   for (RawSegment const& segment : outline_.segments()) {
     if (segment.hasDistance) worst = std::max(worst, segment.error);
   }
-  offset.worstError = worst * frame_.unit;
+  offset.worstError = (worst + frame_.moved) * frame_.unit;
   return offset;
 }
 

@@ -160,6 +160,15 @@ TEST(AccurateOffset, OutlinesOfStrokesHaveTheirCapsAndHoles) {
   // Where a curve turns back, the outline is round: the stroke of a line that runs to and fro.
   Curve const back = curveOf({bezier(0, 0, 200, 0, -100, 0, 100, 0)});
   EXPECT_NEAR(totalArea(crv::strokeOutline(back, 20, Cap::round, {1e-6})), 2000 + 100 * kPi, 1e-2);
+
+  // Segments no larger than rounding errors change nothing.
+  for (double const size : {0x1p-51, 0x1p-47}) {
+    Curve const tail =
+        curveOf({evenLine(0, 0, 3, 0),
+                 GxBezier(Point(3, 0), Point(3, size), Point(3 - size, size), Point(3, 0))});
+    EXPECT_NEAR(totalArea(crv::strokeOutline(tail, 2, Cap::round, {1e-6})), 6 + kPi, 1e-4);
+    EXPECT_EQ(crv::offset(tail, 1.0).parallels.size(), 1u);
+  }
 }
 
 /// Whether a straight pen of a width, held across a segment without caps, passes over a point.
