@@ -282,7 +282,8 @@ std::vector<NearestOnCurve> CurveSearch::Table::within(Point const& p, double di
       });
   minima.run(
       [&](std::size_t segment, Foot const& foot) { found.push_back(at(segment, foot, from)); });
-  // The seam comes first, but the end before a gap there is the last position.
+  // The search starts at the seam; if there is a gap, it finds the end before the gap first,
+  // although that is the last position.
   if (found.size() > 1 && found[1].position < found[0].position) {
     std::rotate(found.begin(), found.begin() + 1, found.end());
   }

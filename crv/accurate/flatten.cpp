@@ -239,7 +239,7 @@ class Flattener {
     return error_.squared(a.t, b.t, chord.x, chord.y);
   }
 
-  /// Bounds it by the control points of the stretch.
+  /// Bounds the same squared distance by the control points of the stretch.
   double boundByControlPoints(Vertex const& a, Vertex const& b) const {
     P const chord = b.place - a.place;
     double const h = b.t - a.t;

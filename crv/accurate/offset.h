@@ -45,17 +45,18 @@ struct OffsetOptions {
 
 /// The parallels of a curve.
 struct Offset {
-  /// In order along the curve.
+  /// The parallels in order along the curve.
   ///
-  /// The maps take a position of the curve to the point of the parallel on the normal there, whose
-  /// distance differs from d by at most worstError, and back. They return -1 where that point was
-  /// trimmed away by more than rounding. Beside a joint that has no join the point lies up to
-  /// sqrt(tolerance * |d| / 8) beside the normal, so that the parallels on both sides meet.
+  /// Their maps take a position of the curve to the point of the parallel on the normal there,
+  /// whose distance differs from |d| by at most worstError, and back. They return -1 where that
+  /// point was trimmed away by more than rounding. Beside a joint without a join, the point lies up
+  /// to sqrt(tolerance * |d| / 8) beside the normal, so that the parallels on both sides meet.
   ///
-  /// The way to the parallel and back ends within 16 u (S + |d|) of the start, divided by the speed
-  /// of the parallel relative to the curve where that is below 1. A bend that is as tight as the
-  /// distance has one point for all its positions, a joint has one point of its join, and all of a
-  /// join has that joint. A segment that is a point counts as its joint.
+  /// A position that is taken to the parallel and back ends within 16 u (S + |d|) of its place,
+  /// with u = 2^-53, divided by the speed of the parallel relative to that of the curve where this
+  /// is below 1. All positions of a bend as tight as the distance are taken to one point. A joint
+  /// is taken to one point of its join, and every point of the join back to the joint. A segment
+  /// that is a point counts as its joint.
   std::vector<Piece> parallels;
   double worstError = 0.0;  ///< Bounds the error of the distance, except of bevels and miters.
 };

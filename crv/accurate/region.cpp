@@ -27,8 +27,9 @@ using internal::PathPart;
 constexpr int kMostPasses = 4;
 constexpr double kCoarser = 4.0;
 
-// Times that a boundary is arranged again where parts of it may lie within the resolution of each
-// other: the first time joins them, and the second time what the first one has moved together.
+// Limit of how often a boundary is arranged again where parts of it may lie within the resolution
+// of each other. The first time joins these parts, the second time those that the first one has
+// moved near to each other.
 constexpr int kMostRefinements = 2;
 
 enum class Operation { unite, intersect, subtract, exclude };
@@ -48,6 +49,7 @@ bool isInside(std::array<int, 2> const& windings, Operation operation, FillRule 
   return isInA != isInB;
 }
 
+/// By edge of a plane: 1 if only its left side is inside, -1 if only its right side is, else 0.
 template <class IsInside>
 std::vector<signed char> boundaryEdges(Arrangement const& plane, IsInside const& isInside) {
   std::vector<signed char> kept;
@@ -104,7 +106,9 @@ bool refineOnce(std::vector<Path>& paths, double resolution) {
 }
 
 void refine(std::vector<Path>& paths, double resolution) {
-  for (int i = 0; i < kMostRefinements && refineOnce(paths, resolution); ++i) {
+  bool isUncertain = true;
+  for (int i = 0; i < kMostRefinements && isUncertain; ++i) {
+    isUncertain = refineOnce(paths, resolution);
   }
 }
 

@@ -20,10 +20,10 @@
 //
 // If so many points lie within r of each other that a boundary does not close, the operation is
 // repeated at coarser resolutions, up to 512 r. Results are always closed, but where cusps lie
-// 2^-53 S to 2^-27 S apart they may touch themselves within r. Where the order of edges around
-// nearby nodes is impossible in a plane, each edge is judged by rays, and the time grows as k n:
-// 200 slivers that cross within 10 r of one point take 40 times as long as others. Method: see
-// internal/arrangement.h.
+// 2^-53 S to 2^-27 S apart they may touch themselves within r. Where nodes are so near to each
+// other that the order of the edges around them is impossible in a plane, or leads to wrong winding
+// numbers, each edge is judged by rays, and the time grows as k n: 200 slivers that cross within 10
+// r of one point take 40 times as long as others. Method: see internal/arrangement.h.
 #pragma once
 
 #include "crv/accurate/types.h"

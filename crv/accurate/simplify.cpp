@@ -135,8 +135,8 @@ void Stretch::matchSample(std::size_t sample, Place const& from, Place const& to
   for (; rest.resultSegment < to.segment; ++rest.resultSegment) {
     internal::Point const joint = result.segments[rest.resultSegment].end();
     double const foot = footOn(source_.segments[rest.segment], joint, 0.5 * (rest.t0 + rest.t1));
-    // If the nearest point lies beyond a sample, the source is divided like the result, so that
-    // every part of the result has a place on the source.
+    // If the nearest point lies outside the span, the source is divided in the ratio of the
+    // parameters of the result, so that every part of the result has a place on the source.
     double const left = 1.0 - rest.s0;
     double const behind = static_cast<double>(to.segment - rest.resultSegment - 1) + to.t;
     double const ratio = left > 0.0 ? left / (left + behind) : 0.0;

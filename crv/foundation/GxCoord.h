@@ -112,9 +112,9 @@ struct std::tuple_element<I, GxCoord<T>> {
   using type = T;
 };
 
-// A program has its own virtual table of points, which the loader makes the library use, too. So
-// its compiler knows the destructor that the table names, and destroys a vector of points without a
-// call for each.
+// Programs instantiate the class themselves, and the loader makes the library use the same virtual
+// table. The compiler of a program then sees that the destructor in the table does nothing, and
+// destroys a vector of points without a call for each.
 #if defined(CRV_EXPORTS)
 CRV_EXTERN_TEMPLATE(GxCoord<double>);
 #endif

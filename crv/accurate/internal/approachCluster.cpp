@@ -131,7 +131,7 @@ bool keepNear(SegmentPair const& pair, double magnitude, double resolution, doub
     if (!(pair.footOnA(t, u).distance <= apart)) return false;
     areEven = false;
   }
-  // Feet on another branch of a small loop are near, too.
+  // A near foot may lie on another branch of a small loop.
   return areEven ||
          areSideBySide({{part(pair.a, t0, t1), {}}, 1}, {{part(pair.b, u0, u1), {}}, 1}, apart);
 }

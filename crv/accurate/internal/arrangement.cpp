@@ -90,7 +90,7 @@ Path Arrangement::pathOf(Trail const& trail) const {
   return path;
 }
 
-/// Adds the runs along a half-edge; the first may continue the last one before.
+/// Adds the runs along a half-edge; the first of them may extend the last run so far.
 void Arrangement::addRuns(std::vector<Run>& runs, std::size_t halfEdge) const {
   Edge const& edge = cutting_.edges[edgeOf(halfEdge)];
   bool const isBackwards = !isAlong(halfEdge);

@@ -21,8 +21,8 @@ namespace {
 // In units of the resolution: a place this near to an end of a stretch belongs to the stretch.
 constexpr double kEndReach = 2.0;
 
-// In units of the resolution: stretches with ends this near to each other are joined. What two
-// segments share between them is no stretch if it is up to four resolutions long.
+// In units of the resolution: stretches whose ends are this near to each other are joined. Between
+// them may lie a shared part that is up to four resolutions long, too short to be a stretch itself.
 constexpr double kJoinReach = 4.25;
 
 /// A stretch that one segment of each curve shares.

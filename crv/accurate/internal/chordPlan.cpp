@@ -33,7 +33,8 @@ double roughInverseRoot(double x) {
 
 }  // namespace
 
-// Inlined always, so that it is built for the vector units that make is built for.
+// Always inlined, so that it is compiled into every clone of make, for the vector units of that
+// one.
 template <int kCount>
 [[gnu::always_inline]] inline void ChordPlan::sample(Velocity const& given, double factor,
                                                      double most) {
@@ -87,7 +88,7 @@ CRV_VECTOR_CLONES std::size_t ChordPlan::make(Velocity const& velocity, double f
   } else {
     sample<kFewSamples>(velocity, factor, most);
   }
-  // std::ceil without the call that it is where the processor need not round.
+  // Rounded up without std::ceil, which is a call on processors without an instruction for it.
   double const planned = sums_[count_] * (1.0 + kReserve);
   auto const below = static_cast<std::int64_t>(planned);
   bool const isBelow = static_cast<double>(below) < planned || below == 0;

@@ -19,8 +19,8 @@ std::vector<int> endsAt(Cutting const& cutting) {
 
 }  // namespace
 
-// The first edge of each chain is not joined to the second: boundaries start with their first edge,
-// and so start at the same place whether they run along the chain or against it.
+// The first edge of each chain is not joined to the second. A boundary starts with its first edge;
+// if that were the whole chain, a boundary that runs against the chain would start at its far end.
 void joinEdges(Cutting& cutting, std::vector<ArrangedSegment> const& segments) {
   std::vector<Edge>& edges = cutting.edges;
   if (edges.empty()) return;

@@ -14,18 +14,17 @@ namespace {
 // Curve units: the magnitude of the coordinates.
 constexpr double kMagnitude = 1.0;
 
-// Curve units: points this near to each other are one up to
-// rounding.
+// Curve units: points this near to each other differ by no more than rounding errors.
 constexpr double kRoundingReach = 0x1p-46;
 
 // Newton steps for the parameter at which a normal crosses a cubic near one of its ends.
 constexpr int kEndSteps = 4;
 
-// The largest distance of that parameter from the end.
+// Parameter: the largest distance of that crossing from the end.
 constexpr double kFarthestEnd = 0.125;
 
-// In units of that distance: how much of the cubic is stretched or compressed, so that the end
-// itself belongs to the end of the source.
+// In units of the distance of that crossing from the end: the part of the cubic next to the end
+// that is stretched or compressed, so that the end of the cubic belongs to the end of the source.
 constexpr double kStretched = 4.0;
 
 // Halvings that exhaust an interval of parameters.
@@ -127,8 +126,8 @@ class ParallelMap : public GxBezierCurvePositionMapBase {
   }
 
  private:
-  /// The place itself; in a segment that is a point, the end of the segment before, or else the
-  /// start of the segment behind, that is none.
+  /// The place itself; for a place on a segment that is a point, the end of the last segment before
+  /// it that is no point, or else the start of the first one behind it.
   Place onMovingSegment(Place const& place) const {
     std::size_t const n = source_->size();
     std::size_t k = place.segment;

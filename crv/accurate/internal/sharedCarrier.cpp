@@ -19,8 +19,9 @@ namespace {
 // Parameter: double points whose mean parameter lies farther than this from 0 are ignored.
 constexpr double kFarthestMiddle = 2.0;
 
-// Times the square root of the resolution, which is how far a cusp moves within it: stretches that
-// differ by more are different whatever their ends.
+// In units of the square root of the resolution, by which parameters next to a cusp may differ
+// while their points are within the resolution of each other: control points farther apart than
+// this do not come to agree when the ends of stretches are refined.
 constexpr double kFarOff = 64.0;
 
 // Steps of Newton's method that take the ends of a stretch to rounding.
@@ -57,10 +58,11 @@ std::vector<Pair> endsOnTheOther(SegmentPair const& pair, double reach) {
   return pairs;
 }
 
-/// Moves the parameter inside a segment at an end of a stretch so that control points agree best.
-/// Next to a cusp the point alone does not determine it.
+/// Moves an end of a stretch along the segment inside which it lies, so that the control points of
+/// both stretches agree best. Next to a cusp the point alone does not determine the parameter.
 void refineEnd(SegmentPair const& pair, Pair const& start, Pair& end) {
-  bool const isOnA = end.t > 0.0 && end.t<1.0, isOnB = end.u> 0.0 && end.u < 1.0;
+  auto const isInside = [](double parameter) { return parameter > 0.0 && parameter < 1.0; };
+  bool const isOnA = isInside(end.t), isOnB = isInside(end.u);
   if (isOnA == isOnB) return;
   Cubic const& c = isOnA ? pair.a : pair.b;
   double const from = isOnA ? start.t : start.u;
@@ -75,11 +77,11 @@ void refineEnd(SegmentPair const& pair, Pair const& start, Pair& end) {
     squared += dot(motion, motion);
   }
   double const refined = to + along / squared;
-  if (refined > 0.0 && refined < 1.0) to = refined;
+  if (isInside(refined)) to = refined;
 }
 
-/// Whether the segments agree on the stretch between two pairs of parameters, which are refined
-/// where that makes them agree.
+/// Whether the segments agree on the stretch between two pairs of parameters. If they do not, but
+/// nearly, the parameters are refined first.
 bool areOneStretch(SegmentPair const& pair, double resolution, Pair& p, Pair& q) {
   auto const agree = [&](double reach) {
     return areNear(part(pair.a, p.t, q.t), part(pair.b, p.u, q.u), reach);

@@ -86,10 +86,10 @@ class SquaredSpeed {
   double c0_, c1_, c2_, c3_, c4_;
 };
 
-/// Tests whether the velocity as a function of a complex s vanishes nowhere in an ellipse. It does
-/// not if its product with the conjugate of m0 has a positive real part everywhere on the boundary,
-/// and hence inside. On the boundary s = x cos a + i y sin a and s^2 = (1 + xx cos 2a + i yy sin
-/// 2a) / 2, so the real part is a quadratic form in 1, cos a and -sin a.
+/// Tests whether the velocity, as a function of a complex s, has no zero in an ellipse. It has none
+/// if its product with the conjugate of m0 has a positive real part everywhere on the boundary, and
+/// hence inside. On the boundary s = x cos a + i y sin a and s^2 = (1 + xx cos 2a + i yy sin 2a) /
+/// 2, so the real part is a quadratic form in 1, cos a and -sin a.
 class HalfPlaneTest {
  public:
   explicit HalfPlaneTest(Hodograph const& h)
@@ -97,8 +97,8 @@ class HalfPlaneTest {
         m02_{0.5 * dot(h.m0, h.m2), 0.5 * cross(h.m0, h.m2)},
         mean_(dot(h.m0, h.m0) + m02_.x) {}
 
-  /// True when the leading minors of the matrix of the form are positive, and with them the form.
-  /// The mean may be divided among 1 and cos^2 a + sin^2 a at will.
+  /// Returns true when all leading minors of the matrix of the form are positive, and thus the
+  /// form. Because 1 = cos^2 a + sin^2 a, the mean may be divided between both sides in any ratio.
   bool passes(Ellipse const& ellipse) const {
     double const a = ellipse.x * m01_.x;
     double const b = ellipse.y * m01_.y;
@@ -114,7 +114,8 @@ class HalfPlaneTest {
   }
 
  private:
-  // The part of the mean that goes to 1; with it 19 of 20 segments of letters pass for kNear.
+  // The share of the mean that becomes the coefficient of 1^2: with it, 19 of 20 segments of
+  // letters pass for kNear.
   static constexpr double kShareOfOne = 0.3;
 
   Point m01_;  // the dot product and the cross product

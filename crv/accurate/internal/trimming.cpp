@@ -23,7 +23,7 @@ constexpr std::size_t kWitnesses = 4;
 // In tolerances: a point of a boundary may be nearer than the distance by this much.
 constexpr double kSlack = 2.0;
 
-// The share of the distance that the resolution may be, so that both sides of a narrow stroke stay
+// The resolution is at most this share of the distance, so that both sides of a narrow stroke stay
 // apart.
 constexpr double kFinestShare = 0x1p-3;
 

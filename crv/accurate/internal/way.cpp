@@ -10,7 +10,8 @@ namespace crv::internal {
 
 namespace {
 
-// Halvings of a way. A part that turns becomes smaller than any resolution long before.
+// Limit of the halvings of a way. Parts that still turn become smaller than any resolution long
+// before it is reached.
 constexpr int kMostHalvings = 60;
 
 /// A place on a way: the number of its piece, and the parameter there.
@@ -27,7 +28,7 @@ double lengthOf(Way const& way) {
   return lengthOf(way.pieces[0]) + (way.count > 1 ? lengthOf(way.pieces[1]) : 0.0);
 }
 
-/// Whether a way does not turn, so that it has no loop, or is as small as a point.
+/// Whether a way turns so little that it has no loop, or is as small as a point.
 bool isSimple(Way const& way, double reach) {
   if (way.count > 1) return false;
   Cubic const& c = way.pieces[0];
@@ -54,7 +55,8 @@ WayPlace placeAt(Way const& way, double share) {
   return {1, min(1.0, (share * all - first) / (all - first))};
 }
 
-/// Finds the place on a way that is within reach of a point, the one near a share of the way first.
+/// Finds a place on a way that is within reach of a point; the search starts at a share of the way
+/// and, if that fails, at other places.
 bool findPartner(Way const& way, double share, Point const& point, double reach,
                  WayPlace& partner) {
   for (double const guess : {share, 0.25, 0.75, 0.5}) {
