@@ -243,6 +243,13 @@ TEST(SegmentContacts, AnswerAnyInput) {
                             -3.97625732421875, 1.0000000000000016, 1.0000000000000016}),
                segmentFrom({0, -2, 0, -2, 38.400268554687685, 38.400268554687685, -2, -2})),
       {0, 1});
+  // Newton's methods do not find this crossing, which is three in one.
+  Segment const bent = changed(segmentFrom({0, -5, -8, -1, 1, 2, -4, 0}), 1.0, 1234, -777);
+  Segment const across = changed(segmentFrom({-7, -4, -7, -4, 0, 3, 0, 3}), 1.0, 1234, -777);
+  SegmentContacts const triple = contacts(bent, across, 0x1p-29);
+  ASSERT_EQ(triple.points.size(), 1u);
+  EXPECT_LE(bent.bValue(triple.points[0].t).distance(across.bValue(triple.points[0].u)),
+            64 * 0x1p-53 * 1242);
   for (double const resolution : {-1.0, inf - inf, inf, 1e-300, 1.0}) {
     EXPECT_EQ(contacts(line, segmentFrom({0, 6, 6, 0}), resolution).points.size(), 1u);
   }

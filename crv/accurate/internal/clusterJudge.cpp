@@ -251,6 +251,12 @@ FootPair ClusterJudge::placeOf(ApproachCluster const& c) const {
   if (roots.empty() && pair_.findCrossing(t, u) && belongs(t, u)) {
     return snapped({t, u, pair_.distanceAt(t, u)});
   }
+  // Newton's methods fail where three crossings coincide, and where the resolution is wide they
+  // may end too far from the places examined.
+  double before = c.u0, after = c.u1;
+  if (roots.empty() && sideAt(c.t0, before) * sideAt(c.t1, after) < 0.0) {
+    return snapped(pair_.footOnB(whereSideIs(0.0, c.t0, c.t1, before), before));
+  }
   if (isTangent) return snapped(tangency);
   if (nearestEnd.distance <= resolution_) return nearestEnd;
   return snapped(roots.empty() ? nearest : roots[0]);
