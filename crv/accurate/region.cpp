@@ -8,7 +8,6 @@
 #include "crv/accurate/internal/sum.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
 #include <utility>
 
@@ -17,6 +16,7 @@ namespace crv {
 namespace {
 
 using internal::Arrangement;
+using internal::Counts;
 using internal::kNone;
 using internal::Outlines;
 using internal::Path;
@@ -38,7 +38,7 @@ bool isInside(int winding, FillRule rule) {
   return rule == FillRule::nonZero ? winding != 0 : winding % 2 != 0;
 }
 
-bool isInside(std::array<int, 2> const& windings, Operation operation, FillRule rule) {
+bool isInside(Counts const& windings, Operation operation, FillRule rule) {
   bool const isInA = isInside(windings[0], rule), isInB = isInside(windings[1], rule);
   switch (operation) {
     case Operation::unite: return isInA || isInB;
@@ -94,8 +94,7 @@ bool refineOnce(std::vector<Path>& paths, double resolution) {
   }
   if (segments.empty()) return false;
   Arrangement const plane(std::move(segments), resolution);
-  auto const kept =
-      boundaryEdges(plane, [](std::array<int, 2> const& windings) { return windings[0] > 0; });
+  auto const kept = boundaryEdges(plane, [](Counts const& windings) { return windings[0] > 0; });
   std::vector<Path> refined = plane.paths(kept);
   if (!areClosed(refined)) return false;
   for (Path& path : refined) {
@@ -119,9 +118,8 @@ std::vector<Path> boundary(Outlines& outlines, std::vector<Curve> const& a,
   double resolution = 0.0;
   for (int pass = 0;; ++pass) {
     Arrangement const plane(std::move(outlines.segments), resolution);
-    auto const kept = boundaryEdges(plane, [&](std::array<int, 2> const& windings) {
-      return isInside(windings, operation, rule);
-    });
+    auto const kept = boundaryEdges(
+        plane, [&](Counts const& windings) { return isInside(windings, operation, rule); });
     std::vector<Path> paths = plane.paths(kept);
     bool const isClosed = areClosed(paths);
     if (isClosed && !plane.isCertain()) refine(paths, resolutionOf(plane));

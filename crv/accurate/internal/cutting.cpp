@@ -121,8 +121,8 @@ class Cutter {
 
   std::vector<ArrangedSegment> const& segments_;
   UnitScale const& scale_;
-  std::vector<std::array<int, 2>> counts_;  // by segment: how often it runs there, by group
-  std::vector<char> isTwin_;                // whether it is a copy of a segment before it
+  std::vector<Counts> counts_;  // by segment: how often it runs there, by group
+  std::vector<char> isTwin_;    // whether it is a copy of a segment before it
   // Places 2i and 2i + 1 are the ends of segment i; each meeting is another.
   DisjointSets places_;
   std::vector<Cut> cuts_;            // at meetings; the ends of the segments are cuts besides

@@ -12,6 +12,14 @@ namespace crv::internal {
 
 constexpr std::size_t kNone = static_cast<std::size_t>(-1);
 
+/// Winding numbers, or numbers of stretches, by group.
+using Counts = std::array<int, 2>;
+
+/// a + sign * b.
+inline Counts sum(Counts const& a, Counts const& b, int sign) {
+  return {a[0] + sign * b[0], a[1] + sign * b[1]};
+}
+
 /// A segment that is to be arranged.
 struct ArrangedSegment {
   Cubic c;
@@ -32,11 +40,11 @@ struct Stretch {
 /// A line between two nodes on which one stretch lies, or several that coincide, or several that
 /// follow each other.
 struct Edge {
-  std::size_t from, to;            // nodes
-  std::size_t first;               // one of its stretches, which has its direction
-  std::size_t last;                // above first if the stretches first..last follow each other
-  std::array<int, 2> count;        // stretches in its direction minus those against it, by group
-  std::array<int, 2> left, right;  // winding numbers on both sides, by group
+  std::size_t from, to;  // nodes
+  std::size_t first;     // one of its stretches, which has its direction
+  std::size_t last;      // above first if the stretches first..last follow each other
+  Counts count;          // stretches in its direction minus those against it
+  Counts left, right;    // winding numbers on both sides
 };
 
 // An edge e has two half-edges: 2e leaves its first node; 2e + 1 leaves its last node and has the

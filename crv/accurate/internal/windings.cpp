@@ -2,7 +2,7 @@
 #include "crv/accurate/internal/windings.h"
 
 #include "crv/accurate/internal/disjointSets.h"
-#include "crv/accurate/internal/rayCrossings.h"
+#include "crv/accurate/internal/edgeRays.h"
 #include "crv/accurate/internal/segmentArea.h"
 #include "crv/accurate/internal/segmentPair.h"
 #include "crv/curve/internal/boxTree.h"
@@ -16,35 +16,11 @@ namespace crv::internal {
 
 namespace {
 
-// Unit scale: the distance from an edge at which rays start. It exceeds the finest resolution,
-// within which edges are one.
-constexpr double kBeside = 0x1p-45;
-
-// Parameters of an edge beside which rays start, tried in order until the winding numbers of both
-// sides differ by the edge's count.
-constexpr double kAskedAt[] = {0.5, 0.25, 0.75, 0.375, 0.625, 0.125, 0.875};
-
 // In units of the resolution: faces narrower than this on average may be artefacts of moved ends.
 constexpr double kThin = 16.0;
 
 // The number of edges of a face beside which rays start to confirm its winding number.
 constexpr std::size_t kMostAsked = 8;
-
-using Counts = std::array<int, 2>;
-
-struct Sides {
-  Counts left, right;
-};
-
-Counts sum(Counts const& a, Counts const& b, int sign) {
-  return {a[0] + sign * b[0], a[1] + sign * b[1]};
-}
-
-/// Stretches, with a tree over their boxes.
-struct Shapes {
-  std::vector<std::size_t> stretches;
-  BoxTree tree;
-};
 
 /// A connected set of edges.
 struct Component {
@@ -52,7 +28,7 @@ struct Component {
   std::size_t outerFace = kNone;
   double outerArea = 0.0;
   long nodes = 0, edges = 0, faces = 0;
-  std::optional<Shapes> shapes;
+  std::optional<EdgeRays> rays;  // made when first used
 };
 
 class Faces {
@@ -66,8 +42,8 @@ class Faces {
   Edge const& edgeAt(std::size_t halfEdge) const { return cutting_.edges[edgeOf(halfEdge)]; }
   Cubic const& shapeOf(std::size_t stretch) const { return cutting_.stretches[stretch].c; }
   std::size_t endOf(std::size_t halfEdge) const { return startOf(cutting_.edges, twin(halfEdge)); }
-  std::size_t outerFaceBeside(std::size_t halfEdge) const {
-    return components_[componentOfNode_[startOf(cutting_.edges, halfEdge)]].outerFace;
+  std::size_t componentOf(std::size_t halfEdge) const {
+    return componentOfNode_[startOf(cutting_.edges, halfEdge)];
   }
   void findComponents();
   void walkFaces();
@@ -75,17 +51,14 @@ class Faces {
   double walkFace(std::size_t start, std::size_t face);
   void spread(std::size_t component, Counts const& outside);
   Box boxOf(Component const& component) const;
-  Shapes shapesOf(std::size_t beginEdge, std::size_t endEdge) const;
+  EdgeRays raysAmong(std::size_t beginEdge, std::size_t endEdge) const;
   Counts windingOf(Component& component, Point const& p) const;
   std::vector<Counts> outerWindings();
-  Counts windingOf(Shapes const& shapes, Point const& p) const;
-  std::optional<Sides> sidesOf(Edge const& edge, Cubic const& c, Shapes const& all) const;
-  std::optional<Sides> sidesOf(Edge const& edge, Shapes const& all) const;
-  void castRays();
+  void setWindingsByFaces();
+  void setWindingsByRays();
   double lengthOf(Edge const& edge) const;
-  bool isConfirmed(std::size_t face, Shapes const& all);
+  bool isConfirmed(std::size_t face, EdgeRays const& all);
   bool areConfirmed();
-  void takeFaces();
 
   Cutting& cutting_;
   Turns const& turns_;
@@ -171,7 +144,7 @@ void Faces::walkFaces() {
     std::size_t const face = faceAt_.size();
     double const area = walkFace(h, face);
     faceAt_.push_back(h);
-    Component& component = components_[componentOfNode_[startOf(cutting_.edges, h)]];
+    Component& component = components_[componentOf(h)];
     ++component.faces;
     if (component.outerFace != kNone && area >= component.outerArea) continue;
     component.outerFace = face;
@@ -201,32 +174,19 @@ void Faces::spread(std::size_t component, Counts const& outside) {
   }
 }
 
-Shapes Faces::shapesOf(std::size_t beginEdge, std::size_t endEdge) const {
+/// The stretches of some of the edges, which are in order of their components.
+EdgeRays Faces::raysAmong(std::size_t beginEdge, std::size_t endEdge) const {
   std::vector<std::size_t> stretches;
-  std::vector<Box> boxes;
   for (std::size_t i = beginEdge; i < endEdge; ++i) {
     Edge const& edge = cutting_.edges[edgesByComponent_[i]];
-    for (std::size_t s = edge.first; s <= edge.last; ++s) {
-      stretches.push_back(s);
-      boxes.push_back(shapeOf(s).hull());
-    }
+    for (std::size_t s = edge.first; s <= edge.last; ++s) stretches.push_back(s);
   }
-  return {std::move(stretches), BoxTree(std::move(boxes))};
-}
-
-Counts Faces::windingOf(Shapes const& shapes, Point const& p) const {
-  Counts winding = {0, 0};
-  shapes.tree.visit([&](Box const& box) { return isBeside(box, p); },
-                    [&](std::size_t i) {
-                      Stretch const& s = cutting_.stretches[shapes.stretches[i]];
-                      winding = sum(winding, cutting_.edges[s.edge].count, crossings(s.c, p));
-                    });
-  return winding;
+  return {cutting_, std::move(stretches)};
 }
 
 Counts Faces::windingOf(Component& component, Point const& p) const {
-  if (!component.shapes) component.shapes = shapesOf(component.beginEdge, component.endEdge);
-  return windingOf(*component.shapes, p);
+  if (!component.rays) component.rays.emplace(raysAmong(component.beginEdge, component.endEdge));
+  return component.rays->windingOf(p);
 }
 
 Box Faces::boxOf(Component const& component) const {
@@ -260,33 +220,26 @@ std::vector<Counts> Faces::outerWindings() {
   return windings;
 }
 
-/// The winding numbers on both sides of an edge, by rays from either side of one of its stretches;
-/// nothing if they do not differ by the edge's count because another edge is too near.
-std::optional<Sides> Faces::sidesOf(Edge const& edge, Cubic const& c, Shapes const& all) const {
-  for (double const t : kAskedAt) {
-    Point const place = pointAt(c, t), d = derivativeAt(c, t);
-    double const speed = std::sqrt(dot(d, d));
-    if (!(speed > 0.0)) continue;
-    Point const aside = Point{-d.y, d.x} * (kBeside / speed);
-    Sides const sides = {windingOf(all, place + aside), windingOf(all, place - aside)};
-    if (sum(sides.left, sides.right, -1) == edge.count) return sides;
+/// Sets the winding numbers of edges to those of the faces.
+void Faces::setWindingsByFaces() {
+  windings_.assign(faceAt_.size(), Counts{0, 0});
+  isKnown_.assign(faceAt_.size(), 0);
+  std::vector<Counts> const outside = outerWindings();
+  for (std::size_t i = 0; i < components_.size(); ++i) spread(i, outside[i]);
+  for (std::size_t i = 0; i < cutting_.edges.size(); ++i) {
+    Edge& edge = cutting_.edges[i];
+    if (edge.first == kNone) continue;
+    edge.left = windings_[faceOf_[2 * i]];
+    edge.right = windings_[faceOf_[2 * i + 1]];
   }
-  return std::nullopt;
-}
-
-std::optional<Sides> Faces::sidesOf(Edge const& edge, Shapes const& all) const {
-  for (std::size_t s = edge.first; s <= edge.last; ++s) {
-    if (auto const sides = sidesOf(edge, shapeOf(s), all)) return sides;
-  }
-  return std::nullopt;
 }
 
 /// Sets the winding numbers of each edge by rays from either side of it.
-void Faces::castRays() {
-  Shapes const all = shapesOf(0, edgesByComponent_.size());
+void Faces::setWindingsByRays() {
+  EdgeRays const all = raysAmong(0, edgesByComponent_.size());
   for (std::size_t const i : edgesByComponent_) {
     Edge& edge = cutting_.edges[i];
-    std::optional<Sides> const sides = sidesOf(edge, all);
+    std::optional<Sides> const sides = all.sidesOf(edge);
     if (!sides) continue;
     edge.left = sides->left;
     edge.right = sides->right;
@@ -302,30 +255,34 @@ double Faces::lengthOf(Edge const& edge) const {
   return length;
 }
 
-/// Whether rays from the longest edges of a face confirm its winding number. Of a face that is
-/// hardly wider than the resolution nothing is asked.
-bool Faces::isConfirmed(std::size_t face, Shapes const& all) {
-  std::vector<std::pair<double, std::size_t>> sides;
+/// Whether rays from the longest edges of a face confirm its winding number. A face that is hardly
+/// wider than the resolution counts as confirmed.
+bool Faces::isConfirmed(std::size_t face, EdgeRays const& all) {
+  struct Side {
+    double length;
+    std::size_t halfEdge;
+  };
+  std::vector<Side> sides;
   double total = 0.0;
   std::size_t h = faceAt_[face];
   do {
-    double const length = -lengthOf(edgeAt(h));
-    sides.push_back({length, h});
-    total -= length;
+    sides.push_back({lengthOf(edgeAt(h)), h});
+    total += sides.back().length;
     h = turns_.next(h, endOf(h));
   } while (h != faceAt_[face]);
   double const twiceArea = walkFace(h, face);
   if (std::fabs(twiceArea) <= kThin * resolution_ * total) return true;
-  if (twiceArea < 0.0 && face != outerFaceBeside(h)) return false;
-  std::size_t const asked = std::min(sides.size(), kMostAsked);
-  std::partial_sort(sides.begin(), sides.begin() + std::ptrdiff_t(asked), sides.end());
+  if (twiceArea < 0.0 && face != components_[componentOf(h)].outerFace) return false;
+  auto const lastAsked = sides.begin() + std::ptrdiff_t(std::min(sides.size(), kMostAsked));
+  std::partial_sort(sides.begin(), lastAsked, sides.end(), [](Side const& a, Side const& b) {
+    return a.length != b.length ? a.length > b.length : a.halfEdge < b.halfEdge;
+  });
   double balance = 0.0;
-  for (std::size_t i = 0; i < asked; ++i) {
-    auto const [length, side] = sides[i];
-    std::optional<Sides> const found = sidesOf(edgeAt(side), all);
+  for (auto side = sides.begin(); side != lastAsked; ++side) {
+    std::optional<Sides> const found = all.sidesOf(edgeAt(side->halfEdge));
     if (!found) continue;
-    bool const isEqual = (isAlong(side) ? found->left : found->right) == windings_[face];
-    balance += isEqual ? -length : length;
+    Counts const& winding = isAlong(side->halfEdge) ? found->left : found->right;
+    balance += winding == windings_[face] ? side->length : -side->length;
   }
   return balance >= 0.0;
 }
@@ -333,7 +290,7 @@ bool Faces::isConfirmed(std::size_t face, Shapes const& all) {
 /// Whether the faces around doubtful nodes have the right winding numbers.
 bool Faces::areConfirmed() {
   if (turns_.doubtful.empty()) return true;
-  Shapes const all = shapesOf(0, edgesByComponent_.size());
+  EdgeRays const all = raysAmong(0, edgesByComponent_.size());
   std::vector<char> isAsked(faceAt_.size(), 0);
   for (std::size_t const node : turns_.doubtful) {
     for (std::size_t i = turns_.begins[node]; i < turns_.begins[node + 1]; ++i) {
@@ -345,20 +302,6 @@ bool Faces::areConfirmed() {
   return true;
 }
 
-/// Sets the winding numbers of edges to those of the faces.
-void Faces::takeFaces() {
-  windings_.assign(faceAt_.size(), Counts{0, 0});
-  isKnown_.assign(faceAt_.size(), 0);
-  std::vector<Counts> const outside = outerWindings();
-  for (std::size_t i = 0; i < components_.size(); ++i) spread(i, outside[i]);
-  for (std::size_t i = 0; i < cutting_.edges.size(); ++i) {
-    Edge& edge = cutting_.edges[i];
-    if (edge.first == kNone) continue;
-    edge.left = windings_[faceOf_[2 * i]];
-    edge.right = windings_[faceOf_[2 * i + 1]];
-  }
-}
-
 bool Faces::find() {
   findComponents();
   walkFaces();
@@ -366,8 +309,8 @@ bool Faces::find() {
   bool const isPlane = std::all_of(components_.begin(), components_.end(), [](Component const& c) {
     return c.nodes - c.edges + c.faces == 2;
   });
-  if (isPlane) takeFaces();
-  if (!isPlane || !areConfirmed()) castRays();
+  if (isPlane) setWindingsByFaces();
+  if (!isPlane || !areConfirmed()) setWindingsByRays();
   return isPlane;
 }
 
