@@ -393,6 +393,16 @@ TEST(Region, IsSimpleWhereSidesOfResultsNearlyTouch) {
       expectSimple(crv::intersect(a, b, rule));
     }
   }
+  // Segments that turn back with a loop narrower than the resolution, and without one.
+  for (Curve const& curve :
+       {closedCurve({-0.53004069375673835, -0.12355531597592417, -2.1323283404030287,
+                     0.75158770107922845, -0.70191307785218493, -0.029681461804831777,
+                     -1.8296482181986033, 0.58626882345589615}),
+        closedCurve({0.49257164069997805, 0.34447019617567798, 0.7700509874995799,
+                     -0.044675669485063407, -0.89397300989101691, 2.2890045356366668,
+                     -0.74490571557942942, 2.0799478185743703})}) {
+    expectSimple(crv::simplified({curve}, FillRule::nonZero));
+  }
 }
 
 TEST(Region, AnswersAlways) {

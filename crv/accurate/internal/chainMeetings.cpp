@@ -103,7 +103,7 @@ bool Assembly::partAtJoint(std::size_t i, std::size_t k) const {
 
 void Assembly::addOwn(std::size_t i) {
   Meetings found;
-  findOwnMeetings(a_[i], scale_.magnitude, scale_.resolution, found);
+  findOwnMeetings(a_[i], scale_.magnitude, scale_.resolution, Stretches::all, found);
   add(found, i, i);
 }
 

@@ -221,7 +221,8 @@ void Cutter::findAllMeetings() {
     if (isTwin_[i] || isTwin_[k] || (i != k && joinReversed(i, k))) return;
     if (i != k) return findPair(i, k);
     if (advances(segments_[i].c)) return;
-    findOwnMeetings(segments_[i].c, scale_.magnitude, scale_.resolution, found_);
+    findOwnMeetings(segments_[i].c, scale_.magnitude, scale_.resolution, Stretches::evenMet,
+                    found_);
     add(i, i);
   });
 }

@@ -26,6 +26,10 @@ constexpr std::size_t kMostLone = 9;
 constexpr double kEndReach = 2.0;
 constexpr double kSameBranch = 0.25;
 
+// Relative to the largest coordinate: where a segment turns back, its sides are within the default
+// resolution over a length of 2^-16 S only if it is straighter than this.
+constexpr double kNearlyStraight = 0x1p-13;
+
 bool isEnd(double t) { return t == 0.0 || t == 1.0; }
 
 constexpr auto isBefore = [](Meeting const& m, Meeting const& n) {
@@ -145,11 +149,18 @@ void findMeetings(Cubic const& a, Cubic const& b, double magnitude, double resol
   judgeAll(pair, approaches, magnitude, resolution, told, found);
 }
 
-void findOwnMeetings(Cubic const& c, double magnitude, double resolution, Meetings& found) {
+void findOwnMeetings(Cubic const& c, double magnitude, double resolution, Stretches told,
+                     Meetings& found) {
   SegmentPair const pair = {c, c};
   Approaches approaches;
-  if (findOwnApproaches(pair, resolution, approaches)) {
+  if (findOwnApproaches(pair, resolution, resolution, approaches)) {
     return judgeAll(pair, approaches, magnitude, resolution, Stretches::all, found);
+  }
+  double const width = kNearlyStraight * magnitude;
+  if (told == Stretches::evenMet && findOwnApproaches(pair, width, resolution, approaches)) {
+    judgeAll(pair, approaches, magnitude, resolution, told, found);
+    if (!found.stretches.empty()) return;
+    found.points.clear();
   }
   double t = 0.0, u = 1.0;
   if (!findDoublePoint(c, t, u) || !holdCrossing(pair, resolution, t, u) || !(t < u)) return;

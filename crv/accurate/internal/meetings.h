@@ -54,7 +54,9 @@ void findMeetings(Cubic const& a, Cubic const& b, double magnitude, double resol
 
 /// The meetings of a segment with itself, t before u: the double point of a loop, or the stretches
 /// that a straight segment shares with itself where it turns back, long or short. A loop may be as
-/// small as rounding.
-void findOwnMeetings(Cubic const& c, double magnitude, double resolution, Meetings& found);
+/// small as rounding. Stretches::evenMet tells also the stretches of a segment that is not quite
+/// straight.
+void findOwnMeetings(Cubic const& c, double magnitude, double resolution, Stretches told,
+                     Meetings& found);
 
 }  // namespace crv::internal

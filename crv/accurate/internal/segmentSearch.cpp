@@ -346,9 +346,10 @@ void findApproaches(SegmentPair const& pair, double resolution, Approaches& foun
   }
 }
 
-bool findOwnApproaches(SegmentPair const& pair, double resolution, Approaches& found) {
+bool findOwnApproaches(SegmentPair const& pair, double width, double resolution,
+                       Approaches& found) {
   Part parts[3];
-  int const count = straightParts(pair.a, resolution, parts);
+  int const count = straightParts(pair.a, width, parts);
   Search search(pair, resolution, found);
   for (int i = 0; i < count; ++i) {
     for (int k = i + 1; k < count; ++k) search.search(parts[i], parts[k], 3 * i + k);

@@ -24,9 +24,9 @@ using Approaches = ShortList<Approach, 9>;
 /// place within it where the segments change sides, or an approach that covers it.
 void findApproaches(SegmentPair const& pair, double resolution, Approaches& found);
 
-/// For a pair of one segment with itself: if the segment is straight within the resolution, appends
-/// the approaches between its runs, which are divided where it turns back, with t before u. Returns
+/// For a pair of one segment with itself: if the segment is straight within a width, appends the
+/// approaches between its runs, which are divided where it turns back, with t before u. Returns
 /// false for other segments.
-bool findOwnApproaches(SegmentPair const& pair, double resolution, Approaches& found);
+bool findOwnApproaches(SegmentPair const& pair, double width, double resolution, Approaches& found);
 
 }  // namespace crv::internal

@@ -8,20 +8,20 @@
 
 namespace crv::internal {
 
-int straightParts(Cubic const& c, double resolution, Part parts[3]) {
+int straightParts(Cubic const& c, double width, Part parts[3]) {
   parts[0] = {c, 0.0, 1.0};
   Point const chord = c.p[3] - c.p[0], edge = c.p[1] - c.p[0];
   double const extent =
       std::fabs(chord.x) + std::fabs(chord.y) + std::fabs(edge.x) + std::fabs(edge.y);
-  if (std::fabs(cross(chord, edge)) > 2.0 * resolution * extent) return 0;
+  if (std::fabs(cross(chord, edge)) > 2.0 * width * extent) return 0;
   int farthest = 1;
   for (int i = 2; i < 4; ++i) {
     if (squaredDistance(c.p[0], c.p[i]) > squaredDistance(c.p[0], c.p[farthest])) farthest = i;
   }
   Point const axis = c.p[farthest] - c.p[0];
-  double const width = resolution * (std::fabs(axis.x) + std::fabs(axis.y));
+  double const most = width * (std::fabs(axis.x) + std::fabs(axis.y));
   for (Point const& p : c.p) {
-    if (std::fabs(cross(axis, p - c.p[0])) > width) return 0;
+    if (std::fabs(cross(axis, p - c.p[0])) > most) return 0;
   }
   double const d0 = dot(axis, c.p[1] - c.p[0]), d1 = dot(axis, c.p[2] - c.p[1]);
   double const d2 = dot(axis, c.p[3] - c.p[2]);

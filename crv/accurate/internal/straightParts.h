@@ -6,8 +6,8 @@
 
 namespace crv::internal {
 
-/// If a segment is straight within the resolution, stores its runs, divided where it turns back,
-/// and returns their number, 1 to 3. Otherwise stores the whole segment and returns 0.
-int straightParts(Cubic const& c, double resolution, Part parts[3]);
+/// If a segment is straight within a width, stores its runs, divided where it turns back, and
+/// returns their number, 1 to 3. Otherwise stores the whole segment and returns 0.
+int straightParts(Cubic const& c, double width, Part parts[3]);
 
 }  // namespace crv::internal
