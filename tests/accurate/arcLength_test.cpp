@@ -62,8 +62,7 @@ TEST(AccurateLength, PartsAddUpAndParametersLieAtTheirLengths) {
 }
 
 TEST(AccurateLength, CurvesAreMeasuredOnceAndDividedEvenly) {
-  GxBezierCurve circle = support::circle(100);
-  circle.setStrictIsClosed(1);
+  GxBezierCurve const circle = support::closed(support::circle(100));
   crv::CurveLengths const lengths(circle, 1e-9);
   double const all = lengths.total();
   EXPECT_NEAR(all, 200 * 3.141592653589793, 0.2);

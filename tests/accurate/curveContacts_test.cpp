@@ -4,8 +4,7 @@
 
 #include "crv/accurate/nearest.h"
 #include "tests/support/data.h"
-#include "tests/support/expect.h"
-#include "tests/support/shapes.h"
+#include "tests/support/positions.h"
 
 #include <algorithm>
 #include <cmath>
@@ -26,16 +25,14 @@ using crv::Point;
 using crv::Position;
 using crv::Segment;
 using crv::selfContacts;
+using support::closed;
+using support::closedPolygon;
+using support::curveOf;
+using support::flat;
 using support::Numbers;
+using support::polygon;
 
 constexpr double kNearParameter = 1e-8;
-
-Curve curveOf(std::vector<Segment> const& segments, bool closed) {
-  Curve curve;
-  for (Segment const& s : segments) curve.getSegments().add(s);
-  curve.setStrictIsClosed(closed);
-  return curve;
-}
 
 /// The curves A and B of a hard case; closed where their ends meet, unless told otherwise.
 struct Case {
@@ -46,7 +43,7 @@ Case caseOf(std::string const& name, bool canBeClosed = true) {
   auto const curve = [&](std::string const& column) {
     auto const segments = support::segmentsOf(support::numbersIn({column})[0]);
     bool const meets = segments.size() > 1 && segments.front()[0] == segments.back()[3];
-    return curveOf(segments, canBeClosed && meets);
+    return canBeClosed && meets ? closed(curveOf(segments)) : curveOf(segments);
   };
   for (std::string const& line : support::linesOf("hard_cases/curves")) {
     auto const parts = support::partsOf(std::istringstream(line + "| "), '|');
@@ -56,14 +53,12 @@ Case caseOf(std::string const& name, bool canBeClosed = true) {
   return {};
 }
 
-double globalOf(Position const& p) { return double(p.getSegmentNumber()) + p.getTValue(); }
-
 /// Rows of: first, second, kind; positions as segment number plus t.
 void expectPoints(CurveContacts const& found, std::vector<Numbers> const& rows) {
   ASSERT_EQ(found.points.size(), rows.size());
   for (std::size_t i = 0; i < rows.size(); ++i) {
-    EXPECT_NEAR(globalOf(found.points[i].first), rows[i][0], kNearParameter);
-    EXPECT_NEAR(globalOf(found.points[i].second), rows[i][1], kNearParameter);
+    EXPECT_NEAR(flat(found.points[i].first), rows[i][0], kNearParameter);
+    EXPECT_NEAR(flat(found.points[i].second), rows[i][1], kNearParameter);
     EXPECT_EQ(int(found.points[i].kind), int(rows[i][2]));
   }
 }
@@ -73,27 +68,12 @@ void expectOverlaps(CurveContacts const& found, std::vector<Numbers> const& rows
   ASSERT_EQ(found.overlaps.size(), rows.size());
   for (std::size_t i = 0; i < rows.size(); ++i) {
     auto const& o = found.overlaps[i];
-    EXPECT_NEAR(globalOf(o.from), rows[i][0], kNearParameter);
-    EXPECT_NEAR(globalOf(o.to), rows[i][1], kNearParameter);
-    EXPECT_NEAR(globalOf(o.otherFrom), rows[i][2], kNearParameter);
-    EXPECT_NEAR(globalOf(o.otherTo), rows[i][3], kNearParameter);
+    EXPECT_NEAR(flat(o.from), rows[i][0], kNearParameter);
+    EXPECT_NEAR(flat(o.to), rows[i][1], kNearParameter);
+    EXPECT_NEAR(flat(o.otherFrom), rows[i][2], kNearParameter);
+    EXPECT_NEAR(flat(o.otherTo), rows[i][3], kNearParameter);
     EXPECT_EQ(o.sameSense, rows[i][4] != 0.0);
   }
-}
-
-Segment line(double x0, double y0, double x1, double y1) {
-  return support::segmentOf({x0, y0, x0 + (x1 - x0) / 3, y0 + (y1 - y0) / 3, x1 - (x1 - x0) / 3,
-                             y1 - (y1 - y0) / 3, x1, y1});
-}
-
-/// A closed polygon, or an open polyline.
-Curve polygon(Numbers const& xy, bool closed = true) {
-  std::vector<Segment> sides;
-  for (std::size_t i = 0; i + 3 < xy.size(); i += 2) {
-    sides.push_back(line(xy[i], xy[i + 1], xy[i + 2], xy[i + 3]));
-  }
-  if (closed) sides.push_back(line(xy[xy.size() - 2], xy[xy.size() - 1], xy[0], xy[1]));
-  return curveOf(sides, closed);
 }
 
 TEST(CurveContacts, AreThoseOfTheHardCases) {
@@ -190,35 +170,32 @@ TEST(CurveContacts, OfACurveWithItselfAreThoseOfTheHardCases) {
     auto const n = support::numbersIn({parts.begin() + 1, parts.end()});
     std::vector<Numbers> expected;
     if (!n[2].empty()) expected.push_back({n[2][0], n[2][1], 0});
-    expectPoints(selfContacts(curveOf({support::segmentOf(n[0])}, false)), expected);
+    expectPoints(selfContacts(curveOf({support::segmentOf(n[0])})), expected);
   }
 }
 
 TEST(CurveContacts, RunOverJointsAndTheSeam) {
-  Curve const square = polygon({0, 0, 4, 0, 4, 4, 0, 4});
+  Curve const square = closedPolygon({0, 0, 4, 0, 4, 4, 0, 4});
   struct {
     char const* name;
     Curve other;
     std::vector<Numbers> points, overlaps;
   } const rows[] = {
-      {"itself, begun elsewhere", polygon({4, 4, 0, 4, 0, 0, 4, 0}), {}, {{0, 4, 2, 2, 1}}},
-      {"itself, reversed", polygon({0, 0, 0, 4, 4, 4, 4, 0}), {}, {{0, 4, 4, 0, 0}}},
-      {"a path over the seam", polygon({0, 2, 0, 0, 2, 0}, false), {}, {{3.5, 0.5, 0, 2, 1}}},
+      {"itself, begun elsewhere", closedPolygon({4, 4, 0, 4, 0, 0, 4, 0}), {}, {{0, 4, 2, 2, 1}}},
+      {"itself, reversed", closedPolygon({0, 0, 0, 4, 4, 4, 4, 0}), {}, {{0, 4, 4, 0, 0}}},
+      {"a path over the seam", polygon({0, 2, 0, 0, 2, 0}), {}, {{3.5, 0.5, 0, 2, 1}}},
       {"a neighbour with a longer side",
-       polygon({4, -1, 6, -1, 6, 5, 4, 5}),
+       closedPolygon({4, -1, 6, -1, 6, 5, 4, 5}),
        {},
        {{1, 2, 3.0 + 5.0 / 6.0, 3.0 + 1.0 / 6.0, 0}}},
       {"around it twice",
-       polygon({0, 0, 4, 0, 4, 4, 0, 4, 0, 0, 4, 0, 4, 4, 0, 4}),
+       closedPolygon({0, 0, 4, 0, 4, 4, 0, 4, 0, 0, 4, 0, 4, 4, 0, 4}),
        {},
        {{0, 4, 0, 4, 1}, {0, 4, 4, 8, 1}}},
-      {"through two corners",
-       polygon({-1, -1, 5, 5}, false),
-       {{0, 1.0 / 6.0, 0}, {2, 5.0 / 6.0, 0}},
-       {}},
-      {"a corner on a side", polygon({6, 1, 4, 2, 6, 3}, false), {{1.5, 1, 1}}, {}},
-      {"corner to corner", polygon({4, 4, 6, 4, 6, 6}), {{2, 0, 1}}, {}},
-      {"an end in a corner", polygon({4, 4, 6, 6}, false), {{2, 0, 2}}, {}},
+      {"through two corners", polygon({-1, -1, 5, 5}), {{0, 1.0 / 6.0, 0}, {2, 5.0 / 6.0, 0}}, {}},
+      {"a corner on a side", polygon({6, 1, 4, 2, 6, 3}), {{1.5, 1, 1}}, {}},
+      {"corner to corner", closedPolygon({4, 4, 6, 4, 6, 6}), {{2, 0, 1}}, {}},
+      {"an end in a corner", polygon({4, 4, 6, 6}), {{2, 0, 2}}, {}},
   };
   for (auto const& row : rows) {
     SCOPED_TRACE(row.name);
@@ -226,12 +203,12 @@ TEST(CurveContacts, RunOverJointsAndTheSeam) {
     expectPoints(found, row.points);
     expectOverlaps(found, row.overlaps);
   }
-  CurveContacts const spike = selfContacts(polygon({0, 0, 4, 0, 1, 0, 1, 3}, false));
+  CurveContacts const spike = selfContacts(polygon({0, 0, 4, 0, 1, 0, 1, 3}));
   expectPoints(spike, {});
   expectOverlaps(spike, {{0.25, 1, 2, 1, 0}});
-  Curve const pausing = polygon({0, 2, 0, 1, 0, 1, 0, 0, 2, 0}, false);
+  Curve const pausing = polygon({0, 2, 0, 1, 0, 1, 0, 0, 2, 0});
   expectOverlaps(contacts(pausing, square), {{0, 4, 3.5, 0.5, 1}});
-  CurveContacts const thorn = selfContacts(polygon({0, 0, 4, 0, 4, 4, 0, 4, 0, 0, -1, -1}));
+  CurveContacts const thorn = selfContacts(closedPolygon({0, 0, 4, 0, 4, 4, 0, 4, 0, 0, -1, -1}));
   expectPoints(thorn, {});
   expectOverlaps(thorn, {{4, 5, 6, 5, 0}});
 
@@ -239,29 +216,30 @@ TEST(CurveContacts, RunOverJointsAndTheSeam) {
   for (double const size : {0.25, 0x1p-20}) {
     Segment head =
         support::segmentOf({3, -3 + 3 * size, -1, 3 + size, -1, -3 - size, 3, 3 - 3 * size});
-    Curve const whole = curveOf({head}, false);
+    Curve const whole = curveOf({head});
     Segment tail;
     head.split(tail, 0.5);
-    CurveContacts const found = contacts(whole, curveOf({head, tail}, false));
+    CurveContacts const found = contacts(whole, curveOf({head, tail}));
     double const pass = std::sqrt(size);
     expectPoints(found, {{0.5 - 0.5 * pass, 1 + pass, 0}, {0.5 + 0.5 * pass, 1 - pass, 0}});
     expectOverlaps(found, {{0, 1, 0, 2, 1}});
   }
   // A side that runs back on itself and on.
-  Segment const back = support::segmentOf({0, 0, 6, 0, 6, 0, 2, 0}), on = line(2, 0, -2, 0);
+  Segment const back = support::segmentOf({0, 0, 6, 0, 6, 0, 2, 0}),
+                on = support::evenLine(2, 0, -2, 0);
   for (bool const isSwapped : {false, true}) {
-    Curve const a = curveOf({back, on}, false), b = curveOf({back}, false);
+    Curve const a = curveOf({back, on}), b = curveOf({back});
     EXPECT_EQ((isSwapped ? contacts(b, a) : contacts(a, b)).overlaps.size(), 2u);
   }
 }
 
 TEST(CurveContacts, WithALineAreInOrderAlongIt) {
-  Curve const square = polygon({0, 0, 4, 0, 4, 4, 0, 4});
+  Curve const square = closedPolygon({0, 0, 4, 0, 4, 4, 0, 4});
   auto const found = contacts(square, Point(6, 6), Point(-2, -2));
   ASSERT_EQ(found.size(), 2u);
   EXPECT_EQ(found[0].along, 0.25);
-  EXPECT_EQ(globalOf(found[0].position), 2.0);
-  EXPECT_EQ(globalOf(found[1].position), 0.0);
+  EXPECT_EQ(flat(found[0].position), 2.0);
+  EXPECT_EQ(flat(found[1].position), 0.0);
   EXPECT_EQ(found[1].kind, ContactKind::crossing);
   auto const along = contacts(square, Point(-1, 0), Point(3, 0));
   ASSERT_EQ(along.size(), 2u);
@@ -276,17 +254,18 @@ TEST(CurveContacts, WithALineAreInOrderAlongIt) {
 /// The control points of a chain of segments, which can be moved without rounding.
 using Points = std::vector<Point>;
 
-Points randomPoints(std::mt19937& engine, bool closed) {
+Points randomPoints(std::mt19937& engine, bool isClosed) {
   Points points(3 * (1 + engine() % 4) + 1);
   for (Point& p : points) {
     int const x = int(engine() % 2001) - 1000;
     p = Point(x, int(engine() % 2001) - 1000);
   }
-  if (closed) points.back() = points.front();
+  if (isClosed) points.back() = points.front();
   return points;
 }
 
-Curve chainOf(Points const& p, bool closed, double factor = 1.0, double dx = 0.0, double dy = 0.0) {
+Curve chainOf(Points const& p, bool isClosed, double factor = 1.0, double dx = 0.0,
+              double dy = 0.0) {
   auto const at = [&](std::size_t i) {
     return Point(p[i].xval() * factor + dx, p[i].yval() * factor + dy);
   };
@@ -294,7 +273,7 @@ Curve chainOf(Points const& p, bool closed, double factor = 1.0, double dx = 0.0
   for (std::size_t i = 0; i + 3 < p.size(); i += 3) {
     segments.push_back(Segment(at(i), at(i + 1), at(i + 2), at(i + 3)));
   }
-  return curveOf(segments, closed);
+  return isClosed ? closed(curveOf(segments)) : curveOf(segments);
 }
 
 /// Expects the same contacts in two results; placeOf and otherOf return the places of a contact of
@@ -306,8 +285,8 @@ void expectSame(CurveContacts const& expected, CurveContacts const& found, Place
   ASSERT_EQ(found.overlaps.size(), expected.overlaps.size());
   for (auto const& e : expected.points) {
     EXPECT_TRUE(std::any_of(found.points.begin(), found.points.end(), [&](auto const& c) {
-      return std::fabs(placeOf(c) - globalOf(e.first)) < 1e-6 &&
-             std::fabs(otherOf(c) - globalOf(e.second)) < 1e-6 && c.kind == e.kind;
+      return std::fabs(placeOf(c) - flat(e.first)) < 1e-6 &&
+             std::fabs(otherOf(c) - flat(e.second)) < 1e-6 && c.kind == e.kind;
     }));
   }
 }
@@ -321,8 +300,8 @@ TEST(CurveContacts, AreTheSameSwappedReversedMovedAndScaled) {
     if (i % 3 == 0) std::copy_n(p.begin(), 4, q.begin());  // a segment that both have
     Curve const a = chainOf(p, closed), b = chainOf(q, false);
     CurveContacts const found = contacts(a, b);
-    auto const first = [](crv::CurveContact const& c) { return globalOf(c.first); };
-    auto const second = [](crv::CurveContact const& c) { return globalOf(c.second); };
+    auto const first = [](crv::CurveContact const& c) { return flat(c.first); };
+    auto const second = [](crv::CurveContact const& c) { return flat(c.second); };
     expectSame(found, contacts(b, a), second, first);
     expectSame(found,
                contacts(chainOf(p, closed, 1.0, 2048, -777), chainOf(q, false, 1.0, 2048, -777)),
@@ -337,16 +316,16 @@ TEST(CurveContacts, AreTheSameSwappedReversedMovedAndScaled) {
     std::reverse(p.begin(), p.end());
     double const n = double(a.length());
     auto const fromEnd = [&](crv::CurveContact const& c) {
-      return closed && globalOf(c.first) == 0.0 ? 0.0 : n - globalOf(c.first);
+      return closed && flat(c.first) == 0.0 ? 0.0 : n - flat(c.first);
     };
     expectSame(found, contacts(chainOf(p, closed), b), fromEnd, second);
   }
 }
 
 TEST(CurveContacts, LieAtTheirPositionsBesideGapsWithinTheResolution) {
-  Curve gaping = polygon({0, 0, 4, 0}, false);
-  gaping.getSegments().add(polygon({4.75, 0, 10, 5}, false)[0]);
-  Curve const line = polygon({3.25, -3, 3.25, 6}, false);
+  Curve gaping = polygon({0, 0, 4, 0});
+  gaping.getSegments().add(polygon({4.75, 0, 10, 5})[0]);
+  Curve const line = polygon({3.25, -3, 3.25, 6});
   CurveContacts const found = contacts(gaping, line, 1.0);
   ASSERT_EQ(found.points.size(), 1u);
   Point const place = gaping.locateCurvePosition(found.points[0].first);
@@ -354,7 +333,7 @@ TEST(CurveContacts, LieAtTheirPositionsBesideGapsWithinTheResolution) {
   // There is one contact for both sides of the gap, at the nearer side.
   for (double const x : {4.0, 4.75}) {
     Position const side = x == 4.0 ? Position(0, 1.0 - 0x1p-53) : Position(1, 0.0);
-    CurveContacts const atGap = contacts(gaping, polygon({x, -3, x, 6}, false), 1.0);
+    CurveContacts const atGap = contacts(gaping, polygon({x, -3, x, 6}), 1.0);
     ASSERT_EQ(atGap.points.size(), 1u);
     EXPECT_EQ(atGap.points[0].first, side);
     auto const alongLine = contacts(gaping, Point(x, -3), Point(x, 6), 1.0);
@@ -365,9 +344,10 @@ TEST(CurveContacts, LieAtTheirPositionsBesideGapsWithinTheResolution) {
 }
 
 TEST(CurveContacts, AnswerAnyInput) {
-  Curve const empty, square = polygon({0, 0, 4, 0, 4, 4, 0, 4});
+  Curve const empty, square = closedPolygon({0, 0, 4, 0, 4, 4, 0, 4});
   double const nan = std::numeric_limits<double>::quiet_NaN();
-  for (Curve const& other : {empty, polygon({nan, 0, 1, 1}), polygon({1e300, 0, 1, 1})}) {
+  for (Curve const& other :
+       {empty, closedPolygon({nan, 0, 1, 1}), closedPolygon({1e300, 0, 1, 1})}) {
     EXPECT_TRUE(contacts(square, other).points.empty());
     EXPECT_TRUE(contacts(other, square).points.empty());
     EXPECT_TRUE(selfContacts(other).points.empty());

@@ -9,6 +9,7 @@
 namespace {
 
 using support::bezier;
+using support::closed;
 using support::curveOf;
 using support::kNaN;
 using support::Point;
@@ -46,18 +47,16 @@ TEST(AccurateSearch, WithinGivesEveryLocalMinimumOnce) {
     return found;
   };
   using Positions = std::vector<Position>;
-  GxBezierCurve square = support::polygon({0, 0, 6, 0, 6, 6, 0, 6, 0, 0});
+  GxBezierCurve const square = support::polygon({0, 0, 6, 0, 6, 6, 0, 6, 0, 0});
   auto const sides = positions(square, Point(3, 2), 4);  // the square is open, its ends are far
   ASSERT_EQ(sides.size(), 4U);
   EXPECT_EQ(sides[3].getSegmentNumber(), 3);
   EXPECT_EQ(positions(square, Point(3, 2), 2.5).size(), 1U);
   EXPECT_EQ(positions(square, Point(7, 7), 2), Positions{Position(2, 0.0)});
   EXPECT_EQ(positions(square, Point(-1, -1), 2), (Positions{Position(0, 0.0), Position(4, 0.0)}));
-  square.setStrictIsClosed(1);
-  EXPECT_EQ(positions(square, Point(-1, -1), 2), Positions{Position(0, 0.0)});
+  EXPECT_EQ(positions(closed(square), Point(-1, -1), 2), Positions{Position(0, 0.0)});
   // The end before a gap at the seam is the last position.
-  GxBezierCurve broken = support::polygon({9, 9, 0, 3, 9, 3, 0, -1});
-  broken.setStrictIsClosed(1);
+  GxBezierCurve const broken = closed(support::polygon({9, 9, 0, 3, 9, 3, 0, -1}));
   EXPECT_EQ(positions(broken, Point(-1, 0), 10),
             (Positions{Position(1, 0.0), Position(2, 1 - 0x1p-53)}));
 
@@ -66,14 +65,12 @@ TEST(AccurateSearch, WithinGivesEveryLocalMinimumOnce) {
   GxBezierCurve const corner = curveOf({support::evenLine(0, 0, 6, 0), support::pointLike(6, 0),
                                         support::pointLike(6, 0), support::evenLine(6, 0, 6, 6)});
   EXPECT_EQ(positions(corner, Point(7, -1), 3), Positions{Position(1, 0.0)});
-  GxBezierCurve point = curveOf({GxBezier(), GxBezier()});
+  GxBezierCurve const point = curveOf({GxBezier(), GxBezier()});
   EXPECT_EQ(positions(point, Point(0, 0), 0), Positions{Position(0, 0.0)});
-  point.setStrictIsClosed(1);
-  EXPECT_EQ(positions(point, Point(0, 0), 0), Positions{Position(0, 0.0)});
+  EXPECT_EQ(positions(closed(point), Point(0, 0), 0), Positions{Position(0, 0.0)});
   // The foot lies at a smooth joint and is reported once, however the distance is rounded on both
   // sides.
-  GxBezierCurve circle = support::circle(100);
-  circle.setStrictIsClosed(1);
+  GxBezierCurve const circle = closed(support::circle(100));
   for (int i = 1; i < 100; ++i) {
     EXPECT_EQ(positions(circle, Point(0, 90 + 0.3 * i), 20), Positions{Position(1, 0.0)});
     EXPECT_EQ(positions(circle, Point(90 + 0.3 * i, 0), 20), Positions{Position(0, 0.0)});
@@ -101,8 +98,8 @@ TEST(AccurateSearch, AnEndWhereRoundingHidesTheMinimumCounts) {
   EXPECT_BITS(search.within(p, 0.2)[0].position, Position(1, 0.0));
   // The nearest point of a curve no larger than rounding errors is reported, too.
   double const x = -99993896.484375, y = x + 0x1p-25;
-  auto speck = curveOf({bezier(x, x, x, x, x, y, x, y), bezier(x, y, y, y, y, y, y, y)});
-  speck.setStrictIsClosed(1);
+  auto const speck =
+      closed(curveOf({bezier(x, x, x, x, x, y, x, y), bezier(x, y, y, y, y, y, y, y)}));
   Point const far(-100978210.44921871, -100993896.48437496);
   EXPECT_EQ(crv::CurveSearch(speck).within(far, 1e12).size(), 1U);
 }

@@ -1,5 +1,6 @@
 #include "crv/accurate/cut.h"
 
+#include "tests/support/positions.h"
 #include "tests/support/shapes.h"
 
 #include <algorithm>
@@ -53,10 +54,6 @@ Curve randomCurve(Random& random, double size, int n, bool closed, bool gaps) {
   return curve;
 }
 
-double ordinal(Position const& p) {
-  return static_cast<double>(p.getSegmentNumber()) + p.getTValue();
-}
-
 /// Maps a position to a piece and back, and checks both; returns whether the piece contains it.
 bool carries(Curve const& source, Piece const& piece, Position const& p, double size) {
   Position there(7, 0.5), back;
@@ -66,7 +63,7 @@ bool carries(Curve const& source, Piece const& piece, Position const& p, double 
   }
   EXPECT_EQ(piece.map->inverseMapPosition(back, there), 0);
   double const n = static_cast<double>(source.length());
-  double const off = std::fabs(ordinal(back) - ordinal(p));
+  double const off = std::fabs(flat(back) - flat(p));
   double const difference = source.strictIsClosed() ? std::min(off, n - off) : off;
   EXPECT_LE(difference, 4 * 0x1p-53 * std::max(1.0, n));
   EXPECT_LE(roundings(placeOf(source, p), placeOf(piece.curve, there), size), 64.0);
@@ -107,8 +104,7 @@ TEST(Edits, PositionsLieWhereTheyLayAtEverySize) {
 }
 
 TEST(Edits, SeamsEndsAndWholeCurvesFollowOneRule) {
-  Curve closed = circle(10);
-  closed.setStrictIsClosed(1);
+  Curve const closed = support::closed(circle(10));
   Position const seam(0, 0.0), end(4, 0.0), half(1, 0.5);
   EXPECT_EQ(crv::cut(closed, {}).size(), 1u);
   EXPECT_TRUE(crv::cut(closed, {end, seam})[0].curve == closed);

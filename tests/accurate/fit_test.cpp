@@ -1,4 +1,5 @@
 #include "tests/support/data.h"
+#include "tests/support/positions.h"
 
 #include <random>
 
@@ -26,7 +27,7 @@ void expectPromises(std::vector<Point> const& samples, FitOptions const& options
   double last = 0.0;
   for (std::size_t i = 0; i < samples.size(); ++i) {
     Position const& p = f.positions[i];
-    double const at = static_cast<double>(p.getSegmentNumber()) + p.getTValue();
+    double const at = flat(p);
     bool const isSeam = options.closed && at == 0.0;
     EXPECT_TRUE(at >= last || isSeam) << "sample " << i << " runs back";
     last = isSeam ? last : at;

@@ -72,8 +72,7 @@ TEST(AccurateFlatten, StaysWithinAnyToleranceAtAnyScale) {
 }
 
 TEST(AccurateFlatten, JointsGapsAndTheSeamAreVertices) {
-  GxBezierCurve circle = support::circle(100);
-  circle.setStrictIsClosed(1);
+  GxBezierCurve const circle = support::closed(support::circle(100));
   auto const line = crv::flatten(circle, 0.1);
   EXPECT_BITS(line.positions.back(), Position(4, 0.0));
   EXPECT_BITS(line.points.back(), line.points.front());

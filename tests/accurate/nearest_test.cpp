@@ -76,8 +76,7 @@ TEST(AccurateNearest, OfEqualDistancesTheFirst) {
 }
 
 TEST(AccurateNearest, TheStretchBeforeTheSeamCountsAndTheSeamIsTheStart) {
-  GxBezierCurve circle = support::circle(100);
-  circle.setStrictIsClosed(1);
+  GxBezierCurve const circle = support::closed(support::circle(100));
   auto const before = crv::nearest(circle, Point(120, -1));
   EXPECT_EQ(before->position.getSegmentNumber(), 3);
   EXPECT_NEAR(before->position.getTValue(), 0.994948418396, 1e-11);

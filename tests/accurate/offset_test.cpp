@@ -25,11 +25,6 @@ using crv::Position;
 
 constexpr double kPi = 3.141592653589793;
 
-Curve closed(Curve curve) {
-  curve.setStrictIsClosed(1);
-  return curve;
-}
-
 Curve square(double size) { return closed(polygon({0, 0, size, 0, size, size, 0, size, 0, 0})); }
 
 /// Every promise of the parallels of a curve with round joins; returns how many segments they have.

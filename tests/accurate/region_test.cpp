@@ -36,17 +36,7 @@ Curve moved(Curve const& curve, double c, double s, double x, double y, bool isB
     }
     result.getSegments().add(to);
   }
-  result.setStrictIsClosed(1);
-  return result;
-}
-
-/// A closed polygon with its corners given two numbers each.
-Curve closedPolygon(std::vector<double> corners) {
-  corners.push_back(corners[0]);
-  corners.push_back(corners[1]);
-  Curve curve = polygon(corners);
-  curve.setStrictIsClosed(1);
-  return curve;
+  return closed(result);
 }
 
 Curve square(double x, double y, double size) {
@@ -297,8 +287,7 @@ Curve gridCurve(Random& random, int n, int size) {
     last = s[3];
     curve.getSegments().add(s);
   }
-  curve.setStrictIsClosed(1);
-  return curve;
+  return closed(curve);
 }
 
 TEST(Region, AddsUpWhereAllIsDegenerate) {
@@ -348,12 +337,7 @@ TEST(Region, AddsUpOnInputsThatBrokeOtherLibraries) {
 }
 
 /// A closed curve of segments with four points each.
-Curve closedCurve(Numbers const& numbers) {
-  Curve curve;
-  for (Segment const& segment : segmentsOf(numbers)) curve.getSegments().add(segment);
-  curve.setStrictIsClosed(1);
-  return curve;
-}
+Curve closedCurve(Numbers const& numbers) { return closed(curveOf(segmentsOf(numbers))); }
 
 TEST(Region, HasTheRightAreaBesideCusps) {
   // The node beside the cusp of the second segment is 1e-15 before it, where handles point back.

@@ -108,10 +108,6 @@ TEST(Separate, TakesRandomCurvesApart) {
 
 TEST(Separate, OfKnownShapes) {
   Random random(8);
-  auto const closed = [](Curve curve) {
-    curve.setStrictIsClosed(1);
-    return curve;
-  };
   struct {
     char const* what;
     Curve curve;
@@ -160,8 +156,7 @@ TEST(Separate, FillsLists) {
   EXPECT_EQ(seperateSelfIntersections(Curve(), pieces), -1);
   EXPECT_EQ(seperateSelfIntersectionsForOpenCurve(Curve(), pieces), -1);
   EXPECT_EQ(pieces.length(), 0u);
-  Curve eight = polygon({0, 0, 2, 2, 2, 0, 0, 2, 0, 0});
-  eight.setStrictIsClosed(1);
+  Curve const eight = closedPolygon({0, 0, 2, 2, 2, 0, 0, 2});
   EXPECT_EQ(seperateSelfIntersections(eight, pieces), 2);
   EXPECT_EQ(seperateSelfIntersectionsForOpenCurve(eight, pieces), 2);
   ASSERT_EQ(pieces.length(), 4u) << "appended";

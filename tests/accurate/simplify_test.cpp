@@ -2,6 +2,7 @@
 #include "crv/accurate/direction.h"
 #include "crv/accurate/fit.h"
 #include "tests/support/data.h"
+#include "tests/support/positions.h"
 
 #include <cmath>
 
@@ -11,10 +12,6 @@ using namespace support;
 using crv::Curve;
 using crv::Position;
 using crv::Simplified;
-
-double ordinal(Position const& p) {
-  return static_cast<double>(p.getSegmentNumber()) + p.getTValue();
-}
 
 /// Checks every promise by dense samples, and returns the number of segments left.
 unsigned long expectPromises(Curve const& curve, double tolerance) {
@@ -33,8 +30,8 @@ unsigned long expectPromises(Curve const& curve, double tolerance) {
     double const distance =
         curve[i / 32].bValue(p.getTValue()).distance(s.curve.locateCurvePosition(there));
     EXPECT_LE(distance, s.worstDistance + 1e-13 * (1.0 + std::fabs(curve[0][0].xval())));
-    EXPECT_GE(ordinal(there), last);
-    last = ordinal(there);
+    EXPECT_GE(flat(there), last);
+    last = flat(there);
     bool const isCorner = p.getTValue() == 0.0 && i > 0 && [&] {
       crv::Directions const d = crv::directions(curve, p);
       return d.in * d.out < 0.99;
@@ -46,8 +43,8 @@ unsigned long expectPromises(Curve const& curve, double tolerance) {
     Position const there(i / 32, (i % 32) / 32.0);
     Position p, again;
     EXPECT_EQ(s.map->inverseMapPosition(p, there), 0);
-    EXPECT_GE(ordinal(p), last);
-    last = ordinal(p);
+    EXPECT_GE(flat(p), last);
+    last = flat(p);
     EXPECT_EQ(s.map->mapPosition(again, p), 0);
     EXPECT_LE(s.curve.locateCurvePosition(again).distance(s.curve.locateCurvePosition(there)),
               1e-11 * (1.0 + std::fabs(curve[0][0].xval())));

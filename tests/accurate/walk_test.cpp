@@ -14,11 +14,7 @@ using support::kInf;
 using support::kNaN;
 using support::Position;
 
-GxBezierCurve closedCircle() {
-  GxBezierCurve circle = support::circle(100);
-  circle.setStrictIsClosed(1);
-  return circle;
-}
+GxBezierCurve closedCircle() { return support::closed(support::circle(100)); }
 
 TEST(AccurateWalk, ByLengthTakesLapsAndEndsWhereAnOpenCurveDoes) {
   GxBezierCurve const circle = closedCircle();

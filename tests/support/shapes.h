@@ -73,6 +73,17 @@ inline GxBezierCurve polygon(std::vector<double> const& n) {
   return curve;
 }
 
+inline GxBezierCurve closed(GxBezierCurve curve) {
+  curve.setStrictIsClosed(1);
+  return curve;
+}
+
+/// A closed curve of even lines through corners, two numbers each.
+inline GxBezierCurve closedPolygon(std::vector<double> corners) {
+  corners.insert(corners.end(), {corners[0], corners[1]});
+  return closed(polygon(corners));
+}
+
 /// Uniform doubles in a range, the same on every platform (std distributions are not).
 class Random {
  public:
