@@ -1,14 +1,17 @@
 // Operations on areas: the boundary of a result consists of the edges between inside and outside.
 #include "crv/accurate/region.h"
 
+#include "crv/accurate/curveContacts.h"
 #include "crv/accurate/internal/arrangement.h"
 #include "crv/accurate/internal/blossom.h"
 #include "crv/accurate/internal/outlines.h"
 #include "crv/accurate/internal/segmentArea.h"
 #include "crv/accurate/internal/sum.h"
+#include "crv/curve/internal/boxTree.h"
 
 #include <algorithm>
 #include <limits>
+#include <set>
 #include <utility>
 
 namespace crv {
@@ -64,8 +67,57 @@ bool areClosed(std::vector<Path> const& paths) {
   return std::all_of(paths.begin(), paths.end(), [](Path const& path) { return path.isClosed; });
 }
 
-double resolutionOf(Arrangement const& plane) {
-  return plane.scale().resolution / plane.scale().factor;
+Curve curveOf(Path const& path) {
+  Curve curve;
+  for (PathPart const& part : path.parts) curve.getSegments().add(internal::segment(part.c));
+  curve.setStrictIsClosed(1);
+  return curve;
+}
+
+bool isSimple(Curve const& curve, double resolution) {
+  CurveContacts const found = selfContacts(curve, resolution);
+  return found.points.empty() && found.overlaps.empty();
+}
+
+bool areApart(Curve const& a, Curve const& b, double resolution) {
+  CurveContacts const found = contacts(a, b, resolution);
+  return found.overlaps.empty() &&
+         std::all_of(found.points.begin(), found.points.end(),
+                     [](CurveContact const& c) { return c.kind == ContactKind::touching; });
+}
+
+/// The pairs of paths that have segments whose boxes overlap.
+std::set<std::pair<std::size_t, std::size_t>> neighbours(std::vector<Path> const& paths) {
+  std::vector<internal::Box> boxes;
+  std::vector<std::size_t> owners;
+  for (std::size_t i = 0; i < paths.size(); ++i) {
+    for (PathPart const& part : paths[i].parts) {
+      boxes.push_back(part.c.hull());
+      owners.push_back(i);
+    }
+  }
+  std::set<std::pair<std::size_t, std::size_t>> pairs;
+  internal::BoxTree const tree(std::move(boxes));
+  internal::BoxTree::visitOwnOverlaps(tree, [&](std::size_t i, std::size_t k) {
+    if (owners[i] != owners[k]) pairs.insert(std::minmax(owners[i], owners[k]));
+  });
+  return pairs;
+}
+
+/// Whether paths neither touch themselves nor cross or share a stretch, at a resolution and at the
+/// default one of each.
+bool areSimple(std::vector<Path> const& paths, double resolution) {
+  std::vector<Curve> curves;
+  for (Path const& path : paths) curves.push_back(curveOf(path));
+  auto const pairs = neighbours(paths);
+  auto const areAt = [&](double r) {
+    return std::all_of(curves.begin(), curves.end(),
+                       [&](Curve const& curve) { return isSimple(curve, r); }) &&
+           std::all_of(pairs.begin(), pairs.end(), [&](auto const& pair) {
+             return areApart(curves[pair.first], curves[pair.second], r);
+           });
+  };
+  return areAt(resolution) && areAt(0.0);
 }
 
 /// A part of a part of a segment, as a part of that segment.
@@ -80,7 +132,7 @@ PathPart partOf(PathPart const& whole, PathPart const& part) {
 }
 
 /// Arranges closed paths once more, so that parts of them that lie within the resolution of each
-/// other are joined. Returns true if such parts may be left.
+/// other are joined. Returns false if the boundary does not close.
 bool refineOnce(std::vector<Path>& paths, double resolution) {
   std::vector<internal::ArrangedSegment> segments;
   std::vector<PathPart> parts;
@@ -101,13 +153,12 @@ bool refineOnce(std::vector<Path>& paths, double resolution) {
     for (PathPart& part : path.parts) part = partOf(parts[part.segment], part);
   }
   paths = std::move(refined);
-  return !plane.isCertain();
+  return true;
 }
 
 void refine(std::vector<Path>& paths, double resolution) {
-  bool isUncertain = true;
-  for (int i = 0; i < kMostRefinements && isUncertain; ++i) {
-    isUncertain = refineOnce(paths, resolution);
+  for (int i = 0; i < kMostRefinements && !areSimple(paths, resolution); ++i) {
+    if (!refineOnce(paths, resolution)) return;
   }
 }
 
@@ -122,9 +173,9 @@ std::vector<Path> boundary(Outlines& outlines, std::vector<Curve> const& a,
         plane, [&](Counts const& windings) { return isInside(windings, operation, rule); });
     std::vector<Path> paths = plane.paths(kept);
     bool const isClosed = areClosed(paths);
-    if (isClosed && !plane.isCertain()) refine(paths, resolutionOf(plane));
+    if (isClosed && !plane.isCertain()) refine(paths, plane.resolution());
     if (isClosed || pass == kMostPasses) return paths;
-    resolution = kCoarser * resolutionOf(plane);
+    resolution = kCoarser * plane.scale().resolution / plane.scale().factor;
     outlines = Outlines(a, b);
   }
 }
@@ -141,21 +192,18 @@ Region regionOf(std::vector<Path> const& paths, Outlines const& outlines) {
   region.curves.reserve(paths.size());
   region.sources.reserve(paths.size());
   for (Path const& path : paths) {
-    region.curves.emplace_back();
+    region.curves.push_back(curveOf(path));
     region.sources.emplace_back();
     region.sources.back().reserve(path.parts.size());
-    Curve& curve = region.curves.back();
     for (PathPart const& part : path.parts) {
-      curve.getSegments().add(internal::segment(part.c));
       region.sources.back().push_back(sourceOf(part, outlines.origins[part.segment]));
     }
     if (!path.isClosed) {
       internal::Cubic const gap =
           internal::straight(path.parts.back().c.end(), path.parts.front().c.start());
-      curve.getSegments().add(internal::segment(gap));
+      region.curves.back().getSegments().add(internal::segment(gap));
       region.sources.back().push_back({kNone, kNone, {}, {}, false});
     }
-    curve.setStrictIsClosed(1);
   }
   return region;
 }

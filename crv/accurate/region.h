@@ -19,11 +19,16 @@
 // of a word of 10, because the data exceed the caches.
 //
 // If so many points lie within r of each other that a boundary does not close, the operation is
-// repeated at coarser resolutions, up to 512 r. Results are always closed, but where cusps lie
-// 2^-53 S to 2^-27 S apart they may touch themselves within r. Where nodes are so near to each
-// other that the order of the edges around them is impossible in a plane, or leads to wrong winding
-// numbers, each edge is judged by rays, and the time grows as k n: 200 slivers that cross within 10
-// r of one point take 40 times as long as others. Method: see internal/arrangement.h.
+// repeated at coarser resolutions, up to 512 r. Where the order of stretches around a point is not
+// certain, and the result touches itself or two of its curves cross or share a stretch, it is
+// arranged again to join what lies within r. Results are always closed and, where outlines are like
+// those of letters, simple. Of random curves with handles on the same few points as their ends, or
+// on copies of these 2^-53 S to 2^-3 S away, 9 of 1,000 results touch or cross themselves within r.
+//
+// Where nodes are so near to each other that the order of the edges around them is impossible in a
+// plane, or leads to wrong winding numbers, each edge is judged by rays, and the time grows as k n:
+// 200 slivers that cross within 10 r of one point take 40 times as long as others. Method: see
+// internal/arrangement.h.
 #pragma once
 
 #include "crv/accurate/types.h"

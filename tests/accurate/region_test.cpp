@@ -387,6 +387,10 @@ TEST(Region, IsSimpleWhereSidesOfResultsNearlyTouch) {
                      -0.74490571557942942, 2.0799478185743703})}) {
     expectSimple(crv::simplified({curve}, FillRule::nonZero));
   }
+  Curve const knot = closedCurve({2, 2, 2, 2, 0, 0, 1, 2, 1, 2, 2, 0, 2, 0, 2, 2,
+                                  2, 2, 2, 1, 0, 1, 1, 0, 1, 0, 2, 1, 2, 1, 2, 2});
+  Curve const horn = closedCurve({2, 2, 2, 2, 2, 2, 2, 0, 2, 0, 0, 2, 0, 1, 2, 2});
+  expectSimple(crv::exclude({knot}, {horn}, FillRule::evenOdd));
 }
 
 TEST(Region, AnswersAlways) {

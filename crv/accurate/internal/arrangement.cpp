@@ -55,6 +55,7 @@ double endOfBend(Cubic const& c, double t, double other, double longest) {
 Arrangement::Arrangement(std::vector<ArrangedSegment> segments, double resolution)
     : segments_(std::move(segments)), scale_(magnitudeOf(segments_), resolution) {
   for (ArrangedSegment& s : segments_) s.c = scale_.scaled(s.c);
+  resolution_ = scale_.resolution / scale_.factor;
   scale_.resolution *= kMargin;
   cutting_ = cutAtMeetings(segments_, scale_);
   joinEdges(cutting_, segments_);

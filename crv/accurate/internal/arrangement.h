@@ -53,6 +53,8 @@ class Arrangement {
   std::vector<Edge> const& edges() const { return cutting_.edges; }
   std::vector<Point> const& nodes() const { return cutting_.nodes; }  // in unit scale
   UnitScale const& scale() const { return scale_; }
+  /// The resolution in the scale of the input.
+  double resolution() const { return resolution_; }
   /// Whether the order of the edges around all nodes is certain. Where it is not, paths may come
   /// within the resolution of themselves or of each other.
   bool isCertain() const { return isCertain_; }
@@ -80,6 +82,7 @@ class Arrangement {
 
   std::vector<ArrangedSegment> segments_;
   UnitScale scale_;
+  double resolution_;
   Cutting cutting_;
   Turns turns_;
   bool isCertain_;
