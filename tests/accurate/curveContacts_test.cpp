@@ -211,6 +211,11 @@ TEST(CurveContacts, RunOverJointsAndTheSeam) {
   CurveContacts const thorn = selfContacts(closedPolygon({0, 0, 4, 0, 4, 4, 0, 4, 0, 0, -1, -1}));
   expectPoints(thorn, {});
   expectOverlaps(thorn, {{4, 5, 6, 5, 0}});
+  // The sides of this loop are within rounding from the seam to where they cross.
+  Curve const tip = closed(curveOf({support::segmentOf(
+      {-0.20115756414725419, -0.0075351508137037095, 0.23890704671866683, 0.23099302567328781,
+       0.42597613716501448, 0.33239028970786832, -0.20115756414725419, -0.0075351508137037095})}));
+  expectPoints(selfContacts(tip), {});
 
   // Both passes of a loop stay crossings where a joint divides it at its tip.
   for (double const size : {0.25, 0x1p-20}) {

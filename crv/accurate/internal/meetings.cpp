@@ -165,7 +165,12 @@ void findOwnMeetings(Cubic const& c, double magnitude, double resolution, Stretc
   double t = 0.0, u = 1.0;
   if (!findDoublePoint(c, t, u) || !holdCrossing(pair, resolution, t, u) || !(t < u)) return;
   ClusterJudge const judge(pair, magnitude, resolution, Stretches::all);
-  FootPair const place = judge.snapped({t, u, 0.0});
+  FootPair place = judge.snapped({t, u, 0.0});
+  // Ends that meet stand for a crossing up to which both sides stay within the resolution.
+  double const gap = pair.distanceAt(0.0, 1.0);
+  if (gap <= resolution && keepNear(pair, magnitude, resolution, 0.0, 1.0, place.t, place.u)) {
+    place = {0.0, 1.0, gap};
+  }
   found.points.push_back({place.t, place.u, judge.crosses(place)});
 }
 
