@@ -142,6 +142,8 @@ class World {
   bool restsOnSines() const { return restsOnSines_; }
   /// Whether calls may take a second.
   bool isPatient() { return words_ || (heavy_ && chance(40)); }
+  /// Whether the arguments are those of a row, so that all results are looked at.
+  bool hasKnownAnswers() const { return words_.has_value(); }
 
   /// Checks the arguments after an operation, or after one that ran out of memory.
   void finish(bool threw = false) const {
