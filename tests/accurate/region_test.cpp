@@ -391,6 +391,11 @@ TEST(Region, IsSimpleWhereSidesOfResultsNearlyTouch) {
                                   2, 2, 2, 1, 0, 1, 1, 0, 1, 0, 2, 1, 2, 1, 2, 2});
   Curve const horn = closedCurve({2, 2, 2, 2, 2, 2, 2, 0, 2, 0, 0, 2, 0, 1, 2, 2});
   expectSimple(crv::exclude({knot}, {horn}, FillRule::evenOdd));
+  // The line at y = 1 is an inflection tangent of the first segment.
+  Curve const drop = closedCurve({2, 0, 0, 2, 0, 0, 2, 0});
+  Curve const wave = closedCurve({1, 0, 2, 2, 1, 0, 1, 2, 1, 2, 2, 0, 1, 2, 0, 1,
+                                  0, 1, 1, 1, 2, 1, 2, 1, 2, 1, 1, 1, 2, 0, 1, 0});
+  expectSimple(crv::unite({drop}, {wave}, FillRule::evenOdd));
 }
 
 TEST(Region, AnswersAlways) {

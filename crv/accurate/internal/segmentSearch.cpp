@@ -45,8 +45,9 @@ constexpr double kRetracted = 0x1p-20;
 // rounding.
 constexpr double kRounded = 0x1p-51;
 
-// Tangent of an angle, and the same divided by the resolution: where graphs diverge faster than the
-// smaller of both, the shared stretch is far too short to be reported, and only points are.
+// Tangent of an angle, and the same divided by the resolution: where graphs diverge everywhere
+// faster than the smaller of both, the shared stretch is far too short to be reported, and only
+// points are.
 constexpr double kSlow = 0x1p-4;
 constexpr double kSlowness = 0x1p18;
 
@@ -214,11 +215,11 @@ void Search::searchNode(Part const& a, Part const& b) {
   }
 
   bool const areBounded = slopesA.areBounded && slopesB.areBounded;
-  bool const isMonotone =
-      areBounded && (slopesA.range.hi < slopesB.range.lo || slopesB.range.hi < slopesA.range.lo);
+  double const leastDivergence =
+      max(slopesB.range.lo - slopesA.range.hi, slopesA.range.lo - slopesB.range.hi);
+  bool const isMonotone = areBounded && leastDivergence > 0.0;
   bool const isShort = length <= kShortInterval * resolution_;
-  double const slow = min(kSlow, kSlowness * resolution_);
-  bool const isSlow = isMonotone && std::fabs(after - before) <= slow * length;
+  bool const isSlow = isMonotone && leastDivergence <= min(kSlow, kSlowness * resolution_);
   if (isSlow && addNearPart(a, b)) return;
   if (isMonotone || isShort) {
     // An end that lies on the other segment up to rounding is told as such.
