@@ -43,8 +43,8 @@ struct SegmentContacts {
 /// one contact, as at crossings at a small angle or of high order. The contact lies at an end of a
 /// segment if the set contains an end that lies on the other segment to 2^-48 S, or an end nearer
 /// to the contact than the resolution. No contacts are reported at the ends of an overlap or inside
-/// it, except where the shared stretch crosses itself, because there each segment passes the same
-/// point at another parameter.
+/// it, except where the shared stretch crosses itself in a loop wider than the resolution, because
+/// there each segment passes the same point at another parameter.
 ///
 /// At a crossing both segments lie within 64 u S of each other. The point of a contact is the
 /// control point of the end if the kind is end, else the midpoint of the two segments' points.

@@ -67,7 +67,7 @@ Position besideJoint(Curve const& curve, Random& random) {
 Point placeOf(Curve const& curve, Position const& p) { return curve.locateCurvePosition(p); }
 
 /// The speed of a parallel relative to that of the curve.
-double slowing(Curve const& curve, Position const& p, double distance) {
+double relativeSpeed(Curve const& curve, Position const& p, double distance) {
   GxBezier const& s = curve[static_cast<int>(p.getSegmentNumber())];
   crv::Vector const v = s.dValue(p.getTValue()), a = s.ddValue(p.getTValue());
   double const turning = v.xval() * a.yval() - v.yval() * a.xval();
@@ -92,7 +92,7 @@ void expectEnds(Piece const& piece, Curve const& curve, double distance) {
     EXPECT_TRUE(areSame(forth(piece.map, home).at, start)) << k;
     Position const before(static_cast<int>(home.getSegmentNumber()), home.getTValue() * (1 - 1e-6));
     double const way = placeOf(curve, before).distance(placeOf(curve, home));
-    if (way * slowing(curve, home, distance) < kReturn) continue;
+    if (way * relativeSpeed(curve, home, distance) < kReturn) continue;
     Carried const there = forth(piece.map, before);
     EXPECT_TRUE(there.code != 0 || !areSame(there.at, start)) << k;
   }
@@ -121,7 +121,7 @@ void expectParallels(Curve const& curve, double distance, Random& random) {
       EXPECT_LE(image.distance(across), aside) << "not on the normal";
       // All of a tight bend has one image.
       Point const home = placeOf(curve, back(piece.map, there.at).at);
-      EXPECT_LE(home.distance(foot) * slowing(curve, p, distance), kReturn);
+      EXPECT_LE(home.distance(foot) * relativeSpeed(curve, p, distance), kReturn);
       EXPECT_NEAR(image.distance(home), reach, error);
     }
     double const nearest = search.nearest(across)->distance;
