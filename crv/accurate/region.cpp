@@ -1,17 +1,15 @@
 // Operations on areas: the boundary of a result consists of the edges between inside and outside.
 #include "crv/accurate/region.h"
 
-#include "crv/accurate/curveContacts.h"
 #include "crv/accurate/internal/arrangement.h"
 #include "crv/accurate/internal/blossom.h"
 #include "crv/accurate/internal/outlines.h"
 #include "crv/accurate/internal/segmentArea.h"
+#include "crv/accurate/internal/simpleCurves.h"
 #include "crv/accurate/internal/sum.h"
-#include "crv/curve/internal/boxTree.h"
 
 #include <algorithm>
 #include <limits>
-#include <set>
 #include <utility>
 
 namespace crv {
@@ -74,50 +72,12 @@ Curve curveOf(Path const& path) {
   return curve;
 }
 
-bool isSimple(Curve const& curve, double resolution) {
-  CurveContacts const found = selfContacts(curve, resolution);
-  return found.points.empty() && found.overlaps.empty();
-}
-
-bool areApart(Curve const& a, Curve const& b, double resolution) {
-  CurveContacts const found = contacts(a, b, resolution);
-  return found.overlaps.empty() &&
-         std::all_of(found.points.begin(), found.points.end(),
-                     [](CurveContact const& c) { return c.kind == ContactKind::touching; });
-}
-
-/// The pairs of paths that have segments whose boxes overlap.
-std::set<std::pair<std::size_t, std::size_t>> neighbours(std::vector<Path> const& paths) {
-  std::vector<internal::Box> boxes;
-  std::vector<std::size_t> owners;
-  for (std::size_t i = 0; i < paths.size(); ++i) {
-    for (PathPart const& part : paths[i].parts) {
-      boxes.push_back(part.c.hull());
-      owners.push_back(i);
-    }
-  }
-  std::set<std::pair<std::size_t, std::size_t>> pairs;
-  internal::BoxTree const tree(std::move(boxes));
-  internal::BoxTree::visitOwnOverlaps(tree, [&](std::size_t i, std::size_t k) {
-    if (owners[i] != owners[k]) pairs.insert(std::minmax(owners[i], owners[k]));
-  });
-  return pairs;
-}
-
 /// Whether paths neither touch themselves nor cross or share a stretch, at a resolution and at the
 /// default one of each.
 bool areSimple(std::vector<Path> const& paths, double resolution) {
   std::vector<Curve> curves;
   for (Path const& path : paths) curves.push_back(curveOf(path));
-  auto const pairs = neighbours(paths);
-  auto const areAt = [&](double r) {
-    return std::all_of(curves.begin(), curves.end(),
-                       [&](Curve const& curve) { return isSimple(curve, r); }) &&
-           std::all_of(pairs.begin(), pairs.end(), [&](auto const& pair) {
-             return areApart(curves[pair.first], curves[pair.second], r);
-           });
-  };
-  return areAt(resolution) && areAt(0.0);
+  return internal::areSimple(curves, resolution) && internal::areSimple(curves, 0.0);
 }
 
 /// A part of a part of a segment, as a part of that segment.
@@ -175,6 +135,7 @@ std::vector<Path> boundary(Outlines& outlines, std::vector<Curve> const& a,
     bool const isClosed = areClosed(paths);
     if (isClosed && !plane.isCertain()) refine(paths, plane.resolution());
     if (isClosed || pass == kMostPasses) return paths;
+    // The margin of the plane is included, so resolutions grow by a little more than the factor.
     resolution = kCoarser * plane.scale().resolution / plane.scale().factor;
     outlines = Outlines(a, b);
   }

@@ -23,7 +23,7 @@
 // certain, and the result touches itself or two of its curves cross or share a stretch, it is
 // arranged again to join what lies within r. Results are always closed and, where outlines are like
 // those of letters, simple. Of random curves with handles on the same few points as their ends, or
-// on copies of these 2^-53 S to 2^-3 S away, 9 of 1,000 results touch or cross themselves within r.
+// on copies of these 2^-53 S to 2^-3 S away, 8 of 1,000 results touch or cross themselves within r.
 //
 // Where nodes are so near to each other that the order of the edges around them is impossible in a
 // plane, or leads to wrong winding numbers, each edge is judged by rays, and the time grows as k n:
