@@ -46,9 +46,10 @@ constexpr double kShortestChord = 8.0;
 /// The curve, scaled so that S + |d| is of the order of 1, and mirrored if necessary so that the
 /// parallel lies on the left.
 struct Frame {
-  Frame(Chain const& source, double signedDistance, OffsetOptions const& given)
-      : options(given), isMirrored(signedDistance < 0.0) {
-    int const exponent = std::ilogb(source.magnitude() + std::fabs(signedDistance)) + 1;
+  Frame(Chain source, double signedDistance, OffsetOptions const& given)
+      : curve(std::move(source)), options(given), isMirrored(signedDistance < 0.0) {
+    double const magnitude = curve.magnitude();
+    int const exponent = std::ilogb(magnitude + std::fabs(signedDistance)) + 1;
     unit = std::ldexp(1.0, exponent);
     double const factor = std::ldexp(1.0, -exponent);
     distance = std::fabs(signedDistance) * factor;
@@ -56,28 +57,25 @@ struct Frame {
     options.tolerance = std::max(std::min(given.tolerance, largest) * factor,
                                  kLeastTolerance * internal::kRounding);
     double const small = std::min(kSmallSegment * options.tolerance,
-                                  internal::kDefaultResolution * source.magnitude() * factor);
-    curve.closed = source.closed;
-    curve.segments.reserve(source.size());
-    for (Cubic c : source.segments) {
+                                  internal::kDefaultResolution * magnitude * factor);
+    for (Cubic& c : curve.segments) {
       for (internal::Point& p : c.p) p = {p.x * factor, mirrored(p.y * factor)};
       straightenUpTo(small, c);
-      curve.segments.push_back(c);
     }
     options.tolerance -= moved;
   }
 
   /// Makes a segment a straight line, or a point, if it is no larger than a limit.
   void straightenUpTo(double limit, Cubic& c) {
-    double size = 0.0;
+    double size = 0.0;  // squared
     for (internal::Point const& p : c.p) {
-      size = std::max(size, internal::distance(c.start(), p));
+      size = std::max(size, internal::squaredDistance(c.start(), p));
     }
-    if (size > limit) return;
+    if (size > limit * limit) return;
     double const chord = internal::distance(c.start(), c.end());
     bool const isPoint = chord <= kShortestChord * internal::kRounding;
     c = {{c.p[0], c.p[0], isPoint ? c.p[0] : c.p[3], isPoint ? c.p[0] : c.p[3]}};
-    moved = std::max(moved, size);
+    moved = std::max(moved, std::sqrt(size));
   }
 
   double mirrored(double y) const { return isMirrored ? -y : y; }
@@ -106,8 +104,10 @@ bool isUsable(Chain const& curve, double distance, OffsetOptions const& options)
 /// Collects the parallels of a curve.
 class ParallelMaker {
  public:
-  ParallelMaker(Frame const& frame, RawOutline const& outline)
-      : frame_(frame), outline_(outline), source_(std::make_shared<Chain const>(frame.curve)) {}
+  ParallelMaker(Frame const& frame, RawOutline const& outline, Chain source)
+      : frame_(frame),
+        outline_(outline),
+        source_(std::make_shared<Chain const>(std::move(source))) {}
 
   using Parts = std::vector<PathPart>;
 
@@ -152,7 +152,7 @@ void ParallelMaker::addParallel(Parts const& parts, bool isClosed) {
     RawSegment const& segment = raw(part);
     piece.curve.getSegments().add(frame_.toCaller(part.c));
     origins.push_back({segment.kind != RawKind::parallel, segment.from, segment.to, segment.c,
-                       part.from, part.to});
+                       segment.parameter(part.from), segment.parameter(part.to)});
   }
   piece.curve.setStrictIsClosed(isClosed);
   piece.map = internal::parallelMap(source_, std::move(origins), isClosed);
@@ -187,32 +187,31 @@ double twiceArea(Chain const& curve) {
 }  // namespace
 
 Offset offset(Curve const& curve, double distance, OffsetOptions const& options) {
-  Chain const chain(curve);
+  Chain chain(curve);
   if (!isUsable(chain, distance, options)) return {};
   if (std::fabs(distance) <= internal::kDefaultResolution * chain.magnitude()) {
     return {{withJoint(curve, Position(0, 0.0))}, std::fabs(distance)};
   }
-  Frame const frame(chain, distance, options);
+  Frame frame(std::move(chain), distance, options);
   internal::BoxTree const boxes = internal::boxesOf(frame.curve);
   bool const isAlone = RawOutline::isWhole(frame.curve) && internal::isSimple(frame.curve, boxes);
   RawOutline const outline(frame.curve, frame.distance, frame.options,
                            isAlone ? RawSides::left : RawSides::leftAmongBoth, Cap::round);
   int const outside = isAlone && twiceArea(frame.curve) > 0.0 ? 1 : 0;
-  ParallelMaker maker(frame, outline);
-  for (Path& path : internal::trimmed(outline, outside, frame.curve, boxes, frame.distance,
-                                      frame.options.tolerance)) {
-    maker.add(std::move(path.parts));
-  }
+  std::vector<Path> paths = internal::trimmed(outline, outside, frame.curve, boxes, frame.distance,
+                                              frame.options.tolerance);
+  ParallelMaker maker(frame, outline, std::move(frame.curve));
+  for (Path& path : paths) maker.add(std::move(path.parts));
   return maker.result();
 }
 
 std::vector<Curve> strokeOutline(Curve const& curve, double width, Cap cap,
                                  OffsetOptions const& options) {
   std::vector<Curve> outlines;
-  Chain const chain(curve);
+  Chain chain(curve);
   bool const isWide = width > internal::kDefaultResolution * chain.magnitude();
   if (!isWide || !isUsable(chain, 0.5 * width, options)) return outlines;
-  Frame const frame(chain, 0.5 * width, options);
+  Frame const frame(std::move(chain), 0.5 * width, options);
   RawOutline const outline(frame.curve, frame.distance, frame.options, RawSides::both, cap);
   for (Path const& path : internal::trimmed(outline, 0, frame.curve, internal::boxesOf(frame.curve),
                                             frame.distance, frame.options.tolerance)) {

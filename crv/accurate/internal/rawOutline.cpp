@@ -3,6 +3,7 @@
 #include "crv/accurate/internal/blossom.h"
 #include "crv/accurate/internal/gaps.h"
 #include "crv/accurate/internal/joins.h"
+#include "crv/accurate/internal/parting.h"
 #include "crv/accurate/internal/segmentPair.h"
 #include "crv/accurate/internal/segmentParallel.h"
 #include "crv/accurate/internal/smoothParts.h"
@@ -46,6 +47,16 @@ bool isGentleAt(SmoothPart const& part, double t, double distance, double gap, d
   double const bend = curvature(part.c, t);
   double const speed = 1.0 - bend * distance;
   return speed >= kLeastSpeed && std::fabs(bend) * gap * gap <= kSmoothShare * tolerance * speed;
+}
+
+/// Whether two cubics, the second of which ends where the first starts, form a simple loop with the
+/// line from the first to the second, and run clockwise around it.
+bool isLoop(Cubic const& first, Cubic const& second) {
+  Point const link = second.start() - first.end();
+  auto const isRight = [&](Point const& p) { return cross(link, p - first.end()) <= 0.0; };
+  bool const isConvex = isRight(first.p[1]) && isRight(first.p[2]) && isRight(second.p[1]) &&
+                        isRight(second.p[2]) && cross(link, first.start() - first.end()) < 0.0;
+  return isConvex && partAtStart(first, reversed(second), 0.0);
 }
 
 std::vector<SmoothPart> reversed(std::vector<SmoothPart> const& parts) {
@@ -173,6 +184,7 @@ void RawOutline::addTurn(Turn const& turn, bool isWanted) {
   if (areSame(turn.from, turn.to)) return;
   if (!turn.corner.isOuter()) {
     if (isSwept_) goTo(turn.corner.joint, isWanted, turn.before, turn.behind);
+    innerLink_ = segments_.size();
     return goTo(turn.to, isWanted, turn.before, turn.behind);
   }
   OffsetOptions options = options_;
@@ -180,6 +192,24 @@ void RawOutline::addTurn(Turn const& turn, bool isWanted) {
   join_.clear();
   auto const error = appendJoin(turn.corner, distance_, options, turn.from, turn.to, join_);
   addJoin(error, isWanted, turn.before, turn.behind);
+}
+
+/// Leaves out a link at an inner corner if it closes a simple loop with the parallels on both
+/// sides, which then end where they cross. The loop runs clockwise: all it does is lower a winding
+/// number that is already below that of the outside.
+void RawOutline::cutLoop(std::size_t link) {
+  if (link == 0 || segments_[link - 1].next != link) return;
+  RawSegment &before = segments_[link - 1], &behind = segments_[link + 1];
+  bool const isBetween = before.kind == RawKind::parallel && behind.kind == RawKind::parallel &&
+                         segments_[link].kind == RawKind::link;
+  double s = 1.0, u = 0.0;
+  if (!isBetween || !SegmentPair{before.c, behind.c}.findCrossing(s, u)) return;
+  bool const isInside = s > before.s0 && s < 1.0 && u > 0.0 && u < 1.0;
+  if (!isInside || !isLoop(part(before.c, s, 1.0), part(behind.c, 0.0, u))) return;
+  before.s1 = s;
+  behind.s0 = u;
+  segments_.erase(segments_.begin() + static_cast<std::ptrdiff_t>(link));
+  segments_.back().next = segments_.size();
 }
 
 void RawOutline::addPart(SmoothPart const& part, Point const& from, Point const& to,
@@ -196,6 +226,7 @@ void RawOutline::addPart(SmoothPart const& part, Point const& from, Point const&
     Place const first = placeOn(part, piece.t0), last = placeOn(part, piece.t1);
     goTo(piece.c.start(), isWanted, first, first);
     add({piece.c, RawKind::parallel, isWanted, true, first, last, 0, piece.error});
+    if (segments_.size() == innerLink_ + 2) cutLoop(innerLink_);
   }
   for (; reversed != reversed_.end(); ++reversed) addReversed(*reversed, part, isWanted);
 }

@@ -24,11 +24,15 @@ enum class RawKind {
 struct RawSegment {
   Cubic c;
   RawKind kind;
-  bool isWanted;     // it lies on the left of the curve
-  bool hasDistance;  // false for miters, bevels, flat caps and links
-  Place from, to;    // its stretch of the curve, or both sides of its joint
-  std::size_t next;  // the number of the segment that follows
-  double error;      // bounds the error of the distance
+  bool isWanted;              // it lies on the left of the curve
+  bool hasDistance;           // false for miters, bevels, flat caps and links
+  Place from, to;             // its stretch of the curve, or both sides of its joint
+  std::size_t next;           // the number of the segment that follows
+  double error;               // bounds the error of the distance
+  double s0 = 0.0, s1 = 1.0;  // the part of c that belongs to the outline
+
+  /// The parameter of c, given that of the part.
+  double parameter(double s) const { return s == 1.0 ? s1 : s0 + (s1 - s0) * s; }
 };
 
 /// The sides of a curve that a raw outline contains.
@@ -40,7 +44,7 @@ enum class RawSides {
 
 /// Closed chains with the points farther from a curve than a distance on their left, and those
 /// nearer on their right. They may cross and overlap, and contain stretches that are too near to
-/// the curve.
+/// the curve. Most loops at inner corners, which would only be trimmed away, are left out.
 ///
 /// Where all joins and caps are round, a point is near if it is within the distance. Otherwise the
 /// outline is swept: a point is near if a straight pen held across the curve passes over it, or a
@@ -68,6 +72,7 @@ class RawOutline {
   void addSide(Parts const& parts, bool isClosed, bool isWanted);
   Turn turnBetween(SmoothPart const& before, SmoothPart const& behind) const;
   void addTurn(Turn const& turn, bool isWanted);
+  void cutLoop(std::size_t link);
   void addPart(SmoothPart const& part, Point const& from, Point const& to, bool isWanted);
   void addReversed(ReversedStretch const& stretch, SmoothPart const& part, bool isWanted);
   void addBackward();
@@ -83,6 +88,7 @@ class RawOutline {
   Cap cap_;
   bool isSwept_ = false;
   Point pen_{};
+  std::size_t innerLink_ = 0;              // the last link at an inner corner, by number
   std::vector<ParallelPiece> pieces_;      // of the part that is added
   std::vector<ReversedStretch> reversed_;  // of the part that is added
   std::vector<RawSegment> backward_;       // chains of what the pen passes over backwards

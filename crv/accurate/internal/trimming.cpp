@@ -144,7 +144,9 @@ std::vector<Path> trimmed(RawOutline const& outline, int outside, Chain const& c
                           BoxTree const& boxes, double distance, double tolerance) {
   std::vector<ArrangedSegment> segments;
   segments.reserve(outline.segments().size());
-  for (RawSegment const& s : outline.segments()) segments.push_back({s.c, s.next, 0});
+  for (RawSegment const& s : outline.segments()) {
+    segments.push_back({part(s.c, s.s0, s.s1), s.next, 0});
+  }
   if (segments.empty()) return {};
   bool const isNarrow = kFinestShare * distance < kDefaultResolution;
   Arrangement const plane(std::move(segments), isNarrow ? kFinestShare * distance : 0.0);
