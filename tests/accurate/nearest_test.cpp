@@ -62,6 +62,16 @@ TEST(AccurateNearest, NoSampleComesNearerAtAnyScale) {
   }
 }
 
+// The derivative of the squared distance has an extremum beside the root, where the search must not
+// end.
+TEST(AccurateNearest, AHookAtANearlyRetractedHandleIsFollowed) {
+  Point const handle(30.132171665648158, 14.870067160526261);
+  GxBezier const segment({-53.83685335446588, 15.851742426589766},
+                         {-78.936227382058476, 44.051206133124069}, handle,
+                         {30.13217166584397, 14.870067160423019});
+  EXPECT_NEAR(crv::nearest(segment, handle).distance, 4.91247e-11, 1e-15);
+}
+
 TEST(AccurateNearest, OfEqualDistancesTheFirst) {
   EXPECT_EQ(crv::nearest(support::quarterArc(2), Point(-9, -9)).t, 0.0);
   EXPECT_EQ(crv::nearest(support::pointLike(3, 4), Point(0, 0)).t, 0.0);

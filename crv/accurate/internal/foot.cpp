@@ -34,6 +34,10 @@ constexpr double kLastStep = 0x1p-27;
 constexpr double kQuick = 0x1p-9;
 constexpr double kSettled = 0x1p-50;
 
+// Halley's step is short, too, where the derivative of f vanishes but f does not. There Newton's
+// step is longer, by more than this factor; near a root it is not.
+constexpr double kTurning = 2.0;
+
 // After kFreeSteps steps of the iteration, every other step is a bisection. kMaxSteps is more steps
 // than bisection alone needs.
 constexpr int kFreeSteps = 8;
@@ -280,7 +284,8 @@ class Search {
       double const halley = newton / (1.0 - 0.5 * newton * (ddf * inverse));
       double next = t - halley;
       bool const isInside = next >= low && next <= high;  // not so where it is NaN
-      bool const isLast = std::fabs(halley) < min(kLastStep, max(kQuick * previous, kSettled));
+      bool const isLast = std::fabs(halley) < min(kLastStep, max(kQuick * previous, kSettled)) &&
+                          std::fabs(newton) <= kTurning * std::fabs(halley);
       if (isInside && (isLast || step >= kMaxSteps)) {
         return footAfter(m, next - t, next);
       }
