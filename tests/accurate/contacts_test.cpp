@@ -153,6 +153,13 @@ TEST(SegmentContacts, TellCrossingTouchingAndEndApart) {
     ASSERT_GE(found.points.size(), 1u);
     EXPECT_EQ(found.points[0].kind, row.kind);
   }
+  // Both branches of a cusp on a line along its axis give one contact.
+  Segment const cusp = segmentFrom({3, 2, 0, 1, 2, 3, 1, 0});
+  Segment const axis = segmentFrom({1, 2, 0, 3, 2, 1, 2, 1});
+  for (SegmentContacts const& found : {contacts(cusp, axis), contacts(axis, cusp)}) {
+    ASSERT_EQ(found.points.size(), 1u);
+    EXPECT_EQ(found.points[0].kind, ContactKind::crossing);
+  }
 }
 
 TEST(SegmentContacts, GiveSharedStretchesAsIntervals) {

@@ -55,6 +55,8 @@ constexpr double kTurnsBack = 0x1p-24;
 
 bool isEnd(double t) { return t == 0.0 || t == 1.0; }
 
+bool isProper(SharedStretch const& s) { return s.t0 < s.t1 && s.u0 != s.u1; }
+
 double between(double a, double b, double s) { return a + (b - a) * s; }
 
 /// The only approach of a cluster at which the segments change sides; null if there are none or
@@ -309,19 +311,33 @@ bool ClusterJudge::isOnePlace(ApproachCluster const& cluster, double length,
          (isEnd(place.t) || isEnd(place.u));
 }
 
+/// The stretch between the ends of a cluster.
+SharedStretch ClusterJudge::stretchOf(ApproachCluster const& cluster) const {
+  FootPair const first = snapped({cluster.t0, cluster.u0, 0.0});
+  FootPair const last = snapped({cluster.t1, cluster.u1, 0.0});
+  return {first.t, last.t, first.u, last.u};
+}
+
+bool ClusterJudge::isBounded(SharedStretch const& s) const {
+  return isBound(s.t0, s.u0) && isBound(s.t1, s.u1);
+}
+
+bool ClusterJudge::isShort(ApproachCluster const& cluster) const {
+  if (lengthBetween(cluster.t0, cluster.t1) > leastStretch(magnitude_, resolution_)) return false;
+  SharedStretch const s = stretchOf(cluster);
+  return told_ == Stretches::onlyLong || !isProper(s) || !isBounded(s);
+}
+
 void ClusterJudge::judge(ApproachCluster const& cluster, Meetings& found) const {
   double const length = lengthBetween(cluster.t0, cluster.t1);
   bool const isLong = length > leastStretch(magnitude_, resolution_);
   bool const mayBeShort = told_ != Stretches::onlyLong && cluster.sense != 0;
   FootPair place = {0.0, 0.0, -1.0};
   if (isLong || mayBeShort) {
-    FootPair const first = snapped({cluster.t0, cluster.u0, 0.0});
-    FootPair const last = snapped({cluster.t1, cluster.u1, 0.0});
-    bool const isProper = first.t < last.t && first.u != last.u;
-    bool const isBounded = isBound(first.t, first.u) && isBound(last.t, last.u);
-    bool const isStretch = isBounded || (isLong && !isOnePlace(cluster, length, place));
-    if (isProper && isStretch) {
-      found.stretches.push_back({first.t, last.t, first.u, last.u});
+    SharedStretch const s = stretchOf(cluster);
+    bool const isStretch = isBounded(s) || (isLong && !isOnePlace(cluster, length, place));
+    if (isProper(s) && isStretch) {
+      found.stretches.push_back(s);
       return;
     }
   }

@@ -17,6 +17,9 @@ class ClusterJudge {
   /// Adds the meeting or the stretch that a cluster represents.
   void judge(ApproachCluster const& cluster, Meetings& found) const;
 
+  /// Whether a cluster gives a point because it is short.
+  bool isShort(ApproachCluster const& cluster) const;
+
   /// Whether a stretch between ends of the segments is long enough to be reported.
   bool isTold(SharedStretch const& stretch) const;
 
@@ -40,6 +43,8 @@ class ClusterJudge {
   bool isSineAbove(double least, double t, double u) const;
   double sideAt(double t, double& u) const;
   bool isBound(double t, double u) const;
+  bool isBounded(SharedStretch const& stretch) const;
+  SharedStretch stretchOf(ApproachCluster const& cluster) const;
   double lengthBetween(double t0, double t1) const;
   double whereSideIs(double level, double lo, double hi, double u) const;
   bool findOnlyPlace(ApproachCluster const& cluster, FootPair& place) const;

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <vector>
 
 namespace crv::internal {
 
@@ -109,14 +110,40 @@ bool addLoneCrossings(ClusterJudge const& judge, SegmentPair const& pair,
   return true;
 }
 
+/// Joins short clusters of opposite sense that share an end, where one of the segments turns back.
+void joinAtTips(ClusterJudge const& judge, SegmentPair const& pair, double magnitude,
+                double resolution, std::vector<ApproachCluster>& clusters) {
+  auto const areOne = [&](double t0, double u0, double t1, double u1) {
+    return keepNear(pair, magnitude, resolution, t0, u0, t1, u1);
+  };
+  for (std::size_t next = 1; next < clusters.size(); ++next) {
+    ApproachCluster const& q = clusters[next];
+    for (std::size_t i = next; i-- > 0;) {
+      ApproachCluster& p = clusters[i];
+      if (p.sense * q.sense >= 0 || p.members[0].runs != q.members[0].runs) continue;
+      bool const shareTip = areOne(p.t1, p.u1, q.t0, q.u0) || areOne(p.t0, p.u0, q.t0, q.u0) ||
+                            areOne(p.t1, p.u1, q.t1, q.u1);
+      if (!shareTip || !judge.isShort(p) || !judge.isShort(q)) continue;
+      if (q.t1 > p.t1) {
+        p.t1 = q.t1;
+        p.u1 = q.u1;
+      }
+      p.sense = 0;
+      p.members.insert(p.members.end(), q.members.begin(), q.members.end());
+      clusters.erase(clusters.begin() + std::ptrdiff_t(next--));
+      break;
+    }
+  }
+}
+
 void judgeAll(SegmentPair const& pair, Approaches& approaches, double magnitude, double resolution,
               Stretches told, Meetings& found) {
   if (approaches.empty()) return;
   ClusterJudge const judge(pair, magnitude, resolution, told);
   if (addLoneCrossings(judge, pair, approaches, magnitude, resolution, found)) return;
-  for (auto const& cluster : collectClusters(pair, magnitude, resolution, approaches)) {
-    judge.judge(cluster, found);
-  }
+  auto clusters = collectClusters(pair, magnitude, resolution, approaches);
+  joinAtTips(judge, pair, magnitude, resolution, clusters);
+  for (ApproachCluster const& cluster : clusters) judge.judge(cluster, found);
   tidy(pair, magnitude, resolution, found);
 }
 
