@@ -417,7 +417,9 @@ inline Operations const kBezier{
        w.require(mine.length() == theirs.length(), "parameters come in pairs");
        w.requireCode(s.linearProcessing(a, b, third, fourth), 0, 1);
        w.see(mine, theirs, third.length());
-       bool const overflows = hasNaN(s) || World::magnitude(curveOf({s})) > 1e150;
+       GxBezier const line(a, a, b, b);
+       bool const overflows =
+           hasNaN(s) || hasNaN(line) || World::magnitude(curveOf({s, line})) > 1e150;
        for (unsigned i = 0; i < mine.length(); ++i) {
          w.require(overflows || (isParameter(mine[i]) && isParameter(theirs[i])), "parameters");
        }
