@@ -89,9 +89,9 @@ Fit fit(std::vector<Point> const& samples, FitOptions const& options) {
   if (samples.empty() || !isUsable) return result;
 
   Frame const frame(samples, magnitude.value(), options.closed);
-  // No two points are farther apart than 6, so a larger tolerance has the same effect.
-  double const tolerance = std::min(std::ldexp(options.tolerance, -frame.exponent), 6.0);
-  ChainFit chain(frame.points, tolerance);
+  double const tolerance = std::ldexp(options.tolerance, -frame.exponent);
+  // No two points are farther apart than 6, so a larger tolerance allows no more.
+  ChainFit chain(frame.points, std::min(tolerance, 6.0));
   std::vector<std::size_t> corners;
   if (options.cornerAngle > 0.0 && options.cornerAngle <= kPi) {
     corners =

@@ -98,6 +98,12 @@ TEST(AccurateFit, CornersAreFoundAndMetExactly) {
                                 : (std::vector<std::size_t>{25, 50, 75}));
   }
   EXPECT_TRUE(crv::fit(samples, {0.5, true, 1.6}).corners.empty());
+  // Of two corners that are nearer than the tolerance one counts, even across the seam.
+  std::vector<Point> cut = {{0.2, 0}, {100, 0}, {100, 100}, {0, 100}, {0, 0.2}};
+  for (std::size_t i = 0; i < cut.size(); ++i) {
+    EXPECT_EQ(crv::fit(cut, {0.5, true, 0.7}).corners.size(), 4u);
+    std::rotate(cut.begin(), cut.begin() + 1, cut.end());
+  }
 }
 
 TEST(AccurateFit, AwkwardSamplesAreFollowedAtEveryScale) {

@@ -59,7 +59,7 @@ std::vector<std::size_t> cornersOf(std::vector<Point> const& places, bool closed
   Path const path(places, closed);
   long before = path.firstIndex();
   long after = 1;
-  double sharpest = 1.0;
+  double sharpest = 1.0, first = 1.0;  // cosines of the turns at the last corner and at the first
   for (long i = closed ? 0 : 1; i < (closed ? count : count - 1); ++i) {
     while (before + 1 < i && path.length(i) - path.length(before + 1) >= reach) ++before;
     if (after <= i) after = i + 1;
@@ -75,6 +75,12 @@ std::vector<std::size_t> cornersOf(std::vector<Point> const& places, bool closed
       corners.back() = static_cast<std::size_t>(i);
       sharpest = turn;
     }
+    if (corners.size() == 1) first = sharpest;
+  }
+  if (closed && corners.size() > 1) {
+    auto const front = static_cast<long>(corners.front()), back = static_cast<long>(corners.back());
+    bool const areNear = path.length(front + count) - path.length(back) < reach;
+    if (areNear) corners.erase(sharpest < first ? corners.begin() : corners.end() - 1);
   }
   return corners;
 }
