@@ -37,9 +37,10 @@ struct Fit {
 ///
 /// A sample is a corner if the path turns there by cornerAngle or more. The turn is measured
 /// between the chords from the sample to the nearest samples before and after it that are at least
-/// one tolerance away along the path. Of several such samples within one tolerance only the
-/// sharpest is a corner. The curve passes through corners exactly, with a direction of its own on
-/// each side. The ends of an open stroke are not corners.
+/// one tolerance away along the path, or to an end of an open stroke that is nearer. Of several
+/// such samples within one tolerance only the sharpest is a corner. The curve passes through
+/// corners exactly, with a direction of its own on each side. The ends of an open stroke are not
+/// corners.
 ///
 /// Samples may be repeated, and the stroke may run back and cross itself; equal neighbours share a
 /// foot. If all samples are equal, the result is one segment that is a point. The result is empty
