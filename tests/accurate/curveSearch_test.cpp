@@ -102,6 +102,14 @@ TEST(AccurateSearch, AnEndWhereRoundingHidesTheMinimumCounts) {
       closed(curveOf({bezier(x, x, x, x, x, y, x, y), bezier(x, y, y, y, y, y, y, y)}));
   Point const far(-100978210.44921871, -100993896.48437496);
   EXPECT_EQ(crv::CurveSearch(speck).within(far, 1e12).size(), 1U);
+  // The curve returns to within 3.5e-9 of its start.
+  Point const start(159328.52334604185, 34737.001424058602);
+  crv::CurveSearch const hook(curveOf({{start,
+                                        {159328.52352451414, 34737.00136261843},
+                                        {159328.52339246758, 34737.001279313539},
+                                        {66549.99594213668, 58584.788863731694}}}));
+  ASSERT_FALSE(hook.within(start, 1e-6).empty());
+  EXPECT_BITS(hook.within(start, 1e-6)[0].position, Position(0, 0.0));
 }
 
 }  // namespace

@@ -163,6 +163,9 @@ class Search {
     if (minima.slopeAtEnd > 0 && !isSeenAtEnd && isLowest(end(), 1.0 - kNextToEnd)) {
       minima.slopeAtEnd = -1;
     }
+    // Nothing is nearer than an end that is the query itself.
+    if (minima.slopeAtStart < 0 && start().squaredDistance == 0.0) minima.slopeAtStart = 1;
+    if (minima.slopeAtEnd > 0 && end().squaredDistance == 0.0) minima.slopeAtEnd = -1;
     return minima;
   }
 
