@@ -347,8 +347,19 @@ TEST(Region, HasTheRightAreaBesideCusps) {
        0.99999999999996347, -2.0508356904610995e-14, 0.99999999999996347, 1.0000000000000766,
        -9.1604011878371248e-14, 7.2543479222804307e-14, 1.6206705989316111e-14, 1.0000000000000739,
        1.0000000000000524});
+  // The last segment runs back on itself, and shares 4 resolutions with the end of the second one.
+  Curve const spur =
+      closedCurve({1.0000000000015725,      0.99999999999140099, 1.9999999999988964,
+                   1.9999999999932496,      1.0000000000027922,  0.99999999999718625,
+                   -3.6218450451269747e-12, 1.0000000000077123,  -3.6218450451269747e-12,
+                   1.0000000000077123,      1.0000000000065707,  3.8327288767322896e-12,
+                   2.0000000000078058,      0.99999999999206202, 0.99999999999334843,
+                   0.99999999999051536,     0.99999999999334843, 0.99999999999051536,
+                   1.0000000000025699,      0.99999999999328071, 9.5402001636102805e-12,
+                   1.0000000000027045,      1.0000000000015725,  0.99999999999140099});
   for (FillRule const rule : {FillRule::nonZero, FillRule::evenOdd}) {
     EXPECT_NEAR(crv::area({once}, rule), -crv::signedArea(once), 1e-12) << "wound around once";
+    EXPECT_NEAR(crv::area({spur}, rule), crv::signedArea(spur), 1e-11) << "wound around once";
   }
   // Branches that stay within the resolution of each other leave one point. A grid of 40,003 lines
   // finds the area 1.30446.

@@ -149,7 +149,7 @@ bool holdCrossing(SegmentPair const& pair, double resolution, double& t, double&
   }
   // A segment that ends before the double point may still pass it within the resolution.
   double const heldT = min(1.0, max(0.0, t)), heldU = min(1.0, max(0.0, u));
-  if (heldT == t && heldU == u) return true;
+  if (heldT == t && heldU == u) return pair.distanceAt(t, u) <= resolution;
   FootPair const foot = heldT != t ? pair.footOnB(heldT, heldU) : pair.footOnA(heldT, heldU);
   t = foot.t;
   u = foot.u;

@@ -28,7 +28,7 @@ bool findDoublePoint(Cubic const& c, double& t, double& u);
 
 /// Refines a crossing of two segments near a pair of parameters by Newton's method and clamps the
 /// parameters to [0, 1]. Returns false if a segment ends before the crossing by more than the
-/// resolution.
+/// resolution, or if the segments are not within the resolution of each other there.
 bool holdCrossing(SegmentPair const& pair, double resolution, double& t, double& u);
 
 }  // namespace crv::internal
