@@ -257,7 +257,8 @@ FootPair ClusterJudge::placeOf(ApproachCluster const& c) const {
   // may end too far from the places examined.
   double before = c.u0, after = c.u1;
   if (roots.empty() && sideAt(c.t0, before) * sideAt(c.t1, after) < 0.0) {
-    return snapped(pair_.footOnB(whereSideIs(0.0, c.t0, c.t1, before), before));
+    FootPair const foot = pair_.footOnB(whereSideIs(0.0, c.t0, c.t1, before), before);
+    if (foot.distance <= resolution_) return snapped(foot);
   }
   if (isTangent) return snapped(tangency);
   if (nearestEnd.distance <= resolution_) return nearestEnd;
