@@ -257,6 +257,15 @@ TEST(SegmentContacts, AnswerAnyInput) {
   ASSERT_EQ(triple.points.size(), 1u);
   EXPECT_LE(bent.bValue(triple.points[0].t).distance(across.bValue(triple.points[0].u)),
             64 * 0x1p-53 * 1242);
+  // The side also changes where one segment passes far from the other's end.
+  Segment const wide =
+      segmentFrom({-1, -1, 93.768310546875, 8.4625244140625, 0, 15.7470703125, 1, 0});
+  Segment const narrow =
+      segmentFrom({-1.0000000000010001, -1, 6.9999999999989999, 7, 0.099999999999,
+                   0.10000000000000019, -1.0000000000010001, -1});
+  for (crv::SegmentContact const& c : contacts(wide, narrow, 1.0).points) {
+    EXPECT_LE(wide.bValue(c.t).distance(narrow.bValue(c.u)), 1.0);
+  }
   for (double const resolution : {-1.0, inf - inf, inf, 1e-300, 1.0}) {
     EXPECT_EQ(contacts(line, segmentFrom({0, 6, 6, 0}), resolution).points.size(), 1u);
   }
