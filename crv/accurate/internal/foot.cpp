@@ -5,6 +5,7 @@
 // piece from below.
 #include "crv/accurate/internal/foot.h"
 
+#include "crv/accurate/internal/footPiece.h"
 #include "crv/accurate/internal/scale.h"
 
 #include <algorithm>
@@ -18,10 +19,6 @@ namespace {
 constexpr double kCoefficientNoise = 16 * kRounding;
 constexpr double kProductNoise = 8 * kRounding;
 constexpr double kDistanceNoise = 64 * kRounding;
-
-// Parameter of a piece at which it is divided; not the middle, because symmetric input has its
-// roots there.
-constexpr double kHalving = 15.0 / 32.0;
 
 // Parameter: pieces narrower than this are sampled. Such a piece is no longer than rounding errors,
 // except at a cusp on which the query lies.
@@ -60,61 +57,6 @@ constexpr double kNextToEnd = 0x1p-10;
 
 double size(Point const& p) { return max(std::fabs(p.x), std::fabs(p.y)); }
 
-/// f over the parameters from start to start + width.
-struct Piece {
-  double f[6];
-  double start;
-  double width;
-  double squaredDistance;  // at the start
-  bool isLast;             // it ends where the cubic does
-};
-
-/// The errors of coefficients of f.
-struct Noise {
-  double inside, atStart, atEnd;
-};
-
-/// The signs of the coefficients of f, as bit sets of indices; coefficients within the noise are in
-/// neither set.
-struct Signs {
-  unsigned negative = 0;
-  unsigned positive = 0;
-  bool areCertain = false;
-
-  Signs(Piece const& piece, Noise const& noise) {
-    for (unsigned k = 0; k < 6; ++k) {
-      negative |= static_cast<unsigned>(piece.f[k] < -noise.inside) << k;
-      positive |= static_cast<unsigned>(piece.f[k] > noise.inside) << k;
-    }
-    if (piece.start == 0.0) setEnd(0, piece.f[0], noise.atStart);
-    if (piece.isLast) setEnd(5, piece.f[5], noise.atEnd);
-    areCertain = (negative | positive | vanishing_) == 63U;
-  }
-
-  int of(unsigned k) const {
-    return static_cast<int>((positive >> k) & 1U) - static_cast<int>((negative >> k) & 1U);
-  }
-  bool areNone() const { return (negative | positive) == 0; }
-  bool riseOnce() const { return isBelow(negative, positive); }
-  bool neverRise() const { return negative == 0 || positive == 0 || isBelow(positive, negative); }
-
- private:
-  /// At the ends of the cubic f is a single product. It may be zero where a handle is retracted;
-  /// that is no reason to divide the piece, because the ends are candidates in any case.
-  void setEnd(unsigned k, double f, double noise) {
-    negative |= static_cast<unsigned>(f < -noise) << k;
-    positive |= static_cast<unsigned>(f > noise) << k;
-    vanishing_ |= static_cast<unsigned>(std::fabs(f) <= noise) << k;
-  }
-
-  /// True when both sets are non-empty and all elements of low are less than all elements of high.
-  static bool isBelow(unsigned low, unsigned high) {
-    return low != 0 && high != 0 && low < (high & (0U - high));
-  }
-
-  unsigned vanishing_ = 0;
-};
-
 class Search {
  public:
   Search(Cubic const& cubic, Point const& p, double limit) : limit_(limit) {
@@ -143,7 +85,7 @@ class Search {
     found_ = &minima.inside;
     best_ = start();
     setNoise();
-    Signs const signs(whole(), noise_);
+    FootSigns const signs(whole(), noise_);
     for (unsigned k = 0; k < 6; ++k) {
       if (minima.slopeAtStart == 0) minima.slopeAtStart = signs.of(k);
       if (minima.slopeAtEnd == 0) minima.slopeAtEnd = signs.of(5 - k);
@@ -196,7 +138,7 @@ class Search {
     return {q + (e * 3.0 + (bend * 2.0 + a) * d) * d, e + (bend + a) * d, a};
   }
 
-  Piece whole() const {
+  FootPiece whole() const {
     Point const* q = q_.p;
     double const f0 = dot(q[0], e_[0]);
     double const f1 = (2.0 * dot(q[0], e_[1]) + 3.0 * dot(q[1], e_[0])) * 0.2;
@@ -207,45 +149,16 @@ class Search {
     return {{f0, f1, f2, f3, f4, f5}, 0.0, 1.0, best_.squaredDistance, true};
   }
 
-  /// D at a piece's end, and the least Bernstein coefficient of D over the piece.
-  static double squaredDistanceAtEnd(Piece const& piece, double& least) {
-    double d = piece.squaredDistance;
-    least = d;
-    for (double const f : piece.f) {
-      d += f * piece.width;
-      least = min(least, d);
-    }
-    return d;
-  }
-
-  /// Divides a piece by de Casteljau's triangle: the first part is stored, and the argument becomes
-  /// the second one.
-  static void cut(Piece& piece, Piece& first) {
-    for (int r = 0; r < 5; ++r) {
-      first.f[r] = piece.f[0];
-      for (int k = 0; k < 5 - r; ++k) piece.f[k] += (piece.f[k + 1] - piece.f[k]) * kHalving;
-    }
-    first.f[5] = piece.f[0];
-    first.start = piece.start;
-    first.width = piece.width * kHalving;
-    first.squaredDistance = piece.squaredDistance;
-    first.isLast = false;
-    piece.start += first.width;
-    piece.width *= 1.0 - kHalving;
-    double least = 0.0;
-    piece.squaredDistance = squaredDistanceAtEnd(first, least);
-  }
-
   void searchPieces() {
-    Piece waiting[kMaxPieces];
+    FootPiece waiting[kMaxPieces];
     int count = 1;
     waiting[0] = whole();
     double const slack = kDistanceNoise * largest_ * largest_;
     while (count > 0) {
-      Piece& piece = waiting[count - 1];
+      FootPiece& piece = waiting[count - 1];
       double least = 0.0;
-      squaredDistanceAtEnd(piece, least);
-      Signs const signs(piece, noise_);
+      piece.squaredDistanceAtEnd(least);
+      FootSigns const signs(piece, noise_);
       if (least - slack > limit_ || (signs.areCertain && signs.neverRise())) {
         --count;
       } else if (signs.areCertain && signs.riseOnce()) {
@@ -255,7 +168,7 @@ class Search {
         offerSamples(piece);
         --count;
       } else {
-        cut(piece, waiting[count]);
+        piece.cut(waiting[count]);
         ++count;
       }
     }
@@ -263,7 +176,7 @@ class Search {
 
   /// The foot found by the iteration from the point where the control polygon of f rises through
   /// zero.
-  Foot footWhereItRises(Piece const& piece, Signs const& signs) const {
+  Foot footWhereItRises(FootPiece const& piece, FootSigns const& signs) const {
     int low = 0;
     while ((signs.negative >> (low + 1)) != 0) ++low;
     int high = low + 1;
@@ -312,7 +225,7 @@ class Search {
   /// Samples a piece, ever more closely around the lowest sample, and updates the result with the
   /// local minima among the samples. The coefficients of f are only rounding errors here, but
   /// points, and f computed from point and velocity, are still significant.
-  void offerSamples(Piece const& piece) {
+  void offerSamples(FootPiece const& piece) {
     double low = piece.start;
     double high = piece.start + piece.width;
     double step = 1.0;
@@ -366,7 +279,7 @@ class Search {
   Point jerk_;                          // the difference of these
   double largest_ = 0.0;
   double largestEdge_ = 0.0;
-  Noise noise_ = {};
+  FootNoise noise_ = {};
   double limit_;
   Foot best_ = {};
 };
