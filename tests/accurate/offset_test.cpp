@@ -156,6 +156,11 @@ TEST(AccurateOffset, OutlinesOfStrokesHaveTheirCapsAndHoles) {
   Curve const back = curveOf({bezier(0, 0, 200, 0, -100, 0, 100, 0)});
   EXPECT_NEAR(totalArea(crv::strokeOutline(back, 20, Cap::round, {1e-6})), 2000 + 100 * kPi, 1e-2);
 
+  // Arcs of 180 degrees keep tolerances far below the square root of the rounding errors.
+  Curve const sharp = curveOf({bezier(40, 20, 20, 60, 40, 20, 40, 20)});
+  double const length = std::sqrt(2000.0) * 4 / 9, area = 2 * 33 * length + 33 * 33 * kPi;
+  EXPECT_NEAR(totalArea(crv::strokeOutline(sharp, 66, Cap::round, {1e-10})), area, 1e-7);
+
   // Segments no larger than rounding errors change nothing.
   for (double const size : {0x1p-51, 0x1p-47}) {
     Curve const tail =

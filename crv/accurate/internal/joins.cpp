@@ -15,14 +15,16 @@ constexpr double kTurnsBack = 0x1p-30;
 // The largest number of segments of a round join.
 constexpr int kMostArcs = 512;
 
-/// An angle up to 180 degrees.
+/// An angle up to 180 degrees, or to rounding above.
 struct Angle {
   double cosine, sine;
 
   Angle half() const {
+    // Next to 0 and to 180 degrees only the sine tells the angle exactly.
     double const c = std::sqrt(max(0.0, 0.5 * (1.0 + cosine)));
-    // The sine is computed from the sine, because that is exact for small angles.
-    return {c, c > 0.5 ? 0.5 * sine / c : std::sqrt(0.5 * (1.0 - cosine))};
+    if (c > 0.5) return {c, 0.5 * sine / c};
+    double const s = std::sqrt(0.5 * (1.0 - cosine));
+    return {0.5 * sine / s, s};
   }
 
   /// A third of the angle, as twice the third of the half-angle, for which Newton's method for cos
@@ -49,7 +51,7 @@ double arcError(Angle const& angle) {
 double appendArc(Point const& centre, double radius, Point const& startNormal,
                  Point const& endNormal, double tolerance, Point const& from, Point const& to,
                  std::vector<Cubic>& join) {
-  Angle const whole = {dot(startNormal, endNormal), std::fabs(cross(startNormal, endNormal))};
+  Angle const whole = {dot(startNormal, endNormal), -cross(startNormal, endNormal)};
   // The arc is divided into 1, 2, 4, 8, ... or 3, 6, 12, ... parts, whichever suffices with fewer.
   Angle halved = whole, thirds = whole.third();
   int count = 1, countOfThirds = 3;
