@@ -161,6 +161,19 @@ TEST(AccurateOffset, OutlinesOfStrokesHaveTheirCapsAndHoles) {
   double const length = std::sqrt(2000.0) * 4 / 9, area = 2 * 33 * length + 33 * 33 * kPi;
   EXPECT_NEAR(totalArea(crv::strokeOutline(sharp, 66, Cap::round, {1e-10})), area, 1e-7);
 
+  // Sides that nearly coincide, and distances at which rounding errors exceed the tolerance.
+  Curve const near =
+      curveOf({bezier(80, 20, 80, 20, 80, 60, 80, 40), bezier(80, 40, 80, 20, 80, 0, 0, 20),
+               bezier(0, 20, -80, 40, 0, 60, 80, 40)});
+  Curve const far = curveOf({bezier(20, 100, 100, 60, 80, 60, 20, 100)});
+  for (double const tolerance : {7.7e-9, 2.6e-9, 1e-10, 1e-12}) {
+    auto const areaOf = [&](Curve const& c, double width, double least) {
+      return totalArea(crv::strokeOutline(c, width, Cap::round, {least}));
+    };
+    EXPECT_NEAR(areaOf(near, 74, tolerance), areaOf(near, 74, 1e-6), 1e-3) << tolerance;
+    EXPECT_NEAR(areaOf(far, 2e4, tolerance) / areaOf(far, 2e4, 1e-5), 1.0, 1e-8) << tolerance;
+  }
+
   // Segments no larger than rounding errors change nothing.
   for (double const size : {0x1p-51, 0x1p-47}) {
     Curve const tail =

@@ -30,6 +30,9 @@ constexpr double kFirstSplit = 0x1p-10;
 constexpr int kMostSplits = 40;
 constexpr std::size_t kMostPieces = 1000;
 
+// The factor by which the tolerance is enlarged where that many pieces do not keep it.
+constexpr double kCoarser = 16.0;
+
 // The parameters at which the curvature equals 1 / distance are isolated by halving, down to
 // intervals of 2^-kFinestPart; from intervals of 2^-kCoarsestRoot on, a change of sign is refined
 // by bisection.
@@ -307,7 +310,17 @@ void SegmentParallel::append() {
 void appendParallel(SmoothPart const& source, double distance, double tolerance, Point const& start,
                     Point const& end, std::vector<ParallelPiece>& pieces,
                     std::vector<ReversedStretch>* reversed) {
-  SegmentParallel(source, distance, tolerance, start, end, pieces, reversed).append();
+  std::size_t const first = pieces.size(),
+                    firstReversed = reversed != nullptr ? reversed->size() : 0;
+  for (;; tolerance *= kCoarser) {
+    SegmentParallel(source, distance, tolerance, start, end, pieces, reversed).append();
+    if (pieces.size() < first + kMostPieces || tolerance >= distance) return;
+    pieces.erase(pieces.begin() + static_cast<std::ptrdiff_t>(first), pieces.end());
+    if (reversed != nullptr) {
+      reversed->erase(reversed->begin() + static_cast<std::ptrdiff_t>(firstReversed),
+                      reversed->end());
+    }
+  }
 }
 
 }  // namespace crv::internal

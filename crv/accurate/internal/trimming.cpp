@@ -27,6 +27,11 @@ constexpr double kSlack = 2.0;
 // apart.
 constexpr double kFinestShare = 0x1p-3;
 
+// Where edges lie so near to each other that paths come out wrong, all is arranged again at a
+// resolution coarser by this factor, up to this many times.
+constexpr double kCoarser = 8.0;
+constexpr int kMostAttempts = 4;
+
 // In units of the resolution: a meeting this near to a joint is the joint.
 constexpr double kJointReach = 4.0;
 
@@ -113,6 +118,15 @@ bool keepsDistance(Path const& path, RawOutline const& outline, Chain const& cur
   return count == 0 || !outline.isSwept();
 }
 
+std::vector<ArrangedSegment> segmentsOf(RawOutline const& outline) {
+  std::vector<ArrangedSegment> segments;
+  segments.reserve(outline.segments().size());
+  for (RawSegment const& s : outline.segments()) {
+    segments.push_back({part(s.c, s.s0, s.s1), s.next, 0});
+  }
+  return segments;
+}
+
 }  // namespace
 
 BoxTree boxesOf(Chain const& curve) {
@@ -142,23 +156,26 @@ bool isSimple(Chain const& curve, BoxTree const& boxes) {
 
 std::vector<Path> trimmed(RawOutline const& outline, int outside, Chain const& curve,
                           BoxTree const& boxes, double distance, double tolerance) {
-  std::vector<ArrangedSegment> segments;
-  segments.reserve(outline.segments().size());
-  for (RawSegment const& s : outline.segments()) {
-    segments.push_back({part(s.c, s.s0, s.s1), s.next, 0});
-  }
-  if (segments.empty()) return {};
+  if (outline.segments().empty()) return {};
   bool const isNarrow = kFinestShare * distance < kDefaultResolution;
-  Arrangement const plane(std::move(segments), isNarrow ? kFinestShare * distance : 0.0);
-  std::vector<signed char> kept;
-  kept.reserve(plane.edges().size());
-  for (Edge const& edge : plane.edges()) kept.push_back(sideOf(edge, outside));
-  std::vector<Path> paths = plane.paths(kept);
-  auto const isWrong = [&](Path const& path) {
-    return !path.isClosed || !keepsDistance(path, outline, curve, boxes, distance, tolerance);
-  };
-  paths.erase(std::remove_if(paths.begin(), paths.end(), isWrong), paths.end());
-  return paths;
+  double resolution = isNarrow ? kFinestShare * distance : 0.0;
+  for (int attempt = 0;; ++attempt) {
+    Arrangement const plane(segmentsOf(outline), resolution);
+    resolution = plane.resolution();
+    std::vector<signed char> kept;
+    kept.reserve(plane.edges().size());
+    for (Edge const& edge : plane.edges()) kept.push_back(sideOf(edge, outside));
+    std::vector<Path> paths = plane.paths(kept);
+    double const error = std::max(tolerance, resolution);
+    auto const isWrong = [&](Path const& path) {
+      return !path.isClosed || !keepsDistance(path, outline, curve, boxes, distance, error);
+    };
+    auto const firstWrong = std::remove_if(paths.begin(), paths.end(), isWrong);
+    bool const isSound = plane.isCertain() || firstWrong == paths.end();
+    paths.erase(firstWrong, paths.end());
+    if (isSound || attempt == kMostAttempts) return paths;
+    resolution *= kCoarser;
+  }
 }
 
 }  // namespace crv::internal
