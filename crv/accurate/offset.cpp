@@ -35,9 +35,12 @@ constexpr double kLeastTolerance = 64.0;
 // curve.
 constexpr double kLargestTolerance = 0.25;
 
-// In tolerances: the bends of a segment that is smaller than this, and smaller than the default
-// resolution of the curve, are left out, because rounding decides their directions.
-constexpr double kSmallSegment = 0.125;
+// In tolerances: what is smaller than this, and than a part of S, is left out, because rounding
+// errors decide its direction, and the curve would turn there within less than the errors of a
+// parallel. It is the bends of a segment smaller than the default resolution, and a handle shorter
+// than kShortHandle times S.
+constexpr double kSmall = 0.125;
+constexpr double kShortHandle = 0x1p-30;
 
 // In units of u (S + |d|): a small segment with a shorter chord is taken as its start. It is less
 // than the gaps that count as joints.
@@ -56,13 +59,24 @@ struct Frame {
     double const largest = kLargestTolerance * std::fabs(signedDistance);
     options.tolerance = std::max(std::min(given.tolerance, largest) * factor,
                                  kLeastTolerance * internal::kRounding);
-    double const small = std::min(kSmallSegment * options.tolerance,
-                                  internal::kDefaultResolution * magnitude * factor);
+    double const small = kSmall * options.tolerance;
+    double const smallSegment = std::min(small, internal::kDefaultResolution * magnitude * factor);
+    double const shortHandle = std::min(small, kShortHandle * magnitude * factor);
     for (Cubic& c : curve.segments) {
       for (internal::Point& p : c.p) p = {p.x * factor, mirrored(p.y * factor)};
-      straightenUpTo(small, c);
+      straightenUpTo(smallSegment, c);
+      retractUpTo(shortHandle, c.start(), c.p[1]);
+      retractUpTo(shortHandle, c.end(), c.p[2]);
     }
     options.tolerance -= moved;
+  }
+
+  /// Retracts a handle that is no longer than a limit.
+  void retractUpTo(double limit, internal::Point const& end, internal::Point& handle) {
+    double const squared = internal::squaredDistance(end, handle);
+    if (squared > limit * limit) return;
+    handle = end;
+    moved = std::max(moved, std::sqrt(squared));
   }
 
   /// Makes a segment a straight line, or a point, if it is no larger than a limit.

@@ -182,6 +182,15 @@ TEST(AccurateOffset, OutlinesOfStrokesHaveTheirCapsAndHoles) {
     EXPECT_NEAR(totalArea(crv::strokeOutline(tail, 2, Cap::round, {1e-6})), 6 + kPi, 1e-4);
     EXPECT_EQ(crv::offset(tail, 1.0).parallels.size(), 1u);
   }
+  // Nor do handles of that size, in whatever direction they point.
+  for (double const size : {0x1p-51, 0x1p-44, 0x1p-36}) {
+    Curve const noisy =
+        curveOf({GxBezier(Point(0, 0), Point(-size, size), Point(3 + size, -size), Point(3, 0))});
+    EXPECT_NEAR(totalArea(crv::strokeOutline(noisy, 2, Cap::round, {1e-6})), 6 + kPi, 1e-4);
+    crv::Offset const beside = crv::offset(noisy, 1.0, {1e-6});
+    EXPECT_EQ(beside.parallels.size(), 1u);
+    EXPECT_LE(beside.worstError, 1e-6);
+  }
 }
 
 /// Whether a straight pen of a width, held across a segment without caps, passes over a point.
