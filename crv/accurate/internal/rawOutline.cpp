@@ -25,6 +25,10 @@ constexpr double kSmoothShare = 1.0 / 16.0;
 // next one.
 constexpr double kSmoothReach = 1.0 / 32.0;
 
+// Parameter: the search for the crossing of two parallels at an inner corner starts this far from
+// their ends, where the speed may be zero.
+constexpr double kCrossing = 0x1p-4;
+
 // The least speed of a parallel, relative to that of the source, where it may be extended or
 // shortened.
 constexpr double kLeastSpeed = 0.25;
@@ -202,7 +206,7 @@ void RawOutline::cutLoop(std::size_t link) {
   RawSegment &before = segments_[link - 1], &behind = segments_[link + 1];
   bool const isBetween = before.kind == RawKind::parallel && behind.kind == RawKind::parallel &&
                          segments_[link].kind == RawKind::link;
-  double s = 1.0, u = 0.0;
+  double s = 1.0 - kCrossing, u = kCrossing;
   if (!isBetween || !SegmentPair{before.c, behind.c}.findCrossing(s, u)) return;
   bool const isInside = s > before.s0 && s < 1.0 && u > 0.0 && u < 1.0;
   if (!isInside || !isLoop(part(before.c, s, 1.0), part(behind.c, 0.0, u))) return;
