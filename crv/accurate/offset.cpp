@@ -65,18 +65,22 @@ struct Frame {
     for (Cubic& c : curve.segments) {
       for (internal::Point& p : c.p) p = {p.x * factor, mirrored(p.y * factor)};
       straightenUpTo(smallSegment, c);
-      retractUpTo(shortHandle, c.start(), c.p[1]);
-      retractUpTo(shortHandle, c.end(), c.p[2]);
+      retractUpTo(shortHandle, c.start(), c.p[1], c.p[2]);
+      retractUpTo(shortHandle, c.end(), c.p[2], c.p[1]);
     }
     options.tolerance -= moved;
   }
 
-  /// Retracts a handle that is no longer than a limit.
-  void retractUpTo(double limit, internal::Point const& end, internal::Point& handle) {
-    double const squared = internal::squaredDistance(end, handle);
-    if (squared > limit * limit) return;
-    handle = end;
-    moved = std::max(moved, std::sqrt(squared));
+  /// Retracts the handle at an end if it is no longer than a limit, and then the other one, too, if
+  /// it is as near to that end.
+  void retractUpTo(double limit, internal::Point const& end, internal::Point& handle,
+                   internal::Point& other) {
+    for (internal::Point* p : {&handle, &other}) {
+      double const squared = internal::squaredDistance(end, *p);
+      if (squared > limit * limit) return;
+      *p = end;
+      moved = std::max(moved, std::sqrt(squared));
+    }
   }
 
   /// Makes a segment a straight line, or a point, if it is no larger than a limit.

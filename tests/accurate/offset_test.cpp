@@ -186,6 +186,8 @@ TEST(AccurateOffset, OutlinesOfStrokesHaveTheirCapsAndHoles) {
   for (double const size : {0x1p-51, 0x1p-44, 0x1p-36}) {
     Curve const noisy =
         curveOf({GxBezier(Point(0, 0), Point(-size, size), Point(3 + size, -size), Point(3, 0))});
+    Curve const late = curveOf({GxBezier(Point(0, 0), Point(0, 0), Point(0, size), Point(3, 0))});
+    EXPECT_NEAR(totalArea(crv::strokeOutline(late, 2, Cap::round, {1e-6})), 6 + kPi, 1e-4);
     EXPECT_NEAR(totalArea(crv::strokeOutline(noisy, 2, Cap::round, {1e-6})), 6 + kPi, 1e-4);
     crv::Offset const beside = crv::offset(noisy, 1.0, {1e-6});
     EXPECT_EQ(beside.parallels.size(), 1u);
