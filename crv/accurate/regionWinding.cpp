@@ -25,9 +25,13 @@ using internal::Outlines;
 // distance from the point.
 constexpr double kBeside = 8.0;
 
-// Length of the difference of two unit vectors: a smaller one means that the sector between them is
-// the whole circle.
-constexpr double kNoSector = 0x1p-40;
+// Length of the difference of two unit vectors: at kBeside from the point, rounding decides on
+// which sides of two such directions a place between them lies.
+constexpr double kNarrowSector = 0x1p-13;
+
+bool isNarrow(internal::Point const& v, internal::Point const& w) {
+  return squaredDistance(v, w) < kNarrowSector * kNarrowSector;
+}
 
 /// Curves and a point, scaled so that the largest coordinate is below 1.
 class Surroundings {
@@ -82,7 +86,8 @@ bool Surroundings::isOnCurve() const {
                      });
 }
 
-/// The directions in which the curves leave the point, counter-clockwise.
+/// The directions in which the curves leave the point, counter-clockwise. One stands for all that
+/// are nearly the same.
 std::vector<internal::Point> Surroundings::branches() const {
   std::vector<internal::Point> branches;
   // A part that is a point, at an end of a segment, adds none.
@@ -103,6 +108,8 @@ std::vector<internal::Point> Surroundings::branches() const {
     bool const isLowW = w.y < 0.0 || (w.y == 0.0 && w.x < 0.0);
     return isLowV != isLowW ? isLowW : cross(v, w) > 0.0;
   });
+  branches.erase(std::unique(branches.begin(), branches.end(), isNarrow), branches.end());
+  if (branches.size() > 1 && isNarrow(branches.back(), branches.front())) branches.pop_back();
   return branches;
 }
 
@@ -122,14 +129,13 @@ int Surroundings::winding() const {
   int winding = windingAt(p_);
   if (!isOnCurve()) return winding;
   std::vector<internal::Point> const directions = branches();
-  winding = 0;
+  if (!directions.empty()) winding = 0;  // else there are only curves that are points
   for (std::size_t i = 0; i < directions.size(); ++i) {
     internal::Point const v = directions[i], w = directions[(i + 1) % directions.size()];
-    // The bisector of the sector from v to w; if the sector is the whole circle, the direction
-    // opposite to v.
+    // The bisector of the sector from v to w, which is the whole circle if there is one direction.
     internal::Point middle = {w.y - v.y, v.x - w.x};
     double const length = std::sqrt(dot(middle, middle));
-    middle = length > kNoSector ? middle * (1.0 / length) : v * -1.0;
+    middle = directions.size() > 1 ? middle * (1.0 / length) : v * -1.0;
     int const beside = windingAt(p_ + middle * (kBeside * resolution_));
     if (std::abs(beside) > std::abs(winding)) winding = beside;
   }

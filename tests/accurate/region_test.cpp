@@ -244,6 +244,9 @@ TEST(Region, FollowsTheRule) {
   EXPECT_FALSE(crv::contains(star, {0, 0}, FillRule::evenOdd));
   EXPECT_EQ(crv::winding(star, star[0][0].bValue(0.5)), 2) << "the larger of both sides";
   EXPECT_EQ(crv::winding(star, star[0][0][0]), 1) << "in a corner";
+  Curves const thereAndBack = {closed({evenLine(-1, -2, -2, 2), evenLine(-2, 2, -1, -2)})};
+  EXPECT_EQ(crv::winding(thereAndBack, {-1.5, 0}), 0);
+  EXPECT_EQ(crv::winding({star[0], closed({evenLine(0, 0, 0, 0)})}, {0, 0}), 2) << "at a point";
   EXPECT_TRUE(crv::contains(star, star[0][0].bValue(0.5), FillRule::evenOdd));
 
   // Points next to a circle and at the height of corners.
