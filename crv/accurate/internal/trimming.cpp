@@ -27,10 +27,9 @@ constexpr double kSlack = 2.0;
 // apart.
 constexpr double kFinestShare = 0x1p-3;
 
-// Where edges lie so near to each other that paths come out wrong, all is arranged again at a
-// resolution coarser by this factor, up to this many times.
+// Where edges lie so near to each other that paths come out wrong, all is arranged once more at a
+// resolution coarser by this factor.
 constexpr double kCoarser = 8.0;
-constexpr int kMostAttempts = 4;
 
 // In units of the resolution: a meeting this near to a joint is the joint.
 constexpr double kJointReach = 4.0;
@@ -159,7 +158,7 @@ std::vector<Path> trimmed(RawOutline const& outline, int outside, Chain const& c
   if (outline.segments().empty()) return {};
   bool const isNarrow = kFinestShare * distance < kDefaultResolution;
   double resolution = isNarrow ? kFinestShare * distance : 0.0;
-  for (int attempt = 0;; ++attempt) {
+  for (bool isLast = false;; isLast = true) {
     Arrangement const plane(segmentsOf(outline), resolution);
     resolution = plane.resolution();
     std::vector<signed char> kept;
@@ -173,7 +172,7 @@ std::vector<Path> trimmed(RawOutline const& outline, int outside, Chain const& c
     auto const firstWrong = std::remove_if(paths.begin(), paths.end(), isWrong);
     bool const isSound = plane.isCertain() || firstWrong == paths.end();
     paths.erase(firstWrong, paths.end());
-    if (isSound || attempt == kMostAttempts) return paths;
+    if (isSound || isLast) return paths;
     resolution *= kCoarser;
   }
 }
