@@ -247,6 +247,25 @@ TEST(AccurateOffset, FlatCapsAndJoinsBoundWhatAStraightPenPassesOver) {
           << text(x) << " " << text(y);
     }
   }
+
+  // The first handle is less than a millionth of its segment, so the curvature falls suddenly: no
+  // control point may lie far away.
+  Curve const hooked = closed(curveOf(
+      {bezier(0.60867132542482261, -0.56817399222306331, 0.60867085303179125, -0.56817385623441186,
+              0.95659016615672332, -0.37716504628896597, -0.83622489461100824, 0.46727421303185523),
+       bezier(-0.83622489461100824, 0.46727421303185523, -0.11322950916143126, 0.74403513537163501,
+              -0.34846082775917675, -0.92583093614177958, 0.061490869334355658,
+              0.17495496068036842),
+       evenLine(0.061490869334355658, 0.17495496068036842, 0.60867132542482261,
+                -0.56817399222306331)}));
+  crv::Offset const around =
+      crv::offset(hooked, 1.3066462988336323, {1.3921304394193339e-05, Join::miter});
+  ASSERT_FALSE(around.parallels.empty());
+  for (crv::Piece const& parallel : around.parallels) {
+    for (crv::Segment const& s : parallel.curve) {
+      for (int i = 0; i < 4; ++i) EXPECT_LT(s[i].distance(Point(0, 0)), 7.0);
+    }
+  }
 }
 
 TEST(AccurateOffset, InputsThatBrokeOthersAreFollowed) {

@@ -271,7 +271,9 @@ void SegmentParallel::appendPath(double t0, double t1, Point const& start, Point
   for (double const share : {0.25, 0.5, 0.75}) {
     error = max(error, internal::distance(pointAt(c, share), at(t0 + share * width).first));
   }
-  if (error <= tolerance_ || halvings == kMostHalvings) return path.push_back(c);
+  if (error <= tolerance_) return path.push_back(c);
+  // The velocities may be very large where the curvature changes suddenly.
+  if (halvings == kMostHalvings) return path.push_back(straight(start, end));
   double const middle = 0.5 * (t0 + t1);
   Point const between = at(middle).first;
   appendPath(t0, middle, start, between, halvings + 1, at, path);
