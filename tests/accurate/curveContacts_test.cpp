@@ -172,6 +172,14 @@ TEST(CurveContacts, OfACurveWithItselfAreThoseOfTheHardCases) {
     if (!n[2].empty()) expected.push_back({n[2][0], n[2][1], 0});
     expectPoints(selfContacts(curveOf({support::segmentOf(n[0])})), expected);
   }
+
+  // The branches of this crossing stay within 11 resolutions of each other all along the loop.
+  CurveContacts const narrow = selfContacts(curveOf({support::bezier(
+      -0.0356347939355115, -0.87981155858732452, -0.48511168690453371, -0.13283718106757877,
+      0.023121914799992514, -0.97745785927697026, -0.39651616899776609, -0.28007185074676699)}));
+  ASSERT_EQ(narrow.points.size(), 1u);
+  EXPECT_NEAR(flat(narrow.points[0].first), 0.38450327871765, 1e-5);
+  EXPECT_NEAR(flat(narrow.points[0].second), 0.787276199585545, 1e-5);
 }
 
 TEST(CurveContacts, RunOverJointsAndTheSeam) {

@@ -24,6 +24,10 @@ constexpr double kFarthestMiddle = 2.0;
 // this do not come to agree when the ends of stretches are refined.
 constexpr double kFarOff = 64.0;
 
+// Relative to the difference of the parameters of a double point: the foot of a place on the other
+// branch differs from it by more, a foot on the same branch by less.
+constexpr double kLeastWay = 0.25;
+
 // Steps of Newton's method that take the ends of a stretch to rounding.
 constexpr int kRefinements = 3;
 
@@ -149,8 +153,12 @@ bool holdCrossing(SegmentPair const& pair, double resolution, double& t, double&
   }
   // A segment that ends before the double point may still pass it within the resolution.
   double const heldT = min(1.0, max(0.0, t)), heldU = min(1.0, max(0.0, u));
-  if (heldT == t && heldU == u) return pair.distanceAt(t, u) <= resolution;
+  bool const isInside = heldT == t && heldU == u;
+  if (isInside && pair.distanceAt(t, u) <= resolution) return true;
+  // Where the branches cross at a small angle, a computed place may be off along its branch.
   FootPair const foot = heldT != t ? pair.footOnB(heldT, heldU) : pair.footOnA(heldT, heldU);
+  bool const isOther = (foot.u - foot.t) * wayBefore > kLeastWay * (wayBefore * wayBefore);
+  if (isInside && !isOther) return false;
   t = foot.t;
   u = foot.u;
   return foot.distance <= resolution;
