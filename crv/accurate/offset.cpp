@@ -35,10 +35,10 @@ constexpr double kLeastTolerance = 64.0;
 // curve.
 constexpr double kLargestTolerance = 0.25;
 
-// In tolerances: what is smaller than this, and than a part of S, is left out, because rounding
-// errors decide its direction, and the curve would turn there within less than the errors of a
-// parallel. It is the bends of a segment smaller than the default resolution, and a handle shorter
-// than kShortHandle times S.
+// Rounding errors decide the directions of tiny segments and handles, so these are simplified
+// before the offset if they are also shorter than kSmall times the tolerance. A segment smaller
+// than the default resolution becomes a straight line; a handle shorter than kShortHandle times S
+// is retracted.
 constexpr double kSmall = 0.125;
 constexpr double kShortHandle = 0x1p-30;
 

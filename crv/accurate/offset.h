@@ -55,8 +55,8 @@ struct Offset {
   /// A position that is taken to the parallel and back ends within 16 u (S + |d|) of its place,
   /// with u = 2^-53, divided by the speed of the parallel relative to that of the curve where this
   /// is below 1. All positions of a bend as tight as the distance are taken to one point. A joint
-  /// is taken to one point of its join, and every point of the join back to the joint. A segment
-  /// that is a point counts as its joint.
+  /// is taken to one point of its join, and all points of the join are taken back to the joint. A
+  /// segment that is a point is treated as part of the joint at its ends.
   std::vector<Piece> parallels;
   double worstError = 0.0;  ///< Bounds the error of the distance, except of bevels and miters.
 };

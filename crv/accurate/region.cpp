@@ -50,7 +50,8 @@ bool isInside(Counts const& windings, Operation operation, FillRule rule) {
   return isInA != isInB;
 }
 
-/// By edge of a plane: 1 if only its left side is inside, -1 if only its right side is, else 0.
+/// For each edge of an arrangement: 1 if only its left side is inside, -1 if only its right side
+/// is, else 0.
 template <class IsInside>
 std::vector<signed char> boundaryEdges(Arrangement const& plane, IsInside const& isInside) {
   std::vector<signed char> kept;

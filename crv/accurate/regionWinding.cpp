@@ -87,7 +87,7 @@ bool Surroundings::isOnCurve() const {
 }
 
 /// The directions in which the curves leave the point, counter-clockwise. One stands for all that
-/// are nearly the same.
+/// are nearly equal.
 std::vector<internal::Point> Surroundings::branches() const {
   std::vector<internal::Point> branches;
   // A part that is a point, at an end of a segment, adds none.

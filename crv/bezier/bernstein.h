@@ -16,8 +16,8 @@ CRV_API double bico(int n, int k);
 /// meaningless, and NaN at some t.
 CRV_API double blendValue(double t, int i, unsigned short n);
 
-/// Returns a new table of n + 1 rows of the four cubic weights, at 0, 1/n, 2/n, ..., 1, where each t
-/// is the sum of the one before it and 1/n; for n = 0 it has one row, at 0. The caller deletes each
-/// row and then the array of rows with delete[]. Returns null when memory runs out; the rows made
-/// until then are not freed.
+/// Returns a new table of n + 1 rows of the four cubic weights, at 0, 1/n, 2/n, ..., 1, where each
+/// t is the sum of the one before it and 1/n; for n = 0 it has one row, at 0. The caller deletes
+/// each row and then the array of rows with delete[]. Returns null when memory runs out; the rows
+/// made until then are not freed.
 CRV_API double** initBlendArray(unsigned short n);

@@ -10,8 +10,8 @@ namespace {
 
 // Where the cross product of velocity and acceleration begins or ends at 0 in an interval, or
 // changes its sign there, a chord has up to 1.2 times the error that its share of the integral
-// suggests. Such intervals count as kExtra chords more. kNearZero is how near to 0 counts, relative
-// to the value at the other end.
+// suggests. Each such interval adds kExtra chords. A value counts as 0 if it is less than kNearZero
+// times the value at the other end.
 constexpr double kExtra = 0.15;
 constexpr double kNearZero = 0.05;
 
@@ -33,8 +33,7 @@ double roughInverseRoot(double x) {
 
 }  // namespace
 
-// Always inlined, so that it is compiled into every clone of make, for the vector units of that
-// one.
+// Always inlined, so that each clone of make contains it, compiled for the clone's vector units.
 template <int kCount>
 [[gnu::always_inline]] inline void ChordPlan::sample(Velocity const& given, double factor,
                                                      double most) {

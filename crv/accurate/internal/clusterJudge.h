@@ -17,7 +17,7 @@ class ClusterJudge {
   /// Adds the meeting or the stretch that a cluster represents.
   void judge(ApproachCluster const& cluster, Meetings& found) const;
 
-  /// Whether a cluster gives a point because it is short.
+  /// Whether a cluster is so short that it is reported as a point.
   bool isShort(ApproachCluster const& cluster) const;
 
   /// Whether a stretch between ends of the segments is long enough to be reported.

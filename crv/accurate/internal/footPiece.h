@@ -7,8 +7,8 @@
 
 namespace crv::internal {
 
-// Parameter of a piece at which it is divided; not the middle, because symmetric input has its
-// roots there.
+// The parameter at which a piece is divided. It is not the middle, because the roots of symmetric
+// input lie there.
 constexpr double kHalving = 15.0 / 32.0;
 
 /// The Bernstein coefficients of f over the parameters from start to start + width.

@@ -15,7 +15,7 @@ constexpr double kTurnsBack = 0x1p-30;
 // The largest number of segments of a round join.
 constexpr int kMostArcs = 512;
 
-/// An angle up to 180 degrees, or to rounding above.
+/// An angle of at most 180 degrees, except for rounding errors.
 struct Angle {
   double cosine, sine;
 

@@ -126,8 +126,9 @@ class ParallelMap : public GxBezierCurvePositionMapBase {
   }
 
  private:
-  /// The place itself; for a place on a segment that is a point, the end of the last segment before
-  /// it that is no point, or else the start of the first one behind it.
+  /// Returns the place itself, unless its segment is a point. Then it returns the end of the last
+  /// segment before it that is not a point, or, if there is none, the start of the first one
+  /// behind.
   Place onMovingSegment(Place const& place) const {
     std::size_t const n = source_->size();
     std::size_t k = place.segment;

@@ -272,7 +272,7 @@ void SegmentParallel::appendPath(double t0, double t1, Point const& start, Point
     error = max(error, internal::distance(pointAt(c, share), at(t0 + share * width).first));
   }
   if (error <= tolerance_) return path.push_back(c);
-  // The velocities may be very large where the curvature changes suddenly.
+  // Where the curvature changes suddenly, the velocities may lead the cubic far away.
   if (halvings == kMostHalvings) return path.push_back(straight(start, end));
   double const middle = 0.5 * (t0 + t1);
   Point const between = at(middle).first;

@@ -199,7 +199,7 @@ void addOtherMeetings(ClusterJudge const& judge, SegmentPair const& pair, double
     if (!isOnStretch({t, u})) {
       passes[count++] = {t, u};
     } else if (isInside) {
-      // A loop within the resolution is none from either side.
+      // A loop narrower than the resolution has no crossing in either pass.
       return;
     }
   }

@@ -1,4 +1,4 @@
-// Asks for the contacts of each curve with itself, and of parts of two curves near each other.
+// Examines the contacts of each curve with itself, and of nearby parts of two curves.
 #include "crv/accurate/internal/simpleCurves.h"
 
 #include "crv/accurate/curveContacts.h"

@@ -70,8 +70,8 @@ struct Zeros {
   }
 
  private:
-  // Squared ratios: up to the first one of m1 to m2 both m1 + w and m1 - w are exact enough, and up
-  // to the second one of m0 to m2 the zeros are not so far away that their powers overflow.
+  // Ratios of squared lengths: if that of m1 to m2 is below kLongest, m1 + w and m1 - w lose few
+  // digits to rounding; if that of m0 to m2 is below kFarthest, no power of a zero overflows.
   static constexpr double kLongest = 0x1p16;
   static constexpr double kFarthest = 0x1p80;
 

@@ -86,10 +86,11 @@ class SquaredSpeed {
   double c0_, c1_, c2_, c3_, c4_;
 };
 
-/// Tests whether the velocity, as a function of a complex s, has no zero in an ellipse. It has none
-/// if its product with the conjugate of m0 has a positive real part everywhere on the boundary, and
-/// hence inside. On the boundary s = x cos a + i y sin a and s^2 = (1 + xx cos 2a + i yy sin 2a) /
-/// 2, so the real part is a quadratic form in 1, cos a and -sin a.
+/// Tests whether the velocity m0 + m1 s + m2 s^2, a complex function of a complex s, has no zero in
+/// an ellipse. It has none if its product with the conjugate of m0 has a positive real part on the
+/// whole boundary, because then the real part is positive inside, too (minimum principle). On the
+/// boundary s = x cos a + i y sin a and s^2 = (1 + xx cos 2a + i yy sin 2a) / 2, so the real part
+/// is a quadratic form in 1, cos a and -sin a.
 class HalfPlaneTest {
  public:
   explicit HalfPlaneTest(Hodograph const& h)
@@ -97,8 +98,9 @@ class HalfPlaneTest {
         m02_{0.5 * dot(h.m0, h.m2), 0.5 * cross(h.m0, h.m2)},
         mean_(dot(h.m0, h.m0) + m02_.x) {}
 
-  /// Returns true when all leading minors of the matrix of the form are positive, and thus the
-  /// form. Because 1 = cos^2 a + sin^2 a, the mean may be divided between both sides in any ratio.
+  /// Returns true when all leading minors of the matrix of the form are positive, so that the form
+  /// is positive definite (Sylvester's criterion). Because 1 = cos^2 a + sin^2 a, any share of the
+  /// mean may be the coefficient of 1^2, and the rest that of cos^2 a and of sin^2 a.
   bool passes(Ellipse const& ellipse) const {
     double const a = ellipse.x * m01_.x;
     double const b = ellipse.y * m01_.y;

@@ -34,7 +34,7 @@ constexpr double kLongHandle = 0x1p-14;
 // the direction.
 constexpr double kSquaredStray = 0x1p-8;
 
-// Parameter: if a curve does not keep its direction as a whole, its start up to here is asked.
+// Parameter: if a curve does not keep its direction as a whole, its start up to here is examined.
 constexpr double kStart = 0x1p-5;
 
 // Difference of angle keys: directions farther apart than this decide the order alone.

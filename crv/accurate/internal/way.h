@@ -17,9 +17,9 @@ struct Way {
 
 /// Whether two ways can be followed from their starts to their ends so that the points on both stay
 /// within reach of each other, given that the starts and the ends are.
-/// Method: this asks whether the Fréchet distance of the ways is at most reach (H. Alt and M.
-/// Godau, "Computing the Fréchet distance between two polygonal curves", 1995). The ways are halved
-/// at points that are near to each other until their parts turn little, which decides it.
+/// Method: they can if the Fréchet distance of the ways is at most reach (H. Alt and M. Godau,
+/// "Computing the Fréchet distance between two polygonal curves", 1995). The ways are halved at
+/// points that are near to each other until their parts turn so little that samples decide.
 bool areSideBySide(Way const& a, Way const& b, double reach);
 
 }  // namespace crv::internal

@@ -287,7 +287,8 @@ bool Faces::isConfirmed(std::size_t face, EdgeRays const& all) {
   return balance >= 0.0;
 }
 
-/// Whether the faces around doubtful nodes have the right winding numbers.
+/// Checks by rays the winding numbers of the faces around nodes at which the order of the edges may
+/// be wrong. Returns whether all are right.
 bool Faces::areConfirmed() {
   if (turns_.doubtful.empty()) return true;
   EdgeRays const all = raysAmong(0, edgesByComponent_.size());

@@ -228,7 +228,7 @@ class Search {
     Point const d2 = b.cubic.end() - b.cubic.start();
     Point const w = b.cubic.start() - a.cubic.start();
     double const det = d2.x * d1.y - d2.y * d1.x;
-    // Deliberate: negligible beside 1, whatever the size of the chords.
+    // Deliberate: the determinant counts as zero if adding 1 to it gives 1, even for tiny chords.
     if (det + 1.0 == 1.0) return;
     double const inverse = 1.0 / det;
     double const s = (w.y * d2.x - w.x * d2.y) * inverse;
