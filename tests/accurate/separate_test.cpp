@@ -126,6 +126,11 @@ TEST(Separate, OfKnownShapes) {
        2,
        {false, false}},
       {"a touching", closed(polygon({0, 0, 2, 0, 2, 2, 1, 0, 0, 2, 0, 0})), 1, {false}},
+      {"a crossing of a segment that runs back on itself",
+       closed(curveOf(segmentsOf({3, 0, 0, 2, 2, 1, 1, 3, 1, 3, 3, 3, 3, 1, 2, 1,
+                                  2, 1, 3, 2, 0, 0, 3, 0, 3, 0, 0, 2, 3, 0, 3, 0}))),
+       3,
+       {false, true, true}},
       {"there and back", closed(polygon({0, 0, 2, 0, 0, 0})), 1, {false}},
   };
   for (auto const& row : rows) {

@@ -5,11 +5,9 @@
 #include "crv/accurate/internal/planeGraph.h"
 #include "crv/accurate/internal/route.h"
 #include "crv/accurate/internal/segmentPair.h"
-#include "crv/foundation/internal/introsort.h"
 #include "crv/foundation/tolerance.h"
 
 #include <algorithm>
-#include <optional>
 #include <utility>
 
 namespace crv::internal {
@@ -43,6 +41,11 @@ struct Branch {
   bool arrives;
 };
 
+struct Circle {
+  Point centre;
+  double radius;
+};
+
 /// The ranks at which a pass arrives and leaves, in the order of the branches.
 struct Ranks {
   std::size_t in, out;
@@ -61,7 +64,9 @@ class Linker {
   }
   void uniteNeighbours();
   void linkAt(std::vector<std::size_t> const& passes);
-  std::vector<Branch> branchesAt(std::vector<std::size_t> const& passes, double radius) const;
+  bool setKeys(Branch* begin, Branch* end, Circle const& circle, double reference) const;
+  void sortByExits(Branch* begin, Branch* end, Circle const& circle) const;
+  std::vector<Branch> sortedBranches(std::vector<std::size_t> const& passes) const;
   void linkBranches(std::vector<Branch> const& branches);
   bool cross(std::size_t p, std::size_t q) const;
   bool exchange(std::size_t p, std::size_t q);
@@ -111,34 +116,71 @@ void Linker::uniteNeighbours() {
   visits_ = std::move(kept);
 }
 
-/// The branches of passes in the counter-clockwise order in which they leave a circle; none if one
-/// of them never does.
-std::vector<Branch> Linker::branchesAt(std::vector<std::size_t> const& passes,
-                                       double radius) const {
-  std::vector<Branch> branches;
-  Point const centre = route_.at(visits_[passes[0]].place);
-  for (std::size_t const pass : passes) {
-    for (bool const forward : {false, true}) {
-      std::optional<Point> const exit = route_.exit(centre, radius, visits_[pass].place, forward);
-      if (!exit) return {};
-      branches.push_back({angleKey(*exit - centre), pass, !forward});
-    }
-  }
-  introsort(branches, [](Branch const& p, Branch const& q) {
-    return p.key != q.key ? p.key < q.key : p.pass < q.pass;
-  });
-  return branches;
+bool isBefore(Branch const& p, Branch const& q) {
+  if (p.key != q.key) return p.key < q.key;
+  return p.pass != q.pass ? p.pass < q.pass : p.arrives && !q.arrives;
 }
 
-/// The least distance of neighbouring branches on a circle.
-double leastGap(std::vector<Branch> const& branches, double radius) {
-  double least = radius;
-  double last = branches.back().key - kFullTurn;
-  for (Branch const& branch : branches) {
-    least = min(least, radius * (branch.key - last));
-    last = branch.key;
+/// Rotates branches that are sorted by their keys, so that the widest gap between two neighbours
+/// lies before the first.
+void beginBehindWidestGap(std::vector<Branch>& branches) {
+  std::size_t first = 0;
+  double widest = branches.front().key + kFullTurn - branches.back().key;
+  for (std::size_t i = 1; i < branches.size(); ++i) {
+    double const gap = branches[i].key - branches[i - 1].key;
+    if (gap <= widest) continue;
+    widest = gap;
+    first = i;
   }
-  return least;
+  auto const middle = branches.begin() + static_cast<std::ptrdiff_t>(first);
+  for (auto b = branches.begin(); b != middle; ++b) b->key += kFullTurn;
+  std::rotate(branches.begin(), middle, branches.end());
+}
+
+/// Computes the angles at which branches leave a circle, as keys that differ from a reference by
+/// half a turn at most. Returns false if one of them never leaves it.
+bool Linker::setKeys(Branch* begin, Branch* end, Circle const& circle, double reference) const {
+  for (Branch* b = begin; b != end; ++b) {
+    Place const& place = visits_[b->pass].place;
+    auto const exit = route_.exit(circle.centre, circle.radius, place, !b->arrives);
+    if (!exit) return false;
+    b->key = angleKey(*exit - circle.centre);
+    while (b->key > reference + 0.5 * kFullTurn) b->key -= kFullTurn;
+    while (b->key < reference - 0.5 * kFullTurn) b->key += kFullTurn;
+  }
+  return true;
+}
+
+/// Sorts branches by where they leave a circle, and those that have not separated there by where
+/// they leave wider ones. Branches that coincide keep their place among the others.
+void Linker::sortByExits(Branch* begin, Branch* end, Circle const& circle) const {
+  std::sort(begin, end, isBefore);
+  double const apart = kApart * scale_.resolution / circle.radius;
+  Circle const wider = {circle.centre, kGrowth * circle.radius};
+  if (wider.radius > kFarthest) return;
+  for (Branch *first = begin, *last = begin; first != end; first = last) {
+    do ++last;
+    while (last != end && last[0].key - last[-1].key <= apart);
+    if (last - first > 1 && setKeys(first, last, wider, first->key))
+      sortByExits(first, last, wider);
+  }
+}
+
+/// The branches of passes in the counter-clockwise order in which they leave the crossing; none if
+/// one of them stays there.
+std::vector<Branch> Linker::sortedBranches(std::vector<std::size_t> const& passes) const {
+  std::vector<Branch> branches;
+  for (std::size_t const pass : passes) {
+    branches.push_back({0.0, pass, true});
+    branches.push_back({0.0, pass, false});
+  }
+  Branch *const begin = branches.data(), *const end = begin + branches.size();
+  Circle const circle = {route_.at(visits_[passes[0]].place), kFirstRadius * scale_.resolution};
+  if (!setKeys(begin, end, circle, 0.5 * kFullTurn)) return {};
+  std::sort(begin, end, isBefore);
+  beginBehindWidestGap(branches);
+  sortByExits(begin, end, circle);
+  return branches;
 }
 
 /// Links each arriving branch with a leaving one, nearest neighbours first, so that no two links
@@ -166,17 +208,7 @@ void Linker::linkAt(std::vector<std::size_t> const& passes) {
     passes_[passes[0]].next = passes[1];
     passes_[passes[1]].next = passes[0];
   }
-  if (passes.size() < 3) return;
-  double radius = kFirstRadius * scale_.resolution;
-  std::vector<Branch> branches = branchesAt(passes, radius);
-  while (!branches.empty() && radius < kFarthest &&
-         leastGap(branches, radius) <= kApart * scale_.resolution) {
-    radius *= kGrowth;
-    std::vector<Branch> farther = branchesAt(passes, radius);
-    if (farther.empty()) break;
-    branches = std::move(farther);
-  }
-  linkBranches(branches);
+  if (passes.size() > 2) linkBranches(sortedBranches(passes));
 }
 
 /// Whether the links of two passes through one crossing cross.
