@@ -131,9 +131,16 @@ bool keepNear(SegmentPair const& pair, double magnitude, double resolution, doub
     if (!(pair.footOnA(t, u).distance <= apart)) return false;
     areEven = false;
   }
-  // A near foot may lie on another branch of a small loop.
-  return areEven ||
-         areSideBySide({{part(pair.a, t0, t1), {}}, 1}, {{part(pair.b, u0, u1), {}}, 1}, apart);
+  if (areEven) return true;
+  // A near foot may lie on another branch of a small loop, so both ways are followed. They start
+  // and end at feet, because graphs are compared across their axis, where they may be farther
+  // apart.
+  auto const partnerOf = [&](double t, double u) {
+    return pair.distanceAt(t, u) <= apart ? u : pair.footOnB(t, u).u;
+  };
+  Cubic const wayOnA = part(pair.a, t0, t1);
+  Cubic const wayOnB = part(pair.b, partnerOf(t0, u0), partnerOf(t1, u1));
+  return areSideBySide({{wayOnA, {}}, 1}, {{wayOnB, {}}, 1}, apart);
 }
 
 std::vector<ApproachCluster> collectClusters(SegmentPair const& pair, double magnitude,

@@ -155,9 +155,11 @@ bool ClusterJudge::findOnlyPlace(ApproachCluster const& c, FootPair& place) cons
   }
   // The crossing is taken in the middle of the stretch in which the segments are nearest, because
   // at small angles and at crossings of high order rounding errors obscure the crossing itself.
+  // Where the segments do not part evenly on both sides, that middle is not a crossing.
   double const level = kTouching * resolution_ * lastSide;
   double const before = whereSideIs(-level, c.t0, toT, fromU);
   place = pair_.footOnB(0.5 * (before + whereSideIs(level, fromT, c.t1, fromU)), fromU);
+  if (place.distance > noise) place = pair_.footOnB(whereSideIs(0.0, fromT, toT, fromU), fromU);
   return place.distance <= resolution_;
 }
 
@@ -303,6 +305,16 @@ bool ClusterJudge::crosses(FootPair const& place) const {
   return (before < 0.0 && after > 0.0) || (before > 0.0 && after < 0.0);
 }
 
+/// The same for the place of a cluster: where the segments part at both of its ends, these tell.
+bool ClusterJudge::crosses(ApproachCluster const& c, FootPair const& place) const {
+  if (isEnd(place.t) || isEnd(place.u)) return false;
+  if (c.sense == 0 || isSlow(place.t, place.u)) return crosses(place);
+  double u0 = c.u0, u1 = c.u1;
+  double const before = sideAt(c.t0, u0), after = sideAt(c.t1, u1);
+  if (min(std::fabs(before), std::fabs(after)) <= kTouching * resolution_) return crosses(place);
+  return before * after < 0.0;
+}
+
 /// Whether a long cluster is reported as the only point at which the segments meet, which is
 /// stored.
 bool ClusterJudge::isOnePlace(ApproachCluster const& cluster, double length,
@@ -343,7 +355,7 @@ void ClusterJudge::judge(ApproachCluster const& cluster, Meetings& found) const 
     }
   }
   place = isLong && place.distance >= 0.0 ? snapped(place) : placeOf(cluster);
-  found.points.push_back({place.t, place.u, crosses(place)});
+  found.points.push_back({place.t, place.u, crosses(cluster, place)});
 }
 
 }  // namespace crv::internal

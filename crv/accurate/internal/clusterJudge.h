@@ -50,6 +50,7 @@ class ClusterJudge {
   bool findOnlyPlace(ApproachCluster const& cluster, FootPair& place) const;
   bool isOnePlace(ApproachCluster const& cluster, double length, FootPair& place) const;
   FootPair placeOf(ApproachCluster const& cluster) const;
+  bool crosses(ApproachCluster const& cluster, FootPair const& place) const;
   double snappedParameter(Cubic const& c, double t) const;
   double sideBeyond(FootPair const& place, double direction) const;
 
