@@ -1,6 +1,7 @@
 #include "crv/accurate/flatten.h"
 
 #include "crv/accurate/internal/chordPlan.h"
+#include "crv/accurate/internal/controlEdges.h"
 #include "crv/accurate/internal/scale.h"
 #include "crv/accurate/internal/vectorClones.h"
 
@@ -16,6 +17,7 @@ namespace {
 using internal::ChordError;
 using internal::ChordPlan;
 using internal::Cubic;
+using internal::Edges;
 using internal::kBatch;
 using internal::kUnknown;
 using internal::PowerOfTwo;
@@ -32,8 +34,9 @@ constexpr std::size_t kTriedAsOne = 3;
 // The number of points per segment for which memory is reserved before any segment is done.
 constexpr std::size_t kExpected = 16;
 
-// Halvings of a chord; after so many, the stretch is far below rounding.
-constexpr int kMaxDepth = 60;
+// Divisions of a chord, of which every other is a halving; after so many, the stretch is far below
+// rounding.
+constexpr int kMaxDepth = 120;
 
 // Magnitudes within which products of four coordinates stay far from the limits of a double.
 constexpr double kSmallestOrdinary = 0x1p-100;
@@ -179,7 +182,8 @@ class Flattener {
     std::size_t const planned = plan_.make(velocity, 0.375 / tolerance_);
     Vertex const first = {0.0, cubic_.start()};
     Vertex const end = {1.0, cubic_.end()};
-    bool const isFlat = planned <= kTriedAsOne && isNear(first, end, bound(first, end));
+    double split = 0.5;
+    bool const isFlat = planned <= kTriedAsOne && isNear(first, end, bound(first, end), split);
     auto const chords = isFlat ? 1 : planned;
     makeRoom(chords + chords / 4 + 4);
     if (segment_ == 0 || start.x != end_.x || start.y != end_.y) add(start, 0.0);
@@ -190,7 +194,7 @@ class Flattener {
   }
 
   /// Adds chords with equal shares of the density; chords that are too far from the curve are
-  /// halved.
+  /// divided.
   void addPlanned(Vertex const& first, Vertex const& end, std::size_t chords) {
     Batch batch;
     batch.set(0, first);
@@ -206,15 +210,15 @@ class Flattener {
       if (batch.isInside) {
         addInside(batch, 1, inside + 1);
       } else {
-        addHalved(batch, count, inside);
+        addDivided(batch, count, inside);
       }
       batch.set(0, batch.vertex(count));
     }
   }
 
-  /// Adds the vertices of a batch whose numbers are at most inside, and halves the chords that are
+  /// Adds the vertices of a batch whose numbers are at most inside, and divides the chords that are
   /// too far from the curve.
-  [[gnu::noinline]] void addHalved(Batch const& batch, std::size_t chords, std::size_t inside) {
+  [[gnu::noinline]] void addDivided(Batch const& batch, std::size_t chords, std::size_t inside) {
     std::size_t last = 0;  // the vertex before the chord
     std::size_t next = 1;  // the first vertex not added yet
     for (std::size_t i = 1; i <= chords; ++i) {
@@ -223,7 +227,7 @@ class Flattener {
         bool const isPoint = !(batch.t[i] > batch.t[last]);
         next = isPoint ? i + 1 : i;
         if (isPoint) continue;
-        halve(batch.vertex(last), batch.vertex(i), 0, batch.squared[i - 1]);
+        divide(batch.vertex(last), batch.vertex(i), 0, batch.squared[i - 1]);
       }
       last = i;
     }
@@ -250,10 +254,33 @@ class Flattener {
     return distance * distance;
   }
 
+  /// Bounds the same squared distance by the line through both vertices and by the places at which
+  /// the stretch turns back along it. The place farthest beyond the chord, if any is, becomes turn.
+  double boundByTurns(Vertex const& a, Vertex const& b, double& turn) const {
+    P const chord = b.place - a.place;
+    double const squared = dot(chord, chord);
+    double turns[2];
+    int const count = Edges(cubic_).along(chord).roots(turns);
+    double farthest = 0.0;  // beyond the chord, times its length
+    for (int i = 0; i < count; ++i) {
+      if (!(a.t < turns[i] && turns[i] < b.t)) continue;
+      double const along = dot(cubic_.point(turns[i]) - a.place, chord);
+      double const beyond = max(-along, along - squared);
+      if (!(beyond > farthest)) continue;
+      farthest = beyond;
+      turn = turns[i];
+    }
+    // Far beyond a chord, rounding errors of its direction count.
+    if (!(farthest <= squared && squared >= error_.shortest)) return kUnknown;
+    return error_.squaredAcross(a.t, b.t, squared) + farthest * (farthest / squared);
+  }
+
   /// Whether a chord is within the tolerance, by a bound that is given or, if that is kUnknown, by
-  /// control points; if so, the bound counts for worstDistance.
-  bool isNear(Vertex const& a, Vertex const& b, double squared) {
-    return take(squared < kUnknown ? squared : boundByControlPoints(a, b));
+  /// the better of two others; if so, the bound counts for worstDistance. Otherwise, split is where
+  /// the chord should be divided.
+  bool isNear(Vertex const& a, Vertex const& b, double squared, double& split) {
+    if (squared < kUnknown) return take(squared);
+    return take(boundByControlPoints(a, b)) || take(boundByTurns(a, b, split));
   }
 
   /// Returns whether a chord is within the tolerance; if so, its distance counts for worstDistance.
@@ -265,14 +292,17 @@ class Flattener {
 
   /// Adds the vertices needed between two vertices. squared bounds the squared distance of the
   /// stretch from its chord.
-  [[gnu::noinline]] void halve(Vertex const& a, Vertex const& b, int depth, double squared) {
-    if (isNear(a, b, squared) || depth == kMaxDepth) return;
-    Vertex const middle = vertex(0.5 * (a.t + b.t));
+  [[gnu::noinline]] void divide(Vertex const& a, Vertex const& b, int depth, double squared) {
+    double const half = 0.5 * (a.t + b.t);
+    double turn = half;
+    if (isNear(a, b, squared, turn) || depth == kMaxDepth) return;
+    // Every other division halves, so that stretches become short anyway.
+    Vertex const middle = vertex(depth % 2 == 0 ? turn : half);
     double const left = bound(a, middle);
     double const right = bound(middle, b);
-    if (!take(left)) halve(a, middle, depth + 1, left);
+    if (!take(left)) divide(a, middle, depth + 1, left);
     addInside(middle);
-    if (!take(right)) halve(middle, b, depth + 1, right);
+    if (!take(right)) divide(middle, b, depth + 1, right);
   }
 
   void addInside(Vertex const& v) { add(v.place * unit_.power, v.t); }

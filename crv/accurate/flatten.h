@@ -29,7 +29,8 @@ struct Polyline {
 /// Method: each chord gets an equal share of the integral of the square root of curvature / (8
 /// tolerance) along the curve, so that all chords have about the same error. The error of each
 /// chord is then bounded by the second derivative across it, or by the control points of its
-/// stretch, and the chord is halved if the bound exceeds the tolerance.
+/// stretch, or by the places where it turns back along the chord. A chord whose bound exceeds the
+/// tolerance is divided, where the stretch turns back or else in the middle.
 [[nodiscard]] CRV_API Polyline flatten(Curve const& curve, double tolerance);
 
 }  // namespace crv

@@ -56,6 +56,8 @@ TEST(AccurateFlatten, HardCasesStayWithinTheirTolerance) {
   expectWithin(curveOf({support::loop()}), 1000, 1);
   expectWithin(curveOf({bezier(0, 0, 1, 1, 0, 1, 1, 0)}), 1e-3, 40);  // a cusp
   expectWithin(curveOf({support::retractedLine(0, 0, 9, 4)}), 1e-9, 1);
+  expectWithin(curveOf({bezier(0, 0, 6, 3, -2, -1, 4, 2)}), 1e-9, 1);   // turns back inside
+  expectWithin(curveOf({bezier(0, 0, 12, 6, -8, -4, 4, 2)}), 1e-9, 3);  // and beyond the ends
   EXPECT_EQ(crv::flatten(curveOf({support::retractedLine(0, 0, 9, 4)}), 1).worstDistance, 0.0);
 }
 

@@ -82,17 +82,23 @@ struct ChordError {
   /// may be longer than the chord, the stretch may extend beyond the ends of the chord, and the
   /// result is kUnknown.
   double squared(double t0, double t1, double x, double y) const {
+    double const hh = (t1 - t0) * (t1 - t0);
+    double const chord = x * x + y * y;
+    double const across = squaredAcross(t0, t1, chord);
+    return hh * hh * acceleration + shortest <= chord ? across : kUnknown;
+  }
+
+  /// The square of a bound on the distance of the same stretch from the line through its ends.
+  /// chord is the square of their distance.
+  double squaredAcross(double t0, double t1, double chord) const {
     double const h = t1 - t0;
     double const t = 0.5 * (t0 + t1);
     double const hh = h * h;
-    double const chord = x * x + y * y;
     double const turn = c0 + (c1 + c2 * t) * t;
     double const skew = c1 + 2.0 * (c2 * t);
     double const middle = std::fabs(turn - hh * (c2 * (1.0 / 12.0))) + turnNoise;
     double const side = kSkewShare * std::fabs(h * skew) + turnNoise;
-    double const squaredArea = 1.265625 * (hh * hh * hh) * (middle * middle + side * side);
-    bool const isKnown = hh * hh * acceleration + shortest <= chord;
-    return isKnown ? squaredArea / chord : kUnknown;
+    return 1.265625 * (hh * hh * hh) * (middle * middle + side * side) / chord;
   }
 };
 

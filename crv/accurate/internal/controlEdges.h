@@ -48,6 +48,10 @@ struct Edges {
     return {cross(axis, e[0]), cross(axis, e[1]), cross(axis, e[2])};
   }
 
+  Quadratic along(Point const& axis) const {
+    return {dot(axis, e[0]), dot(axis, e[1]), dot(axis, e[2])};
+  }
+
   /// An eighteenth of the cross product of the first and second derivatives.
   Quadratic turning() const {
     return {cross(e[0], e[1]), 0.5 * cross(e[0], e[2]), cross(e[1], e[2])};
