@@ -28,6 +28,10 @@ constexpr double kShortfallOfSize = 0x1p-60;
 constexpr double kAtJoint = 0x1p-20;
 constexpr double kJointRadius = 0x1p-46;
 
+// Relative to the largest coordinate: it is not taken so if its distance is less than that of the
+// joint by more than this, which is more than rounding errors.
+constexpr double kJointNoise = 4 * internal::kRounding;
+
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 std::vector<internal::Box> boxesOf(internal::Chain const& chain) {
@@ -95,8 +99,13 @@ namespace {
 /// Collects the local minima along a chain, inside its segments and at its joints.
 class MinimaAlong {
  public:
-  MinimaAlong(internal::Chain const& chain, internal::Point const& p, double limit, double radius)
-      : chain_(chain), p_(p), limit_(limit), squaredRadius_(radius * radius) {}
+  MinimaAlong(internal::Chain const& chain, internal::Point const& p, double limit,
+              double magnitude)
+      : chain_(chain),
+        p_(p),
+        limit_(limit),
+        squaredRadius_(kJointRadius * magnitude * kJointRadius * magnitude),
+        noise_(kJointNoise * magnitude) {}
 
   /// Must be called for segments in ascending order. Segments that are not added are farther than
   /// the limit.
@@ -115,7 +124,7 @@ class MinimaAlong {
       long const k = static_cast<long>(entry.segment);
       if (k > 0 || !chain_.closed) reportJoint(k, report);
       for (Foot const& foot : entry.minima.inside) {
-        if (!isAtStart(k, foot) && !isAtEnd(k, foot)) report(entry.segment, foot);
+        if (!isAt(footAt(k, 0.0), foot) && !isAt(footAt(k, 1.0), foot)) report(entry.segment, foot);
       }
       // Behind a gap the next segment may be farther away than the limit, so that it has no minima.
       bool const isLast = k == n - 1;
@@ -160,10 +169,14 @@ class MinimaAlong {
       k = existing(k);
       Minima const* minima = k >= 0 ? minimaOf(k) : nullptr;
       if (minima == nullptr) return 0;
-      if (last >= 0 && !isNear(footAt(last, 0.0), footAt(k, step > 0 ? 0.0 : 1.0))) return 0;
+      Foot const joint = footAt(k, step > 0 ? 0.0 : 1.0);
+      if (last >= 0 && !isNear(footAt(last, 0.0), joint)) return 0;
       last = k;
-      // Rounding may move a minimum at the joint into the segment.
-      if (step > 0 ? startsLowest(k) : endsLowest(k)) return static_cast<int>(step);
+      // A minimum beside the joint is the joint, moved by rounding, or is reported instead of it.
+      if (!minima->inside.empty()) {
+        Foot const& next = step > 0 ? minima->inside.front() : minima->inside.back();
+        if (isBeside(joint, next)) return static_cast<int>(isAt(joint, next) ? step : -step);
+      }
       int const slope = step > 0 ? minima->slopeAtStart : minima->slopeAtEnd;
       if (slope != 0) return slope;
     }
@@ -173,11 +186,13 @@ class MinimaAlong {
   bool isNear(Foot const& a, Foot const& b) const {
     return internal::dot(a.offset - b.offset, a.offset - b.offset) <= squaredRadius_;
   }
-  bool isAtStart(long k, Foot const& foot) const {
-    return foot.t < kAtJoint && isNear(foot, footAt(k, 0.0));
+  bool isBeside(Foot const& end, Foot const& foot) const {
+    return std::fabs(foot.t - end.t) < kAtJoint && isNear(foot, end);
   }
-  bool isAtEnd(long k, Foot const& foot) const {
-    return foot.t > 1.0 - kAtJoint && isNear(foot, footAt(k, 1.0));
+  /// Whether a minimum inside a segment is taken as one at an end of the segment.
+  bool isAt(Foot const& end, Foot const& foot) const {
+    return isBeside(end, foot) &&
+           std::sqrt(end.squaredDistance) - std::sqrt(foot.squaredDistance) <= noise_;
   }
 
   /// Reports the joint between the segments j - 1 and j, or an end of an open curve, if it is a
@@ -220,20 +235,11 @@ class MinimaAlong {
     if (foot.squaredDistance <= limit_) report(static_cast<std::size_t>(k), foot);
   }
 
-  /// Whether the last, or the first, minimum inside a segment is taken as that of the joint there.
-  bool endsLowest(long k) const {
-    Minima const* minima = minimaOf(k);
-    return !minima->inside.empty() && isAtEnd(k, minima->inside.back());
-  }
-  bool startsLowest(long k) const {
-    Minima const* minima = minimaOf(k);
-    return !minima->inside.empty() && isAtStart(k, minima->inside.front());
-  }
-
   internal::Chain const& chain_;
   internal::Point p_;
   double limit_;
   double squaredRadius_;
+  double noise_;
   std::vector<Entry> entries_;
 };
 
@@ -272,7 +278,7 @@ std::vector<NearestOnCurve> CurveSearch::Table::within(Point const& p, double di
   }
   double const limit = distance * distance;
   double const reach = widened(limit, size);
-  MinimaAlong minima(chain, from, limit, kJointRadius * size);
+  MinimaAlong minima(chain, from, limit, size);
   bool areSomeNear = false;
   tree.visit(
       [&](internal::Box const& box) { return internal::squaredDistance(box, from) <= reach; },

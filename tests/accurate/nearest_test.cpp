@@ -62,14 +62,20 @@ TEST(AccurateNearest, NoSampleComesNearerAtAnyScale) {
   }
 }
 
-// The derivative of the squared distance has an extremum beside the root, where the search must not
-// end.
-TEST(AccurateNearest, AHookAtANearlyRetractedHandleIsFollowed) {
+TEST(AccurateNearest, HooksAndNearCuspsAreFollowed) {
+  // The derivative of the squared distance has an extremum beside the root, where the search must
+  // not end.
   Point const handle(30.132171665648158, 14.870067160526261);
   GxBezier const segment({-53.83685335446588, 15.851742426589766},
                          {-78.936227382058476, 44.051206133124069}, handle,
                          {30.13217166584397, 14.870067160423019});
   EXPECT_NEAR(crv::nearest(segment, handle).distance, 4.91247e-11, 1e-15);
+  // At a near cusp the nearer one of two branches is 2e-6 farther along.
+  GxBezier const bend(
+      {-0.032455289838000168, 0.94174544256984993}, {-0.02701570842264913, 0.94662378780463019},
+      {-0.087049890866416305, 0.89278315013687282}, {-0.21257129054193141, 0.78024327552600037});
+  Point const beside(-0.032116349168756018, 0.94204941194019443);
+  EXPECT_NEAR(crv::nearest(bend, beside).distance, 2.52607e-13, 8 * kRounding);
 }
 
 TEST(AccurateNearest, OfEqualDistancesTheFirst) {

@@ -49,6 +49,11 @@ constexpr int kMaxPieces = 48;
 constexpr int kSamples = 16;
 constexpr double kLastSampling = 0x1p-30;
 
+// In steps: how far from the lowest sample sampling goes on. Beside a cusp each branch has a
+// minimum. If they are farther apart than this, f has the right signs one step before and behind
+// both of them.
+constexpr double kStepsKept = 3.0;
+
 // Parameter: two minima nearer to each other than this are the same minimum, found twice.
 constexpr double kOneMinimum = 0x1p-30;
 
@@ -242,8 +247,8 @@ class Search {
         offerNear(samples[i].t, step);
         if (d < lowest.squaredDistance) lowest = samples[i];
       }
-      low = max(lowest.t - 2.0 * step, 0.0);
-      high = min(lowest.t + 2.0 * step, 1.0);
+      low = max(lowest.t - kStepsKept * step, 0.0);
+      high = min(lowest.t + kStepsKept * step, 1.0);
     } while (step > kLastSampling);
   }
 
