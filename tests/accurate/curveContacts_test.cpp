@@ -173,13 +173,34 @@ TEST(CurveContacts, OfACurveWithItselfAreThoseOfTheHardCases) {
     expectPoints(selfContacts(curveOf({support::segmentOf(n[0])})), expected);
   }
 
-  // The branches of this crossing stay within 11 resolutions of each other all along the loop.
-  CurveContacts const narrow = selfContacts(curveOf({support::bezier(
-      -0.0356347939355115, -0.87981155858732452, -0.48511168690453371, -0.13283718106757877,
-      0.023121914799992514, -0.97745785927697026, -0.39651616899776609, -0.28007185074676699)}));
-  ASSERT_EQ(narrow.points.size(), 1u);
-  EXPECT_NEAR(flat(narrow.points[0].first), 0.38450327871765, 1e-5);
-  EXPECT_NEAR(flat(narrow.points[0].second), 0.787276199585545, 1e-5);
+  // The sides of this tip are within half a resolution of each other.
+  expectOverlaps(selfContacts(curveOf({support::bezier(0, 0, 2, 0, -4, 0, -6, 1e-10)})),
+                 {{0, 0.139620390, 0.292893219, 0.139620390, 0}});
+
+  // These two cross at angles of 1e-10; the branches of the first stay within 11 resolutions of
+  // each other all along the loop.
+  struct {
+    Segment segment;
+    double t, u;
+  } const narrow[] = {
+      {support::bezier(-0.0356347939355115, -0.87981155858732452, -0.48511168690453371,
+                       -0.13283718106757877, 0.023121914799992514, -0.97745785927697026,
+                       -0.39651616899776609, -0.28007185074676699),
+       0.38450327871765, 0.787276199585545},
+      {support::bezier(0.48696349096073144, 0.51433379983422345, 0.97237644870121209,
+                       0.69086728961163768, 1.3298867510832881, 0.82088553563560174,
+                       0.55819866016438957, 0.54024038678203212),
+       0.37317386, 0.76859455},
+  };
+  for (auto const& row : narrow) {
+    CurveContacts const found = selfContacts(curveOf({row.segment}));
+    ASSERT_EQ(found.points.size(), 1u);
+    double const t = flat(found.points[0].first), u = flat(found.points[0].second);
+    EXPECT_NEAR(t, row.t, 1e-5);
+    EXPECT_NEAR(u, row.u, 1e-5);
+    EXPECT_LT(row.segment.bValue(t).distance(row.segment.bValue(u)), 0x1p-47);
+    EXPECT_EQ(found.points[0].kind, ContactKind::crossing);
+  }
 }
 
 TEST(CurveContacts, RunOverJointsAndTheSeam) {

@@ -184,7 +184,7 @@ void findOwnMeetings(Cubic const& c, double magnitude, double resolution, Stretc
     return judgeAll(pair, approaches, magnitude, resolution, Stretches::all, found);
   }
   double const width = kNearlyStraight * magnitude;
-  if (told == Stretches::evenMet && findOwnApproaches(pair, width, resolution, approaches)) {
+  if (findOwnApproaches(pair, width, resolution, approaches)) {
     judgeAll(pair, approaches, magnitude, resolution, told, found);
     if (!found.stretches.empty()) return;
     found.points.clear();
@@ -198,7 +198,8 @@ void findOwnMeetings(Cubic const& c, double magnitude, double resolution, Stretc
   if (gap <= resolution && keepNear(pair, magnitude, resolution, 0.0, 1.0, place.t, place.u)) {
     place = {0.0, 1.0, gap};
   }
-  found.points.push_back({place.t, place.u, judge.crosses(place)});
+  // A double point is always a crossing, also at an angle so small that its sides are not distinct.
+  found.points.push_back({place.t, place.u, !isEnd(place.t) && !isEnd(place.u)});
 }
 
 }  // namespace crv::internal

@@ -53,9 +53,8 @@ void findMeetings(Cubic const& a, Cubic const& b, double magnitude, double resol
                   Stretches told, Meetings& found);
 
 /// The meetings of a segment with itself, t before u: the double point of a loop, or the stretches
-/// that a straight segment shares with itself where it turns back, long or short. A loop may be as
-/// small as rounding. Stretches::evenMet tells also the stretches of a segment that is not quite
-/// straight.
+/// that a segment shares with itself where it turns back, long or short. A loop may be as small as
+/// rounding. If the segment is not quite straight, stretches are told as between two segments.
 void findOwnMeetings(Cubic const& c, double magnitude, double resolution, Stretches told,
                      Meetings& found);
 

@@ -28,6 +28,9 @@ constexpr double kFarOff = 64.0;
 // branch differs from it by more, a foot on the same branch by less.
 constexpr double kLeastWay = 0.25;
 
+// Relative to the largest coordinate: segments this near to each other meet up to rounding.
+constexpr double kExact = 0x1p-48;
+
 // Steps of Newton's method that take the ends of a stretch to rounding.
 constexpr int kRefinements = 3;
 
@@ -154,11 +157,12 @@ bool holdCrossing(SegmentPair const& pair, double resolution, double& t, double&
   // A segment that ends before the double point may still pass it within the resolution.
   double const heldT = min(1.0, max(0.0, t)), heldU = min(1.0, max(0.0, u));
   bool const isInside = heldT == t && heldU == u;
-  if (isInside && pair.distanceAt(t, u) <= resolution) return true;
+  double const gap = isInside ? pair.distanceAt(t, u) : 2.0 * resolution;
+  if (gap <= kExact) return true;
   // Where the branches cross at a small angle, a computed place may be off along its branch.
   FootPair const foot = heldT != t ? pair.footOnB(heldT, heldU) : pair.footOnA(heldT, heldU);
   bool const isOther = (foot.u - foot.t) * wayBefore > kLeastWay * (wayBefore * wayBefore);
-  if (isInside && !isOther) return false;
+  if (isInside && !isOther) return gap <= resolution;
   t = foot.t;
   u = foot.u;
   return foot.distance <= resolution;
