@@ -15,8 +15,8 @@
 // NaN, the winding number 0 everywhere, contains no point and gives results without curves.
 //
 // The time grows as n log n for n segments that each meet few others, plus k log k for k meetings;
-// identical segments are arranged once. A letter of a word of 10,000 takes 3 times as long as one
-// of a word of 10, because the data exceed the caches.
+// copies of a segment, reversed or not, are arranged once. A letter of a word of 10,000 takes 3
+// times as long as one of a word of 10, because the data exceed the caches.
 //
 // If so many points lie within r of each other that a boundary does not close, the operation is
 // repeated at coarser resolutions, up to 512 r. Where the order of stretches around a point is not

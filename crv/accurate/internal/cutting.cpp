@@ -91,7 +91,6 @@ class Cutter {
   void uniteJoints();
   void joinTwins();
   void findAllMeetings();
-  bool joinReversed(std::size_t i, std::size_t k);
   void join(std::size_t i, std::size_t k, bool isReversed);
   void findPair(std::size_t i, std::size_t k);
   bool partAtJoint(std::size_t i, std::size_t k);
@@ -179,21 +178,14 @@ void Cutter::join(std::size_t i, std::size_t k, bool isReversed) {
   isTwin_[k] = 1;
 }
 
-/// Joins equal segments, so that many copies of one outline cost no more than linear time.
+/// Joins segments that are equal or the reverse of each other, so that many copies of one outline
+/// cost no more than linear time.
 void Cutter::joinTwins() {
   SegmentTable table(segments_);
   for (std::size_t k = 0; k < segments_.size(); ++k) {
     std::size_t const i = table.add(k);
-    if (i != k) join(i, k, false);
+    if (i != k) join(i, k, !areSame(segments_[i].c, segments_[k].c));
   }
-}
-
-/// Joins segment k to segment i if it is its reverse; false if it is not.
-bool Cutter::joinReversed(std::size_t i, std::size_t k) {
-  Cubic const &c = segments_[i].c, &d = segments_[k].c;
-  bool const isReversed = areSame(c.p[0], d.p[3]) && areSame(c, reversed(d));
-  if (isReversed) join(i, k, true);
-  return isReversed;
 }
 
 void Cutter::findPair(std::size_t i, std::size_t k) {
@@ -218,7 +210,6 @@ void Cutter::findAllMeetings() {
   BoxTree const tree(std::move(boxes));
   BoxTree::visitOwnOverlaps(tree, [&](std::size_t first, std::size_t second) {
     std::size_t const i = numbers[first], k = numbers[second];
-    if (isTwin_[i] || isTwin_[k] || (i != k && joinReversed(i, k))) return;
     if (i != k) return findPair(i, k);
     if (advances(segments_[i].c)) return;
     findOwnMeetings(segments_[i].c, scale_.magnitude, scale_.resolution, Stretches::evenMet,
@@ -227,11 +218,8 @@ void Cutter::findAllMeetings() {
   });
 }
 
-/// Drops the cuts of twins, sorts the others by segment and parameter, and merges neighbouring cuts
-/// at one point.
+/// Sorts the cuts by segment and parameter, and merges neighbouring cuts at one point.
 void Cutter::arrangeCuts() {
-  auto const isOfTwin = [&](Cut const& c) { return isTwin_[c.segment] != 0; };
-  cuts_.erase(std::remove_if(cuts_.begin(), cuts_.end(), isOfTwin), cuts_.end());
   introsort(cuts_, [](Cut const& p, Cut const& q) {
     return p.segment != q.segment ? p.segment < q.segment : p.t < q.t;
   });
@@ -287,8 +275,6 @@ void Cutter::carry(std::size_t from, double t0, double t1, std::size_t to, doubl
 
 /// Copies cuts between segments that coincide, so that they have the same cuts.
 void Cutter::carryOver() {
-  auto const isOfTwin = [&](Shared const& s) { return isTwin_[s.first] || isTwin_[s.second]; };
-  shared_.erase(std::remove_if(shared_.begin(), shared_.end(), isOfTwin), shared_.end());
   std::vector<Cut> added;
   for (int round = 0; round < kMostRounds; ++round) {
     added.clear();

@@ -1,6 +1,7 @@
-// Finds segments with the same control points.
+// Finds segments with the same control points in the same order or in the opposite one.
 #pragma once
 
+#include "crv/accurate/internal/blossom.h"
 #include "crv/accurate/internal/planeGraph.h"
 #include "crv/bezier/internal/cubic.h"
 
@@ -18,6 +19,16 @@ inline bool areSame(Cubic const& c, Cubic const& d) {
          areSame(c.p[3], d.p[3]);
 }
 
+/// Whether the control points, compared in order, are not greater than those of the reversed cubic.
+inline bool isInOrder(Cubic const& c) {
+  for (std::size_t i = 0; i < 2; ++i) {
+    Point const &p = c.p[i], &q = c.p[3 - i];
+    if (p.x != q.x) return p.x < q.x;
+    if (p.y != q.y) return p.y < q.y;
+  }
+  return true;
+}
+
 /// A hash table of segments, which stay where they are. Coordinates must be finite.
 /// Method: open addressing with linear probing; the hash is the highest bits of a sum of products.
 class SegmentTable {
@@ -27,18 +38,23 @@ class SegmentTable {
     entries_.assign(std::size_t{1} << (64 - shift_), kNone);
   }
 
-  /// Adds a segment, and returns the number of the first one that was added with its control
-  /// points, which is its own if there was none.
+  /// Adds a segment, and returns the number of the first one that was added with its control points
+  /// or their reverse, which is its own if there was none.
   std::size_t add(std::size_t number) {
-    Cubic const& c = segments_[number].c;
+    Cubic const c = ordered(number);
     std::size_t const mask = entries_.size() - 1;
     for (std::size_t i = static_cast<std::size_t>(hashOf(c) >> shift_);; i = (i + 1) & mask) {
       if (entries_[i] == kNone) entries_[i] = number;
-      if (entries_[i] == number || areSame(segments_[entries_[i]].c, c)) return entries_[i];
+      if (entries_[i] == number || areSame(ordered(entries_[i]), c)) return entries_[i];
     }
   }
 
  private:
+  Cubic ordered(std::size_t number) const {
+    Cubic const& c = segments_[number].c;
+    return isInOrder(c) ? c : reversed(c);
+  }
+
   static std::uint64_t hashOf(Cubic const& c) {
     constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;
     std::uint64_t sum = 0, factor = kFactor;
