@@ -149,15 +149,19 @@ std::vector<LineContact> internal::lineContacts(Chain const& chain, BoxTree cons
   auto const positionOf = [&](ChainMeeting const& m) {
     return positionNear(route, route.normalised(m.first), along, m.second, magnitude.value());
   };
-  for (ChainMeeting const& m : found.points) {
-    result.push_back({positionOf(m), m.second.t, pointOf(chain, line, m), kindOf(chain, line, m)});
-  }
-  for (ChainStretch const& s : found.stretches) {
-    for (ChainMeeting const& end :
-         {ChainMeeting{s.from, s.otherFrom, false}, ChainMeeting{s.to, s.otherTo, false}}) {
-      result.push_back(
-          {positionOf(end), end.second.t, pointOf(chain, line, end), ContactKind::touching});
-    }
+  auto const add = [&](ChainMeeting const& m, ContactKind kind) {
+    result.push_back({positionOf(m), m.second.t, pointOf(chain, line, m), kind});
+  };
+  for (ChainMeeting const& m : found.points) add(m, kindOf(chain, line, m));
+  std::size_t const n = found.stretches.size();
+  for (std::size_t i = 0; i < n; ++i) {
+    ChainStretch const& s = found.stretches[i];
+    ChainStretch const& before = found.stretches[(i > 0 ? i : n) - 1];
+    ChainMeeting const from = {s.from, s.otherFrom, false}, to = {s.to, s.otherTo, false};
+    ChainMeeting const endBefore = {before.to, before.otherTo, false};
+    // Where the curve turns back, a stretch starts at the end of the one before.
+    if (positionOf(from) != positionOf(endBefore)) add(from, ContactKind::touching);
+    add(to, ContactKind::touching);
   }
   internal::introsort(result, [](LineContact const& c, LineContact const& d) {
     return c.along != d.along ? c.along < d.along : c.position < d.position;

@@ -283,6 +283,14 @@ TEST(CurveContacts, WithALineAreInOrderAlongIt) {
   auto const tip = contacts(square, Point(2, 2), Point(2, 4));
   ASSERT_EQ(tip.size(), 1u);
   EXPECT_EQ(tip[0].kind, ContactKind::end);
+  // Two ends and two turns.
+  Curve const folded = curveOf({support::bezier(1, 0, 5, 0, -1, 0, 3, 0)});
+  EXPECT_EQ(contacts(folded, Point(-4, 0), Point(4, 0)).size(), 4u);
+  // Both sides of this corner are crossed within the resolution of each other.
+  auto const corner =
+      contacts(closedPolygon({0, 0, 4, 0, 4, 4}), Point(3.5e-12, -2), Point(3.5e-12, 2));
+  ASSERT_EQ(corner.size(), 1u);
+  EXPECT_EQ(corner[0].kind, ContactKind::touching);
 }
 
 /// The control points of a chain of segments, which can be moved without rounding.

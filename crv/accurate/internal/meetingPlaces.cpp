@@ -117,9 +117,17 @@ std::vector<ChainMeeting> MeetingPlaces::merged(std::vector<ChainMeeting> points
       }
     }
   }
+  std::vector<char> standsForOthers(n, 0);
+  for (std::size_t i = 0; i < n; ++i) {
+    if (home[i] != i) standsForOthers[homeOf(i)] = 1;
+  }
   std::vector<ChainMeeting> merged;
   for (std::size_t i = 0; i < n; ++i) {
-    if (home[i] == i) merged.push_back(points[i]);
+    if (home[i] != i) continue;
+    ChainMeeting m = points[i];
+    // Two crossings at one point are none.
+    if (standsForOthers[i]) m.crosses = routesCross(a_, m.first, b_, m.second, scale_.resolution);
+    merged.push_back(m);
   }
   return merged;
 }
