@@ -44,6 +44,7 @@ TEST(AccurateLength, PartsAddUpAndParametersLieAtTheirLengths) {
     GxBezier s = random.ofManyKinds(i);
     SCOPED_TRACE(support::text(s));
     double const all = crv::arcLength(s, 0, 1, 0);
+    EXPECT_EQ(crv::parameterAtLength(s, 0, all, 0), 1.0);
     double const t = random.uniform(0, 1);
     double const accuracy = all * std::pow(10, random.uniform(-14, -2));
     double const allowed = std::max(accuracy, 64 * kRounding * all);

@@ -118,6 +118,11 @@ TEST(AccurateSearch, AnEndWhereRoundingHidesTheMinimumCounts) {
   auto const lowest = bend.within(behind, 2.1e7);
   ASSERT_EQ(lowest.size(), 1U);
   EXPECT_BITS(lowest[0].position.getTValue(), bend.nearest(behind)->position.getTValue());
+  // The minima of both segments lie at their joint, to rounding.
+  crv::CurveSearch const joined(
+      curveOf({bezier(2, 1, 0, 0, 0, 0, 0, -1e-82), bezier(0, -1e-82, 0, 1, -1, 2, -2, 2),
+               support::evenLine(-2, 2, 2, 2)}));
+  EXPECT_EQ(joined.within(Point(0, 0), 3).size(), 2U);
 }
 
 }  // namespace

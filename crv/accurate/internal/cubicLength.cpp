@@ -117,6 +117,8 @@ double CubicLength::parameterAt(double t0, double length, double tolerance) cons
   double const all = way(t0, end, share);
   if (target >= all) return end;
   if (target == 0.0) return t0;
+  // The length of the whole segment, computed in another way, may be less by rounding.
+  if (all - target <= kRoundingShare * bound_ * scale_.inverse) return end;
   // The target lies between near and far, which lie at these lengths from t0.
   double near = t0;
   double far = end;

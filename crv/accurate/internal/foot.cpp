@@ -117,10 +117,12 @@ class Search {
   }
 
  private:
-  /// Whether an end is nearer than the point at t, beyond rounding.
+  /// Whether an end is the query, or is nearer than the point at t, beyond rounding.
   bool isLowest(Foot const& end, double t) const {
+    double const touch = kRounding * largest_;
     Point const q = motion(t).q;
-    return dot(q, q) - end.squaredDistance > kDistanceNoise * largest_ * largest_;
+    return end.squaredDistance <= touch * touch ||
+           dot(q, q) - end.squaredDistance > kDistanceNoise * largest_ * largest_;
   }
 
   /// The offset q of the point at t, v, and half the derivative of v.
