@@ -46,6 +46,11 @@ constexpr double kShortHandle = 0x1p-30;
 // than the gaps that count as joints.
 constexpr double kShortestChord = 8.0;
 
+// The binary exponent of the smallest curve, in distances. A smaller one is enlarged, so that
+// products of coordinates do not underflow; this moves its points by less than rounding errors of
+// the distance.
+constexpr int kSmallestExponent = -64;
+
 /// The curve, scaled so that S + |d| is of the order of 1, and mirrored if necessary so that the
 /// parallel lies on the left.
 struct Frame {
@@ -60,10 +65,13 @@ struct Frame {
     options.tolerance = std::max(std::min(given.tolerance, largest) * factor,
                                  kLeastTolerance * internal::kRounding);
     double const small = kSmall * options.tolerance;
-    double const smallSegment = std::min(small, internal::kDefaultResolution * magnitude * factor);
-    double const shortHandle = std::min(small, kShortHandle * magnitude * factor);
+    int const sizeExponent = magnitude > 0.0 ? std::ilogb(magnitude) - exponent : 0;
+    double const enlarged = std::ldexp(factor, std::max(0, kSmallestExponent - sizeExponent));
+    double const smallSegment =
+        std::min(small, internal::kDefaultResolution * magnitude * enlarged);
+    double const shortHandle = std::min(small, kShortHandle * magnitude * enlarged);
     for (Cubic& c : curve.segments) {
-      for (internal::Point& p : c.p) p = {p.x * factor, mirrored(p.y * factor)};
+      for (internal::Point& p : c.p) p = {p.x * enlarged, mirrored(p.y * enlarged)};
       straightenUpTo(smallSegment, c);
       retractUpTo(shortHandle, c.start(), c.p[1], c.p[2]);
       retractUpTo(shortHandle, c.end(), c.p[2], c.p[1]);
@@ -135,11 +143,13 @@ class ParallelMaker {
  private:
   RawSegment const& raw(PathPart const& part) const { return outline_.segments()[part.segment]; }
   void addParallel(Parts const& parts, bool isClosed);
+  void noteMove(internal::Point const& end, RawSegment const& segment, double s);
 
   Frame const& frame_;
   RawOutline const& outline_;
   std::shared_ptr<Chain const> source_;
   std::vector<std::pair<Place, Piece>> found_;
+  double farthestMove_ = 0.0;  // squared, of an end to a place where parallels meet
 };
 
 /// Adds the stretches of a closed path that lie on the wanted side.
@@ -169,12 +179,23 @@ void ParallelMaker::addParallel(Parts const& parts, bool isClosed) {
   for (PathPart const& part : parts) {
     RawSegment const& segment = raw(part);
     piece.curve.getSegments().add(frame_.toCaller(part.c));
+    noteMove(part.c.start(), segment, part.isBackwards ? part.to : part.from);
+    noteMove(part.c.end(), segment, part.isBackwards ? part.from : part.to);
     origins.push_back({segment.kind != RawKind::parallel, segment.from, segment.to, segment.c,
                        segment.parameter(part.from), segment.parameter(part.to)});
   }
   piece.curve.setStrictIsClosed(isClosed);
   piece.map = internal::parallelMap(source_, std::move(origins), isClosed);
   found_.push_back({raw(parts.front()).from, std::move(piece)});
+}
+
+/// Notes how far an end of a part lies from its place on the raw outline: parallels nearer to each
+/// other than the resolution of the arrangement meet at one point.
+void ParallelMaker::noteMove(internal::Point const& end, RawSegment const& segment, double s) {
+  Cubic const& c = segment.c;
+  double const t = segment.parameter(s);
+  internal::Point const place = t == 0.0 ? c.start() : t == 1.0 ? c.end() : pointAt(c, t);
+  farthestMove_ = std::max(farthestMove_, internal::squaredDistance(end, place));
 }
 
 Offset ParallelMaker::result() {
@@ -188,6 +209,8 @@ Offset ParallelMaker::result() {
   for (RawSegment const& segment : outline_.segments()) {
     if (segment.hasDistance) worst = std::max(worst, segment.error);
   }
+  double const move = std::sqrt(farthestMove_);
+  if (move > kLeastTolerance * internal::kRounding) worst += move;
   offset.worstError = (worst + frame_.moved) * frame_.unit;
   return offset;
 }

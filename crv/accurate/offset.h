@@ -3,9 +3,11 @@
 // Common rules of both operations, where S is the largest coordinate and d the distance:
 // - Every point of a result lies at the distance d from the curve, to within the tolerance or 64 u
 //   (S + |d|), whichever is more. The error is bounded, not sampled (internal/parallelError.h): no
-//   point measured was ever off by more than worstError. Miter and bevel joins and caps that are
-//   not round do not keep the distance: a miter extends as far as its limit, a bevel and a flat cap
-//   are straight.
+//   point measured was ever off by more than worstError. The exception are parallels that come
+//   within 2^-40 (S + |d|) of each other: they become one there, which may add as much to the
+//   error. worstError includes this where their ends meet.
+// - Miter and bevel joins and caps that are not round do not keep the distance: a miter extends as
+//   far as its limit, a bevel and a flat cap are straight.
 // - Round joins and caps need one segment per 90 degrees at a tolerance of 3e-4 |d|, and one per 45
 //   degrees at 1e-5 |d|. Straight segments have straight parallels.
 // - Where a curve turns back, and at its cusps, the parallel has a round join. There is no join

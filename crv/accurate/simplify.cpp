@@ -32,6 +32,9 @@ using internal::Place;
 // The cosine of the turn, about 0.1 radians, from which a joint is a corner.
 constexpr double kCornerCosine = 0.995;
 
+// Curve units: the magnitude of the coordinates in the scale of the fit.
+constexpr double kMagnitude = 1.0;
+
 // Samples of a segment for the fit.
 constexpr std::size_t kSamples = 8;
 
@@ -303,7 +306,7 @@ bool Simplification::isBroken(std::size_t segment) const {
   Cubic const& c = source_.segments[segment];
   if (isPoint(c)) return true;
   std::vector<internal::SmoothPart> parts;
-  appendSmoothParts(c, segment, parts);
+  appendSmoothParts(c, segment, kMagnitude, parts);
   return parts.size() > 1;
 }
 

@@ -90,6 +90,11 @@ TEST(AccurateOffset, TheErrorReportedIsABound) {
   // The parallels of segments with almost the same direction are extended until they meet.
   Curve const bent = polygon({0, 0, 100, 0, 200, 1});
   for (double const side : {20.0, -20.0}) expectParallels(bent, side, 0.03);
+  // The directions at the ends of a tiny segment between lines differ, though it is straight.
+  expectParallels(curveOf({retractedLine(-1, 0, 0, 0),
+                           bezier(0, 0, 0x1p-34, 0x1p-49, 0x1p-33, 0x1p-49, 0x3p-34, 0),
+                           retractedLine(0x3p-34, 0, 1, 0)}),
+                  0.3, 1e-10);
 }
 
 TEST(AccurateOffset, CornersAreJoinedAsAsked) {
@@ -312,6 +317,12 @@ TEST(AccurateOffset, UnusableInputAndTinyDistancesHaveOneRule) {
     ASSERT_EQ(crv::offset(letter, distance).parallels.size(), 1u);
     double const grown = totalArea(crv::offset(letter, distance)) - crv::signedArea(letter);
     EXPECT_NEAR(grown / (distance * crv::arcLength(letter, 1e-3)), -1.0, 0.3);
+  }
+  // Beside a huge distance the curve is a point.
+  for (double const size : {1e16, 1e20, 1e145}) {
+    Offset const around = crv::offset(closed(circle(1.0)), -size, {1e-4 * size});
+    ASSERT_EQ(around.parallels.size(), 1u);
+    EXPECT_NEAR(crv::arcLength(around.parallels[0].curve, 1e-3 * size) / size, 2 * kPi, 1e-3);
   }
   // Nothing is lost just above the resolution, also where the curve crosses itself.
   Curve const loop = curveOf(

@@ -68,7 +68,7 @@ std::vector<SmoothPart> reversed(std::vector<SmoothPart> const& parts) {
   back.reserve(parts.size());
   for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
     back.push_back({reversed(part->c), part->segment, part->t1, part->t0, Point{} - part->out,
-                    Point{} - part->in});
+                    Point{} - part->in, part->axis});
   }
   return back;
 }
@@ -112,7 +112,11 @@ RawOutline::Turn RawOutline::turnBetween(SmoothPart const& before, SmoothPart co
 
 RawOutline::RawOutline(Chain const& curve, double distance, OffsetOptions const& options,
                        RawSides sides, Cap cap)
-    : distance_(distance), options_(options), sides_(sides), cap_(cap) {
+    : magnitude_(curve.magnitude()),
+      distance_(distance),
+      options_(options),
+      sides_(sides),
+      cap_(cap) {
   std::size_t const n = curve.size();
   segments_.reserve((sides == RawSides::left ? 2 : 4) * n);
   std::vector<std::size_t> const gaps = gapsOf(curve, kMagnitude);
@@ -133,7 +137,7 @@ void RawOutline::addRun(Chain const& curve, std::size_t first, std::size_t count
   parts.reserve(count);
   for (std::size_t i = 0; i < count; ++i) {
     std::size_t const k = (first + i) % curve.size();
-    if (!isPoint(curve.segments[k])) appendSmoothParts(curve.segments[k], k, parts);
+    if (!isPoint(curve.segments[k])) appendSmoothParts(curve.segments[k], k, magnitude_, parts);
   }
   std::size_t const begin = segments_.size();
   if (parts.empty()) {

@@ -82,6 +82,7 @@ class RawOutline {
   void add(RawSegment const& segment);
   void closeFrom(std::size_t first);
 
+  double magnitude_;  // of the curve
   double distance_;
   OffsetOptions options_;
   RawSides sides_;

@@ -9,6 +9,7 @@
 
 #include <cmath>
 #include <cstddef>
+#include <optional>
 #include <utility>
 
 namespace crv::internal {
@@ -63,6 +64,7 @@ class SegmentParallel {
         end_(end),
         in_(part.in),
         out_(part.out),
+        axis_(part.axis),
         fit_(part.c, distance, tolerance),
         pieces_(pieces),
         reversed_(reversed),
@@ -99,19 +101,25 @@ class SegmentParallel {
   double const tolerance_;
   Point const start_, end_;
   Point const in_, out_;  // the directions at the ends
+  std::optional<Point> const axis_;
   ParallelFit fit_;
   std::vector<ParallelPiece>& pieces_;
   std::vector<ReversedStretch>* const reversed_;
   std::size_t const most_;
 };
 
-/// If the segment is straight, appends it, translated, and returns true.
+/// If the segment is straight, appends it, translated, and returns true. In a tiny segment,
+/// rounding errors may turn the directions at the ends so far away from the axis that the
+/// translation is not within the tolerance.
 bool SegmentParallel::appendStraight() {
-  auto const axis = axisOf(source_);
-  if (!axis) return false;
-  Point const move = leftOf(*axis) * (edges_.alongSum(*axis) < 0.0 ? -distance_ : distance_);
-  double const error =
-      max(distance(start_, source_.start()), distance(end_, source_.end())) - distance_;
+  if (!axis_) return false;
+  Point const normal = leftOf(edges_.alongSum(*axis_) < 0.0 ? Point{} - *axis_ : *axis_);
+  Point const move = normal * distance_;
+  Point const first = start_ - source_.start(), last = end_ - source_.end();
+  double const farthest = std::sqrt(max(dot(first, first), dot(last, last)));
+  double const nearest = min(dot(first, normal), dot(last, normal));
+  double const error = max(farthest - distance_, distance_ - nearest);
+  if (error > tolerance_) return false;
   pieces_.push_back(
       {{{start_, source_.p[1] + move, source_.p[2] + move, end_}}, 0.0, 1.0, max(0.0, error)});
   return true;

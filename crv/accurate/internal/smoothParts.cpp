@@ -11,8 +11,8 @@ namespace crv::internal {
 
 namespace {
 
-// Curve units, for coordinates of the order of 1: a segment whose control points are this near to a
-// line is straight.
+// Relative to the largest coordinate of the curve: a segment whose control points are this near to
+// a line is straight.
 constexpr double kStraight = 0x1p-48;
 
 // Relative to the longest edge of the control polygon: a velocity below this counts as zero.
@@ -22,12 +22,25 @@ constexpr double kStill = 0x1p-26;
 // ignored.
 constexpr double kOne = 0x1p-20;
 
-/// The parameters of the cusps, ascending.
-std::vector<double> cuspsOf(Cubic const& c) {
+/// A unit vector along a segment, in either direction, if its control points are no farther than a
+/// limit from a line.
+std::optional<Point> axisOf(Cubic const& c, double limit) {
+  int farthest = 1;
+  for (int i = 2; i < 4; ++i) {
+    if (squaredDistance(c.p[0], c.p[i]) > squaredDistance(c.p[0], c.p[farthest])) farthest = i;
+  }
+  Point const axis = unitVector(c.p[farthest] - c.p[0]);
+  for (Point const& p : c.p) {
+    if (std::fabs(cross(axis, p - c.p[0])) > limit) return std::nullopt;
+  }
+  return axis;
+}
+
+/// The parameters of the cusps, ascending, given the axis of a straight segment.
+std::vector<double> cuspsOf(Cubic const& c, std::optional<Point> const& axis) {
   std::vector<double> cusps;
   Edges const edges(c);
   if (edges.leastAlong(c.end() - c.start()) > 0.0) return cusps;
-  auto const axis = axisOf(c);
   double const still = kStill * edges.largest();
   // Both coordinates of the velocity are zero at a cusp, and at least one of them changes its sign.
   for (Point const& direction : {Point{0.0, 1.0}, Point{1.0, 0.0}}) {
@@ -53,21 +66,11 @@ SmoothPart withDirections(SmoothPart part) {
 
 }  // namespace
 
-std::optional<Point> axisOf(Cubic const& c) {
-  int farthest = 1;
-  for (int i = 2; i < 4; ++i) {
-    if (squaredDistance(c.p[0], c.p[i]) > squaredDistance(c.p[0], c.p[farthest])) farthest = i;
-  }
-  Point const axis = unitVector(c.p[farthest] - c.p[0]);
-  for (Point const& p : c.p) {
-    if (std::fabs(cross(axis, p - c.p[0])) > kStraight) return std::nullopt;
-  }
-  return axis;
-}
-
-void appendSmoothParts(Cubic const& c, std::size_t segment, std::vector<SmoothPart>& parts) {
-  SmoothPart rest = {c, segment, 0.0, 1.0, {}, {}};
-  for (double const cusp : cuspsOf(c)) {
+void appendSmoothParts(Cubic const& c, std::size_t segment, double magnitude,
+                       std::vector<SmoothPart>& parts) {
+  auto const axis = axisOf(c, kStraight * magnitude);
+  SmoothPart rest = {c, segment, 0.0, 1.0, {}, {}, axis};
+  for (double const cusp : cuspsOf(c, axis)) {
     SmoothPart part = rest;
     rest.c.split((cusp - rest.t0) / (1.0 - rest.t0), part.c, rest.c);
     part.c.p[2] = part.c.p[3];

@@ -13,17 +13,15 @@ namespace crv::internal {
 struct SmoothPart {
   Cubic c;
   std::size_t segment;
-  double t0, t1;  // of the segment
-  Point in, out;  // unit vectors: the directions of travel at the start and at the end
+  double t0, t1;              // of the segment
+  Point in, out;              // unit vectors: the directions of travel at the start and at the end
+  std::optional<Point> axis;  // of a straight segment: a unit vector along it, in either direction
 };
 
 /// Appends the parts of a segment, which is not one point, between its cusps, and between the
 /// places where it turns back if it is straight. A part that starts or ends at a cusp has no handle
-/// there. Coordinates are of the order of 1.
-void appendSmoothParts(Cubic const& c, std::size_t segment, std::vector<SmoothPart>& parts);
-
-/// A unit vector along a straight segment, in either direction; nothing if the segment is not
-/// straight.
-std::optional<Point> axisOf(Cubic const& c);
+/// there. The magnitude is the largest coordinate of the curve.
+void appendSmoothParts(Cubic const& c, std::size_t segment, double magnitude,
+                       std::vector<SmoothPart>& parts);
 
 }  // namespace crv::internal
