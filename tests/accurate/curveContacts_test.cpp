@@ -258,6 +258,14 @@ TEST(CurveContacts, RunOverJointsAndTheSeam) {
     expectPoints(found, {{0.5 - 0.5 * pass, 1 + pass, 0}, {0.5 + 0.5 * pass, 1 - pass, 0}});
     expectOverlaps(found, {{0, 1, 0, 2, 1}});
   }
+  // Ends that overlap by 7 resolutions and continue each other smoothly hide no crossing elsewhere.
+  Curve const before =
+      curveOf({support::segmentOf({-0.79, 1.3, -1.93, 2.29, 0.54, -0.18, 0.115, -0.59})});
+  Curve const behind = curveOf(
+      {support::segmentOf({0.115000000018, -0.589999999983, -0.31, -1, -0.05, -0.46, -0.1, 0.56})});
+  CurveContacts const joint = contacts(before, behind);
+  ASSERT_GE(joint.points.size(), 1u);
+  EXPECT_EQ(joint.points[0].kind, crv::ContactKind::crossing);
   // A side that runs back on itself and on.
   Segment const back = support::segmentOf({0, 0, 6, 0, 6, 0, 2, 0}),
                 on = support::evenLine(2, 0, -2, 0);

@@ -105,6 +105,10 @@ bool ClusterJudge::isTold(SharedStretch const& s) const {
   return lengthBetween(s.t0, s.t1) > leastStretch(magnitude, resolution_);
 }
 
+bool ClusterJudge::isLong(SharedStretch const& s) const {
+  return lengthBetween(s.t0, s.t1) > leastStretch(magnitude_, resolution_);
+}
+
 /// For a long cluster at an end of which the segments move apart: if they change sides once in it,
 /// or touch without changing sides, stores that point and returns true.
 bool ClusterJudge::findOnlyPlace(ApproachCluster const& c, FootPair& place) const {

@@ -170,7 +170,8 @@ void findMeetings(Cubic const& a, Cubic const& b, double magnitude, double resol
   findApproaches(pair, resolution, approaches);
   bool const isAlong = std::any_of(approaches.begin(), approaches.end(),
                                    [](Approach const& p) { return p.t0 < p.t1; });
-  if (isAlong && findSharedCarrier(pair, resolution, shared) && judge.isTold(shared)) {
+  // Segments that continue each other smoothly agree on any short stretch.
+  if (isAlong && findSharedCarrier(pair, resolution, shared) && judge.isLong(shared)) {
     return addShared(judge, pair, magnitude, resolution, shared, found);
   }
   judgeAll(pair, approaches, magnitude, resolution, told, found);
