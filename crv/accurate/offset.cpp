@@ -133,7 +133,7 @@ class ParallelMaker {
   ParallelMaker(Frame const& frame, RawOutline const& outline, Chain source)
       : frame_(frame),
         outline_(outline),
-        source_(std::make_shared<Chain const>(std::move(source))) {}
+        source_(std::make_shared<internal::ParallelSource const>(std::move(source))) {}
 
   using Parts = std::vector<PathPart>;
 
@@ -147,7 +147,7 @@ class ParallelMaker {
 
   Frame const& frame_;
   RawOutline const& outline_;
-  std::shared_ptr<Chain const> source_;
+  std::shared_ptr<internal::ParallelSource const> source_;
   std::vector<std::pair<Place, Piece>> found_;
   double farthestMove_ = 0.0;  // squared, of an end to a place where parallels meet
 };

@@ -37,10 +37,12 @@ unsigned long expectParallels(Curve const& curve, double distance, double tolera
     auto const n = static_cast<int>(piece.curve.length());
     segments += piece.curve.length();
     EXPECT_TRUE(crv::selfContacts(piece.curve).points.empty());
-    for (int i = 0; i < n; ++i) {
-      bool const isJoined = i > 0 || piece.curve.strictIsClosed() != 0;
+    bool const isClosed = piece.curve.strictIsClosed() != 0;
+    for (int i = 0; i <= n; ++i) {
+      bool const isJoined = i < n && (i > 0 || isClosed);
       EXPECT_TRUE(!isJoined || piece.curve[(i + n - 1) % n][3] == piece.curve[i][0]);
-      for (int k = 0; k < 16; ++k) {
+      int const count = i < n ? 16 : isClosed ? 0 : 1;
+      for (int k = 0; k < count; ++k) {
         Position const there(i, k / 16.0);
         Point const p = piece.curve.locateCurvePosition(there);
         EXPECT_NEAR(search.nearest(p)->distance, std::fabs(distance), offset.worstError);
@@ -90,6 +92,10 @@ TEST(AccurateOffset, TheErrorReportedIsABound) {
   // The parallels of segments with almost the same direction are extended until they meet.
   Curve const bent = polygon({0, 0, 100, 0, 200, 1});
   for (double const side : {20.0, -20.0}) expectParallels(bent, side, 0.03);
+  // Points are part of a joint, and the ends beside a gap are different places.
+  expectParallels(curveOf({retractedLine(0, 0, 9, 0), pointLike(9, 0), pointLike(9, 0),
+                           retractedLine(9, 0, 9, 9), retractedLine(14, 9, 30, 9)}),
+                  -2.0, 0.01);
   // The directions at the ends of a tiny segment between lines differ, though it is straight.
   expectParallels(curveOf({retractedLine(-1, 0, 0, 0),
                            bezier(0, 0, 0x1p-34, 0x1p-49, 0x1p-33, 0x1p-49, 0x3p-34, 0),

@@ -44,6 +44,10 @@ inline std::optional<Place> placeAmong(std::size_t segments,
   return Place{segments - 1, 1.0};
 }
 
+// Parameter: the last one before 1. It names the end of a segment before a gap, because 1.0 is
+// the start of the next segment.
+constexpr double kLastParameter = 1.0 - 0x1p-53;
+
 /// The segments of a curve and its closed flag, copied: reading a curve moves its list's cursor.
 struct Chain {
   std::vector<Cubic> segments;

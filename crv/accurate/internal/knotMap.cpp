@@ -9,10 +9,6 @@ namespace crv::internal {
 
 namespace {
 
-// Parameter: the last one before 1. It names the end of a segment before a gap, because 1.0 is
-// the start of the next segment.
-constexpr double kLastParameter = 1.0 - 0x1p-53;
-
 /// The place of a position on a curve; the seam of a closed one is its start.
 std::optional<Place> placeOn(KnotCurve const& curve, Position const& position) {
   std::optional<Place> const place = placeAmong(curve.size, position);

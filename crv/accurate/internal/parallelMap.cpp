@@ -82,34 +82,29 @@ class Stretching {
 
 class ParallelMap : public GxBezierCurvePositionMapBase {
  public:
-  ParallelMap(std::shared_ptr<Chain const> source, std::vector<ParallelOrigin> segments,
+  ParallelMap(std::shared_ptr<ParallelSource const> source, std::vector<ParallelOrigin> segments,
               bool isClosed)
       : source_(std::move(source)), segments_(std::move(segments)), isClosed_(isClosed) {
     index_.reserve(segments_.size());
     for (std::size_t k = 0; k < segments_.size(); ++k) {
       ParallelOrigin const& origin = segments_[k];
-      // A join is entered for every segment that begins between its sides.
-      std::size_t const last = origin.to.segment;
-      std::size_t segment = origin.from.segment;
-      index_.push_back({segment, k});
-      while (origin.isJoin && segment != last) {
-        segment = segment + 1 == source_->size() ? 0 : segment + 1;
-        index_.push_back({segment, k});
-      }
+      index_.push_back({origin.from.segment, k});
+      if (origin.to.segment != origin.from.segment) index_.push_back({origin.to.segment, k});
     }
     std::sort(index_.begin(), index_.end());
   }
 
   int mapPosition(Position& out, Position const& in) const override {
-    std::optional<Place> place = source_->placeOf(in);
+    Chain const& chain = source_->chain();
+    std::optional<Place> place = chain.placeOf(in);
     if (!place) return -1;
-    if (place->t == 1.0 && source_->closed) place = Place{0, 0.0};
-    place = onMovingSegment(*place);
+    if (place->t == 1.0 && chain.closed) place = Place{0, 0.0};
+    place = source_->onMovingSegment(*place);
     if (mapPlace(out, *place)) return 0;
     // A joint is also the end of the segment before it.
-    if (place->t > 0.0 || (place->segment == 0 && !source_->closed)) return -1;
-    std::size_t const before = place->segment == 0 ? source_->size() : place->segment;
-    return mapPlace(out, {before - 1, 1.0}) ? 0 : -1;
+    std::size_t const before = (place->segment == 0 ? chain.size() : place->segment) - 1;
+    if (place->t > 0.0 || chain.endsBehind(before, kMagnitude)) return -1;
+    return mapPlace(out, source_->onMovingSegment({before, 1.0})) ? 0 : -1;
   }
 
   int inverseMapPosition(Position& out, Position const& in) const override {
@@ -121,28 +116,14 @@ class ParallelMap : public GxBezierCurvePositionMapBase {
       double const s = origin.s0 + (origin.s1 - origin.s0) * place->t;
       found = {origin.from.segment, footAt(origin, s)};
     }
-    out = source_->positionOf(found.segment, found.t);
+    if (found.t == 1.0 && source_->chain().hasGapBehind(found.segment, kMagnitude)) {
+      found.t = kLastParameter;
+    }
+    out = source_->chain().positionOf(found.segment, found.t);
     return 0;
   }
 
  private:
-  /// Returns the place itself, unless its segment is a point. Then it returns the end of the last
-  /// segment before it that is not a point, or, if there is none, the start of the first one
-  /// behind.
-  Place onMovingSegment(Place const& place) const {
-    std::size_t const n = source_->size();
-    std::size_t k = place.segment;
-    auto const isPointAt = [&] { return isPoint(source_->segments[k]); };
-    if (!isPointAt()) return place;
-    while (isPointAt() && !source_->endsBehind(k == 0 ? n - 1 : k - 1, kMagnitude)) {
-      k = k == 0 ? n - 1 : k - 1;
-      if (k == place.segment) return place;
-    }
-    if (!isPointAt()) return {k, 1.0};
-    while (isPointAt() && !source_->endsBehind(k, kMagnitude)) k = k + 1 == n ? 0 : k + 1;
-    return {k, 0.0};
-  }
-
   bool mapPlace(Position& out, Place const& place) const {
     auto i = std::lower_bound(index_.begin(), index_.end(),
                               std::pair<std::size_t, std::size_t>(place.segment, 0));
@@ -161,9 +142,7 @@ class ParallelMap : public GxBezierCurvePositionMapBase {
     bool const isIn = place.segment == origin.from.segment && place.t >= origin.from.t;
     bool const isOut = place.segment == origin.to.segment && place.t <= origin.to.t;
     bool const isSame = origin.from.segment == origin.to.segment && origin.from.t <= origin.to.t;
-    bool const isBetween =
-        place.segment != origin.from.segment && place.segment != origin.to.segment;
-    bool const isThere = isSame ? isIn && isOut : isIn || isOut || isBetween;
+    bool const isThere = isSame ? isIn && isOut : isIn || isOut;
     return isThere ? std::optional<double>(0.0) : std::nullopt;
   }
 
@@ -188,7 +167,7 @@ class ParallelMap : public GxBezierCurvePositionMapBase {
   double crossingAt(ParallelOrigin const& origin, double t) const {
     if (t == origin.from.t) return 0.0;
     if (t == origin.to.t) return 1.0;
-    Cubic const& source = source_->segments[origin.from.segment];
+    Cubic const& source = sourceOf(origin);
     Point const foot = pointAt(source, t), direction = directionAt(source, t);
     Stretching const normals = normalsOf(origin);
     return normals.back(whereItFalls(normals.from(), normals.to(), [&](double x) {
@@ -200,7 +179,7 @@ class ParallelMap : public GxBezierCurvePositionMapBase {
   double footAt(ParallelOrigin const& origin, double s) const {
     if (s == 0.0) return origin.from.t;
     if (s == 1.0) return origin.to.t;
-    Cubic const& source = source_->segments[origin.from.segment];
+    Cubic const& source = sourceOf(origin);
     Point const p = pointAt(origin.c, normalsOf(origin).forth(s));
     return whereItFalls(origin.from.t, origin.to.t, [&](double t) {
       return dot(p - pointAt(source, t), directionAt(source, t));
@@ -210,7 +189,7 @@ class ParallelMap : public GxBezierCurvePositionMapBase {
   /// The parameters at which the normals at the ends of the stretch cross the cubic. They differ
   /// from 0 and 1 where the parallel was extended or shortened to meet the next one at a joint.
   Stretching normalsOf(ParallelOrigin const& origin) const {
-    Cubic const& source = source_->segments[origin.from.segment];
+    Cubic const& source = sourceOf(origin);
     double from = 0.0, to = 1.0;
     if (origin.from.t == 0.0) {
       from = normalNear(0.0, source.start(), startDirection(source), origin.c);
@@ -240,7 +219,11 @@ class ParallelMap : public GxBezierCurvePositionMapBase {
     return Position(static_cast<int>(segment), t);
   }
 
-  std::shared_ptr<Chain const> source_;
+  Cubic const& sourceOf(ParallelOrigin const& origin) const {
+    return source_->chain().segments[origin.from.segment];
+  }
+
+  std::shared_ptr<ParallelSource const> source_;
   std::vector<ParallelOrigin> segments_;
   std::vector<std::pair<std::size_t, std::size_t>> index_;  // source segment, result segment
   bool isClosed_;
@@ -248,7 +231,34 @@ class ParallelMap : public GxBezierCurvePositionMapBase {
 
 }  // namespace
 
-Map parallelMap(std::shared_ptr<Chain const> source, std::vector<ParallelOrigin> segments,
+ParallelSource::ParallelSource(Chain chain) : chain_(std::move(chain)) {
+  std::vector<Cubic> const& segments = chain_.segments;
+  if (std::none_of(segments.begin(), segments.end(), isPoint)) return;
+  std::size_t const n = segments.size();
+  joints_.resize(n);
+  // Twice around, because points at the start of a closed curve may belong to its end.
+  std::optional<Place> joint;
+  for (std::size_t i = 0; i < 2 * n; ++i) {
+    std::size_t const k = i % n;
+    if (!isPoint(segments[k])) joint = Place{k, 1.0};
+    joints_[k] = joint;
+    if (chain_.endsBehind(k, kMagnitude)) joint.reset();
+  }
+  joint.reset();
+  for (std::size_t i = 2 * n; i-- > 0;) {
+    std::size_t const k = i % n;
+    if (chain_.endsBehind(k, kMagnitude)) joint.reset();
+    if (!isPoint(segments[k])) joint = Place{k, 0.0};
+    if (!joints_[k]) joints_[k] = joint;
+  }
+}
+
+Place ParallelSource::onMovingSegment(Place const& place) const {
+  bool const isMoving = joints_.empty() || !isPoint(chain_.segments[place.segment]);
+  return isMoving ? place : joints_[place.segment].value_or(place);
+}
+
+Map parallelMap(std::shared_ptr<ParallelSource const> source, std::vector<ParallelOrigin> segments,
                 bool isClosed) {
   return new ParallelMap(std::move(source), std::move(segments), isClosed);
 }

@@ -6,9 +6,30 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace crv::internal {
+
+/// A curve of which parallels are made. A segment that is a point belongs to a joint, as does each
+/// position on it.
+class ParallelSource {
+ public:
+  /// The coordinates are of the order of 1.
+  explicit ParallelSource(Chain chain);
+
+  Chain const& chain() const { return chain_; }
+
+  /// The place itself, unless its segment is a point. Then it is the end of the last segment before
+  /// it that is not a point, or, if a gap or the start lies between, the start of the first one
+  /// behind it.
+  Place onMovingSegment(Place const& place) const;
+
+ private:
+  Chain chain_;
+  std::vector<std::optional<Place>>
+      joints_;  // by segment: where a point lies; empty without points
+};
 
 /// The origin of a segment of a parallel.
 struct ParallelOrigin {
@@ -22,8 +43,9 @@ struct ParallelOrigin {
 /// curve, and back. Near an end of a parallel that was extended or shortened to meet the next one,
 /// the points are moved along it, so that the ends correspond. Positions whose parallel points were
 /// trimmed away give -1, and a joint is mapped to some point of its join. The time of a query grows
-/// as log n. Source and parallel are given in one coordinate frame.
-Map parallelMap(std::shared_ptr<Chain const> source, std::vector<ParallelOrigin> segments,
+/// as log n for n segments, and with the number of segments that show one segment of the source.
+/// Source and parallel are given in one coordinate frame.
+Map parallelMap(std::shared_ptr<ParallelSource const> source, std::vector<ParallelOrigin> segments,
                 bool isClosed);
 
 }  // namespace crv::internal

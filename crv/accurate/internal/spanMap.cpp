@@ -9,10 +9,6 @@ namespace crv::internal {
 
 namespace {
 
-// Parameter: the last one before 1. It names the end of a segment before a gap, because 1.0 is
-// the start of the next segment.
-constexpr double kLastParameter = 1.0 - 0x1p-53;
-
 /// The place of a position on a curve of n segments; the seam becomes the start.
 std::optional<Place> placeOn(std::size_t n, bool isClosed, Position const& position) {
   std::optional<Place> const place = placeAmong(n, position);
