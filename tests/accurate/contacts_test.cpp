@@ -156,7 +156,11 @@ TEST(SegmentContacts, TellCrossingTouchingAndEndApart) {
   // Both branches of a cusp on a line along its axis give one contact.
   Segment const cusp = segmentFrom({3, 2, 0, 1, 2, 3, 1, 0});
   Segment const axis = segmentFrom({1, 2, 0, 3, 2, 1, 2, 1});
-  for (SegmentContacts const& found : {contacts(cusp, axis), contacts(axis, cusp)}) {
+  Segment before = segmentFrom({-2, 7, -4, 6, -6, 11, 0, 2}), rest;
+  before.split(rest, 0.375);
+  Segment const line = segmentFrom({-8, 11.5, -2, 5.5});
+  for (SegmentContacts const& found :
+       {contacts(cusp, axis), contacts(axis, cusp), contacts(rest, line), contacts(line, rest)}) {
     ASSERT_EQ(found.points.size(), 1u);
     EXPECT_EQ(found.points[0].kind, ContactKind::crossing);
   }

@@ -110,17 +110,36 @@ bool addLoneCrossings(ClusterJudge const& judge, SegmentPair const& pair,
   return true;
 }
 
+/// Where a segment that turns back next to a parameter is slowest.
+double tipNear(Cubic const& c, double t) {
+  Point const velocity = derivativeAt(c, t), turn = secondDerivativeAt(c, t);
+  double const tip = t - dot(velocity, turn) / dot(turn, turn);
+  return std::fabs(tip - t) < kSameBranch ? min(1.0, max(0.0, tip)) : t;
+}
+
 /// Joins short clusters of opposite sense that share an end, where one of the segments turns back.
 void joinAtTips(ClusterJudge const& judge, SegmentPair const& pair, double magnitude,
                 double resolution, std::vector<ApproachCluster>& clusters) {
+  auto const keep = [&](FootPair const& p, FootPair const& q) {
+    return keepNear(pair, magnitude, resolution, p.t, p.u, q.t, q.u);
+  };
   auto const areOne = [&](double t0, double u0, double t1, double u1) {
-    return keepNear(pair, magnitude, resolution, t0, u0, t1, u1);
+    FootPair const p = {t0, u0, 0.0}, q = {t1, u1, 0.0};
+    if (keep(p, q)) return true;
+    // The tip may lie farther away than the resolution.
+    double const t = 0.5 * (t0 + t1), u = 0.5 * (u0 + u1);
+    if (!judge.isSlow(t, u)) return false;
+    FootPair const tipOfA = pair.footOnB(tipNear(pair.a, t), u0);
+    FootPair const tipOfB = pair.footOnA(t0, tipNear(pair.b, u));
+    return (tipOfA.distance <= resolution && keep(p, tipOfA) && keep(tipOfA, q)) ||
+           (tipOfB.distance <= resolution && keep(p, tipOfB) && keep(tipOfB, q));
   };
   for (std::size_t next = 1; next < clusters.size(); ++next) {
     ApproachCluster const& q = clusters[next];
     for (std::size_t i = next; i-- > 0;) {
       ApproachCluster& p = clusters[i];
-      if (p.sense * q.sense >= 0 || p.members[0].runs != q.members[0].runs) continue;
+      if (p.sense * q.sense > 0 || (p.sense == 0 && q.sense == 0)) continue;
+      if (p.members[0].runs != q.members[0].runs) continue;
       bool const shareTip = areOne(p.t1, p.u1, q.t0, q.u0) || areOne(p.t0, p.u0, q.t0, q.u0) ||
                             areOne(p.t1, p.u1, q.t1, q.u1);
       if (!shareTip || !judge.isShort(p) || !judge.isShort(q)) continue;
