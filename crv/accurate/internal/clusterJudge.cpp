@@ -143,9 +143,9 @@ bool ClusterJudge::findOnlyPlace(ApproachCluster const& c, FootPair& place) cons
   if (changes == 0) {
     if (least > kTouching * resolution_) return false;
     for (FootPair const& end : {snapped({c.t0, c.u0, 0.0}), snapped({c.t1, c.u1, 0.0})}) {
-      bool const isExactEnd =
-          (isEnd(end.t) || isEnd(end.u)) && end.t >= zeroFrom && end.t <= zeroTo;
-      if (isExactEnd) {
+      bool const isExact =
+          (end.t >= zeroFrom && end.t <= zeroTo) || pair_.distanceAt(end.t, end.u) <= noise;
+      if (isExact && (isEnd(end.t) || isEnd(end.u))) {
         place = end;
         return true;
       }
