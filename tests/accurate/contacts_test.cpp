@@ -144,6 +144,12 @@ TEST(SegmentContacts, TellCrossingTouchingAndEndApart) {
                     567.76075527368585, 201.13730254693496, 511.36143859456962,
                     314.78572171688097}),
        ContactKind::touching},
+      {"an end of both, beside which rounding turns one back",
+       segmentFrom({0, 1, 0.17539612720032563, 0.8246038727996744, 0.32002845296377841,
+                    0.67997154703622165, 0.43929282892034577, 0.56610302270964163}),
+       segmentFrom({0.43750000000000011, 0.56250000000000022, 5.5511151231257827e-17,
+                    1.0000000000000002, 0, 1, 0, 1}),
+       ContactKind::end},
       {"an end on a line", segmentFrom({0, 0, 4, 4}), segmentFrom({0, 8, 8, 0}), ContactKind::end},
   };
   for (auto const& row : rows) {

@@ -173,6 +173,12 @@ TEST(CurveContacts, OfACurveWithItselfAreThoseOfTheHardCases) {
     expectPoints(selfContacts(curveOf({support::segmentOf(n[0])})), expected);
   }
 
+  // Rounding makes a loop of this cusp that is three resolutions long and far narrower.
+  Segment const cut = support::bezier(
+      0.36110488137698155, 0.52850872661225168, 0.094633799571361255, 0.42594683472527667,
+      0.30748574497316378, 0.6923576370785518, 0.99966071757981034, 0.00033924404933641098);
+  expectPoints(selfContacts(curveOf({cut})), {});
+
   // The sides of this tip are within half a resolution of each other.
   expectOverlaps(selfContacts(curveOf({support::bezier(0, 0, 2, 0, -4, 0, -6, 1e-10)})),
                  {{0, 0.139620390, 0.292893219, 0.139620390, 0}});

@@ -211,6 +211,10 @@ void findOwnMeetings(Cubic const& c, double magnitude, double resolution, Stretc
   }
   double t = 0.0, u = 1.0;
   if (!findDoublePoint(c, t, u) || !holdCrossing(pair, resolution, t, u) || !(t < u)) return;
+  // The branches of a short loop that is narrower than the resolution are connected by its tip.
+  double const tip = 0.5 * (t + u), length = distance(pointAt(c, t), pointAt(c, tip));
+  bool const isShort = length <= leastStretch(magnitude, resolution);
+  if (isShort && keepNear(pair, magnitude, resolution, t, u, tip, tip)) return;
   ClusterJudge const judge(pair, magnitude, resolution, Stretches::all);
   FootPair place = judge.snapped({t, u, 0.0});
   // Ends that meet stand for a crossing up to which both sides stay within the resolution.
