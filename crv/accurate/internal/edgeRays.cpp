@@ -2,6 +2,7 @@
 
 #include "crv/accurate/internal/rayCrossings.h"
 #include "crv/accurate/internal/segmentPair.h"
+#include "crv/curve/internal/boxTree.h"
 
 #include <cmath>
 #include <utility>
@@ -18,25 +19,52 @@ constexpr double kBeside = 0x1p-45;
 // sides differ by the edge's count.
 constexpr double kAskedAt[] = {0.5, 0.25, 0.75, 0.375, 0.625, 0.125, 0.875};
 
-BoxTree treeOver(Cutting const& cutting, std::vector<std::size_t> const& stretches) {
-  std::vector<Box> boxes;
-  boxes.reserve(stretches.size());
-  for (std::size_t const s : stretches) boxes.push_back(cutting.stretches[s].c.hull());
-  return BoxTree(std::move(boxes));
-}
-
 }  // namespace
 
 EdgeRays::EdgeRays(Cutting const& cutting, std::vector<std::size_t> stretches)
-    : cutting_(&cutting), stretches_(std::move(stretches)), tree_(treeOver(cutting, stretches_)) {}
+    : cutting_(&cutting), stretches_(std::move(stretches)) {
+  if (stretches_.empty()) return;
+  nodes_.reserve(2 * stretches_.size() - 1);
+  addNode(0, stretches_.size());
+}
+
+bool EdgeRays::areLinked(std::size_t i, std::size_t k) const {
+  Point const &end = shapeOf(i).p[3], &start = shapeOf(k).p[0];
+  return end.x == start.x && end.y == start.y && countOf(i) == countOf(k);
+}
+
+void EdgeRays::addNode(std::size_t begin, std::size_t end) {
+  std::size_t const node = nodes_.size();
+  nodes_.push_back({shapeOf(begin).hull(), begin, end, true});
+  if (end - begin == 1) return;
+  std::size_t const middle = begin + (end - begin) / 2;
+  addNode(begin, middle);
+  std::size_t const second = nodes_.size();
+  addNode(middle, end);
+  nodes_[node].box = united(nodes_[node + 1].box, nodes_[second].box);
+  nodes_[node].isChain =
+      nodes_[node + 1].isChain && nodes_[second].isChain && areLinked(middle - 1, middle);
+}
+
+void EdgeRays::addCrossings(std::size_t number, Point const& p, Counts& winding) const {
+  Node const& node = nodes_[number];
+  if (!isBeside(node.box, p)) return;
+  std::size_t const size = node.end - node.begin;
+  if (size == 1) {
+    winding = sum(winding, countOf(node.begin), crossings(shapeOf(node.begin), p));
+  } else if (node.isChain && node.box.minX > p.x) {
+    bool const startsAbove = shapeOf(node.begin).p[0].y > p.y;
+    bool const endsAbove = shapeOf(node.end - 1).p[3].y > p.y;
+    winding = sum(winding, countOf(node.begin), int(endsAbove) - int(startsAbove));
+  } else {
+    addCrossings(number + 1, p, winding);
+    addCrossings(number + 2 * (size / 2), p, winding);
+  }
+}
 
 Counts EdgeRays::windingOf(Point const& p) const {
   Counts winding = {0, 0};
-  tree_.visit([&](Box const& box) { return isBeside(box, p); },
-              [&](std::size_t i) {
-                Stretch const& s = cutting_->stretches[stretches_[i]];
-                winding = sum(winding, cutting_->edges[s.edge].count, crossings(s.c, p));
-              });
+  if (!nodes_.empty()) addCrossings(0, p, winding);
   return winding;
 }
 

@@ -3,7 +3,7 @@
 
 #include "crv/accurate/internal/cutting.h"
 #include "crv/accurate/internal/planeGraph.h"
-#include "crv/curve/internal/boxTree.h"
+#include "crv/bezier/internal/cubic.h"
 
 #include <cstddef>
 #include <optional>
@@ -16,7 +16,10 @@ struct Sides {
   Counts left, right;
 };
 
-/// Stretches of an arrangement, with a tree over their boxes. The arrangement must outlive it.
+/// Stretches of an arrangement, for rays. The arrangement must outlive it.
+/// Method: a binary tree over the stretches in their order. Where stretches follow each other and a
+/// ray enters their box from outside, the two ends of the chain decide, so that a ray through many
+/// teeth of one outline takes logarithmic time.
 class EdgeRays {
  public:
   EdgeRays(Cutting const& cutting, std::vector<std::size_t> stretches);
@@ -29,11 +32,26 @@ class EdgeRays {
   std::optional<Sides> sidesOf(Edge const& edge) const;
 
  private:
+  /// Consecutive stretches. Its first half is the next node, and the second half follows the nodes
+  /// of the first.
+  struct Node {
+    Box box;
+    std::size_t begin, end;  // in stretches_
+    bool isChain;            // each starts where the one before ends, and all have one count
+  };
+
+  void addNode(std::size_t begin, std::size_t end);
+  bool areLinked(std::size_t i, std::size_t k) const;
+  void addCrossings(std::size_t node, Point const& p, Counts& winding) const;
+  Cubic const& shapeOf(std::size_t i) const { return cutting_->stretches[stretches_[i]].c; }
+  Counts const& countOf(std::size_t i) const {
+    return cutting_->edges[cutting_->stretches[stretches_[i]].edge].count;
+  }
   std::optional<Sides> sidesOf(Edge const& edge, Cubic const& stretch) const;
 
   Cutting const* cutting_;
   std::vector<std::size_t> stretches_;
-  BoxTree tree_;
+  std::vector<Node> nodes_;
 };
 
 }  // namespace crv::internal
