@@ -279,6 +279,11 @@ TEST(CurveContacts, RunOverJointsAndTheSeam) {
     Curve const a = curveOf({back, on}), b = curveOf({back});
     EXPECT_EQ((isSwapped ? contacts(b, a) : contacts(a, b)).overlaps.size(), 2u);
   }
+  // The kind is right at a resolution that is wide for the curves, too.
+  CurveContacts const wide = contacts(closed({support::bezier(-15, 18, 9, -14, -6, -4, -15, 18)}),
+                                      closed({support::bezier(8, 1, -1, -18, -15, 18, 8, 1)}), 0.1);
+  ASSERT_EQ(wide.points.size(), 2u);
+  for (auto const& c : wide.points) EXPECT_EQ(c.kind, ContactKind::crossing);
 }
 
 TEST(CurveContacts, WithALineAreInOrderAlongIt) {

@@ -16,12 +16,13 @@ constexpr int kMostHalvings = 50;
 // Share of the unit scale: branches are followed no farther than this.
 constexpr double kFarthest = 0x1p-6;
 
-// In units of the resolution: the radius of the first circle on which branches are compared, the
-// least radius up to which they are followed, and the distance at which they have separated. The
-// radius of each circle is kGrowth times that of the one before.
-constexpr double kFirstRadius = 16.0;
+// In units of the resolution: the radius of the first circle on which branches are compared, which
+// holds the places on both curves, the least radius up to which they are followed, and the distance
+// at which they have separated, whose excess over 1 allows for rounding. The radius of each circle
+// is kGrowth times that of the one before.
+constexpr double kFirstRadius = 2.0;
 constexpr double kLeastFarthest = 64.0;
-constexpr double kApart = 4.0;
+constexpr double kApart = 1.0625;
 constexpr double kGrowth = 4.0;
 
 // Parameter: Newton's method ends with a step this short.
