@@ -279,6 +279,11 @@ TEST(CurveContacts, RunOverJointsAndTheSeam) {
     Curve const a = curveOf({back, on}), b = curveOf({back});
     EXPECT_EQ((isSwapped ? contacts(b, a) : contacts(a, b)).overlaps.size(), 2u);
   }
+  // A stretch of eight resolutions is a point.
+  CurveContacts const brief = contacts(polygon({0, 0, 1, 0}), polygon({1 - 8e-12, 0, 1, 0}));
+  EXPECT_EQ(brief.overlaps.size(), 0u);
+  ASSERT_EQ(brief.points.size(), 1u);
+  EXPECT_EQ(flat(brief.points[0].first), 1.0);
   // The kind is right at a resolution that is wide for the curves, too.
   CurveContacts const wide = contacts(closed({support::bezier(-15, 18, 9, -14, -6, -4, -15, 18)}),
                                       closed({support::bezier(8, 1, -1, -18, -15, 18, 8, 1)}), 0.1);

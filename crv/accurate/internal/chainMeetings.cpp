@@ -172,13 +172,18 @@ ChainMeetings Assembly::chainedLinks() {
   }
   ChainMeetings result;
   isDone[n] = 1;
-  auto const add = [&](Link const& head, Link const& tail, double length) {
+  std::vector<char> isShort(n, 0);
+  auto const add = [&](std::size_t first, std::size_t last, double length) {
+    Link const &head = links_[first], &tail = links_[last];
     if (length > leastStretch(scale_.magnitude, scale_.resolution)) {
       result.stretches.push_back(
           {head.from, tail.to, head.otherFrom, tail.otherTo, head.isSameSense()});
-    } else {
-      addPoint(head.from, head.otherFrom, false);
+      return;
     }
+    addPoint(head.from, head.otherFrom, false);
+    addPoint(tail.to, tail.otherTo, false);
+    for (std::size_t i = first; i != last; i = next[i]) isShort[i] = 1;
+    isShort[last] = 1;
   };
   auto const follow = [&](std::size_t start) {
     std::size_t head = start, last = start;
@@ -186,14 +191,14 @@ ChainMeetings Assembly::chainedLinks() {
     for (std::size_t i = start; !isDone[i]; i = next[i]) {
       isDone[i] = 1;
       if (i != head && comesAround(links_[head], links_[i])) {
-        add(links_[head], links_[last], length);
+        add(head, last, length);
         head = i;
         length = 0.0;
       }
       last = i;
       length += lengthOf(links_[i]);
     }
-    add(links_[head], links_[last], length);
+    add(head, last, length);
   };
   for (std::size_t i = 0; i < n; ++i) {
     if (!hasPrevious[i]) follow(i);
@@ -202,6 +207,13 @@ ChainMeetings Assembly::chainedLinks() {
   for (std::size_t i = 0; i < n; ++i) {
     if (!isDone[i]) follow(i);
   }
+  // The short sides of a tip are no contact of a curve with itself.
+  if (isSelf_) return result;
+  std::size_t kept = 0;
+  for (std::size_t i = 0; i < n; ++i) {
+    if (!isShort[i]) links_[kept++] = links_[i];
+  }
+  links_.erase(links_.begin() + std::ptrdiff_t(kept), links_.end());
   return result;
 }
 
