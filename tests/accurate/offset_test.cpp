@@ -92,6 +92,8 @@ TEST(AccurateOffset, TheErrorReportedIsABound) {
   // The parallels of segments with almost the same direction are extended until they meet.
   Curve const bent = polygon({0, 0, 100, 0, 200, 1});
   for (double const side : {20.0, -20.0}) expectParallels(bent, side, 0.03);
+  // Handles that are hardly longer than the tolerance.
+  expectParallels(curveOf({bezier(0, 0, 0x1p-35, -0x1p-35, -1, 0.5, 1, 1)}), 0.1, 1e-11);
   // Points are part of a joint, and the ends beside a gap are different places.
   expectParallels(curveOf({retractedLine(0, 0, 9, 0), pointLike(9, 0), pointLike(9, 0),
                            retractedLine(9, 0, 9, 9), retractedLine(14, 9, 30, 9)}),

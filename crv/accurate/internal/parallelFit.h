@@ -37,8 +37,15 @@ class ParallelFit {
   Cubic const& cubic() const { return cubic_; }
   double error() const { return error_; }
 
+  /// Whether no fit can succeed any more because bounding the errors took too long.
+  bool isExhausted() const { return intervals_ == 0; }
+
  private:
   static constexpr int kSamples = 3;
+
+  // Guard: the number of intervals, about a tenth of a second, over which errors are bounded.
+  // It is reached only if rounding keeps the bounds from succeeding.
+  static constexpr long kMostIntervals = 1L << 20;
 
   struct Sample {
     Point place;  // on the parallel
@@ -68,6 +75,7 @@ class ParallelFit {
   double farthestStep_ = 0.0;
   Cubic cubic_ = {};
   double error_ = 0.0;
+  long intervals_ = kMostIntervals;
 };
 
 }  // namespace crv::internal

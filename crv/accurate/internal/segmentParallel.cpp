@@ -28,7 +28,7 @@ constexpr double kFirstSplit = 0x1p-10;
 
 // Guards: the depth of splitting, and the number of pieces. They are reached only if rounding, or a
 // tolerance below it, keeps fits from succeeding.
-constexpr int kMostSplits = 40;
+constexpr int kMostSplits = 64;
 constexpr std::size_t kMostPieces = 1000;
 
 // The factor by which the tolerance is enlarged where that many pieces do not keep it.
@@ -70,7 +70,8 @@ class SegmentParallel {
         reversed_(reversed),
         most_(pieces.size() + kMostPieces) {}
 
-  void append();
+  /// Returns whether no guard was reached.
+  bool append();
 
  private:
   using Range = std::pair<double, double>;
@@ -80,6 +81,7 @@ class SegmentParallel {
     Point parallel, parallelVelocity, centre, centreVelocity;
   };
 
+  bool isStopped() const { return pieces_.size() >= most_ || fit_.isExhausted(); }
   bool appendStraight();
   std::vector<Range> findReversed() const;
   void findReversed(Edges const& edges, double t0, double t1, int depth,
@@ -241,7 +243,7 @@ void SegmentParallel::appendStretch(double t0, double t1, int depth) {
     return;
   }
   double const middle = t0 + (t1 - t0) * splitOf(edges, stretch.startTangent, stretch.endTangent);
-  bool const isOver = depth == kMostSplits || pieces_.size() >= most_;
+  bool const isOver = depth == kMostSplits || isStopped();
   if (isOver || !(middle > t0 && middle < t1)) {
     fit_.connect(stretch);
     pieces_.push_back({fit_.cubic(), t0, t1, fit_.error()});
@@ -304,8 +306,8 @@ void SegmentParallel::appendReversed(double t0, double t1) {
   reversed_->push_back(std::move(reversed));
 }
 
-void SegmentParallel::append() {
-  if (appendStraight()) return;
+bool SegmentParallel::append() {
+  if (appendStraight()) return true;
   double from = 0.0;
   for (Range const& range : findReversed()) {
     if (range.first - from > kShortest) appendStretch(from, range.first, 0);
@@ -313,6 +315,7 @@ void SegmentParallel::append() {
     from = range.second;
   }
   if (1.0 - from > kShortest) appendStretch(from, 1.0, 0);
+  return !isStopped();
 }
 
 }  // namespace
@@ -323,8 +326,8 @@ void appendParallel(SmoothPart const& source, double distance, double tolerance,
   std::size_t const first = pieces.size(),
                     firstReversed = reversed != nullptr ? reversed->size() : 0;
   for (;; tolerance *= kCoarser) {
-    SegmentParallel(source, distance, tolerance, start, end, pieces, reversed).append();
-    if (pieces.size() < first + kMostPieces || tolerance >= distance) return;
+    SegmentParallel parallel(source, distance, tolerance, start, end, pieces, reversed);
+    if (parallel.append() || tolerance >= distance) return;
     pieces.erase(pieces.begin() + static_cast<std::ptrdiff_t>(first), pieces.end());
     if (reversed != nullptr) {
       reversed->erase(reversed->begin() + static_cast<std::ptrdiff_t>(firstReversed),
