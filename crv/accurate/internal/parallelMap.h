@@ -27,8 +27,8 @@ class ParallelSource {
 
  private:
   Chain chain_;
-  std::vector<std::optional<Place>>
-      joints_;  // by segment: where a point lies; empty without points
+  // By segment: the place of the joint to which a point belongs. Empty if no segment is a point.
+  std::vector<std::optional<Place>> joints_;
 };
 
 /// The origin of a segment of a parallel.
