@@ -24,11 +24,11 @@ struct NearestOnCurve {
   double distance;  ///< The distance of the point.
 };
 
-/// The point of the segment nearest to p. distance is within 8 u S of the least distance (in one of
-/// five million random cases it was off by 10 u S), and point is within 64 u S of the segment's
-/// point at t. If several points have exactly the same computed distance, it is the first. A
-/// segment that is one point gives t = 0. For unusable input t is 0, and all else is NaN. The time
-/// is about the same for all input, except that p at a cusp takes about eighty times as long.
+/// The point of the segment nearest to p. distance is within 8 u S of the least distance, and point
+/// is within 64 u S of the segment's point at t. If several points have exactly the same computed
+/// distance, it is the first. A segment that is one point gives t = 0. For unusable input t is 0,
+/// and all else is NaN. The time is about the same for all input, except that p at a cusp takes
+/// about eighty times as long.
 ///
 /// Method: the derivative of the squared distance, a polynomial of degree 5 in Bernstein form, is
 /// halved until it has one change of sign, or until the partial sums of its coefficients, which

@@ -64,7 +64,8 @@ double size(Point const& p) { return max(std::fabs(p.x), std::fabs(p.y)); }
 
 class Search {
  public:
-  Search(Cubic const& cubic, Point const& p, double limit) : limit_(limit) {
+  Search(Cubic const& cubic, Point const& p, double limit)
+      : cubic_(cubic), query_(p), limit_(limit) {
     for (int i = 0; i < 4; ++i) q_.p[i] = cubic.p[i] - p;
     for (int i = 0; i < 3; ++i) e_[i] = cubic.p[i + 1] - cubic.p[i];
     bend_[0] = e_[1] - e_[0];
@@ -72,6 +73,9 @@ class Search {
     jerk_ = bend_[1] - bend_[0];
     for (Point const& q : q_.p) largest_ = max(largest_, size(q));
     for (Point const& e : e_) largestEdge_ = max(largestEdge_, size(e));
+    double largest = size(p);
+    for (Point const& c : cubic.p) largest = max(largest, size(c));
+    isLong_ = largestEdge_ > largest;
   }
 
   Foot nearest() {
@@ -223,8 +227,17 @@ class Search {
   Foot footAfter(Motion const& m, double step, double next) const {
     if (next <= 0.0) return start();
     if (next >= 1.0) return end();
-    Point const q = m.q + (m.v * 3.0 + (m.a * 3.0 + jerk_ * step) * step) * step;
+    Point const q =
+        isLong_ ? offsetAt(next) : m.q + (m.v * 3.0 + (m.a * 3.0 + jerk_ * step) * step) * step;
     return {next, q, dot(q, q)};
+  }
+
+  /// The offset of the point at t, by de Casteljau's triangle: with smaller rounding errors than in
+  /// powers of t where edges are longer than the largest coordinate.
+  [[gnu::noinline]] Point offsetAt(double t) const {
+    Cubic left, right;
+    cubic_.split(t, left, right);
+    return left.end() - query_;
   }
 
   Foot sampled(double t) const { return footAfter(motion(t), 0.0, t); }
@@ -279,6 +292,9 @@ class Search {
               kProductNoise * size(q_.p[3]) * size(e_[2])};
   }
 
+  Cubic const& cubic_;
+  Point const query_;
+  bool isLong_ = false;                 // some edge is longer than the largest coordinate
   std::vector<Foot>* found_ = nullptr;  // not null if all local minima are wanted
   Cubic q_;                             // relative to the query
   Point e_[3];                          // the edges, from the given control points
