@@ -27,8 +27,9 @@ constexpr std::size_t kMostLone = 9;
 constexpr double kEndReach = 2.0;
 constexpr double kSameBranch = 0.25;
 
-// Relative to the largest coordinate: where a segment turns back, its sides are within the default
-// resolution over a length of 2^-16 S only if it is straighter than this.
+// Relative to the size of a segment, or to the largest coordinate if that is less: where a segment
+// turns back, its sides are within the default resolution over a length of 2^-16 S only if it is
+// straighter than this.
 constexpr double kNearlyStraight = 0x1p-13;
 
 bool isEnd(double t) { return t == 0.0 || t == 1.0; }
@@ -203,7 +204,7 @@ void findOwnMeetings(Cubic const& c, double magnitude, double resolution, Stretc
   if (findOwnApproaches(pair, resolution, resolution, approaches)) {
     return judgeAll(pair, approaches, magnitude, resolution, Stretches::all, found);
   }
-  double const width = kNearlyStraight * magnitude;
+  double const width = kNearlyStraight * min(magnitude, sizeOf(c.hull()));
   if (findOwnApproaches(pair, width, resolution, approaches)) {
     judgeAll(pair, approaches, magnitude, resolution, told, found);
     if (!found.stretches.empty()) return;
