@@ -67,7 +67,7 @@ struct LineContact {
 
 /// All contacts of a curve with the line segment from a to b, in ascending order along it. A
 /// stretch of the line that lies on the curve is reported as two contacts of kind touching, at its
-/// ends.
+/// ends. Where the curve turns back on the line, the two stretches that meet there share a contact.
 [[nodiscard]] CRV_API std::vector<LineContact> contacts(Curve const& curve, Point const& a,
                                                         Point const& b, double resolution = 0.0);
 

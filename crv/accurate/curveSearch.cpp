@@ -22,14 +22,13 @@ namespace {
 constexpr double kShortfall = 0x1p-30;
 constexpr double kShortfallOfSize = 0x1p-60;
 
-// A minimum inside a segment is taken as one at a joint, moved by rounding, if it is nearer to the
-// joint than both limits: kAtJoint as a parameter, and kJointRadius relative to the largest
-// coordinate.
+// A minimum inside a segment is taken as one at a joint, moved by rounding, if it lies nearer to
+// the joint than kAtJoint, a parameter, and than kJointRadius, relative to the largest coordinate.
 constexpr double kAtJoint = 0x1p-20;
 constexpr double kJointRadius = 0x1p-46;
 
-// Relative to the largest coordinate: it is not taken so if its distance is less than that of the
-// joint by more than this, which is more than rounding errors.
+// Relative to the largest coordinate: a minimum that is nearer to the query than the joint by more
+// than this is a minimum of its own, because rounding errors of distances are smaller.
 constexpr double kJointNoise = 4 * internal::kRounding;
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();

@@ -255,7 +255,8 @@ class Flattener {
   }
 
   /// Bounds the same squared distance by the line through both vertices and by the places at which
-  /// the stretch turns back along it. The place farthest beyond the chord, if any is, becomes turn.
+  /// the stretch turns back along it. If such a place lies beyond the chord, turn receives the
+  /// parameter of the farthest one.
   double boundByTurns(Vertex const& a, Vertex const& b, double& turn) const {
     P const chord = b.place - a.place;
     double const squared = dot(chord, chord);

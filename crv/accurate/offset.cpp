@@ -46,13 +46,13 @@ constexpr double kShortHandle = 0x1p-30;
 // than the gaps that count as joints.
 constexpr double kShortestChord = 8.0;
 
-// The binary exponent of the smallest curve, in distances. A smaller one is enlarged, so that
-// products of coordinates do not underflow; this moves its points by less than rounding errors of
-// the distance.
+// The binary exponent of the size of the smallest curve, in units of S + |d|. A smaller curve is
+// enlarged, so that products of coordinates do not underflow; this moves its points by less than
+// rounding errors of the distance.
 constexpr int kSmallestExponent = -64;
 
-/// The curve, scaled so that S + |d| is of the order of 1, and mirrored if necessary so that the
-/// parallel lies on the left.
+/// The curve, scaled so that S + |d| is of the order of 1, enlarged if it is still tiny, and
+/// mirrored if necessary so that the parallel lies on the left.
 struct Frame {
   Frame(Chain source, double signedDistance, OffsetOptions const& given)
       : curve(std::move(source)), options(given), isMirrored(signedDistance < 0.0) {
@@ -66,12 +66,12 @@ struct Frame {
                                  kLeastTolerance * internal::kRounding);
     double const small = kSmall * options.tolerance;
     int const sizeExponent = magnitude > 0.0 ? std::ilogb(magnitude) - exponent : 0;
-    double const enlarged = std::ldexp(factor, std::max(0, kSmallestExponent - sizeExponent));
+    double const curveFactor = std::ldexp(factor, std::max(0, kSmallestExponent - sizeExponent));
     double const smallSegment =
-        std::min(small, internal::kDefaultResolution * magnitude * enlarged);
-    double const shortHandle = std::min(small, kShortHandle * magnitude * enlarged);
+        std::min(small, internal::kDefaultResolution * magnitude * curveFactor);
+    double const shortHandle = std::min(small, kShortHandle * magnitude * curveFactor);
     for (Cubic& c : curve.segments) {
-      for (internal::Point& p : c.p) p = {p.x * enlarged, mirrored(p.y * enlarged)};
+      for (internal::Point& p : c.p) p = {p.x * curveFactor, mirrored(p.y * curveFactor)};
       straightenUpTo(smallSegment, c);
       retractUpTo(shortHandle, c.start(), c.p[1], c.p[2]);
       retractUpTo(shortHandle, c.end(), c.p[2], c.p[1]);
@@ -209,6 +209,7 @@ Offset ParallelMaker::result() {
   for (RawSegment const& segment : outline_.segments()) {
     if (segment.hasDistance) worst = std::max(worst, segment.error);
   }
+  // Shorter moves are rounding errors.
   double const move = std::sqrt(farthestMove_);
   if (move > kLeastTolerance * internal::kRounding) worst += move;
   offset.worstError = (worst + frame_.moved) * frame_.unit;

@@ -3,8 +3,8 @@
 // Common rules of both operations, where S is the largest coordinate and d the distance:
 // - Every point of a result lies at the distance d from the curve, to within the tolerance or 64 u
 //   (S + |d|), whichever is more. The error is bounded, not sampled (internal/parallelError.h): no
-//   point measured was ever off by more than worstError. The exception are parallels that come
-//   within 2^-40 (S + |d|) of each other: they become one there, which may add as much to the
+//   point measured was ever off by more than worstError. Parallels that come within 2^-40
+//   (S + |d|) of each other are an exception: they become one there, which may add as much to the
 //   error. worstError includes this where their ends meet.
 // - Miter and bevel joins and caps that are not round do not keep the distance: a miter extends as
 //   far as its limit, a bevel and a flat cap are straight.

@@ -170,7 +170,8 @@ TEST(SegmentContacts, TellCrossingTouchingAndEndApart) {
     ASSERT_EQ(found.points.size(), 1u);
     EXPECT_EQ(found.points[0].kind, ContactKind::crossing);
   }
-  // A copy moved by little more than the resolution crosses where the segment runs that way.
+  // A copy moved by little more than the resolution crosses where the segment runs in the direction
+  // of the motion.
   Segment const bow = segmentFrom({-0.65, 0.31, 0.39, -0.96, 0.75, 0.7, -0.63, 0.69});
   for (double const motion : {1.25e-12, 2.5e-12}) {
     Segment const copy = changed(bow, 1.0, motion, 0.0);

@@ -173,7 +173,7 @@ TEST(CurveContacts, OfACurveWithItselfAreThoseOfTheHardCases) {
     expectPoints(selfContacts(curveOf({support::segmentOf(n[0])})), expected);
   }
 
-  // Rounding makes a loop of this cusp that is three resolutions long and far narrower.
+  // Rounding turns this cusp into a loop that is three resolutions long and far narrower than one.
   Segment const cut = support::bezier(
       0.36110488137698155, 0.52850872661225168, 0.094633799571361255, 0.42594683472527667,
       0.30748574497316378, 0.6923576370785518, 0.99966071757981034, 0.00033924404933641098);
@@ -279,7 +279,7 @@ TEST(CurveContacts, RunOverJointsAndTheSeam) {
     Curve const a = curveOf({back, on}), b = curveOf({back});
     EXPECT_EQ((isSwapped ? contacts(b, a) : contacts(a, b)).overlaps.size(), 2u);
   }
-  // A stretch of eight resolutions is a point.
+  // A shared stretch that is eight resolutions long is reported as a point.
   CurveContacts const brief = contacts(polygon({0, 0, 1, 0}), polygon({1 - 8e-12, 0, 1, 0}));
   EXPECT_EQ(brief.overlaps.size(), 0u);
   ASSERT_EQ(brief.points.size(), 1u);

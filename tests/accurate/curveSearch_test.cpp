@@ -110,7 +110,7 @@ TEST(AccurateSearch, AnEndWhereRoundingHidesTheMinimumCounts) {
                                         {66549.99594213668, 58584.788863731694}}}));
   ASSERT_FALSE(hook.within(start, 1e-6).empty());
   EXPECT_BITS(hook.within(start, 1e-6)[0].position, Position(0, 0.0));
-  // 86 roundings nearer than the start there is a minimum, no farther from the start.
+  // The minimum lies 87 u S from the start, and is nearer to the point by 86 u S.
   crv::CurveSearch const bend(curveOf(
       {bezier(12003424.724521838, 22947739.67967207, 12003424.206006253, 22947744.813850429,
               28531106.263751484, -25985333.933395408, 7676219.7268284783, -12012684.205092143)}));

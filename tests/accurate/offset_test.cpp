@@ -326,7 +326,7 @@ TEST(AccurateOffset, UnusableInputAndTinyDistancesHaveOneRule) {
     double const grown = totalArea(crv::offset(letter, distance)) - crv::signedArea(letter);
     EXPECT_NEAR(grown / (distance * crv::arcLength(letter, 1e-3)), -1.0, 0.3);
   }
-  // Beside a huge distance the curve is a point.
+  // The parallel at a huge distance is a circle to rounding.
   for (double const size : {1e16, 1e20, 1e145}) {
     Offset const around = crv::offset(closed(circle(1.0)), -size, {1e-4 * size});
     ASSERT_EQ(around.parallels.size(), 1u);

@@ -132,15 +132,15 @@ bool keepNear(SegmentPair const& pair, double magnitude, double resolution, doub
     areEven = false;
   }
   if (areEven) return true;
-  // A near foot may lie on another branch of a small loop, so both ways are followed. They start
-  // and end at feet, because graphs are compared across their axis, where they may be farther
-  // apart.
+  // A near foot may lie on another branch of a small loop, so the stretches of both segments are
+  // compared. They start and end at feet, because pairs of graphs over one place of the axis may be
+  // farther apart than the graphs.
   auto const partnerOf = [&](double t, double u) {
     return pair.distanceAt(t, u) <= apart ? u : pair.footOnB(t, u).u;
   };
-  Cubic const wayOnA = part(pair.a, t0, t1);
-  Cubic const wayOnB = part(pair.b, partnerOf(t0, u0), partnerOf(t1, u1));
-  return areSideBySide({{wayOnA, {}}, 1}, {{wayOnB, {}}, 1}, apart);
+  Cubic const stretchOfA = part(pair.a, t0, t1);
+  Cubic const stretchOfB = part(pair.b, partnerOf(t0, u0), partnerOf(t1, u1));
+  return areSideBySide({{stretchOfA, {}}, 1}, {{stretchOfB, {}}, 1}, apart);
 }
 
 std::vector<ApproachCluster> collectClusters(SegmentPair const& pair, double magnitude,

@@ -160,7 +160,7 @@ bool Assembly::comesAround(Link const& head, Link const& link) const {
 }
 
 /// Chains links to the longest possible stretches, none of which is longer than a lap of either
-/// curve. Chains too short to be a stretch become points.
+/// curve. The ends of chains too short to be a stretch become points.
 ChainMeetings Assembly::chainedLinks() {
   std::size_t const n = links_.size();
   std::vector<std::size_t> next(n);
@@ -207,7 +207,8 @@ ChainMeetings Assembly::chainedLinks() {
   for (std::size_t i = 0; i < n; ++i) {
     if (!isDone[i]) follow(i);
   }
-  // The short sides of a tip are no contact of a curve with itself.
+  // Short links of a curve with itself are the sides of a tip, which is no contact: they are kept,
+  // so that they cover their points.
   if (isSelf_) return result;
   std::size_t kept = 0;
   for (std::size_t i = 0; i < n; ++i) {

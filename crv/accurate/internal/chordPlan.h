@@ -89,8 +89,8 @@ struct ChordError {
   }
 
   /// The square of a bound on the distance of the same stretch from the line through its ends.
-  /// chord is the square of their distance.
-  double squaredAcross(double t0, double t1, double chord) const {
+  /// squaredChord is the square of the distance of the ends.
+  double squaredAcross(double t0, double t1, double squaredChord) const {
     double const h = t1 - t0;
     double const t = 0.5 * (t0 + t1);
     double const hh = h * h;
@@ -98,7 +98,7 @@ struct ChordError {
     double const skew = c1 + 2.0 * (c2 * t);
     double const middle = std::fabs(turn - hh * (c2 * (1.0 / 12.0))) + turnNoise;
     double const side = kSkewShare * std::fabs(h * skew) + turnNoise;
-    return 1.265625 * (hh * hh * hh) * (middle * middle + side * side) / chord;
+    return 1.265625 * (hh * hh * hh) * (middle * middle + side * side) / squaredChord;
   }
 };
 

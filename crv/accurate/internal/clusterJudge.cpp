@@ -159,7 +159,8 @@ bool ClusterJudge::findOnlyPlace(ApproachCluster const& c, FootPair& place) cons
   }
   // The crossing is taken in the middle of the stretch in which the segments are nearest, because
   // at small angles and at crossings of high order rounding errors obscure the crossing itself.
-  // Where the segments do not part evenly on both sides, that middle is not a crossing.
+  // Where the segments do not part evenly on both sides, that middle is not a crossing, and the
+  // change of side itself is taken.
   double const level = kTouching * resolution_ * lastSide;
   double const before = whereSideIs(-level, c.t0, toT, fromU);
   place = pair_.footOnB(0.5 * (before + whereSideIs(level, fromT, c.t1, fromU)), fromU);
@@ -309,7 +310,8 @@ bool ClusterJudge::crosses(FootPair const& place) const {
   return (before < 0.0 && after > 0.0) || (before > 0.0 && after < 0.0);
 }
 
-/// The same for the place of a cluster: where the segments part at both of its ends, these tell.
+/// Does the same for the place of a cluster. If the segments are apart at both ends of the cluster,
+/// the sides at these ends decide.
 bool ClusterJudge::crosses(ApproachCluster const& c, FootPair const& place) const {
   if (isEnd(place.t) || isEnd(place.u)) return false;
   if (c.sense == 0 || isSlow(place.t, place.u)) return crosses(place);

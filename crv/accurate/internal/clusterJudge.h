@@ -23,7 +23,7 @@ class ClusterJudge {
   /// Whether a stretch between ends of the segments is long enough to be reported.
   bool isTold(SharedStretch const& stretch) const;
 
-  /// Whether a stretch is longer than 2^-16 S.
+  /// Whether a stretch is longer than leastStretch, whichever stretches are to be reported.
   bool isLong(SharedStretch const& stretch) const;
 
   /// Moves a pair of parameters to an end of a segment, if the end is within the resolution of it

@@ -32,8 +32,8 @@ class EdgeRays {
   std::optional<Sides> sidesOf(Edge const& edge) const;
 
  private:
-  /// Consecutive stretches. Its first half is the next node, and the second half follows the nodes
-  /// of the first.
+  /// Consecutive stretches. The next node is the first half of them, and the second half follows
+  /// the nodes of the first.
   struct Node {
     Box box;
     std::size_t begin, end;  // in stretches_

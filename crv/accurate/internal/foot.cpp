@@ -121,7 +121,8 @@ class Search {
   }
 
  private:
-  /// Whether an end is the query, or is nearer than the point at t, beyond rounding.
+  /// Whether an end is the query up to rounding, or is nearer than the point at t by more than
+  /// rounding errors.
   bool isLowest(Foot const& end, double t) const {
     double const touch = kRounding * largest_;
     Point const q = motion(t).q;

@@ -125,7 +125,7 @@ std::vector<ChainMeeting> MeetingPlaces::merged(std::vector<ChainMeeting> points
   for (std::size_t i = 0; i < n; ++i) {
     if (home[i] != i) continue;
     ChainMeeting m = points[i];
-    // Two crossings at one point are none.
+    // The kind is determined again, because two crossings at one point cancel.
     if (standsForOthers[i]) m.crosses = routesCross(a_, m.first, b_, m.second, scale_.resolution);
     merged.push_back(m);
   }

@@ -111,14 +111,16 @@ bool addLoneCrossings(ClusterJudge const& judge, SegmentPair const& pair,
   return true;
 }
 
-/// Where a segment that turns back next to a parameter is slowest.
+/// The parameter at which a segment that turns back next to t is slowest, by one step of Newton's
+/// method; t itself if the step is too long.
 double tipNear(Cubic const& c, double t) {
-  Point const velocity = derivativeAt(c, t), turn = secondDerivativeAt(c, t);
-  double const tip = t - dot(velocity, turn) / dot(turn, turn);
+  Point const velocity = derivativeAt(c, t), acceleration = secondDerivativeAt(c, t);
+  double const tip = t - dot(velocity, acceleration) / dot(acceleration, acceleration);
   return std::fabs(tip - t) < kSameBranch ? min(1.0, max(0.0, tip)) : t;
 }
 
-/// Joins short clusters of opposite sense that share an end, where one of the segments turns back.
+/// Joins short clusters that share an end where one of the segments turns back. Two clusters of the
+/// same sense, or without a sense, are not joined.
 void joinAtTips(ClusterJudge const& judge, SegmentPair const& pair, double magnitude,
                 double resolution, std::vector<ApproachCluster>& clusters) {
   auto const keep = [&](FootPair const& p, FootPair const& q) {
@@ -127,7 +129,7 @@ void joinAtTips(ClusterJudge const& judge, SegmentPair const& pair, double magni
   auto const areOne = [&](double t0, double u0, double t1, double u1) {
     FootPair const p = {t0, u0, 0.0}, q = {t1, u1, 0.0};
     if (keep(p, q)) return true;
-    // The tip may lie farther away than the resolution.
+    // The tip may lie farther away from both pairs than the resolution.
     double const t = 0.5 * (t0 + t1), u = 0.5 * (u0 + u1);
     if (!judge.isSlow(t, u)) return false;
     FootPair const tipOfA = pair.footOnB(tipNear(pair.a, t), u0);
@@ -190,7 +192,8 @@ void findMeetings(Cubic const& a, Cubic const& b, double magnitude, double resol
   findApproaches(pair, resolution, approaches);
   bool const isAlong = std::any_of(approaches.begin(), approaches.end(),
                                    [](Approach const& p) { return p.t0 < p.t1; });
-  // Segments that continue each other smoothly agree on any short stretch.
+  // Segments that continue each other smoothly agree on any short stretch, so only a long one shows
+  // that they have a common carrier.
   if (isAlong && findSharedCarrier(pair, resolution, shared) && judge.isLong(shared)) {
     return addShared(judge, pair, magnitude, resolution, shared, found);
   }

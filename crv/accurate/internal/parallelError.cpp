@@ -208,8 +208,8 @@ double ParallelError::bound(double t0, double t1, std::initializer_list<Station>
 
 double ParallelError::between(Station const& from, Station const& to, int halvings) const {
   double const bound = boundOf(from, to);
-  if (bound <= tolerance_ || halvings == 0 || intervals_ == 0) return bound;
-  --intervals_;
+  if (bound <= tolerance_ || halvings == 0 || intervalsLeft_ == 0) return bound;
+  --intervalsLeft_;
   double const t = 0.5 * (from.t + to.t);
   Station const middle = stationAt(t, min(to.s, max(from.s, footAt(t, 0.5 * (from.s + to.s)))));
   double const squared = dot(middle.gap, middle.gap);

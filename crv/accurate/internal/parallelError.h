@@ -27,15 +27,15 @@ struct Station {
 /// the tolerance, the interval is halved at a new station.
 class ParallelError {
  public:
-  /// The intervals are counted down; when none are left, no interval is halved.
+  /// Each halving takes one off intervalsLeft; at 0, no interval is halved any more.
   ParallelError(Motion const& source, Motion const& cubic, Point const& startGap, double distance,
-                double tolerance, long& intervals)
+                double tolerance, long& intervalsLeft)
       : source_(source),
         cubic_(cubic),
         startGap_(startGap),
         distance_(distance),
         tolerance_(tolerance),
-        intervals_(intervals) {}
+        intervalsLeft_(intervalsLeft) {}
 
   /// A bound for the whole cubic and the source from t0 to t1, given some stations in between. If
   /// no bound at or below the tolerance is found, the result exceeds the tolerance and need not be
@@ -55,7 +55,7 @@ class ParallelError {
   Point startGap_;  // from the start of the source to that of the cubic
   double distance_;
   double tolerance_;
-  long& intervals_;
+  long& intervalsLeft_;
 };
 
 }  // namespace crv::internal

@@ -101,7 +101,7 @@ double ParallelFit::measure() {
 bool ParallelFit::keepsTolerance(ParallelStretch const& stretch) {
   Motion const motion = motionOf(cubic_);
   ParallelError const error(motion_, motion, cubic_.start() - source_.start(), distance_,
-                            tolerance_, intervals_);
+                            tolerance_, intervalsLeft_);
   auto const stationAt = [&](Sample const& sample) { return error.stationAt(sample.t, sample.s); };
   error_ = error.bound(stretch.t0, stretch.t1, {stationAt(samples_[1])});
   return error_ <= tolerance_;
@@ -111,7 +111,7 @@ void ParallelFit::connect(ParallelStretch const& stretch) {
   cubic_ = straight(stretch.start, stretch.end);
   Motion const motion = motionOf(cubic_);
   ParallelError const error(motion_, motion, cubic_.start() - source_.start(), distance_,
-                            tolerance_, intervals_);
+                            tolerance_, intervalsLeft_);
   error_ = error.bound(stretch.t0, stretch.t1, {});
 }
 

@@ -38,13 +38,13 @@ class ParallelFit {
   double error() const { return error_; }
 
   /// Whether no fit can succeed any more because bounding the errors took too long.
-  bool isExhausted() const { return intervals_ == 0; }
+  bool isExhausted() const { return intervalsLeft_ == 0; }
 
  private:
   static constexpr int kSamples = 3;
 
-  // Guard: the number of intervals, about a tenth of a second, over which errors are bounded.
-  // It is reached only if rounding keeps the bounds from succeeding.
+  // Guard: the number of intervals that are halved to bound errors, which take about a tenth of a
+  // second. It is reached only if rounding keeps the bounds above the tolerance.
   static constexpr long kMostIntervals = 1L << 20;
 
   struct Sample {
@@ -75,7 +75,7 @@ class ParallelFit {
   double farthestStep_ = 0.0;
   Cubic cubic_ = {};
   double error_ = 0.0;
-  long intervals_ = kMostIntervals;
+  long intervalsLeft_ = kMostIntervals;
 };
 
 }  // namespace crv::internal

@@ -43,8 +43,8 @@ struct ParallelOrigin {
 /// curve, and back. Near an end of a parallel that was extended or shortened to meet the next one,
 /// the points are moved along it, so that the ends correspond. Positions whose parallel points were
 /// trimmed away give -1, and a joint is mapped to some point of its join. The time of a query grows
-/// as log n for n segments, and with the number of segments that show one segment of the source.
-/// Source and parallel are given in one coordinate frame.
+/// as log n for n segments, and with the number of segments that stem from one segment of the
+/// source. Source and parallel are given in one coordinate frame.
 Map parallelMap(std::shared_ptr<ParallelSource const> source, std::vector<ParallelOrigin> segments,
                 bool isClosed);
 

@@ -16,10 +16,10 @@ constexpr int kMostHalvings = 50;
 // Share of the unit scale: branches are followed no farther than this.
 constexpr double kFarthest = 0x1p-6;
 
-// In units of the resolution: the radius of the first circle on which branches are compared, which
-// holds the places on both curves, the least radius up to which they are followed, and the distance
-// at which they have separated, whose excess over 1 allows for rounding. The radius of each circle
-// is kGrowth times that of the one before.
+// In units of the resolution. Branches are compared on circles: the first one, of radius
+// kFirstRadius, contains the places on both curves, and each further one is kGrowth times as large.
+// Branches are followed at least to the radius kLeastFarthest. They have separated when they are
+// farther apart than kApart, which exceeds 1 to allow for rounding.
 constexpr double kFirstRadius = 2.0;
 constexpr double kLeastFarthest = 64.0;
 constexpr double kApart = 1.0625;

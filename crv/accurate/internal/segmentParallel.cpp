@@ -31,7 +31,8 @@ constexpr double kFirstSplit = 0x1p-10;
 constexpr int kMostSplits = 64;
 constexpr std::size_t kMostPieces = 1000;
 
-// The factor by which the tolerance is enlarged where that many pieces do not keep it.
+// The factor by which the tolerance is enlarged where a limit on pieces or on the work
+// of bounding errors is reached.
 constexpr double kCoarser = 16.0;
 
 // The parameters at which the curvature equals 1 / distance are isolated by halving, down to
@@ -70,7 +71,7 @@ class SegmentParallel {
         reversed_(reversed),
         most_(pieces.size() + kMostPieces) {}
 
-  /// Returns whether no guard was reached.
+  /// Returns false if the number of pieces, or the work of bounding errors, reached its limit.
   bool append();
 
  private:

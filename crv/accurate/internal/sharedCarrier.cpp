@@ -28,7 +28,7 @@ constexpr double kFarOff = 64.0;
 // branch differs from it by more, a foot on the same branch by less.
 constexpr double kLeastWay = 0.25;
 
-// Relative to the largest coordinate: segments this near to each other meet up to rounding.
+// Unit scale: places this near to each other meet up to rounding.
 constexpr double kExact = 0x1p-48;
 
 // Steps of Newton's method that take the ends of a stretch to rounding.
