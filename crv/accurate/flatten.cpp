@@ -1,5 +1,6 @@
 #include "crv/accurate/flatten.h"
 
+#include "crv/accurate/internal/appendMade.h"
 #include "crv/accurate/internal/chordPlan.h"
 #include "crv/accurate/internal/controlEdges.h"
 #include "crv/accurate/internal/scale.h"
@@ -8,7 +9,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <iterator>
 #include <utility>
 
 namespace crv {
@@ -106,45 +106,6 @@ bool isChord(Cubic const& c) {
     return (p.x == c.p[0].x && p.y == c.p[0].y) || (p.x == c.p[3].x && p.y == c.p[3].y);
   };
   return isEnd(c.p[1]) && isEnd(c.p[2]);
-}
-
-/// An iterator over make(i).
-template <class Value, class Make>
-struct Made {
-  using iterator_category = std::random_access_iterator_tag;
-  using value_type = Value;
-  using difference_type = std::ptrdiff_t;
-  using pointer = Value const*;
-  using reference = Value;
-
-  Value operator*() const { return (*make)(i); }
-  Made& operator++() {
-    ++i;
-    return *this;
-  }
-  Made& operator--() {
-    --i;
-    return *this;
-  }
-  Made& operator+=(difference_type n) {
-    i += static_cast<std::size_t>(n);
-    return *this;
-  }
-  difference_type operator-(Made const& from) const {
-    return static_cast<difference_type>(i - from.i);
-  }
-  bool operator==(Made const& other) const { return i == other.i; }
-  bool operator!=(Made const& other) const { return i != other.i; }
-
-  Make const* make;
-  std::size_t i;
-};
-
-/// Appends make(i) for i from first to before last: all at once, which costs less than one by one.
-template <class Value, class Make>
-void append(std::vector<Value>& values, Make const& make, std::size_t first, std::size_t last) {
-  using Iterator = Made<Value, Make>;
-  values.insert(values.end(), Iterator{&make, first}, Iterator{&make, last});
 }
 
 class Flattener {
@@ -319,8 +280,8 @@ class Flattener {
       // Two calls that need no carrying, instead of one that may.
       return t >= 0.0 && t < 1.0 ? Position(segment, t) : Position(segment + 1, 0.0);
     };
-    append(line_.points, point, first, last);
-    append(line_.positions, position, first, last);
+    internal::appendMade(line_.points, point, first, last);
+    internal::appendMade(line_.positions, position, first, last);
   }
 
   void add(P const& p, double t) {

@@ -2,6 +2,7 @@
 #include "crv/accurate/internal/clusterJudge.h"
 
 #include "crv/accurate/internal/route.h"
+#include "crv/accurate/internal/scale.h"
 #include "crv/foundation/tolerance.h"
 
 #include <cmath>
@@ -11,9 +12,6 @@
 namespace crv::internal {
 
 namespace {
-
-// Relative to the largest coordinate: two curves this near to each other meet up to rounding.
-constexpr double kExact = 0x1p-48;
 
 // Relative to the largest coordinate: segments this near to each other where they are parallel
 // touch there, and changes of side nearby are rounding errors.

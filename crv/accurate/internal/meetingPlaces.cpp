@@ -3,6 +3,7 @@
 
 #include "crv/accurate/internal/blossom.h"
 #include "crv/accurate/internal/meetings.h"
+#include "crv/accurate/internal/scale.h"
 #include "crv/accurate/internal/segmentPair.h"
 #include "crv/foundation/internal/introsort.h"
 #include "crv/foundation/tolerance.h"
@@ -17,9 +18,6 @@ namespace {
 
 // Relative to the largest coordinate: meetings farther apart than this are different.
 constexpr double kFarApart = 0x1p-14;
-
-// Relative to the largest coordinate: curves this near to each other meet up to rounding.
-constexpr double kExact = 0x1p-48;
 
 // The number of meetings, next in order, that may be at one point with a meeting.
 constexpr std::size_t kNeighbours = 12;

@@ -6,6 +6,7 @@
 #include "crv/accurate/internal/approachCluster.h"
 #include "crv/accurate/internal/blossom.h"
 #include "crv/accurate/internal/foot.h"
+#include "crv/accurate/internal/scale.h"
 #include "crv/accurate/internal/straightParts.h"
 #include "crv/foundation/tolerance.h"
 
@@ -27,9 +28,6 @@ constexpr double kFarOff = 64.0;
 // Relative to the difference of the parameters of a double point: the foot of a place on the other
 // branch differs from it by more, a foot on the same branch by less.
 constexpr double kLeastWay = 0.25;
-
-// Unit scale: places this near to each other meet up to rounding.
-constexpr double kExact = 0x1p-48;
 
 // Steps of Newton's method that take the ends of a stretch to rounding.
 constexpr int kRefinements = 3;
