@@ -22,8 +22,9 @@ namespace {
 constexpr double kShortfall = 0x1p-30;
 constexpr double kShortfallOfSize = 0x1p-60;
 
-// A minimum inside a segment is taken as one at a joint, moved by rounding, if it lies nearer to
-// the joint than kAtJoint, a parameter, and than kJointRadius, relative to the largest coordinate.
+// Rounding may move a minimum at a joint into a segment. A minimum inside a segment counts as the
+// joint if its parameter differs from that of the joint by less than kAtJoint, and its distance
+// from the joint is at most kJointRadius times the largest coordinate.
 constexpr double kAtJoint = 0x1p-20;
 constexpr double kJointRadius = 0x1p-46;
 

@@ -1,6 +1,6 @@
 #include "crv/accurate/flatten.h"
 
-#include "crv/accurate/internal/appendMade.h"
+#include "crv/accurate/internal/appendGenerated.h"
 #include "crv/accurate/internal/chordPlan.h"
 #include "crv/accurate/internal/controlEdges.h"
 #include "crv/accurate/internal/scale.h"
@@ -280,8 +280,8 @@ class Flattener {
       // Two calls that need no carrying, instead of one that may.
       return t >= 0.0 && t < 1.0 ? Position(segment, t) : Position(segment + 1, 0.0);
     };
-    internal::appendMade(line_.points, point, first, last);
-    internal::appendMade(line_.positions, position, first, last);
+    internal::appendGenerated(line_.points, point, first, last);
+    internal::appendGenerated(line_.positions, position, first, last);
   }
 
   void add(P const& p, double t) {

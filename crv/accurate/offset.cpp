@@ -143,7 +143,7 @@ class ParallelMaker {
  private:
   RawSegment const& raw(PathPart const& part) const { return outline_.segments()[part.segment]; }
   void addParallel(Parts const& parts, bool isClosed);
-  void noteMove(internal::Point const& end, RawSegment const& segment, double s);
+  void noteMove(internal::Point const& end, Cubic const& c, double t);
 
   Frame const& frame_;
   RawOutline const& outline_;
@@ -179,21 +179,20 @@ void ParallelMaker::addParallel(Parts const& parts, bool isClosed) {
   for (PathPart const& part : parts) {
     RawSegment const& segment = raw(part);
     piece.curve.getSegments().add(frame_.toCaller(part.c));
-    noteMove(part.c.start(), segment, part.isBackwards ? part.to : part.from);
-    noteMove(part.c.end(), segment, part.isBackwards ? part.from : part.to);
-    origins.push_back({segment.kind != RawKind::parallel, segment.from, segment.to, segment.c,
-                       segment.parameter(part.from), segment.parameter(part.to)});
+    double const from = segment.parameter(part.from), to = segment.parameter(part.to);
+    noteMove(part.c.start(), segment.c, part.isBackwards ? to : from);
+    noteMove(part.c.end(), segment.c, part.isBackwards ? from : to);
+    origins.push_back(
+        {segment.kind != RawKind::parallel, segment.from, segment.to, segment.c, from, to});
   }
   piece.curve.setStrictIsClosed(isClosed);
   piece.map = internal::parallelMap(source_, std::move(origins), isClosed);
   found_.push_back({raw(parts.front()).from, std::move(piece)});
 }
 
-/// Notes how far an end of a part lies from its place on the raw outline: parallels nearer to each
-/// other than the resolution of the arrangement meet at one point.
-void ParallelMaker::noteMove(internal::Point const& end, RawSegment const& segment, double s) {
-  Cubic const& c = segment.c;
-  double const t = segment.parameter(s);
+/// Notes how far an end of a part lies from its place, at t, on a segment of the raw outline:
+/// parallels nearer to each other than the resolution of the arrangement meet at one point.
+void ParallelMaker::noteMove(internal::Point const& end, Cubic const& c, double t) {
   internal::Point const place = t == 0.0 ? c.start() : t == 1.0 ? c.end() : pointAt(c, t);
   farthestMove_ = std::max(farthestMove_, internal::squaredDistance(end, place));
 }

@@ -9,11 +9,12 @@
 // where outlines cross, touch, coincide or share edges. Only stretches that are not equal, but
 // nearer to each other than the resolution r = 2^-40 S for more than 2^-16 S, become one (2^-14 S
 // where they meet at an end of one of them), and points within 2 r of each other become one node.
-// Where a segment was moved onto such a node, it lies within 4 r of its source; in 4 of 1,000
-// results of random curves and copies beside them, some lie 4 to 23 r away. The error of areas is
-// at most 4 r times the perimeter. At the tip of a sliver, the moved part is a short segment of its
-// own. Input that is not finite, or of a magnitude beyond 2^500 or below 2^-500, has the area
-// NaN, the winding number 0 everywhere, contains no point and gives results without curves.
+// A segment whose end was moved onto such a node lies within 4 r of its source. Some segments lie 4
+// to 23 r away in 4 of 1,000 results of random curves with slightly moved copies of themselves. The
+// error of areas is at most 4 r times the perimeter. At the tip of a sliver, the part that was
+// moved is a short segment of its own. Input that is not finite, or of a magnitude beyond 2^500 or
+// below 2^-500, has the area NaN, the winding number 0 everywhere, contains no point and gives
+// results without curves.
 //
 // The time grows as n log n for n segments that each meet few others, plus k log k for k meetings;
 // copies of a segment, reversed or not, are arranged once. A letter of a word of 10,000 takes 3

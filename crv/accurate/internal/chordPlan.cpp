@@ -10,8 +10,8 @@ namespace {
 
 // Where the cross product of velocity and acceleration begins or ends at 0 in an interval, or
 // changes its sign there, a chord has up to 1.2 times the error that its share of the integral
-// suggests. Each such interval adds kExtra chords. A value counts as 0 if it is less than kNearZero
-// times the value at the other end.
+// suggests, so each such interval gets kExtra additional chords. A cross product counts as 0 if it
+// is less than kNearZero times the one at the other end of the interval.
 constexpr double kExtra = 0.15;
 constexpr double kNearZero = 0.05;
 

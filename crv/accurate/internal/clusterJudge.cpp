@@ -308,8 +308,8 @@ bool ClusterJudge::crosses(FootPair const& place) const {
   return (before < 0.0 && after > 0.0) || (before > 0.0 && after < 0.0);
 }
 
-/// Does the same for the place of a cluster. If the segments are apart at both ends of the cluster,
-/// the sides at these ends decide.
+/// Whether the segments cross at the place of a cluster. If they are apart at both ends of the
+/// cluster, they do so if they change sides from one end to the other.
 bool ClusterJudge::crosses(ApproachCluster const& c, FootPair const& place) const {
   if (isEnd(place.t) || isEnd(place.u)) return false;
   if (c.sense == 0 || isSlow(place.t, place.u)) return crosses(place);

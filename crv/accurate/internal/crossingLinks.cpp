@@ -161,8 +161,9 @@ void Linker::sortByExits(Branch* begin, Branch* end, Circle const& circle) const
   for (Branch *first = begin, *last = begin; first != end; first = last) {
     do ++last;
     while (last != end && last[0].key - last[-1].key <= apart);
-    if (last - first > 1 && setKeys(first, last, wider, first->key))
+    if (last - first > 1 && setKeys(first, last, wider, first->key)) {
       sortByExits(first, last, wider);
+    }
   }
 }
 

@@ -57,6 +57,10 @@ constexpr double kStepsKept = 3.0;
 // Parameter: two minima nearer to each other than this are the same minimum, found twice.
 constexpr double kOneMinimum = 0x1p-30;
 
+// Relative to the largest distance of a control point from the query: an end as near to the query
+// as this, one rounding error, is taken to be the query.
+constexpr double kAtQuery = kRounding;
+
 // Parameter: a minimum nearer to an end than this may be so shallow that rounding hides it.
 constexpr double kNextToEnd = 0x1p-10;
 
@@ -124,7 +128,7 @@ class Search {
   /// Whether an end is the query up to rounding, or is nearer than the point at t by more than
   /// rounding errors.
   bool isLowest(Foot const& end, double t) const {
-    double const touch = kRounding * largest_;
+    double const touch = kAtQuery * largest_;
     Point const q = motion(t).q;
     return end.squaredDistance <= touch * touch ||
            dot(q, q) - end.squaredDistance > kDistanceNoise * largest_ * largest_;

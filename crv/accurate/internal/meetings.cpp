@@ -119,8 +119,8 @@ double tipNear(Cubic const& c, double t) {
   return std::fabs(tip - t) < kSameBranch ? min(1.0, max(0.0, tip)) : t;
 }
 
-/// Joins short clusters that share an end where one of the segments turns back. Two clusters of the
-/// same sense, or without a sense, are not joined.
+/// Joins short clusters that share an end where one of the segments turns back. Two clusters in
+/// which the segments run in the same sense, or in none, are not joined.
 void joinAtTips(ClusterJudge const& judge, SegmentPair const& pair, double magnitude,
                 double resolution, std::vector<ApproachCluster>& clusters) {
   auto const keep = [&](FootPair const& p, FootPair const& q) {

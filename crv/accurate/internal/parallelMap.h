@@ -27,7 +27,8 @@ class ParallelSource {
 
  private:
   Chain chain_;
-  // By segment: the place of the joint to which a point belongs. Empty if no segment is a point.
+  // For each segment that is a point, the place of the joint to which it belongs. The vector is
+  // empty if no segment is a point.
   std::vector<std::optional<Place>> joints_;
 };
 

@@ -21,7 +21,8 @@ constexpr double kRounding = 0x1p-53;
 // Relative to the largest coordinate: points nearer to each other than this count as one point.
 constexpr double kDefaultResolution = 0x1p-40;
 
-// Relative to the largest coordinate: curves this near to each other meet up to rounding.
+// Relative to the largest coordinate: a distance this small is only rounding errors, so that curves
+// as near to each other as this are taken to meet exactly.
 constexpr double kExact = 0x1p-48;
 
 /// Collects the largest magnitude of coordinates; one that is not finite makes it NaN.

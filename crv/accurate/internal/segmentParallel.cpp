@@ -111,9 +111,9 @@ class SegmentParallel {
   std::size_t const most_;
 };
 
-/// If the segment is straight, appends it, translated, and returns true. In a tiny segment,
-/// rounding errors may turn the directions at the ends so far away from the axis that the
-/// translation is not within the tolerance.
+/// If the segment is straight, and its translation keeps the tolerance, appends the translation and
+/// returns true. The translation of a tiny segment may not keep it, because rounding errors turn
+/// the directions at the ends away from the axis.
 bool SegmentParallel::appendStraight() {
   if (!axis_) return false;
   Point const normal = leftOf(edges_.alongSum(*axis_) < 0.0 ? Point{} - *axis_ : *axis_);

@@ -19,7 +19,8 @@ inline bool areSame(Cubic const& c, Cubic const& d) {
          areSame(c.p[3], d.p[3]);
 }
 
-/// Whether the control points, compared in order, are not greater than those of the reversed cubic.
+/// Whether a cubic, as the list of its coordinates, comes before its reverse in lexicographic order
+/// or equals it. Of a cubic and its reverse, at least one does.
 inline bool isInOrder(Cubic const& c) {
   for (std::size_t i = 0; i < 2; ++i) {
     Point const &p = c.p[i], &q = c.p[3 - i];
@@ -41,20 +42,18 @@ class SegmentTable {
   /// Adds a segment, and returns the number of the first one that was added with its control points
   /// or their reverse, which is its own if there was none.
   std::size_t add(std::size_t number) {
-    Cubic const c = ordered(number);
+    Cubic const& c = segments_[number].c;
+    Cubic const back = reversed(c);
+    std::uint64_t const hash = hashOf(isInOrder(c) ? c : back);
     std::size_t const mask = entries_.size() - 1;
-    for (std::size_t i = static_cast<std::size_t>(hashOf(c) >> shift_);; i = (i + 1) & mask) {
+    for (std::size_t i = static_cast<std::size_t>(hash >> shift_);; i = (i + 1) & mask) {
       if (entries_[i] == kNone) entries_[i] = number;
-      if (entries_[i] == number || areSame(ordered(entries_[i]), c)) return entries_[i];
+      Cubic const& other = segments_[entries_[i]].c;
+      if (entries_[i] == number || areSame(other, c) || areSame(other, back)) return entries_[i];
     }
   }
 
  private:
-  Cubic ordered(std::size_t number) const {
-    Cubic const& c = segments_[number].c;
-    return isInOrder(c) ? c : reversed(c);
-  }
-
   static std::uint64_t hashOf(Cubic const& c) {
     constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;
     std::uint64_t sum = 0, factor = kFactor;
